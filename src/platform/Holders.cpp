@@ -1,0 +1,19 @@
+// See Holders.h.
+
+#include "platform/Holders.h"
+
+namespace reka {
+
+static_assert(sizeof(OLECHAR) == sizeof(char16_t), "wide characters are UTF-16 code units on every platform");
+
+std::u16string_view TextOf(const OLECHAR* text) {
+    return text ? std::u16string_view(reinterpret_cast<const char16_t*>(text)) : std::u16string_view();
+}
+
+CBstr CBstr::Make(std::u16string_view characters) {
+    const OLECHAR* source = characters.empty() ? nullptr : reinterpret_cast<const OLECHAR*>(characters.data());
+    BSTR made = SysAllocStringLen(source, static_cast<UINT>(characters.size()));
+    return CBstr(made);
+}
+
+}  // namespace reka

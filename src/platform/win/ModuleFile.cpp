@@ -1,0 +1,21 @@
+// See ModuleFile.h.
+
+#include "platform/ModuleFile.h"
+
+#include <windows.h>
+
+namespace reka {
+
+const char16_t pathSeparator = u'\\';
+
+std::u16string ModuleFilePath() {
+    HMODULE module = nullptr;
+    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (!GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ModuleFilePath), &module)) return {};
+    wchar_t path[2048];
+    const DWORD length = GetModuleFileNameW(module, path, 2048);
+    if (length == 0 || length >= 2048) return {};
+    return std::u16string(reinterpret_cast<const char16_t*>(path), length);
+}
+
+}  // namespace reka
