@@ -1,0 +1,134 @@
+// See ArrayHelpers.h.
+
+#include "capeopen/ArrayHelpers.h"
+
+namespace reka {
+
+namespace {
+
+const char16_t* ElementWord(VARTYPE elementType) {
+    switch (elementType) {
+        case VT_BSTR:
+            return u"BSTR";
+        case VT_R8:
+            return u"REAL";
+        case VT_VARIANT:
+            return u"VARIANT";
+        default:
+            return u"<unknown>";
+    }
+}
+
+std::size_t ElementSize(VARTYPE elementType) {
+    switch (elementType) {
+        case VT_R8:
+            return sizeof(double);
+        case VT_BSTR:
+            return sizeof(BSTR);
+        default:
+            return sizeof(VARIANT);
+    }
+}
+
+/// Whether the array really holds what its variant claims. An element of another size would be copied over the end of
+/// its destination, and other bits would be taken for a string.
+bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
+    if (!array || SafeArrayGetDim(array) == 0) return true;  // the dimension check speaks of that
+    VARTYPE actual = VT_EMPTY;
+    if (SUCCEEDED(SafeArrayGetVartype(array, &actual)) && actual != elementType) return false;
+    return SafeArrayGetElemsize(array) == ElementSize(elementType);
+}
+
+}  // namespace
+
+std::int32_t CheckArrayVariant(const VARIANT& variant, VARTYPE elementType, std::u16string& errorText) {
+    if (variant.vt == VT_EMPTY) return 0;
+    if (variant.vt != (elementType | VT_ARRAY) || !HoldsElements(variant.parray, elementType)) {
+        errorText = std::u16string(u"invalid type; array of type ") + ElementWord(elementType) + u" expected";
+        return -1;
+    }
+    if (SafeArrayGetDim(variant.parray) != 1) {
+        errorText = u"unexpected dimension; 1-dimensional array expected";
+        return -1;
+    }
+    LONG lowerBound = 0;
+    LONG upperBound = 0;
+    if (FAILED(SafeArrayGetLBound(variant.parray, 1, &lowerBound))) {
+        errorText = u"failed to get lower bound of array";
+        return -1;
+    }
+    if (FAILED(SafeArrayGetUBound(variant.parray, 1, &upperBound))) {
+        errorText = u"failed to get upper bound of array";
+        return -1;
+    }
+    if (lowerBound != 0) {
+        errorText = u"unexpected array dimensions; expected 0 for lower bound";
+        return -1;
+    }
+    if (upperBound < 0) {
+        errorText = u"unexpected array dimensions; negative upper bound";
+        return -1;
+    }
+    if (upperBound == 0x7FFFFFFF) return upperBound;  // one more would not be a count
+    return static_cast<std::int32_t>(upperBound) + 1;
+}
+
+CBstr ReadStringArray(std::vector<std::u16string>& list, const VARIANT& variant) {
+    list.clear();
+    if (variant.vt != (VT_ARRAY | VT_BSTR) || !HoldsElements(variant.parray, VT_BSTR)) {
+        return CBstr::Make(u"expected a string array");
+    }
+    if (SafeArrayGetDim(variant.parray) != 1) return CBstr::Make(u"expected a string array with dimension of 1");
+    LONG lowerBound = 0;
+    LONG upperBound = -1;
+    SafeArrayGetLBound(variant.parray, 1, &lowerBound);
+    SafeArrayGetUBound(variant.parray, 1, &upperBound);
+    for (std::int64_t i = lowerBound; i <= upperBound; ++i) {
+        CBstr text;
+        TakeString(variant, static_cast<LONG>(i), text);
+        list.push_back(StringFromBstr(text.Get()));
+    }
+    return CBstr();
+}
+
+bool CreateArrayVariant(VARIANT& variant, std::int32_t count, VARTYPE elementType) {
+    if (count < 0) return false;
+    SAFEARRAYBOUND bound = {static_cast<ULONG>(count), 0};
+    SAFEARRAY* const array = SafeArrayCreate(elementType, 1, &bound);
+    if (!array) return false;
+    variant.vt = static_cast<VARTYPE>(elementType | VT_ARRAY);
+    variant.parray = array;
+    return true;
+}
+
+HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text) {
+    return SafeArrayPutElement(&array, &index, text);
+}
+
+HRESULT PutString(SAFEARRAY& array, LONG index, std::u16string_view text) {
+    if (text.empty()) return PutString(array, index, static_cast<BSTR>(nullptr));
+    const CBstr string = CBstr::Make(text);
+    return string.IsAbsent() ? E_OUTOFMEMORY : PutString(array, index, string.Get());
+}
+
+HRESULT PutNumber(SAFEARRAY& array, LONG index, double number) {
+    return SafeArrayPutElement(&array, &index, &number);
+}
+
+bool TakeString(const VARIANT& strings, LONG index, CBstr& text) {
+    return SUCCEEDED(SafeArrayGetElement(strings.parray, &index, text.Receive()));
+}
+
+std::u16string StringFromBstr(BSTR text) {
+    return std::u16string(TextOf(text));
+}
+
+CBstr BstrFromString(std::u16string_view text) {
+    return text.empty() ? CBstr() : CBstr::Make(text);
+}
+
+CBstr BstrFromString(BSTR text) {
+    return BstrFromString(TextOf(text));
+}
+
+}  // namespace reka

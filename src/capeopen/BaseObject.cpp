@@ -1,0 +1,89 @@
+// See BaseObject.h.
+
+#include "capeopen/BaseObject.h"
+
+namespace reka {
+
+namespace {
+
+HRESULT GiveCopy(const CBstr& text, BSTR* output) {
+    if (!output) return E_POINTER;
+    *output = text.Copy();
+    return S_OK;
+}
+
+CBstr CopyLiteral(const char16_t* text) {
+    return text ? CBstr::Make(text) : CBstr();
+}
+
+}  // namespace
+
+HRESULT BaseObject::get_name(BSTR* name) {
+    return GiveCopy(errorName, name);
+}
+
+HRESULT BaseObject::get_code(LONG* code) {
+    if (!code) return E_POINTER;
+    *code = 0;  // the failed method's result is the only code
+    return S_OK;
+}
+
+HRESULT BaseObject::get_description(BSTR* description) {
+    return GiveCopy(errorDescription, description);
+}
+
+HRESULT BaseObject::get_scope(BSTR* scope) {
+    return GiveCopy(errorScope, scope);
+}
+
+HRESULT BaseObject::get_interfaceName(BSTR* interfaceName) {
+    return GiveCopy(errorInterface, interfaceName);
+}
+
+HRESULT BaseObject::get_operation(BSTR* operation) {
+    if (!operation) return E_POINTER;
+    *operation = CBstr::Make(u"-").Detach();  // the method is told by the scope
+    return S_OK;
+}
+
+HRESULT BaseObject::get_moreInfo(BSTR* moreInfo) {
+    if (!moreInfo) return E_POINTER;
+    *moreInfo = nullptr;
+    return S_OK;
+}
+
+HRESULT BaseObject::get_ComponentName(BSTR* name) {
+    return GiveCopy(componentName, name);
+}
+
+HRESULT BaseObject::put_ComponentName(BSTR name) {
+    componentName = CBstr::CopyOf(name);
+    return S_OK;
+}
+
+HRESULT BaseObject::get_ComponentDescription(BSTR* description) {
+    return GiveCopy(componentDescription, description);
+}
+
+HRESULT BaseObject::put_ComponentDescription(BSTR description) {
+    componentDescription = CBstr::CopyOf(description);
+    return S_OK;
+}
+
+void BaseObject::SetError(const char16_t* name, const char16_t* description, const char16_t* scope,
+                          const char16_t* interfaceName) noexcept {
+    errorName = CopyLiteral(name);
+    errorDescription = CopyLiteral(description);
+    errorScope = CopyLiteral(scope);
+    errorInterface = CopyLiteral(interfaceName);
+}
+
+void* BaseObject::FindInterface(REFIID iid) {
+    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == ECapeRoot::iid) return static_cast<ECapeRoot*>(this);
+    if (iid == ECapeUnknown::iid) return static_cast<ECapeUnknown*>(this);
+    if (iid == ECapeUser::iid) return static_cast<ECapeUser*>(this);
+    if (iid == ICapeIdentification::iid) return static_cast<ICapeIdentification*>(this);
+    return nullptr;
+}
+
+}  // namespace reka

@@ -1,0 +1,77 @@
+// The common base of the component's objects: identification, and the last failure as the CAPE-OPEN error interfaces
+// show it.
+
+#pragma once
+
+#include <new>
+#include <stdexcept>
+
+#include "capeopen/DualInterface.h"
+#include "platform/Holders.h"
+
+namespace reka {
+
+/// Answers `ECapeRoot`, `ECapeUnknown`, `ECapeUser` and `ICapeIdentification` for the object derived from it. There is
+/// no separate error object: after a failed call the object itself is asked. A success leaves the last failure in
+/// place. Reference counts come with `CComObject` or `CAggregatedObject`.
+class BaseObject : public CDualInterface<ECapeRoot>,
+                   public CDualInterface<ECapeUnknown>,
+                   public CDualInterface<ECapeUser>,
+                   public CDualInterface<ICapeIdentification> {
+public:
+    BaseObject() = default;
+    BaseObject(const BaseObject&) = delete;
+    BaseObject& operator=(const BaseObject&) = delete;
+
+    // ECapeRoot and ECapeUser
+    HRESULT STDMETHODCALLTYPE get_name(BSTR* name) override;
+    virtual ~BaseObject() = default;
+    HRESULT STDMETHODCALLTYPE get_code(LONG* code) override;
+    HRESULT STDMETHODCALLTYPE get_description(BSTR* description) override;
+    HRESULT STDMETHODCALLTYPE get_scope(BSTR* scope) override;
+    HRESULT STDMETHODCALLTYPE get_interfaceName(BSTR* interfaceName) override;
+    HRESULT STDMETHODCALLTYPE get_operation(BSTR* operation) override;
+    HRESULT STDMETHODCALLTYPE get_moreInfo(BSTR* moreInfo) override;
+
+    // ICapeIdentification
+    HRESULT STDMETHODCALLTYPE get_ComponentName(BSTR* name) override;
+    HRESULT STDMETHODCALLTYPE put_ComponentName(BSTR name) override;
+    HRESULT STDMETHODCALLTYPE get_ComponentDescription(BSTR* description) override;
+    HRESULT STDMETHODCALLTYPE put_ComponentDescription(BSTR description) override;
+
+    /// Records the last failure: a short name, the sentence, the method and its interface. Null gives an absent text,
+    /// and so does a text that can't be copied for want of memory.
+    void SetError(const char16_t* name, const char16_t* description, const char16_t* scope,
+                  const char16_t* interfaceName) noexcept;
+
+    /// The interface that `iid` names, without a count; null if the object hasn't got it. `IUnknown` and `IDispatch`
+    /// are always the same ones.
+    void* FindInterface(REFIID iid);
+
+protected:
+    CBstr componentName;
+    CBstr componentDescription;
+
+private:
+    CBstr errorName;
+    CBstr errorDescription;
+    CBstr errorScope;
+    CBstr errorInterface;
+};
+
+/// Runs the body of an interface method. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as
+/// name and description and the result is `ECapeUnknownHR`; the same code without a text answers anything else.
+template <class Body>
+HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* interfaceName, Body&& body) noexcept {
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        object.SetError(u"out of memory", u"out of memory", scope, interfaceName);
+    } catch (const std::length_error&) {
+        object.SetError(u"out of memory", u"out of memory", scope, interfaceName);
+    } catch (...) {
+    }
+    return ECapeUnknownHR;
+}
+
+}  // namespace reka
