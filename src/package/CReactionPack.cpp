@@ -1,0 +1,79 @@
+// The package object itself: its interfaces, its identification and the way a definition comes into it.
+
+#include "package/CReactionPack.h"
+
+#include "capeopen/ComObject.h"
+#include "package/CreateReactionPack.h"
+
+namespace reka {
+
+HRESULT CreateReactionPack(REFIID iid, void** package) noexcept {
+    return CreateObject<CReactionPack>(nullptr, iid, package);
+}
+
+CReactionPack::~CReactionPack() {
+    reactionObject.Reset();
+    material.Reset();
+    definition.reset();
+    simulationContext.Reset();
+}
+
+void* CReactionPack::FindInterface(REFIID iid) {
+    if (iid == ICapeKineticReactionContext::iid) return static_cast<ICapeKineticReactionContext*>(this);
+    if (iid == ICapeReactionChemistry::iid) return static_cast<ICapeReactionChemistry*>(this);
+    if (iid == ICapeReactionsRoutine::iid) return static_cast<ICapeReactionsRoutine*>(this);
+    if (iid == ICapeThermoMaterialContext::iid) return static_cast<ICapeThermoMaterialContext*>(this);
+    if (iid == ICapeThermoContext10::iid) return static_cast<ICapeThermoContext10*>(this);
+    if (iid == ICapeUtilities::iid) return static_cast<ICapeUtilities*>(this);
+    if (iid == IID_IPersistPropertyBag || iid == IID_IPersist) return static_cast<IPersistPropertyBag*>(this);
+    return BaseObject::FindInterface(iid);
+}
+
+void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
+    std::shared_ptr<ReactionPackDefinition> copy;
+    if (source) {
+        copy = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        copy->CopyFrom(*source);
+        copy->AllocateWorkArrays();
+    }
+    definition = std::move(copy);
+    if (definition) resolvedOrLoaded = 1;
+    dirty = 1;
+}
+
+void CReactionPack::AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded) {
+    loaded->AllocateWorkArrays();
+    definition = std::move(loaded);
+    resolvedOrLoaded = 1;
+    dirty = 0;
+}
+
+HRESULT CReactionPack::get_ComponentName(BSTR* name) {
+    if (!name) return E_POINTER;
+    if (!definition) return E_UNEXPECTED;
+    *name = definition->name.Copy();
+    return S_OK;
+}
+
+HRESULT CReactionPack::put_ComponentName(BSTR name) {
+    if (!definition) return E_UNEXPECTED;
+    definition->name = CBstr::CopyOf(name);
+    dirty = 1;
+    return S_OK;
+}
+
+HRESULT CReactionPack::get_ComponentDescription(BSTR* description) {
+    if (!description) return E_POINTER;
+    if (!definition) return E_UNEXPECTED;
+    *description = definition->description.Copy();
+    return S_OK;
+}
+
+HRESULT CReactionPack::put_ComponentDescription(BSTR description) {
+    if (!definition) return E_UNEXPECTED;
+    definition->description = CBstr::CopyOf(description);
+    dirty = 1;
+    return S_OK;
+}
+
+}  // namespace reka

@@ -1,0 +1,113 @@
+// The reaction package as the simulator holds it.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "capeopen/BaseObject.h"
+#include "package/Definition.h"
+#include "package/MaterialReader.h"
+
+namespace reka {
+
+/// One reaction package at run time: its definition, the references that the simulator set, and the interfaces over
+/// them. Each interface has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
+/// object belongs to one apartment and takes no locks.
+///
+/// A material or a reaction object may call back into the package while a call is on its way to it. The call under way
+/// keeps the definition and the objects that it began with; what a callback sets counts from the next call on.
+class CReactionPack : public BaseObject,
+                      public CDualInterface<ICapeKineticReactionContext>,
+                      public CDualInterface<ICapeReactionChemistry>,
+                      public CDualInterface<ICapeReactionsRoutine>,
+                      public CDualInterface<ICapeThermoMaterialContext>,
+                      public CDualInterface<ICapeThermoContext10>,
+                      public CDualInterface<ICapeUtilities>,
+                      public IPersistPropertyBag {
+public:
+    CReactionPack() = default;
+    ~CReactionPack() override;
+
+    /// Gives the package a deep copy of `source`, or takes its definition away for null. With a definition the package
+    /// counts as resolved; either way it asks to be saved. May throw std::bad_alloc, which leaves the package as
+    /// it was.
+    void AssignDefinition(const ReactionPackDefinition* source);
+
+    /// The definition in use, null before there is one. Good until the next call.
+    const ReactionPackDefinition* Definition() const { return definition.get(); }
+    bool HasUnsavedChanges() const { return dirty != 0; }
+    bool IsResolvedOrLoaded() const { return resolvedOrLoaded != 0; }
+
+    /// The interface that `iid` names, without a count; null if the package hasn't got it.
+    void* FindInterface(REFIID iid);
+
+    // ICapeIdentification: the package's identity is that of its definition.
+    HRESULT STDMETHODCALLTYPE get_ComponentName(BSTR* name) override;
+    HRESULT STDMETHODCALLTYPE put_ComponentName(BSTR name) override;
+    HRESULT STDMETHODCALLTYPE get_ComponentDescription(BSTR* description) override;
+    HRESULT STDMETHODCALLTYPE put_ComponentDescription(BSTR description) override;
+
+    // ICapeUtilities
+    HRESULT STDMETHODCALLTYPE get_parameters(IDispatch** parameters) override;
+    HRESULT STDMETHODCALLTYPE put_simulationContext(IDispatch* context) override;
+    HRESULT STDMETHODCALLTYPE Initialize() override;
+    HRESULT STDMETHODCALLTYPE Terminate() override;
+    HRESULT STDMETHODCALLTYPE Edit() override;
+
+    // ICapeKineticReactionContext
+    HRESULT STDMETHODCALLTYPE SetReactionObject(IDispatch** reactionObjectRef) override;
+
+    // ICapeThermoMaterialContext and ICapeThermoContext10
+    HRESULT STDMETHODCALLTYPE SetMaterial(IDispatch* newMaterial) override;
+    HRESULT STDMETHODCALLTYPE UnsetMaterial() override;
+    HRESULT STDMETHODCALLTYPE SetMaterial(IDispatch** materialRef) override;
+
+    // ICapeReactionsRoutine
+    HRESULT STDMETHODCALLTYPE CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacIds, BSTR basis) override;
+
+    // ICapeReactionChemistry
+    HRESULT STDMETHODCALLTYPE GetNumberOfReactions(LONG* count) override;
+    HRESULT STDMETHODCALLTYPE GetReactionsIds(VARIANT* reactionIds) override;
+    HRESULT STDMETHODCALLTYPE GetReactionType(BSTR reactionId, CapeReactionType* type) override;
+    HRESULT STDMETHODCALLTYPE GetNumberOfReactionCompounds(BSTR reactionId, LONG* count) override;
+    HRESULT STDMETHODCALLTYPE GetReactionCompoundIds(BSTR reactionId, VARIANT* compoundIds, VARIANT* charges,
+                                                     VARIANT* casNumbers) override;
+    HRESULT STDMETHODCALLTYPE GetStoichiometricCoefficients(BSTR reactionId, VARIANT* coefficients) override;
+    HRESULT STDMETHODCALLTYPE GetReactionPhase(BSTR reactionId, BSTR* phase) override;
+    HRESULT STDMETHODCALLTYPE GetReactionRateBasis(BSTR reactionId, CapeReactionRateBasis* basis) override;
+    HRESULT STDMETHODCALLTYPE GetReactionConcBasis(BSTR reactionId, BSTR* basis) override;
+    HRESULT STDMETHODCALLTYPE GetBaseReactant(BSTR reactionId, BSTR* baseReactant) override;
+    HRESULT STDMETHODCALLTYPE GetPhaseCompounds(BSTR reactionId, LONG* compoundCount, VARIANT* compoundIds) override;
+    HRESULT STDMETHODCALLTYPE GetReactionParameters(BSTR reactionId, IDispatch** parameters) override;
+
+    // IPersistPropertyBag
+    HRESULT STDMETHODCALLTYPE GetClassID(CLSID* classId) override;
+    HRESULT STDMETHODCALLTYPE InitNew() override;
+    HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* errorLog) override;
+    HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAllProperties) override;
+
+private:
+    /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.
+    int FindReaction(BSTR reactionId, const char16_t* scope);
+
+    /// Puts a loaded definition into service.
+    void AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded);
+
+    // Shared with the calls under way alone.
+    std::shared_ptr<ReactionPackDefinition> definition;
+    CComRef<ICapeReactionProperties> reactionObject;
+    CComRef<IDispatch> material;
+    CComRef<IDispatch> simulationContext;
+    MaterialWords materialWords;
+    std::int32_t dirty = 0;
+    std::shared_ptr<const std::vector<std::int32_t>>
+        compoundMap;  // per compound: index into the material's; may be null
+    std::int32_t materialCompoundCount = 0;
+    std::int32_t resolvedOrLoaded = 0;
+    std::uint32_t bindings = 0;  // counts the changes of `material`, so that a binding notices one made behind its back
+};
+
+}  // namespace reka

@@ -1,0 +1,245 @@
+// The calculation: selects the reactions, fetches once per property what all their expressions read, evaluates them one
+// by one and hands each number to the reaction object.
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "capeopen/ArrayHelpers.h"
+#include "capeopen/ErrorTexts.h"
+#include "expression/EvaluateExpression.h"
+#include "package/CReactionPack.h"
+#include "package/SameText.h"
+#include "platform/HostArithmetic.h"
+
+namespace reka {
+
+namespace {
+
+constexpr const char16_t* scope = u"CalcReactionProp";
+constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
+
+/// One of the properties that a package calculates. The value goes out in the unit in which its expression is written.
+struct ReactionProperty {
+    const char16_t* name;
+    std::unique_ptr<ExpressionRef> ReactionDefinition::*expression;
+    bool acceptsMoleBasis;
+    const char16_t* basisError;
+    bool acceptsAnyType;
+    ReactionType type;
+    const char16_t* typeError;  // behind the name of a reaction of the other type
+};
+
+constexpr ReactionProperty reactionProperties[] = {
+    {u"ReactionRate", &ReactionDefinition::rateExpression, true,
+     u"Unsupported basis for property ReactionRate; currently only mole basis is supported", false,
+     ReactionType::Kinetic, u"\" is not a kinetic reaction, cannot calculate property ReactionRate"},
+    {u"ChemicalEquilibriumConstant", &ReactionDefinition::equilibriumConstantExpression, false,
+     u"Unsupported basis for property ChemicalEquilibriumConstant; basis should be NULL, and value is defined in terms "
+     u"of GetReactionConcBasis",
+     false, ReactionType::Equilibrium,
+     u"\" is not an equilibrium reaction, cannot calculate property ChemicalEquilibriumConstant"},
+    {u"EnthalpyOfReaction", &ReactionDefinition::heatExpression, true,
+     u"Unsupported basis for property EnthalpyOfReaction; currently only mole basis is supported", true,
+     ReactionType::Kinetic, u""},
+};
+
+const ReactionProperty* FindProperty(BSTR name) {
+    for (const ReactionProperty& property : reactionProperties) {
+        if (SameText(name, property.name)) return &property;
+    }
+    return nullptr;
+}
+
+bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
+    return TextOf(basis).empty() || (property.acceptsMoleBasis && SameText(basis, u"Mole"));
+}
+
+std::u16string Text(BSTR text) {
+    return std::u16string(TextOf(text));
+}
+
+/// One call, with all that it works on. What it began with stays alive until it ends.
+class CPropertyCalculation {
+public:
+    CPropertyCalculation(BaseObject& reportingObject, ReactionPackDefinition& packageDefinition,
+                         ICapeReactionProperties& results, CMaterialReader& materialReader,
+                         const COwnArithmetic& ownArithmetic, BSTR requestedPhase, BSTR requestedBasis)
+        : object(reportingObject),
+          definition(packageDefinition),
+          reactionObject(results),
+          reader(materialReader),
+          arithmetic(ownArithmetic),
+          phase(requestedPhase),
+          basis(requestedBasis) {}
+
+    /// Calculates one property of the selected reactions. False after the failure was reported.
+    bool Calculate(BSTR propertyName, const std::vector<std::size_t>& selected) {
+        const ReactionProperty* const property = FindProperty(propertyName);
+        if (!property) {
+            return Report(u"Unknown or unsupported reaction property \"" + Text(propertyName) + u"\"");
+        }
+        if (!IsAcceptedBasis(*property, basis)) return Report(u"Unsupported basis", property->basisError);
+        std::uint32_t dependencies = 0;
+        for (const std::size_t index : selected) {
+            const ReactionDefinition& reaction = *definition.reactions[index];
+            if (!CheckReaction(*property, reaction)) return false;
+            dependencies |= (reaction.*property->expression)->dependencies;
+        }
+        std::u16string errorText;
+        if (!reader.FetchExpressionInputs(dependencies, phase, errorText)) return Report(errorText);
+        for (const std::size_t index : selected) {
+            const ReactionDefinition& reaction = *definition.reactions[index];
+            if (!EvaluateAndStore(reaction.id.Get(), propertyName, *(reaction.*property->expression))) return false;
+        }
+        return true;
+    }
+
+private:
+    bool CheckReaction(const ReactionProperty& property, const ReactionDefinition& reaction) {
+        if (!property.acceptsAnyType && reaction.type != property.type) {
+            return Report(u"Reaction \"" + Text(reaction.id.Get()) + property.typeError);
+        }
+        if (!SameText(reaction.phase.Get(), phase)) {
+            return Report(u"phase mismatch", u"Reaction \"" + Text(reaction.id.Get()) + u"\" is defined for phase " +
+                                                 Text(reaction.phase.Get()) +
+                                                 u"; cannot perform calculation for requested phase " + Text(phase));
+        }
+        return reaction.*property.expression ? true : ReportMissingExpression(property, reaction);
+    }
+
+    bool ReportMissingExpression(const ReactionProperty& property, const ReactionDefinition& reaction) {
+        if (property.expression == &ReactionDefinition::rateExpression) {
+            return Report(u"no expression", u"rate expression not defined for requested reaction");
+        }
+        if (property.expression == &ReactionDefinition::equilibriumConstantExpression) {
+            return Report(u"no expression", u"equilibrium constant expression not defined for requested reaction");
+        }
+        return Report(u"undefined", u"heat of reaction is not defined for reaction \"" + Text(reaction.id.Get()) +
+                                        u"\". Cannot calculation property EnthalpyOfReaction");
+    }
+
+    /// Evaluates one expression and writes the value to the reaction object. False after the failure was reported.
+    bool EvaluateAndStore(BSTR reactionId, BSTR property, const ExpressionRef& expression) {
+        double value = 0.0;
+        std::u16string errorText;
+        CVariant values;
+        CVariant identifiers;
+        if (EvaluateExpression(expression, value, definition, errorText)) {
+            if (!CreateListVariant(values.Get(), 1, VT_R8,
+                                   [&](SAFEARRAY& array, LONG index) { return PutNumber(array, index, value); }) ||
+                !CreateListVariant(identifiers.Get(), 1, VT_BSTR,
+                                   [&](SAFEARRAY& array, LONG index) { return PutString(array, index, reactionId); })) {
+                errorText = u"out of memory";
+            }
+        }
+        if (!errorText.empty()) {
+            return Report(u"Failed to calculate " + Text(property) + u" for reaction " + Text(reactionId) + u": " +
+                          errorText);
+        }
+        const HRESULT result = arithmetic.Outside(
+            [&] { return reactionObject.SetReactionProp(property, phase, identifiers.Get(), basis, values.Get()); });
+        if (SUCCEEDED(result)) return true;
+        return Report(arithmetic.Outside([&] { return GetCapeErrorText(&reactionObject, result); }));
+    }
+
+    bool Report(const std::u16string& text) { return Report(text, text); }
+
+    bool Report(const std::u16string& name, const std::u16string& description) {
+        object.SetError(name.c_str(), description.c_str(), scope, interfaceName);
+        return false;
+    }
+
+    BaseObject& object;
+    ReactionPackDefinition& definition;
+    ICapeReactionProperties& reactionObject;
+    CMaterialReader& reader;
+    const COwnArithmetic& arithmetic;
+    const BSTR phase;
+    const BSTR basis;
+};
+
+/// Reports a failure of the call as a whole.
+HRESULT Refuse(BaseObject& object, const std::u16string& name, const std::u16string& description) {
+    object.SetError(name.c_str(), description.c_str(), scope, interfaceName);
+    return ECapeUnknownHR;
+}
+
+HRESULT Refuse(BaseObject& object, const std::u16string& text) {
+    return Refuse(object, text, text);
+}
+
+/// The reactions that `reacIds` names, or all of them for an empty variant, by index and in the order asked for.
+/// `S_OK`, or the failure after it was reported.
+HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& definition, const VARIANT& reacIds,
+                        std::vector<std::size_t>& selected) {
+    if (reacIds.vt == VT_EMPTY) {
+        for (std::size_t i = 0; i < definition.reactions.size(); ++i) selected.push_back(i);
+        return S_OK;
+    }
+    std::u16string errorText;
+    const std::int32_t count = CheckArrayVariant(reacIds, VT_BSTR, errorText);
+    if (count < 0) return Refuse(object, u"invalid format for reaction IDs: " + errorText);
+    if (count == 0) {
+        return Refuse(object, u"Missing reaction IDs", u"No reaction IDs have been specified for CalcReactionProp");
+    }
+    for (LONG i = 0; i < count; ++i) {
+        CBstr name;
+        if (!TakeString(reacIds, i, name)) return Refuse(object, u"out of memory");
+        std::size_t index = 0;
+        while (index < definition.reactions.size() && !SameText(definition.reactions[index]->id.Get(), name.Get())) {
+            ++index;
+        }
+        if (index == definition.reactions.size()) {
+            return Refuse(object, u"Unknown reaction ID: " + Text(name.Get()));
+        }
+        selected.push_back(index);
+    }
+    return S_OK;
+}
+
+}  // namespace
+
+HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacIds, BSTR basis) {
+    return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
+        if (!definition) return E_UNEXPECTED;
+        if (!reactionObject) {
+            return Refuse(*this, u"No reaction object", u"The reaction object was not set before CalcReactionProp");
+        }
+        // What the call began with, itself included, stays until it ends, whatever a callback does.
+        const CComRef<IUnknown> self(static_cast<ICapeReactionsRoutine*>(this));
+        const auto usedDefinition = definition;
+        const auto usedReactionObject = reactionObject;
+        const auto usedMaterial = material;
+        const auto usedMap = compoundMap;
+        const std::vector<std::int32_t> noMap;
+        const COwnArithmetic arithmetic;
+
+        std::vector<std::size_t> selected;
+        const HRESULT selection = SelectReactions(*this, *usedDefinition, reacIds, selected);
+        if (FAILED(selection)) return selection;
+        std::u16string errorText;
+        const std::int32_t propertyCount = CheckArrayVariant(props, VT_BSTR, errorText);
+        if (propertyCount < 0) return Refuse(*this, u"invalid format for properties: " + errorText);
+        if (propertyCount == 0) {
+            return Refuse(*this, u"Missing properties", u"No properties have been specified for CalcReactionProp");
+        }
+        if (!usedMaterial) {
+            return Refuse(*this, u"Missing material",
+                          u"A material reference has not been set on the reaction package before CalcReactionProp");
+        }
+        CMaterialReader reader(*usedDefinition, usedMaterial.Get(), materialWords, usedMap ? *usedMap : noMap,
+                               materialCompoundCount, arithmetic);
+        CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
+        for (LONG i = 0; i < propertyCount; ++i) {
+            CBstr property;
+            if (!TakeString(props, i, property)) return Refuse(*this, u"out of memory");
+            if (!calculation.Calculate(property.Get(), selected)) return ECapeUnknownHR;
+        }
+        return S_OK;
+    });
+}
+
+}  // namespace reka

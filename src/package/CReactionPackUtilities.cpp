@@ -1,0 +1,74 @@
+// What a simulator sets and ends: its context, the reaction object, `Initialize`, `Terminate`, and the dialog.
+
+#include "capeopen/ErrorTexts.h"
+#include "package/CReactionPack.h"
+
+namespace reka {
+
+HRESULT CReactionPack::get_parameters(IDispatch** parameters) {
+    if (!definition) return E_UNEXPECTED;
+    if (!parameters) return E_POINTER;
+    *parameters = nullptr;  // a package has none
+    return S_OK;
+}
+
+HRESULT CReactionPack::put_simulationContext(IDispatch* context) {
+    const CComRef<IDispatch> kept(context);  // a release below may drop the caller's last count
+    simulationContext = kept;
+    if (definition) definition->simulationContext = kept;
+    return S_OK;
+}
+
+HRESULT CReactionPack::Initialize() {
+    constexpr const char16_t* scope = u"Initialize";
+    constexpr const char16_t* interfaceName = u"ICapeUtilitites";  // simulators know it by this spelling
+    return RunMethod(*this, scope, interfaceName, [&] {
+        if (!definition) {
+            auto made = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+            made->AllocateWorkArrays();
+            definition = std::move(made);
+        }
+        if (resolvedOrLoaded) return S_OK;
+        constexpr const char16_t* text = u"Reaction package was not resolved or loaded";
+        SetError(text, text, scope, interfaceName);
+        return ECapeUnknownHR;
+    });
+}
+
+HRESULT CReactionPack::Terminate() {
+    simulationContext.Reset();
+    ++bindings;
+    material.Reset();
+    reactionObject.Reset();
+    if (definition) definition->simulationContext.Reset();
+    return S_OK;
+}
+
+HRESULT CReactionPack::Edit() {
+    return S_FALSE;  // no dialog could be shown
+}
+
+HRESULT CReactionPack::SetReactionObject(IDispatch** reactionObjectRef) {
+    constexpr const char16_t* scope = u"SetReactionObject";
+    constexpr const char16_t* interfaceName = u"ICapeKineticReactionContext";
+    return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
+        if (!definition) return E_UNEXPECTED;
+        if (!reactionObjectRef) return E_POINTER;
+        const CComRef<IDispatch> object(*reactionObjectRef);  // the caller's pointer may change during the release
+        reactionObject.Reset();
+        if (!object) return S_OK;
+        void* found = nullptr;
+        HRESULT result = object->QueryInterface(ICapeReactionProperties::iid, &found);
+        if (SUCCEEDED(result) && !found) result = E_NOINTERFACE;
+        if (FAILED(result)) {
+            const std::u16string text =
+                u"Failed to obtain ICapeReactionProperties pointer: " + GetSystemErrorText(result);
+            SetError(text.c_str(), text.c_str(), scope, interfaceName);
+            return ECapeUnknownHR;
+        }
+        reactionObject.Reset(static_cast<ICapeReactionProperties*>(found));
+        return S_OK;
+    });
+}
+
+}  // namespace reka

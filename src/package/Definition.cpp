@@ -1,0 +1,97 @@
+// The definition records: making, copying and destroying them.
+
+#include "package/Definition.h"
+
+#include <utility>
+
+#include "platform/ModuleFile.h"
+
+namespace reka {
+
+namespace {
+
+std::unique_ptr<CompoundDefinition> CopyCompound(const CompoundDefinition& source) {
+    auto copy = std::make_unique<CompoundDefinition>();
+    copy->id.Reset(source.id.Copy());
+    copy->name.Reset(source.name.Copy());
+    copy->casNumber.Reset(source.casNumber.Copy());
+    copy->formula.Reset(source.formula.Copy());
+    copy->molecularWeight = source.molecularWeight;
+    copy->charge = source.charge;
+    return copy;  // without databaseIndex: a copy no longer stands for a row of the compound file
+}
+
+std::unique_ptr<ExpressionRef> CopyExpression(const std::unique_ptr<ExpressionRef>& source) {
+    return source ? source->Clone() : nullptr;
+}
+
+std::unique_ptr<ReactionDefinition> CopyReaction(const ReactionDefinition& source) {
+    auto copy = std::make_unique<ReactionDefinition>(0);
+    copy->id.Reset(source.id.Copy());
+    copy->phase.Reset(source.phase.Copy());
+    copy->equilibriumBasis = source.equilibriumBasis;
+    copy->type = source.type;
+    copy->rateBasis = source.rateBasis;
+    copy->rateEquation = source.rateEquation;
+    copy->equilibriumConstantEquation = source.equilibriumConstantEquation;
+    copy->heatEquation = source.heatEquation;
+    copy->stoichiometry = source.stoichiometry;
+    copy->rateExpression = CopyExpression(source.rateExpression);
+    copy->equilibriumConstantExpression = CopyExpression(source.equilibriumConstantExpression);
+    copy->heatExpression = CopyExpression(source.heatExpression);
+    return copy;
+}
+
+}  // namespace
+
+void ReactionDefinition::DiscardExpressions() {
+    rateExpression.reset();
+    equilibriumConstantExpression.reset();
+    heatExpression.reset();
+}
+
+ReactionPackDefinition::ReactionPackDefinition(IDispatch* context)
+    : pcdFile(ComponentFolder() + u"data" + pathSeparator + u"Korvex1.pcd"), simulationContext(context) {}
+
+void ReactionPackDefinition::Clear() {
+    name.Reset();
+    description.Reset();
+    reactions.clear();
+    compounds.clear();
+}
+
+void ReactionPackDefinition::CopyFrom(const ReactionPackDefinition& source) {
+    Clear();
+    name.Reset(source.name.Copy());
+    description.Reset(source.description.Copy());
+    thermoVersion = source.thermoVersion;
+    pcdFile = source.pcdFile;
+    for (const auto& compound : source.compounds) compounds.push_back(CopyCompound(*compound));
+    for (const auto& reaction : source.reactions) reactions.push_back(CopyReaction(*reaction));
+}
+
+void ReactionPackDefinition::AllocateWorkArrays() {
+    ReleaseWorkArrays();
+    const std::size_t size = compounds.size();
+    molarity.reset(new double[size]);
+    activity.reset(new double[size]);
+    fugacity.reset(new double[size]);
+    moleFraction.reset(new double[size]);
+    workArraySize = size;
+}
+
+void ReactionPackDefinition::ReleaseWorkArrays() {
+    workArraySize = 0;
+    molarity.reset();
+    activity.reset();
+    fugacity.reset();
+    moleFraction.reset();
+}
+
+std::u16string ComponentFolder() {
+    const std::u16string path = ModuleFilePath();
+    const std::size_t separator = path.find_last_of(u"/\\");
+    return separator == std::u16string::npos ? std::u16string() : path.substr(0, separator + 1);
+}
+
+}  // namespace reka

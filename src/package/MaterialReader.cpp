@@ -1,0 +1,255 @@
+// The requests to the material. A version 1.0 material is asked by the identifiers of the package's compounds; one of
+// version 1.1 answers for all of its own compounds, and the map of the binding picks the package's.
+
+#include "package/MaterialReader.h"
+
+#include <charconv>
+#include <cstddef>
+
+#include "capeopen/ArrayHelpers.h"
+#include "capeopen/ErrorTexts.h"
+#include "package/SameText.h"
+
+namespace reka {
+
+namespace {
+
+bool IsVersion11(const ReactionPackDefinition& definition) {
+    return definition.thermoVersion == ThermoVersion::Version11;
+}
+
+std::u16string Text(BSTR text) {
+    return std::u16string(TextOf(text));
+}
+
+std::u16string Decimal(std::int32_t number) {
+    char digits[16];
+    const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, number);
+    return std::u16string(digits, end.ptr);
+}
+
+/// An array of the one string `text`. False without memory.
+bool MakeOneString(CVariant& array, BSTR text) {
+    return CreateListVariant(*array.Receive(), 1, VT_BSTR,
+                             [text](SAFEARRAY& made, LONG index) { return PutString(made, index, text); });
+}
+
+/// Whether `answer` holds an array of doubles, of whatever shape.
+bool IsDoubleArray(const VARIANT& answer) {
+    VARTYPE elementType = VT_EMPTY;
+    return answer.vt == (VT_ARRAY | VT_R8) && answer.parray &&
+           (FAILED(SafeArrayGetVartype(answer.parray, &elementType)) || elementType == VT_R8) &&
+           SafeArrayGetElemsize(answer.parray) == sizeof(double);
+}
+
+/// Whether the array of `answer` is one-dimensional and holds the indices from 0 to `count` - 1.
+bool HasElements(const VARIANT& answer, std::int32_t count) {
+    LONG lowerBound = 0;
+    LONG upperBound = 0;
+    return SafeArrayGetDim(answer.parray) == 1 && SUCCEEDED(SafeArrayGetLBound(answer.parray, 1, &lowerBound)) &&
+           SUCCEEDED(SafeArrayGetUBound(answer.parray, 1, &upperBound)) && lowerBound == 0 && upperBound == count - 1;
+}
+
+}  // namespace
+
+CMaterialReader::CMaterialReader(ReactionPackDefinition& packageDefinition, IDispatch* boundMaterial,
+                                 const MaterialWords& materialWords, const std::vector<std::int32_t>& map,
+                                 std::int32_t compoundCount, const COwnArithmetic& ownArithmetic)
+    : definition(packageDefinition),
+      material(boundMaterial),
+      words(materialWords),
+      compoundMap(map),
+      materialCompoundCount(compoundCount),
+      arithmetic(ownArithmetic) {}
+
+bool CMaterialReader::FetchExpressionInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
+    if (!material) {
+        errorText = u"Material not set";
+        return false;
+    }
+    if (dependencies == 0) return true;
+    const std::uint32_t compoundBits = dependencies & ~(dependency::temperature | dependency::pressure);
+    // The list is made before anything goes out, so that a material that binds another one in between is still asked by
+    // its own identifiers; that there was no memory for it counts only once the list is needed.
+    std::u16string listError;
+    const bool hasList = compoundBits == 0 || MakeCompoundList(listError);
+
+    if ((dependencies & dependency::temperature) &&
+        !ReadScalar(words.temperature.Get(), phase, definition.temperature, errorText)) {
+        return false;
+    }
+    if ((dependencies & dependency::pressure) &&
+        !ReadScalar(words.pressure.Get(), phase, definition.pressure, errorText)) {
+        return false;
+    }
+    if (compoundBits == 0) return true;
+    if (!hasList) {
+        errorText = listError;
+        return false;
+    }
+    if (dependencies & (dependency::moleFraction | dependency::molarity)) {
+        const Request fraction = {words.fraction.Get(),
+                                  false,
+                                  &compoundList.Get(),
+                                  static_cast<std::int32_t>(definition.compounds.size()),
+                                  true,
+                                  true};
+        if (!ReadMaterialProperty(fraction, phase, definition.moleFraction.get(), errorText)) return false;
+    }
+    if ((dependencies & dependency::molarity) && !ReadMolarity(phase, errorText)) return false;
+    if ((dependencies & dependency::activity) &&
+        !ReadPerCompound(words.activity.Get(), phase, definition.activity.get(), errorText)) {
+        return false;
+    }
+    return !(dependencies & dependency::fugacity) ||
+           ReadPerCompound(words.fugacity.Get(), phase, definition.fugacity.get(), errorText);
+}
+
+bool CMaterialReader::MakeCompoundList(std::u16string& errorText) {
+    if (IsVersion11(definition) || compoundList.Get().vt != VT_EMPTY) return true;
+    const bool made = CreateListVariant(
+        *compoundList.Receive(), definition.compounds.size(), VT_BSTR, [this](SAFEARRAY& array, LONG index) {
+            const auto& compound = definition.compounds[static_cast<std::size_t>(index)];
+            return PutString(array, index, compound->id.Get());
+        });
+    if (!made) errorText = u"out of memory";
+    return made;
+}
+
+bool CMaterialReader::ReadScalar(BSTR property, BSTR phase, double& result, std::u16string& errorText) {
+    const Request request = {property, false, &words.emptyCompoundList.Get(), 1, true, false};
+    return ReadMaterialProperty(request, phase, &result, errorText);
+}
+
+bool CMaterialReader::ReadPerCompound(BSTR property, BSTR phase, double* results, std::u16string& errorText) {
+    const auto count = static_cast<std::int32_t>(definition.compounds.size());
+    return ReadMaterialProperty({property, true, &compoundList.Get(), count, false, false}, phase, results, errorText);
+}
+
+bool CMaterialReader::ReadMolarity(BSTR phase, std::u16string& errorText) {
+    double density = 0.0;  // mol/m3
+    const Request request = {words.density.Get(), true, &words.emptyCompoundList.Get(), 1, false, true};
+    if (!ReadMaterialProperty(request, phase, &density, errorText)) return false;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        definition.molarity[i] = definition.moleFraction[i] * density;
+    }
+    return true;
+}
+
+bool CMaterialReader::ReadMaterialProperty(const Request& request, BSTR phase, double* results,
+                                           std::u16string& errorText) {
+    CVariant answer;
+    const bool answered = IsVersion11(definition) ? RequestByVersion11(request, phase, answer.Get(), errorText)
+                                                  : RequestByVersion10(request, phase, answer.Get(), errorText);
+    const bool taken = answered && TakeValues(request, phase, answer.Get(), results, errorText);
+    arithmetic.Outside([&] { answer.Reset(); });  // it may hold an object of the host's
+    return taken;
+}
+
+template <class Interface>
+CMaterialReader::CAskedInterface<Interface> CMaterialReader::AskMaterial(const char16_t* interfaceName,
+                                                                         std::u16string& errorText) const {
+    void* found = nullptr;
+    HRESULT result = arithmetic.Outside([&] { return material->QueryInterface(InterfaceId<Interface>(), &found); });
+    if (FAILED(result)) found = nullptr;
+    if (SUCCEEDED(result) && !found) result = E_NOINTERFACE;
+    if (!found) {
+        errorText = std::u16string(u"Failed to obtain ") + interfaceName + u" from material object: " +
+                    GetSystemErrorText(result);
+    }
+    return {static_cast<Interface*>(found), arithmetic};
+}
+
+bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VARIANT& answer,
+                                         std::u16string& errorText) {
+    const auto object = AskMaterial<ICapeThermoMaterialObject>(u"ICapeThermoMaterialObject", errorText);
+    if (!object) return false;
+    const BSTR calcType = request.omitCalcType ? nullptr : words.mixture.Get();
+    const std::u16string calcTypeText = calcType ? u" (calcType " + Text(calcType) + u")" : std::u16string();
+    if (request.calculateFirst) {
+        CVariant props;
+        CVariant phases;
+        if (!MakeOneString(props, request.property) || !MakeOneString(phases, phase)) {
+            errorText = u"out of memory";
+            return false;
+        }
+        const HRESULT result =
+            arithmetic.Outside([&] { return object->CalcProp(props.Get(), phases.Get(), calcType); });
+        if (FAILED(result)) {
+            errorText = u"Failed to calculate " + Text(request.property) + u" for phase " + Text(phase) + calcTypeText +
+                        u": " + OutsideError(object.Get(), result);
+            return false;
+        }
+    }
+    // To a material of version 1.0 temperature and pressure are properties of the whole, whatever the phase.
+    const BSTR askedPhase = IsTemperatureOrPressure(request.property) ? words.overall.Get() : phase;
+    const BSTR basis = request.moleBasis ? words.mole.Get() : nullptr;
+    const HRESULT result = arithmetic.Outside(
+        [&] { return object->GetProp(request.property, askedPhase, *request.compoundList, calcType, basis, &answer); });
+    if (SUCCEEDED(result)) return true;
+    errorText = u"Failed to obtain " + Text(request.property) + u" for phase " + Text(askedPhase) + calcTypeText +
+                u": " + OutsideError(object.Get(), result);
+    return false;
+}
+
+bool CMaterialReader::RequestByVersion11(const Request& request, BSTR phase, VARIANT& answer,
+                                         std::u16string& errorText) {
+    if (request.calculateFirst) {
+        const auto routine = AskMaterial<ICapeThermoPropertyRoutine>(u"ICapeThermoPropertyRoutine", errorText);
+        if (!routine) return false;
+        CVariant props;
+        if (!MakeOneString(props, request.property)) {
+            errorText = u"out of memory";
+            return false;
+        }
+        const HRESULT result = arithmetic.Outside([&] { return routine->CalcSinglePhaseProp(props.Get(), phase); });
+        if (FAILED(result)) {
+            errorText = u"CalcSinglePhaseProp failed for property " + Text(request.property) + u", phase " +
+                        Text(phase) + u": " + OutsideError(routine.Get(), result);
+            return false;
+        }
+    }
+    const auto object = AskMaterial<ICapeThermoMaterial>(u"ICapeThermoMaterial", errorText);
+    if (!object) return false;
+    const BSTR basis = request.moleBasis ? words.mole.Get() : nullptr;
+    const HRESULT result =
+        arithmetic.Outside([&] { return object->GetSinglePhaseProp(request.property, phase, basis, &answer); });
+    if (SUCCEEDED(result)) return true;
+    errorText = u"Failed to obtain " + Text(request.property) + u" for phase " + Text(phase) + u": " +
+                OutsideError(object.Get(), result);
+    return false;
+}
+
+bool CMaterialReader::TakeValues(const Request& request, BSTR phase, const VARIANT& answer, double* results,
+                                 std::u16string& errorText) const {
+    const bool isMapped = IsVersion11(definition) && request.expectedCount > 1;
+    const bool isDoubleArray = IsDoubleArray(answer);
+    bool taken = isDoubleArray && HasElements(answer, isMapped ? materialCompoundCount : request.expectedCount);
+    for (LONG i = 0; taken && i < request.expectedCount; ++i) {
+        const auto compound = static_cast<std::size_t>(i);
+        // A map of an earlier definition may be too short or point behind the material's list.
+        taken = !isMapped || compound < compoundMap.size();
+        LONG index = taken && isMapped ? compoundMap[compound] : i;
+        taken = taken && SUCCEEDED(SafeArrayGetElement(answer.parray, &index, &results[compound]));
+    }
+    if (taken) return true;
+    errorText = u"Invalid values for " + Text(request.property);
+    if (!IsTemperatureOrPressure(request.property)) errorText += u" for phase " + Text(phase);
+    if (!IsVersion11(definition) && !request.omitCalcType) {
+        errorText += u" (calcType " + Text(words.mixture.Get()) + u")";
+    }
+    // An answer of another type is told the count of the material's compounds where those were asked for.
+    errorText += u": expected a double array with " +
+                 Decimal(isMapped && !isDoubleArray ? materialCompoundCount : request.expectedCount) + u" elements";
+    return false;
+}
+
+std::u16string CMaterialReader::OutsideError(IUnknown* object, HRESULT result) const {
+    return arithmetic.Outside([&] { return GetCapeErrorText(object, result); });
+}
+
+bool CMaterialReader::IsTemperatureOrPressure(BSTR property) const {
+    return SameText(property, words.temperature.Get()) || SameText(property, words.pressure.Get());
+}
+
+}  // namespace reka

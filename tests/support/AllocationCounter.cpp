@@ -1,0 +1,83 @@
+// The global operators new and delete of the tests, on top of malloc, so that the address sanitizer sees every block.
+
+#include "support/AllocationCounter.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace reka::test {
+
+namespace {
+
+thread_local std::size_t allocationCount = 0;
+thread_local std::ptrdiff_t allocationsLeft = 0;
+thread_local std::size_t allocationsUntilFailure = 0;  // 0 for none to fail
+
+void* Allocate(std::size_t size) noexcept {
+    if (allocationsUntilFailure != 0 && --allocationsUntilFailure == 0) return nullptr;
+    void* const block = std::malloc(size != 0 ? size : 1);
+    if (block) {
+        ++allocationCount;
+        ++allocationsLeft;
+    }
+    return block;
+}
+
+void* AllocateOrThrow(std::size_t size) {
+    void* const block = Allocate(size);
+    if (!block) throw std::bad_alloc();
+    return block;
+}
+
+void Free(void* block) noexcept {
+    if (!block) return;
+    --allocationsLeft;
+    std::free(block);
+}
+
+}  // namespace
+
+CAllocationCounter::CAllocationCounter() : countBefore(allocationCount), leftBefore(allocationsLeft) {}
+
+std::size_t CAllocationCounter::Count() const {
+    return allocationCount - countBefore;
+}
+
+std::ptrdiff_t CAllocationCounter::Left() const {
+    return allocationsLeft - leftBefore;
+}
+
+void FailAllocation(std::size_t n) {
+    allocationsUntilFailure = n;
+}
+
+bool IsAllocationToFail() {
+    return allocationsUntilFailure != 0;
+}
+
+}  // namespace reka::test
+
+void* operator new(std::size_t size) {
+    return reka::test::AllocateOrThrow(size);
+}
+void* operator new[](std::size_t size) {
+    return reka::test::AllocateOrThrow(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return reka::test::Allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return reka::test::Allocate(size);
+}
+void operator delete(void* block) noexcept {
+    reka::test::Free(block);
+}
+void operator delete[](void* block) noexcept {
+    reka::test::Free(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    reka::test::Free(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    reka::test::Free(block);
+}
