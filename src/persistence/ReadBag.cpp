@@ -1,0 +1,255 @@
+// Filling a definition from a property bag.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "capeopen/ArrayHelpers.h"
+#include "expression/ParseExpression.h"
+#include "package/SameText.h"
+#include "persistence/BagKeys.h"
+#include "persistence/PropertyBagForm.h"
+
+namespace reka {
+
+namespace {
+
+constexpr VARTYPE textArray = VT_ARRAY | VT_BSTR;
+constexpr VARTYPE numberArray = VT_ARRAY | VT_R8;
+
+/// One array of a family whose arrays run in parallel.
+struct BagColumn {
+    const char16_t* key;
+    VARTYPE type;
+    BagVariant values;
+
+    /// The string at `row`, counted from 0 whatever the lower bound; absent for a null element.
+    CBstr TextAt(std::int32_t row) const {
+        CBstr text;
+        if (!TakeString(values.value, static_cast<LONG>(values.lowerBound + row), text)) throw std::bad_alloc();
+        return text;
+    }
+
+    double NumberAt(std::int32_t row) const {
+        double number = 0.0;
+        LONG index = static_cast<LONG>(values.lowerBound + row);
+        if (FAILED(SafeArrayGetElement(values.value.parray, &index, &number))) throw std::bad_alloc();
+        return number;
+    }
+};
+
+/// The filling of one definition. The bag and its error log are called under the settings of their owner.
+class CBagFiller {
+public:
+    CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader, const COwnArithmetic& ownArithmetic)
+        : definition(target), reader(bagReader), arithmetic(ownArithmetic) {}
+
+    bool Fill() {
+        FillIdentity();
+        bool isComplete = true;
+        if (!FillCompounds(isComplete)) return false;
+        if (!isComplete) return true;
+        if (!FillReactions()) return false;
+        for (const auto& reaction : definition.reactions) FillStoichiometry(*reaction);
+        FillThermoVersion();
+        return true;
+    }
+
+private:
+    bool Read(const char16_t* key, BagVariant& value, VARTYPE type) {
+        return arithmetic.Outside([&] { return ReadBagVariant(reader, key, value, type); });
+    }
+
+    void Report(const char16_t* key, std::u16string_view text) {
+        arithmetic.Outside([&] { ReportBagError(reader, key, text); });
+    }
+
+    void ReportInvalidValue(const char16_t* key, const CBstr& value) {
+        Report(key, u"invalid value '" + std::u16string(value.View()) + u"'");
+    }
+
+    /// The string of that key; absent if there is none.
+    CBstr ReadText(const char16_t* key) {
+        BagVariant value;
+        return Read(key, value, VT_BSTR) ? CBstr::CopyOf(value.value.bstrVal) : CBstr();
+    }
+
+    void FillIdentity() {
+        CBstr text = ReadText(bagkey::name);
+        if (!text.IsAbsent()) definition.name = std::move(text);
+        text = ReadText(bagkey::description);
+        if (!text.IsAbsent()) definition.description = std::move(text);
+        text = ReadText(bagkey::pcdFile);
+        if (!text.IsAbsent()) definition.pcdFile = StringFromBstr(text.Get());
+    }
+
+    /// Reads all arrays of a family, then compares their lengths with that of the first.
+    template <std::size_t Count>
+    bool ReadFamily(std::array<BagColumn, Count>& family) {
+        for (BagColumn& column : family) {
+            if (!Read(column.key, column.values, column.type)) return false;
+        }
+        for (const BagColumn& column : family) {
+            if (column.values.count == family[0].values.count) continue;
+            Report(column.key, u"array size mismatch");
+            return false;
+        }
+        return true;
+    }
+
+    /// `isComplete` becomes false where a compound without an identifier ends the filling.
+    bool FillCompounds(bool& isComplete) {
+        std::array<BagColumn, 6> family = {{{bagkey::compoundId, textArray, {}},
+                                            {bagkey::compoundName, textArray, {}},
+                                            {bagkey::compoundCas, textArray, {}},
+                                            {bagkey::compoundFormula, textArray, {}},
+                                            {bagkey::compoundMolecularWeight, numberArray, {}},
+                                            {bagkey::compoundCharge, numberArray, {}}}};
+        if (!ReadFamily(family)) return false;
+        const auto& [ids, names, casNumbers, formulas, weights, charges] = family;
+        for (std::int32_t i = 0; i < ids.values.count; ++i) {
+            auto compound = std::make_unique<CompoundDefinition>();
+            compound->id = ids.TextAt(i);
+            if (compound->id.IsAbsent()) {
+                Report(bagkey::compoundId, u"empty compound IDs");
+                isComplete = false;
+                return true;
+            }
+            compound->name = names.TextAt(i);
+            if (compound->name.IsAbsent()) compound->name.Reset(compound->id.Copy());
+            compound->casNumber = casNumbers.TextAt(i);
+            compound->formula = formulas.TextAt(i);
+            compound->molecularWeight = weights.NumberAt(i);
+            compound->charge = charges.NumberAt(i);
+            definition.compounds.push_back(std::move(compound));
+        }
+        return true;
+    }
+
+    bool FillReactions() {
+        std::array<BagColumn, 8> family = {{{bagkey::reactionId, textArray, {}},
+                                            {bagkey::reactionPhase, textArray, {}},
+                                            {bagkey::reactionType, textArray, {}},
+                                            {bagkey::reactionRateBasis, textArray, {}},
+                                            {bagkey::reactionRateEquation, textArray, {}},
+                                            {bagkey::reactionEquilibriumBasis, textArray, {}},
+                                            {bagkey::reactionEquilibriumConstantEquation, textArray, {}},
+                                            {bagkey::reactionHeatEquation, textArray, {}}}};
+        if (!ReadFamily(family)) return false;
+        for (std::int32_t i = 0; i < family[0].values.count; ++i) {
+            auto reaction = MakeReaction(family, i);
+            if (reaction) definition.reactions.push_back(std::move(reaction));
+        }
+        return true;
+    }
+
+    /// The reaction of that row; null if it is left out, which has been reported then.
+    std::unique_ptr<ReactionDefinition> MakeReaction(const std::array<BagColumn, 8>& family, std::int32_t row) {
+        const auto& [ids, phases, types, rateBases, rates, bases, constants, heats] = family;
+        auto reaction = std::make_unique<ReactionDefinition>(definition.compounds.size());
+        reaction->id = ids.TextAt(row);
+        if (reaction->id.IsAbsent()) {
+            Report(bagkey::reactionId, u"empty reaction identifier");
+            return nullptr;
+        }
+        reaction->phase = phases.TextAt(row);
+        if (!TakeType(types.TextAt(row), *reaction) || !TakeRateBasis(rateBases.TextAt(row), *reaction)) return nullptr;
+        TakeExpression(rates, row, *reaction, reaction->rateEquation, reaction->rateExpression);
+        TakeEquilibriumBasis(bases.TextAt(row), *reaction);
+        TakeExpression(constants, row, *reaction, reaction->equilibriumConstantEquation,
+                       reaction->equilibriumConstantExpression);
+        TakeExpression(heats, row, *reaction, reaction->heatEquation, reaction->heatExpression);
+        return reaction;
+    }
+
+    bool TakeType(const CBstr& word, ReactionDefinition& reaction) {
+        const bool isEquilibrium = SameText(word.Get(), u"Equilibrium");
+        if (!isEquilibrium && !SameText(word.Get(), u"Kinetic")) {
+            ReportInvalidValue(bagkey::reactionType, word);
+            return false;
+        }
+        reaction.type = isEquilibrium ? ReactionType::Equilibrium : ReactionType::Kinetic;
+        return true;
+    }
+
+    bool TakeRateBasis(const CBstr& word, ReactionDefinition& reaction) {
+        const bool isHomogeneous = SameText(word.Get(), u"Homogeneous");
+        if (!isHomogeneous && !SameText(word.Get(), u"Heterogeneous")) {
+            ReportInvalidValue(bagkey::reactionRateBasis, word);
+            return false;
+        }
+        reaction.rateBasis = isHomogeneous ? RateBasis::Homogeneous : RateBasis::Heterogeneous;
+        return true;
+    }
+
+    /// The words of the bases are compared with case, unlike all others.
+    void TakeEquilibriumBasis(const CBstr& word, ReactionDefinition& reaction) {
+        for (std::int32_t basis = 0; basis < equilibriumBasisCount; ++basis) {
+            if (word.View() == equilibriumBasisTexts[basis]) {
+                reaction.equilibriumBasis = static_cast<EquilibriumBasis>(basis);
+                return;
+            }
+        }
+        ReportInvalidValue(bagkey::reactionEquilibriumBasis, word);
+    }
+
+    /// A text that doesn't parse stays, without a tree.
+    void TakeExpression(const BagColumn& column, std::int32_t row, const ReactionDefinition& reaction,
+                        std::u16string& equation, std::unique_ptr<ExpressionRef>& expression) {
+        const CBstr text = column.TextAt(row);
+        if (text.IsAbsent()) return;
+        equation = StringFromBstr(text.Get());
+        std::u16string errorText;
+        ExpressionTree tree = ParseExpression(definition, equation, errorText, nullptr);
+        if (tree) {
+            expression = std::make_unique<ExpressionRef>(std::move(tree));
+        } else {
+            Report(column.key, u"error parsing expression for reaction " + std::u16string(reaction.id.View()) +
+                                   u":\r\n" + errorText);
+        }
+    }
+
+    /// Coefficients that aren't there, or too few or too many of them, stay zero.
+    void FillStoichiometry(ReactionDefinition& reaction) {
+        const std::u16string key =
+            bagkey::stoichiometryBegin + std::u16string(reaction.id.View()) + bagkey::stoichiometryEnd;
+        BagColumn column = {key.c_str(), numberArray, {}};
+        if (!Read(column.key, column.values, column.type)) return;
+        if (column.values.count != static_cast<std::int32_t>(reaction.stoichiometry.size())) {
+            Report(column.key, u"array size mismatch");
+            return;
+        }
+        for (std::int32_t i = 0; i < column.values.count; ++i) {
+            reaction.stoichiometry[static_cast<std::size_t>(i)] = column.NumberAt(i);
+        }
+    }
+
+    void FillThermoVersion() {
+        BagVariant value;
+        if (!Read(bagkey::thermoVersion, value, VT_BSTR)) return;
+        const CBstr word = CBstr::CopyOf(value.value.bstrVal);
+        if (SameText(word.Get(), u"1.0")) {
+            definition.thermoVersion = ThermoVersion::Version10;
+        } else if (SameText(word.Get(), u"1.1")) {
+            definition.thermoVersion = ThermoVersion::Version11;
+        } else {
+            ReportInvalidValue(bagkey::thermoVersion, word);
+        }
+    }
+
+    ReactionPackDefinition& definition;
+    const BagReader& reader;
+    const COwnArithmetic& arithmetic;
+};
+
+}  // namespace
+
+bool ReadDefinitionFromBag(ReactionPackDefinition& definition, const BagReader& reader,
+                           const COwnArithmetic& arithmetic) {
+    return CBagFiller(definition, reader, arithmetic).Fill();
+}
+
+}  // namespace reka
