@@ -2,6 +2,8 @@
 
 #include "capeopen/ArrayHelpers.h"
 
+#include <utility>
+
 namespace reka {
 
 namespace {
@@ -37,6 +39,21 @@ bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
     VARTYPE actual = VT_EMPTY;
     if (SUCCEEDED(SafeArrayGetVartype(array, &actual)) && actual != elementType) return false;
     return SafeArrayGetElemsize(array) == ElementSize(elementType);
+}
+
+/// Makes an element null. Storing an absent string would make it an empty one on some systems.
+HRESULT ClearString(SAFEARRAY& array, LONG index) {
+    LONG lowerBound = 0;
+    LONG upperBound = 0;
+    void* elements = nullptr;
+    if (FAILED(SafeArrayGetLBound(&array, 1, &lowerBound)) || FAILED(SafeArrayGetUBound(&array, 1, &upperBound)) ||
+        index < lowerBound || index > upperBound) {
+        return DISP_E_BADINDEX;
+    }
+    const HRESULT result = SafeArrayAccessData(&array, &elements);
+    if (FAILED(result)) return result;
+    SysFreeString(std::exchange(static_cast<BSTR*>(elements)[index - lowerBound], nullptr));
+    return SafeArrayUnaccessData(&array);
 }
 
 }  // namespace
@@ -102,12 +119,13 @@ bool CreateArrayVariant(VARIANT& variant, std::int32_t count, VARTYPE elementTyp
 }
 
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text) {
+    if (!text) return ClearString(array, index);
     return SafeArrayPutElement(&array, &index, text);
 }
 
 HRESULT PutString(SAFEARRAY& array, LONG index, std::u16string_view text) {
     if (text.empty()) return PutString(array, index, static_cast<BSTR>(nullptr));
-    const CBstr string = CBstr::Make(text);
+    const CBstr string = CBstr::TryMake(text);
     return string.IsAbsent() ? E_OUTOFMEMORY : PutString(array, index, string.Get());
 }
 

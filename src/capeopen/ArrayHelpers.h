@@ -42,7 +42,7 @@ bool CreateListVariant(VARIANT& variant, std::size_t count, VARTYPE elementType,
     return true;
 }
 
-/// Stores a copy of `text` at `index`; an absent text stays a null element.
+/// Stores a copy of `text` at `index` of a one-dimensional array of strings; an absent text makes a null element.
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text);
 HRESULT PutString(SAFEARRAY& array, LONG index, std::u16string_view text);  // empty text: a null element
 HRESULT PutNumber(SAFEARRAY& array, LONG index, double number);

@@ -6,17 +6,17 @@ namespace reka {
 
 namespace {
 
-HRESULT GiveCopy(const CBstr& text, BSTR* output) {
-    if (!output) return E_POINTER;
-    *output = text.Copy();
-    return S_OK;
-}
-
 CBstr CopyLiteral(const char16_t* text) {
-    return text ? CBstr::Make(text) : CBstr();
+    return text ? CBstr::TryMake(text) : CBstr();
 }
 
 }  // namespace
+
+HRESULT GiveCopy(const CBstr& text, BSTR* output) {
+    if (!output) return E_POINTER;
+    *output = text.Copy();
+    return text.IsAbsent() || *output ? S_OK : E_OUTOFMEMORY;
+}
 
 HRESULT BaseObject::get_name(BSTR* name) {
     return GiveCopy(errorName, name);
@@ -42,8 +42,8 @@ HRESULT BaseObject::get_interfaceName(BSTR* interfaceName) {
 
 HRESULT BaseObject::get_operation(BSTR* operation) {
     if (!operation) return E_POINTER;
-    *operation = CBstr::Make(u"-").Detach();  // the method is told by the scope
-    return S_OK;
+    *operation = CBstr::TryMake(u"-").Detach();  // the method is told by the scope
+    return *operation ? S_OK : E_OUTOFMEMORY;
 }
 
 HRESULT BaseObject::get_moreInfo(BSTR* moreInfo) {
@@ -57,8 +57,10 @@ HRESULT BaseObject::get_ComponentName(BSTR* name) {
 }
 
 HRESULT BaseObject::put_ComponentName(BSTR name) {
-    componentName = CBstr::CopyOf(name);
-    return S_OK;
+    return RunMethod(*this, u"put_ComponentName", u"ICapeIdentification", [&] {
+        componentName = CBstr::CopyOf(name);
+        return S_OK;
+    });
 }
 
 HRESULT BaseObject::get_ComponentDescription(BSTR* description) {
@@ -66,8 +68,10 @@ HRESULT BaseObject::get_ComponentDescription(BSTR* description) {
 }
 
 HRESULT BaseObject::put_ComponentDescription(BSTR description) {
-    componentDescription = CBstr::CopyOf(description);
-    return S_OK;
+    return RunMethod(*this, u"put_ComponentDescription", u"ICapeIdentification", [&] {
+        componentDescription = CBstr::CopyOf(description);
+        return S_OK;
+    });
 }
 
 void BaseObject::SetError(const char16_t* name, const char16_t* description, const char16_t* scope,

@@ -59,6 +59,10 @@ private:
     CBstr errorInterface;
 };
 
+/// Answers a getter: `E_POINTER` without an output, otherwise a fresh copy, null for an absent text. `E_OUTOFMEMORY` if
+/// the text can't be copied.
+HRESULT GiveCopy(const CBstr& text, BSTR* output);
+
 /// Runs the body of an interface method. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as
 /// name and description and the result is `ECapeUnknownHR`; the same code without a text answers anything else.
 template <class Body>

@@ -50,30 +50,30 @@ void CReactionPack::AdoptDefinition(std::shared_ptr<ReactionPackDefinition> load
 
 HRESULT CReactionPack::get_ComponentName(BSTR* name) {
     if (!name) return E_POINTER;
-    if (!definition) return E_UNEXPECTED;
-    *name = definition->name.Copy();
-    return S_OK;
+    return definition ? GiveCopy(definition->name, name) : E_UNEXPECTED;
 }
 
 HRESULT CReactionPack::put_ComponentName(BSTR name) {
     if (!definition) return E_UNEXPECTED;
-    definition->name = CBstr::CopyOf(name);
-    dirty = 1;
-    return S_OK;
+    return RunMethod(*this, u"put_ComponentName", u"ICapeIdentification", [&] {
+        definition->name = CBstr::CopyOf(name);
+        dirty = 1;
+        return S_OK;
+    });
 }
 
 HRESULT CReactionPack::get_ComponentDescription(BSTR* description) {
     if (!description) return E_POINTER;
-    if (!definition) return E_UNEXPECTED;
-    *description = definition->description.Copy();
-    return S_OK;
+    return definition ? GiveCopy(definition->description, description) : E_UNEXPECTED;
 }
 
 HRESULT CReactionPack::put_ComponentDescription(BSTR description) {
     if (!definition) return E_UNEXPECTED;
-    definition->description = CBstr::CopyOf(description);
-    dirty = 1;
-    return S_OK;
+    return RunMethod(*this, u"put_ComponentDescription", u"ICapeIdentification", [&] {
+        definition->description = CBstr::CopyOf(description);
+        dirty = 1;
+        return S_OK;
+    });
 }
 
 }  // namespace reka

@@ -53,10 +53,6 @@ bool ReadCasNumber(ICapeThermoMaterialObject& object, const VARIANT& property, c
         return false;
     }
     casNumber = CBstr::CopyOf(element.Get().bstrVal);
-    if (element.Get().bstrVal && casNumber.IsAbsent()) {
-        errorText = u"out of memory";
-        return false;
-    }
     return true;
 }
 

@@ -161,7 +161,7 @@ HRESULT CReactionPack::GetReactionPhase(BSTR reactionId, BSTR* phase) {
         *phase = nullptr;  // before anything can fail
         const int index = FindReaction(reactionId, scope);
         if (index < 0) return ECapeUnknownHR;
-        *phase = definition->reactions[static_cast<std::size_t>(index)]->phase.Copy();
+        *phase = CBstr::CopyOf(definition->reactions[static_cast<std::size_t>(index)]->phase.Get()).Detach();
         return S_OK;
     });
 }

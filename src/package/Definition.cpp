@@ -12,10 +12,10 @@ namespace {
 
 std::unique_ptr<CompoundDefinition> CopyCompound(const CompoundDefinition& source) {
     auto copy = std::make_unique<CompoundDefinition>();
-    copy->id.Reset(source.id.Copy());
-    copy->name.Reset(source.name.Copy());
-    copy->casNumber.Reset(source.casNumber.Copy());
-    copy->formula.Reset(source.formula.Copy());
+    copy->id = CBstr::CopyOf(source.id.Get());
+    copy->name = CBstr::CopyOf(source.name.Get());
+    copy->casNumber = CBstr::CopyOf(source.casNumber.Get());
+    copy->formula = CBstr::CopyOf(source.formula.Get());
     copy->molecularWeight = source.molecularWeight;
     copy->charge = source.charge;
     return copy;  // without databaseIndex: a copy no longer stands for a row of the compound file
@@ -27,8 +27,8 @@ std::unique_ptr<ExpressionRef> CopyExpression(const std::unique_ptr<ExpressionRe
 
 std::unique_ptr<ReactionDefinition> CopyReaction(const ReactionDefinition& source) {
     auto copy = std::make_unique<ReactionDefinition>(0);
-    copy->id.Reset(source.id.Copy());
-    copy->phase.Reset(source.phase.Copy());
+    copy->id = CBstr::CopyOf(source.id.Get());
+    copy->phase = CBstr::CopyOf(source.phase.Get());
     copy->equilibriumBasis = source.equilibriumBasis;
     copy->type = source.type;
     copy->rateBasis = source.rateBasis;
@@ -62,8 +62,8 @@ void ReactionPackDefinition::Clear() {
 
 void ReactionPackDefinition::CopyFrom(const ReactionPackDefinition& source) {
     Clear();
-    name.Reset(source.name.Copy());
-    description.Reset(source.description.Copy());
+    name = CBstr::CopyOf(source.name.Get());
+    description = CBstr::CopyOf(source.description.Get());
     thermoVersion = source.thermoVersion;
     pcdFile = source.pcdFile;
     for (const auto& compound : source.compounds) compounds.push_back(CopyCompound(*compound));

@@ -2,6 +2,8 @@
 
 #include <array>
 #include <cstddef>
+#include <new>
+#include <new>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -119,7 +121,7 @@ private:
                 return true;
             }
             compound->name = names.TextAt(i);
-            if (compound->name.IsAbsent()) compound->name.Reset(compound->id.Copy());
+            if (compound->name.IsAbsent()) compound->name = CBstr::CopyOf(compound->id.Get());
             compound->casNumber = casNumbers.TextAt(i);
             compound->formula = formulas.TextAt(i);
             compound->molecularWeight = weights.NumberAt(i);

@@ -2,6 +2,8 @@
 
 #include "platform/Holders.h"
 
+#include <new>
+
 namespace reka {
 
 static_assert(sizeof(OLECHAR) == sizeof(char16_t), "wide characters are UTF-16 code units on every platform");
@@ -11,6 +13,13 @@ std::u16string_view TextOf(const OLECHAR* text) {
 }
 
 CBstr CBstr::Make(std::u16string_view characters) {
+    CBstr made = TryMake(characters);
+    if (made.IsAbsent()) throw std::bad_alloc();
+    return made;
+}
+
+CBstr CBstr::TryMake(std::u16string_view characters) noexcept {
+    if (characters.size() >= 0x7FFFFFFF) return CBstr();  // longer than a length can say
     const OLECHAR* source = characters.empty() ? nullptr : reinterpret_cast<const OLECHAR*>(characters.data());
     BSTR made = SysAllocStringLen(source, static_cast<UINT>(characters.size()));
     return CBstr(made);

@@ -28,15 +28,18 @@ public:
     CBstr& operator=(const CBstr&) = delete;
     ~CBstr() { SysFreeString(text); }
 
-    /// A string of just these characters: an empty text gives an empty string, not an absent one. Absent without
-    /// memory.
+    /// A string of just these characters: an empty text gives an empty string, not an absent one. Throws
+    /// std::bad_alloc.
     static CBstr Make(std::u16string_view characters);
-    /// A string of the characters of `other` up to its first zero; absent for an absent one.
+    /// A string of the characters of `other` up to its first zero; absent for an absent one. Throws std::bad_alloc.
     static CBstr CopyOf(const OLECHAR* other) { return other ? Make(TextOf(other)) : CBstr(); }
+    /// Like `Make`, but absent without memory.
+    static CBstr TryMake(std::u16string_view characters) noexcept;
 
     BSTR Get() const { return text; }                          // lends
     std::u16string_view View() const { return TextOf(text); }  // lends
-    BSTR Copy() const { return CopyOf(text).Detach(); }        // a fresh string for the caller to free
+    /// A fresh string for the caller to free; null for an absent one and without memory.
+    BSTR Copy() const { return text ? TryMake(View()).Detach() : nullptr; }
     bool IsAbsent() const { return text == nullptr; }
     BSTR* Receive() {  // for an output argument; frees the old string first
         Reset();

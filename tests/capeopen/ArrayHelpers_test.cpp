@@ -190,6 +190,18 @@ TEST(CreateListVariant, LeavesAnEmptyVariantWhenAnElementCannotBeStored) {
     EXPECT_EQ(value.vt, VT_EMPTY);
 }
 
+TEST(PutString, MakesAnAbsentTextANullElement) {
+    CVariant value = Strings({u"a", u"b"});
+    EXPECT_EQ(PutString(*value.Get().parray, 1, static_cast<BSTR>(nullptr)), S_OK);
+    EXPECT_EQ(Show(value.Get()), "['a', null]");
+    EXPECT_EQ(PutString(*value.Get().parray, 0, std::u16string_view()), S_OK);
+    EXPECT_EQ(Show(value.Get()), "[null, null]");
+    EXPECT_EQ(PutString(*value.Get().parray, 0, CBstr::Make(u"").Get()), S_OK);
+    EXPECT_EQ(Show(value.Get()), "['', null]");
+    EXPECT_EQ(PutString(*value.Get().parray, 2, static_cast<BSTR>(nullptr)), DISP_E_BADINDEX);
+    EXPECT_EQ(PutString(*value.Get().parray, -1, static_cast<BSTR>(nullptr)), DISP_E_BADINDEX);
+}
+
 TEST(Strings, AreAbsentWhenTheyAreEmptyText) {
     EXPECT_TRUE(BstrFromString(std::u16string_view()).IsAbsent());
     EXPECT_TRUE(BstrFromString(static_cast<BSTR>(nullptr)).IsAbsent());

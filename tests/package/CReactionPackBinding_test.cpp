@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <deque>
+
 #include "support/Builders.h"
 #include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
@@ -20,6 +22,11 @@ protected:
     }
     void Assign() { package->AssignDefinition(definition.get()); }
 
+    /// A material that outlives the package, which may still be bound to it at the end.
+    CFakeMaterial& NewMaterial(std::initializer_list<const char16_t*> identifiers) {
+        return materials.emplace_back(identifiers);
+    }
+
     std::string Ids() const {
         std::string ids;
         for (const auto& compound : package->Definition()->compounds) ids += Show(compound->id.Get());
@@ -32,13 +39,14 @@ protected:
         EXPECT_EQ(Ids(), "'e''w''a'");
     }
 
+    std::deque<CFakeMaterial> materials;
     std::unique_ptr<ReactionPackDefinition> definition;
     CPackageHolder package;
 };
 
 TEST_F(MaterialBinding, MatchesByCasNumberAndThenByName) {
     // In another order, with more compounds than the package has, and with names in another case.
-    CFakeMaterial material({u"N2", u"ARGON", u"m-water", u"m-ethanol"});
+    CFakeMaterial& material = NewMaterial({u"N2", u"ARGON", u"m-water", u"m-ethanol"});
     material.SetCasNumber(2, u"7732-18-5");
     material.SetCasNumber(3, u"64-17-5");
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
@@ -55,7 +63,7 @@ TEST_F(MaterialBinding, DoesNotTouchTheDirtyFlag) {
     CFakeBag bag;
     package->Save(&bag, 1, 1);
     ASSERT_FALSE(package->HasUnsavedChanges());
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     EXPECT_FALSE(package->HasUnsavedChanges());
 }
@@ -63,7 +71,7 @@ TEST_F(MaterialBinding, DoesNotTouchTheDirtyFlag) {
 TEST_F(MaterialBinding, ShowsTheMaterialsIdentifiersAfterwards) {
     AddKinetic(*definition, u"r", u"1").stoichiometry = {-1.0, 1.0, 0.0};
     Assign();
-    CFakeMaterial material({u"x", u"y", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"x", u"y", u"Argon"});
     material.SetCasNumber(0, u"64-17-5");
     material.SetCasNumber(1, u"7732-18-5");
     ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
@@ -75,14 +83,14 @@ TEST_F(MaterialBinding, ShowsTheMaterialsIdentifiersAfterwards) {
 }
 
 TEST_F(MaterialBinding, FallsBackOnTheNameNotTheIdentifier) {
-    CFakeMaterial material({u"ETHANOL", u"water", u"Argon", u"e"});
+    CFakeMaterial& material = NewMaterial({u"ETHANOL", u"water", u"Argon", u"e"});
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);  // no CAS number is known
     EXPECT_EQ(Ids(), "'ETHANOL''water''Argon'");
 }
 
 TEST_F(MaterialBinding, BindsAgainByNameWhateverTheIdentifiersBecame) {
-    CFakeMaterial first({u"ETHANOL", u"WATER", u"ARGON"});
-    CFakeMaterial second({u"argon", u"water", u"ethanol"});
+    CFakeMaterial& first = NewMaterial({u"ETHANOL", u"WATER", u"ARGON"});
+    CFakeMaterial& second = NewMaterial({u"argon", u"water", u"ethanol"});
     ASSERT_EQ(package->SetMaterial(first.Dispatch()), S_OK);
     ASSERT_EQ(package->SetMaterial(second.Dispatch()), S_OK);
     EXPECT_EQ(Ids(), "'ethanol''water''argon'");
@@ -93,7 +101,7 @@ TEST_F(MaterialBinding, BindsAgainByNameWhateverTheIdentifiersBecame) {
 TEST_F(MaterialBinding, GivesASharedCasNumberToTheFirstCompound) {
     definition->compounds[1]->casNumber = CBstr::Make(u"64-17-5");
     Assign();
-    CFakeMaterial material({u"m1", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"m1", u"Water", u"Argon"});
     material.SetCasNumber(0, u"64-17-5");
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     EXPECT_EQ(Ids(), "'m1''Water''Argon'");
@@ -102,13 +110,13 @@ TEST_F(MaterialBinding, GivesASharedCasNumberToTheFirstCompound) {
 TEST_F(MaterialBinding, FailsForTheSecondOfASharedCasNumberWithoutItsName) {
     definition->compounds[1]->casNumber = CBstr::Make(u"64-17-5");
     Assign();
-    CFakeMaterial material({u"m1", u"H2O", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"m1", u"H2O", u"Argon"});
     material.SetCasNumber(0, u"64-17-5");
     ExpectFailure(material, "unable to resolve reaction compound Water");
 }
 
 TEST_F(MaterialBinding, RefusesACasNumberThatOccursTwice) {
-    CFakeMaterial material({u"m1", u"m2", u"m3"});
+    CFakeMaterial& material = NewMaterial({u"m1", u"m2", u"m3"});
     material.SetCasNumber(0, u"64-17-5");
     material.SetCasNumber(2, u"64-17-5");
     ExpectFailure(material,
@@ -123,7 +131,7 @@ TEST_F(MaterialBinding, RefusesADuplicateEvenIfTheOtherOneIsTaken) {
     definition->compounds[1]->casNumber = CBstr::Make(u"1-1-1");
     definition->compounds[2]->casNumber = CBstr::Make(u"1-1-1");
     Assign();
-    CFakeMaterial material({u"m1", u"m2", u"m3"});
+    CFakeMaterial& material = NewMaterial({u"m1", u"m2", u"m3"});
     material.SetCasNumber(0, u"1-1-1");
     material.SetCasNumber(1, u"1-1-1");
     ExpectFailure(material,
@@ -132,7 +140,7 @@ TEST_F(MaterialBinding, RefusesADuplicateEvenIfTheOtherOneIsTaken) {
 }
 
 TEST_F(MaterialBinding, RefusesAnIdentifierThatOccursTwice) {
-    CFakeMaterial material({u"Ethanol", u"argon", u"Argon", u"Water"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"argon", u"Argon", u"Water"});
     ExpectFailure(material, "compound ID Argon is present more than once; unable to determine which compound is which");
     EXPECT_EQ(material.references.Held(), 1);
 }
@@ -140,7 +148,7 @@ TEST_F(MaterialBinding, RefusesAnIdentifierThatOccursTwice) {
 TEST_F(MaterialBinding, PassesOverAnIdentifierThatWasTaken) {
     definition->compounds[2]->name = CBstr::Make(u"same");
     Assign();
-    CFakeMaterial material({u"same", u"m-water", u"same"});
+    CFakeMaterial& material = NewMaterial({u"same", u"m-water", u"same"});
     material.SetCasNumber(0, u"64-17-5");
     material.SetCasNumber(1, u"7732-18-5");
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
@@ -148,13 +156,13 @@ TEST_F(MaterialBinding, PassesOverAnIdentifierThatWasTaken) {
 }
 
 TEST_F(MaterialBinding, ReleasesAMaterialThatLacksACompound) {
-    CFakeMaterial material({u"Ethanol", u"Water"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water"});
     ExpectFailure(material, "unable to resolve reaction compound Argon");
     EXPECT_EQ(material.references.Held(), 0);
 }
 
 TEST_F(MaterialBinding, TakesAnAbsentCasNumberForNone) {
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     material.SetCasNumber(0, nullptr);
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     EXPECT_EQ(Ids(), "'Ethanol''Water''Argon'");
@@ -193,7 +201,7 @@ const CasAnswerCase casAnswerCases[] = {
 class CasAnswer : public MaterialBinding, public testing::WithParamInterface<CasAnswerCase> {};
 
 TEST_P(CasAnswer, OfAnotherShapeEndsTheBinding) {
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     for (std::size_t i = 0; i < 3; ++i) material.SetCasNumber(i, u"9-9-9");
     material.casAnswers[0] = GetParam().answer();
     ExpectFailure(material, GetParam().text);
@@ -215,6 +223,7 @@ TEST_F(MaterialBinding, CountsAnEmptyCasAnswerAsNoNumber) {
     };
     CEmptyAnswer material({u"Ethanol", u"Water", u"Argon"});
     ExpectFailure(material, "unexpected number of CAS numbers for single compound; 1 value expected");
+    package->UnsetMaterial();
 }
 
 struct CompoundListCase {
@@ -235,7 +244,7 @@ const CompoundListCase compoundListCases[] = {
 class CompoundList : public MaterialBinding, public testing::WithParamInterface<CompoundListCase> {};
 
 TEST_P(CompoundList, OfNoUseIsNoCompounds) {
-    CFakeMaterial material({});
+    CFakeMaterial& material = NewMaterial({});
     material.componentIds = GetParam().list();
     ExpectFailure(material, "no compounds");
     EXPECT_EQ(material.references.Held(), 1);
@@ -244,7 +253,7 @@ INSTANTIATE_TEST_SUITE_P(Table, CompoundList, testing::ValuesIn(compoundListCase
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(MaterialBinding, PassesOnWhyTheListCannotBeRead) {
-    CFakeMaterial material({u"Ethanol"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol"});
     material.failures["get_ComponentIds"] = static_cast<HRESULT>(0x80040502U);
     material.description = u"gone fishing";
     ExpectFailure(material, "failed to obtain list of compound IDs from material: gone fishing");
@@ -252,9 +261,9 @@ TEST_F(MaterialBinding, PassesOnWhyTheListCannotBeRead) {
 }
 
 TEST_F(MaterialBinding, NeedsTheVersion10InterfaceUnderBothVersions) {
-    CFakeMaterial first({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& first = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     ASSERT_EQ(package->SetMaterial(first.Dispatch()), S_OK);
-    CFakeMaterial second({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& second = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     second.offersMaterialObject = false;
     EXPECT_EQ(package->SetMaterial(second.Dispatch()), ECapeUnknownHR);
     EXPECT_EQ(ErrorOf(package.Unknown()), (ReportedError{"<null>", "<null>", "<null>", "<null>"}));
@@ -264,7 +273,7 @@ TEST_F(MaterialBinding, NeedsTheVersion10InterfaceUnderBothVersions) {
 
 TEST_F(MaterialBinding, LeavesTheOldMaterialWithoutADefinition) {
     const CPackageHolder empty;
-    CFakeMaterial material({u"Ethanol"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol"});
     EXPECT_EQ(empty->SetMaterial(material.Dispatch()), E_UNEXPECTED);
     EXPECT_EQ(material.references.Held(), 0);
     IDispatch* pointer = material.Dispatch();
@@ -276,17 +285,17 @@ TEST_F(MaterialBinding, LeavesTheOldMaterialWithoutADefinition) {
 }
 
 TEST_F(MaterialBinding, KeepsTheBoundMaterialWhenTheDefinitionIsGone) {
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     package->AssignDefinition(nullptr);
-    CFakeMaterial other({u"Ethanol"});
+    CFakeMaterial& other = NewMaterial({u"Ethanol"});
     EXPECT_EQ(package->SetMaterial(other.Dispatch()), E_UNEXPECTED);
     EXPECT_EQ(material.references.Held(), 1);
     EXPECT_EQ(other.references.Held(), 0);
 }
 
 TEST_F(MaterialBinding, IsUndoneByUnsetMaterialAndByNull) {
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     EXPECT_EQ(package->UnsetMaterial(), S_OK);
     EXPECT_EQ(material.references.Held(), 0);
@@ -313,8 +322,8 @@ TEST_F(MaterialBinding, WithNullLeavesNoMaterialToCalculateWith) {
 }
 
 TEST_F(MaterialBinding, LosesTheEarlierMaterialToAnUnusableOne) {
-    CFakeMaterial first({u"Ethanol", u"Water", u"Argon"});
-    CFakeMaterial second({});
+    CFakeMaterial& first = NewMaterial({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& second = NewMaterial({});
     ASSERT_EQ(package->SetMaterial(first.Dispatch()), S_OK);
     EXPECT_EQ(package->SetMaterial(second.Dispatch()), ECapeUnknownHR);
     EXPECT_EQ(first.references.Held(), 0);
@@ -322,8 +331,8 @@ TEST_F(MaterialBinding, LosesTheEarlierMaterialToAnUnusableOne) {
 }
 
 TEST_F(MaterialBinding, SurvivesAMaterialThatBindsAnotherOneMeanwhile) {
-    CFakeMaterial inner({u"Argon", u"Water", u"Ethanol"});
-    CFakeMaterial outer({u"ETHANOL", u"WATER", u"ARGON"});
+    CFakeMaterial& inner = NewMaterial({u"Argon", u"Water", u"Ethanol"});
+    CFakeMaterial& outer = NewMaterial({u"ETHANOL", u"WATER", u"ARGON"});
     outer.log.onCall = [&](const std::string& call) {
         if (call == "get_ComponentIds()") package->SetMaterial(inner.Dispatch());
     };
@@ -334,7 +343,7 @@ TEST_F(MaterialBinding, SurvivesAMaterialThatBindsAnotherOneMeanwhile) {
 }
 
 TEST_F(MaterialBinding, SurvivesAMaterialThatEndsThePackageMeanwhile) {
-    CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     material.log.onCall = [&](const std::string&) { package->Terminate(); };
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     EXPECT_EQ(material.references.Held(), 0);
@@ -343,7 +352,7 @@ TEST_F(MaterialBinding, SurvivesAMaterialThatEndsThePackageMeanwhile) {
 TEST_F(MaterialBinding, FailsCleanlyWhateverCallOfTheMaterialFails) {
     // A failing constant is no failure: that compound is then resolved by its name.
     for (int n = 1; n <= 4; ++n) {
-        CFakeMaterial material({u"Ethanol", u"Water", u"Argon"});
+        CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
         material.log.failAt = n;
         EXPECT_EQ(package->SetMaterial(material.Dispatch()), n == 1 ? ECapeUnknownHR : S_OK);
         EXPECT_EQ(package->UnsetMaterial(), S_OK);

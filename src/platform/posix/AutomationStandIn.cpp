@@ -293,6 +293,11 @@ HRESULT SafeArrayPutElement(SAFEARRAY* array, LONG* indices, void* element) {
     if (!byPointer && !element) return E_INVALIDARG;
     FreeElement(array->elementType, target);
     std::memset(target, 0, array->cbElements);
+    if (array->elementType == VT_BSTR && !element) {  // stored as an empty string, as the platform does it
+        const BSTR empty = SysAllocStringLen(nullptr, 0);
+        std::memcpy(target, &empty, sizeof empty);
+        return empty ? S_OK : E_OUTOFMEMORY;
+    }
     return CopyElement(array->elementType, array->cbElements, target, byPointer ? &element : element);
 }
 

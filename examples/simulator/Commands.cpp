@@ -1,0 +1,190 @@
+// See Commands.h.
+
+#include "Commands.h"
+
+#include <ostream>
+
+#include "BagMembers.h"
+#include "CPackageSession.h"
+#include "FormatNumber.h"
+#include "ReactionTable.h"
+#include "ReadMaterial.h"
+#include "VariantArrays.h"
+#include "platform/Utf8.h"
+
+namespace rekasim {
+
+namespace {
+
+/// A document with its package, which is loaded.
+struct OpenDocument {
+    Json content;
+    CPackageSession session;
+};
+
+void ReportLoad(const CommandOptions& options, const CErrorLog& log, std::ostream& err) {
+    if (options.isVerbose) {
+        for (const CErrorLog::Report& report : log.Reports()) {
+            err << "rekasim: load report: " << OnOneLine(reka::Utf8FromUtf16(report.property)) << ": "
+                << OnOneLine(reka::Utf8FromUtf16(report.text)) << "\n";
+        }
+    } else if (!log.Reports().empty()) {
+        err << "rekasim: the package loaded with reported faults (" << std::to_string(log.Reports().size())
+            << "), which --verbose shows\n";
+    }
+}
+
+bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& err, Failure& failure) {
+    if (!ReadDocument(options.documentPath, document.content, failure.text)) return false;
+    const auto package = document.content.find("package");
+    const auto bag = MakeObject<CPropertyBag>();
+    std::string errorText;
+    if (package == document.content.end() || !package->is_object()) {
+        errorText = "package: the member is missing or no object";
+    } else if (FillBag(*package, *bag, errorText)) {
+        const auto log = MakeObject<CErrorLog>();
+        const bool loaded = document.session.Load(*bag, *log, failure);
+        if (loaded || options.isVerbose) ReportLoad(options, *log, err);
+        return loaded;
+    }
+    failure.text = options.documentPath + ": " + errorText;
+    return false;
+}
+
+bool WriteIdentity(CPackageSession& session, std::ostream& out, Failure& failure) {
+    std::u16string name;
+    std::u16string description;
+    if (!session.ReadIdentity(name, description, failure)) return false;
+    out << (name.empty() ? "(a package without a name)" : reka::Utf8FromUtf16(name)) << "\n";
+    if (!description.empty()) out << reka::Utf8FromUtf16(description) << "\n";
+    out << "\n";
+    return true;
+}
+
+/// The thermo version that the package's data name; a package without the word uses version 1.0.
+ThermoVersion VersionOf(const Json& content) {
+    const Json& package = content["package"];
+    const auto version = package.find("thermoVersion");
+    const bool isVersion11 = version != package.end() && *version == "1.1";
+    return isVersion11 ? ThermoVersion::Version11 : ThermoVersion::Version10;
+}
+
+/// The rates of the kinetic reactions of each phase, or the constants of the equilibrium reactions, asked for together.
+bool CalculateMainValues(CPackageSession& session, const std::vector<Reaction>& reactions, bool isKinetic,
+                         ReactionValues& line, Failure& failure) {
+    std::vector<bool> isDone(reactions.size());
+    for (std::size_t first = 0; first < reactions.size(); ++first) {
+        if (isDone[first] || reactions[first].isKinetic != isKinetic) continue;
+        std::vector<std::size_t> indices;
+        std::vector<std::u16string> ids;
+        for (std::size_t i = first; i < reactions.size(); ++i) {
+            if (reactions[i].isKinetic != isKinetic || reactions[i].phase != reactions[first].phase) continue;
+            indices.push_back(i);
+            ids.push_back(reactions[i].id);
+            isDone[i] = true;
+        }
+        const char16_t* property = isKinetic ? u"ReactionRate" : u"ChemicalEquilibriumConstant";
+        std::vector<double> values;
+        if (!session.Calculate(property, reactions[first].phase, ids, values, failure)) return false;
+        for (std::size_t i = 0; i < indices.size(); ++i) line.mainValues[indices[i]] = FormatFullNumber(values[i]);
+    }
+    return true;
+}
+
+/// A reaction may have no heat, so each is asked for by itself, and a failure leaves a dash. `notes` may be null.
+void CalculateHeats(CPackageSession& session, const std::vector<Reaction>& reactions, ReactionValues& line,
+                    std::ostream* notes) {
+    for (const Reaction& reaction : reactions) {
+        std::vector<double> values;
+        Failure failure;
+        const bool calculated =
+            session.Calculate(u"EnthalpyOfReaction", reaction.phase, {reaction.id}, values, failure);
+        line.heats.push_back(calculated ? FormatFullNumber(values[0]) : "-");
+        if (!calculated && notes) *notes << "rekasim: no heat of reaction: " << OnOneLine(failure.text) << "\n";
+    }
+}
+
+/// One line per temperature. Why a reaction has no heat is noted for the first.
+bool CalculateLines(CPackageSession& session, CMaterial& material, const std::vector<double>& temperatures,
+                    const std::vector<Reaction>& reactions, std::vector<ReactionValues>& lines, std::ostream* notes,
+                    Failure& failure) {
+    for (const double temperature : temperatures) {
+        material.SetTemperature(temperature);
+        ReactionValues& line = lines.emplace_back();
+        line.temperature = temperature;
+        line.mainValues.resize(reactions.size());
+        if (!CalculateMainValues(session, reactions, true, line, failure)) return false;
+        if (!CalculateMainValues(session, reactions, false, line, failure)) return false;
+        CalculateHeats(session, reactions, line, lines.size() == 1 ? notes : nullptr);
+    }
+    return true;
+}
+
+}  // namespace
+
+std::string OnOneLine(const std::string& text) {
+    std::string line;
+    for (const char character : text) {
+        const bool isBlank = character == '\r' || character == '\n' || character == ' ';
+        if (!isBlank)
+            line += character;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
+bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    MaterialState state;
+    if (!Open(options, document, err, failure)) return false;
+    if (!ReadMaterial(document.content, state, failure.text)) {
+        failure.text = options.documentPath + ": " + failure.text;
+        return false;
+    }
+    const auto material = MakeObject<CMaterial>();
+    const auto results = MakeObject<CReactionResults>();
+    material->SetState(state);
+    CPackageSession& session = document.session;
+    std::vector<Reaction> reactions;
+    if (!session.SetReactionObject(*results, failure)) return false;
+    if (!session.SetMaterial(*material, VersionOf(document.content), failure)) return false;
+    if (!session.ReadReactions(reactions, failure)) return false;
+
+    std::vector<double> temperatures = options.temperatures;
+    if (temperatures.empty()) temperatures.push_back(state.temperature);
+    std::vector<ReactionValues> lines;
+    std::ostream* notes = options.isVerbose ? &err : nullptr;
+    if (!CalculateLines(session, *material, temperatures, reactions, lines, notes, failure)) return false;
+    if (!WriteIdentity(session, out, failure)) return false;
+    WriteReactions(out, reactions, state);
+    out << "\n";
+    WriteMaterial(out, state, temperatures);
+    out << "\n";
+    WriteValues(out, reactions, lines);
+    return true;
+}
+
+bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    std::vector<Reaction> reactions;
+    if (!document.session.ReadReactions(reactions, failure)) return false;
+    if (!WriteIdentity(document.session, out, failure)) return false;
+    WriteCompounds(out, reactions);
+    out << "\n";
+    WriteReactions(out, reactions, {});
+    return true;
+}
+
+bool RunSave(const CommandOptions& options, std::ostream&, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    const auto bag = MakeObject<CPropertyBag>();
+    if (!document.session.Save(*bag, failure)) return false;
+    document.content["package"] = MembersFromBag(*bag);
+    return WriteDocument(options.outputPath, document.content, failure.text);
+}
+
+}  // namespace rekasim

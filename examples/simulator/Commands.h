@@ -1,0 +1,30 @@
+// The commands of rekasim.
+
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "Failure.h"
+
+namespace rekasim {
+
+/// What the command line says. Paths are UTF-8.
+struct CommandOptions {
+    std::string documentPath;
+    std::string outputPath;            // of `save`
+    std::vector<double> temperatures;  // K, of `table`; none: the document's own
+    bool isVerbose = false;
+};
+
+/// Each prints to `out` and returns true, or returns false with the reason in `failure`. Notes go to `err`: what the
+/// package reported while it loaded, in full if the user asked for it.
+bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
+bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
+bool RunSave(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
+
+/// Text without line ends, for a message of one line.
+std::string OnOneLine(const std::string& text);
+
+}  // namespace rekasim

@@ -1,0 +1,20 @@
+// Documents of rekasim: JSON files with a package ("package", the keys of its property bag), a material ("material")
+// and, for the reader, a title, the source and what else one wants to note.
+
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace rekasim {
+
+/// Keeps the members in their order, so that what is saved reads like what was loaded.
+using Json = nlohmann::ordered_json;
+
+/// Paths are UTF-8. False leaves `content` empty and gives the path and the reason in `errorText`, for malformed JSON
+/// with line and column.
+bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
+/// Replaces the file. Lists of plain values stand on one line.
+bool WriteDocument(const std::string& path, const Json& content, std::string& errorText);
+
+}  // namespace rekasim

@@ -1,0 +1,36 @@
+#!/usr/bin/env bash
+# Builds the example simulator and prints the table of a published reaction system. With --windows it does the same with
+# the Windows build under Wine. Further arguments replace those of the simulator: ./run.sh show --document FILE
+set -euo pipefail
+started_in=$PWD
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. scripts/install-packages.sh
+. scripts/wine-environment.sh
+
+preset=native-release
+if [ "${1:-}" = --windows ]; then
+    preset=mingw64-release
+    shift
+fi
+if [ "$preset" = native-release ]; then
+    install_packages "${native_packages[@]}"
+else
+    install_packages "${native_packages[@]}" "${windows_packages[@]}"
+fi
+
+mkdir -p build
+log=build/$preset.run.log
+{ cmake --preset "$preset" -DREKA_BUILD_TESTS=OFF && cmake --build --preset "$preset" --target rekasim; } >"$log" 2>&1 ||
+    { cat "$log"; exit 1; }
+
+if [ "$#" -eq 0 ]; then
+    set -- table --document "$PWD/examples/documents/water-gas-shift.json" --from 500 --to 900 --step 50
+fi
+program=$PWD/build/$preset/examples/simulator/rekasim
+if [ "$preset" = native-release ]; then
+    cd "$started_in"
+    exec "$program" "$@"
+fi
+start_wine "$PWD/build/wine-x64"
+cd "$started_in"
+wine "$program.exe" "$@"

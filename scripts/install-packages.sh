@@ -1,0 +1,20 @@
+# Sourced by the commands at the top of the tree: installs the Debian packages that are missing.
+
+# install_packages NAME...: does nothing when all are there.
+install_packages() {
+    local missing=() name
+    for name in "$@"; do
+        dpkg-query -W -f='${Status}' "$name" 2>/dev/null | grep -q '^install ok installed$' || missing+=("$name")
+    done
+    if [ "${#missing[@]}" -eq 0 ]; then return 0; fi
+    local as_root=()
+    if [ "$(id -u)" -ne 0 ]; then as_root=(sudo); fi
+    echo "Installing ${missing[*]}"
+    "${as_root[@]}" apt-get update -q
+    "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
+}
+
+native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev)
+test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales clang libclang-rt-14-dev)
+windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
+    xauth libmpfr-dev libgmp-dev)

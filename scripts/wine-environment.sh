@@ -1,0 +1,32 @@
+# Sourced by the commands at the top of the tree: a Wine prefix and a display of the build folder's own.
+
+# start_wine FOLDER: sets the environment for `wine`, starts a display on a free number and makes the prefix if it is new.
+# Everything that it started ends with the script.
+start_wine() {
+    export WINEPREFIX=$1/wine WINEDEBUG=-all WINEARCH=win64
+    export WINEDLLOVERRIDES=mscoree,mshtml=  # no questions at the first start
+    mkdir -p "$1"
+    local number_file=$1/display.$$
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" 2>/dev/null &
+    display_process=$!
+    trap stop_wine EXIT
+    local waited=0
+    until [ -s "$number_file" ]; do
+        if [ "$waited" -ge 300 ] || ! kill -0 "$display_process" 2>/dev/null; then
+            echo "The display server did not start." >&2
+            return 1
+        fi
+        sleep 0.1
+        waited=$((waited + 1))
+    done
+    export DISPLAY=:$(cat "$number_file")
+    rm -f "$number_file"
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then wineboot -i >/dev/null 2>&1; fi
+    wineserver -p >/dev/null 2>&1 || true  # stays between the programs, which then start at once
+}
+
+stop_wine() {
+    wineserver -k >/dev/null 2>&1 || true
+    kill "$display_process" 2>/dev/null || true
+    wait "$display_process" 2>/dev/null || true
+}

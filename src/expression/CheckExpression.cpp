@@ -1,0 +1,158 @@
+// Checks a tree that the grammar has delivered, and folds its constants. Each node is visited twice: on the way down
+// its argument list is dissolved, on the way up the node itself is checked and folded.
+
+#include "expression/CheckExpression.h"
+
+#include "expression/NodeOperation.h"
+#include "expression/WalkStack.h"
+
+namespace reka {
+
+namespace {
+
+constexpr const char16_t* nodeWords[] = {
+    u"real constant",
+    u"addition",
+    u"subtraction",
+    u"multiplication",
+    u"division",
+    u"negation",
+    u"power",
+    u"expression list",
+    u"SQRT",
+    u"SIN",
+    u"COS",
+    u"SINH",
+    u"COSH",
+    u"ASIN",
+    u"ACOS",
+    u"TAN",
+    u"ATAN",
+    u"ABS",
+    u"FLOOR",
+    u"CEIL",
+    u"ROUND",
+    u"EXP",
+    u"LOG",
+    u"LOG10",
+    u"TANH",
+    u"MIN",
+    u"MAX",
+    u"MOD",
+    u"pressure",
+    u"temperature",
+    u"molarity",
+    u"mole fraction",
+    u"molecular weight",
+    u"activity",
+    u"fugacity",
+};
+static_assert(std::size(nodeWords) == nodeKindCount);
+
+// A function comes from the grammar with one argument, the list of its real ones. The node takes those over.
+void DissolveList(ExpressionNode& node) {
+    if (node.argumentCount != 1 || !node.arguments[0]) return;
+    if (node.arguments[0]->kind != NodeKind::ExpressionList) return;
+    const ExpressionTree list(node.arguments[0]);
+    std::swap(node.arguments, list->arguments);
+    std::swap(node.argumentCount, list->argumentCount);
+    list->arguments[0] = nullptr;  // what is left of the list is the array that held it
+}
+
+bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* reason) {
+    errorText += word;
+    errorText += reason;
+    return false;
+}
+
+// The number of arguments that the kind asks for; false with a line when the node has another number.
+bool CheckArgumentCount(const ExpressionNode& node, std::u16string& errorText) {
+    const auto number = static_cast<std::int32_t>(node.kind);
+    if (node.kind == NodeKind::Failed) return true;
+    if (number < 0 || number >= nodeKindCount) {
+        return Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
+    }
+    if (node.kind == NodeKind::ExpressionList) return Refuse(errorText, u"", u"unexpected expression list\r\n");
+    const std::int32_t required = OperandCount(node.kind);
+    if (node.argumentCount == required) return true;
+    if (required == 2) return Refuse(errorText, nodeWords[number], u" should have two arguments\r\n");
+    if (required == 1) return Refuse(errorText, nodeWords[number], u" should have one argument\r\n");
+    if (node.kind == NodeKind::RealConstant) {
+        return Refuse(errorText, u"", u"internal error: real constant with sub expressions\r\n");
+    }
+    if (IsCompoundLeaf(node.kind) && node.kind != NodeKind::MolecularWeight) {
+        return Refuse(errorText, u"", u"internal error: array property with sub expressions\r\n");
+    }
+    return Refuse(errorText, nodeWords[number], u" should not have arguments\r\n");
+}
+
+bool IsConstant(const ExpressionNode* node) {
+    return node && node->kind == NodeKind::RealConstant;
+}
+
+// An operation on constants becomes a constant.
+void FoldConstants(ExpressionNode& node) {
+    for (std::int32_t i = 0; i < node.argumentCount; ++i) {
+        if (!IsConstant(node.arguments[i])) return;
+    }
+    const double first = node.arguments[0]->value;
+    const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
+    node.value = ComputeOperation(node.kind, first, second);
+    node.kind = NodeKind::RealConstant;
+    for (std::int32_t i = 0; i < node.argumentCount; ++i) DestroyExpression(node.arguments[i]);
+    delete[] std::exchange(node.arguments, nullptr);
+    node.argumentCount = 0;
+}
+
+// A molecular weight never changes, so it is read once and for all.
+void ReadMolecularWeight(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
+    const std::int32_t index = node.compoundIndex;
+    if (index < 0 || static_cast<std::size_t>(index) >= definition.compounds.size()) {
+        Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
+        return;
+    }
+    node.kind = NodeKind::RealConstant;
+    node.value = definition.compounds[static_cast<std::size_t>(index)]->molecularWeight;
+}
+
+// Checks and folds one node whose arguments have been seen to.
+void CheckNode(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
+    if (!CheckArgumentCount(node, errorText)) return;
+    if (node.kind == NodeKind::MolecularWeight) {
+        ReadMolecularWeight(node, definition, errorText);
+        return;
+    }
+    if (OperandCount(node.kind) == 0) return;
+    // The numerator plays no part: T/0 is refused here and not when it is evaluated.
+    if (node.kind == NodeKind::Division && IsConstant(node.arguments[1]) && node.arguments[1]->value == 0) {
+        errorText += u"division by zero\r\n";
+        return;
+    }
+    FoldConstants(node);
+}
+
+}  // namespace
+
+void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
+    struct Visit {
+        ExpressionNode* node;
+        std::int32_t nextArgument;
+    };
+    CWalkStack<Visit> visits;
+    DissolveList(node);
+    visits.Push({&node, 0});
+    while (!visits.IsEmpty()) {
+        Visit& visit = visits.Top();
+        if (visit.nextArgument < visit.node->argumentCount) {
+            ExpressionNode* argument = visit.node->arguments[visit.nextArgument++];
+            if (!argument) continue;
+            DissolveList(*argument);
+            visits.Push({argument, 0});
+        } else {
+            CheckNode(*visit.node, definition, errorText);
+            visits.Pop();
+        }
+    }
+}
+
+}  // namespace reka

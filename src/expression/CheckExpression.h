@@ -1,0 +1,20 @@
+// The last step of a parse: makes a finished tree out of what the grammar delivers.
+
+#pragma once
+
+#include <string>
+
+#include "expression/ExpressionNode.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+/// Checks `node` and everything under it and changes the tree in place: the argument lists of functions are dissolved,
+/// and every subtree that reads nothing becomes one real constant. Constants are folded without the guards that hold
+/// for run-time values: SQRT(-1) is a NaN here. Only a constant divisor of 0 is refused.
+///
+/// What is wrong is appended to `errorText`, each fault a line with a line end, in the order of a walk from left to
+/// right with arguments before their parent. `definition` gives the molecular weight of a compound.
+void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText);
+
+}  // namespace reka

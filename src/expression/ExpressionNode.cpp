@@ -1,0 +1,133 @@
+// Making, copying and destroying expression trees, and the owner of a finished one. None of this recurses: a text may
+// make a tree of any depth, and the stack of the host's thread is not ours.
+
+#include "expression/ExpressionNode.h"
+
+#include <algorithm>
+#include <bit>
+
+#include "expression/ExpressionProgram.h"
+#include "expression/WalkStack.h"
+
+namespace reka {
+
+namespace {
+
+// Room is made for the next power of two arguments, so that a long argument list is built in linear time.
+std::size_t ArgumentCapacity(std::int32_t count) {
+    return std::bit_ceil(static_cast<std::size_t>(count));
+}
+
+std::uint32_t DependencyOf(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Pressure:
+            return dependency::pressure;
+        case NodeKind::Temperature:
+            return dependency::temperature;
+        case NodeKind::Molarity:
+            return dependency::molarity;
+        case NodeKind::MoleFraction:
+            return dependency::moleFraction;
+        case NodeKind::Activity:
+            return dependency::activity;
+        case NodeKind::Fugacity:
+            return dependency::fugacity;
+        default:
+            return 0;
+    }
+}
+
+}  // namespace
+
+void DestroyExpression(ExpressionNode* node) noexcept {
+    // The nodes that wait for their end are chained through their value slot, which nobody reads any more.
+    if (node) node->nextToDestroy = nullptr;
+    while (node) {
+        ExpressionNode* next = node->nextToDestroy;
+        for (std::int32_t i = 0; i < node->argumentCount; ++i) {
+            ExpressionNode* argument = node->arguments[i];
+            if (!argument) continue;
+            argument->nextToDestroy = next;
+            next = argument;
+        }
+        delete[] node->arguments;
+        delete node;
+        node = next;
+    }
+}
+
+void AddArgument(ExpressionNode& node, ExpressionTree argument) {
+    const std::int32_t count = node.argumentCount;
+    if (count == 0 || static_cast<std::size_t>(count) == ArgumentCapacity(count)) {
+        auto* grown = new ExpressionNode*[ArgumentCapacity(count + 1)];
+        std::copy_n(node.arguments, count, grown);
+        delete[] node.arguments;
+        node.arguments = grown;
+    }
+    node.arguments[count] = argument.release();
+    node.argumentCount = count + 1;
+}
+
+void AllocateArguments(ExpressionNode& node, std::int32_t count) {
+    if (count <= 0) return;
+    node.arguments = new ExpressionNode* [ArgumentCapacity(count)] {};
+    node.argumentCount = count;
+}
+
+ExpressionTree CloneExpression(const ExpressionNode& source) {
+    struct Pair {
+        const ExpressionNode* from;
+        ExpressionNode* to;
+    };
+    ExpressionTree copy(new ExpressionNode);
+    CWalkStack<Pair> pairs;
+    pairs.Push({&source, copy.get()});
+    while (!pairs.IsEmpty()) {
+        const auto [from, to] = pairs.Top();
+        pairs.Pop();
+        to->kind = from->kind;
+        if (from->kind == NodeKind::RealConstant) {
+            to->value = from->value;
+        } else if (IsCompoundLeaf(from->kind)) {
+            to->compoundIndex = from->compoundIndex;
+        } else {
+            AllocateArguments(*to, from->argumentCount);
+            for (std::int32_t i = 0; i < from->argumentCount; ++i) {
+                if (!from->arguments[i]) continue;
+                to->arguments[i] = new ExpressionNode;
+                pairs.Push({from->arguments[i], to->arguments[i]});
+            }
+        }
+    }
+    return copy;
+}
+
+ExpressionRef::ExpressionRef(ExpressionTree tree)
+    : root(std::move(tree)), program(std::make_unique<const CExpressionProgram>(*root)) {
+    CollectDependencies(*root, *this);
+}
+
+ExpressionRef::~ExpressionRef() = default;
+
+std::unique_ptr<ExpressionRef> ExpressionRef::Clone() const {
+    auto copy = std::make_unique<ExpressionRef>(CloneExpression(*root));
+    copy->dependencies = dependencies;
+    return copy;
+}
+
+void CollectDependencies(const ExpressionNode& node, ExpressionRef& expression) {
+    CWalkStack<const ExpressionNode*> waiting;
+    waiting.Push(&node);
+    while (!waiting.IsEmpty()) {
+        const ExpressionNode* current = waiting.Top();
+        waiting.Pop();
+        const std::uint32_t bit = DependencyOf(current->kind);
+        expression.dependencies |= bit;
+        if (bit != 0) continue;
+        for (std::int32_t i = 0; i < current->argumentCount; ++i) {
+            if (current->arguments[i]) waiting.Push(current->arguments[i]);
+        }
+    }
+}
+
+}  // namespace reka

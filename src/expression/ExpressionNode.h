@@ -1,0 +1,126 @@
+// The parsed form of an expression: the tree that is stored, copied and checked, and its owner.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <utility>
+
+namespace reka {
+
+class CExpressionProgram;
+
+/// What a node stands for. The values are written into documents and never change.
+enum class NodeKind : std::int32_t {
+    Failed = -1,  // a part of a text that failed, or a node not filled yet; no finished tree holds one
+    RealConstant = 0,
+    Addition = 1,
+    Subtraction = 2,
+    Multiplication = 3,
+    Division = 4,
+    Negation = 5,
+    Power = 6,
+    ExpressionList = 7,  // the argument list of a function while it is parsed
+    Sqrt = 8,
+    Sin = 9,
+    Cos = 10,
+    Sinh = 11,
+    Cosh = 12,
+    Asin = 13,
+    Acos = 14,
+    Tan = 15,
+    Atan = 16,
+    Abs = 17,
+    Floor = 18,
+    Ceil = 19,
+    Round = 20,
+    Exp = 21,
+    Log = 22,
+    Log10 = 23,
+    Tanh = 24,
+    Min = 25,
+    Max = 26,
+    Mod = 27,
+    Pressure = 28,
+    Temperature = 29,
+    Molarity = 30,
+    MoleFraction = 31,
+    MolecularWeight = 32,  // becomes a constant when it is checked; evaluates nowhere
+    Activity = 33,
+    Fugacity = 34,
+};
+
+constexpr std::int32_t nodeKindCount = 35;
+
+/// Bits of `ExpressionRef::dependencies`: what a tree reads from the material. Stored.
+namespace dependency {
+constexpr std::uint32_t moleFraction = 1;
+constexpr std::uint32_t molarity = 2;
+constexpr std::uint32_t activity = 4;
+constexpr std::uint32_t temperature = 8;
+constexpr std::uint32_t pressure = 16;
+constexpr std::uint32_t fugacity = 32;
+}  // namespace dependency
+
+/// One node of a parsed expression, a plain record. A node owns its arguments; whole trees are made, copied and
+/// destroyed by the operations below, none of which recurses, since a tree may be a million levels deep.
+struct ExpressionNode {
+    NodeKind kind = NodeKind::Failed;
+    union {
+        double value = 0.0;             // of a real constant
+        std::int32_t compoundIndex;     // of kinds 30 to 34: index into the definition's `compounds`
+        ExpressionNode* nextToDestroy;  // of a node whose destruction has begun
+    };
+    std::int32_t argumentCount = 0;
+    ExpressionNode** arguments = nullptr;  // left to right; null while there are none; a slot may be null
+};
+
+/// Kinds 30 to 34, whose slot holds a compound's index.
+constexpr bool IsCompoundLeaf(NodeKind kind) {
+    return kind >= NodeKind::Molarity && kind <= NodeKind::Fugacity;
+}
+
+/// Frees a node and everything under it. A null node and null argument slots are passed over. Allocates nothing.
+void DestroyExpression(ExpressionNode* node) noexcept;
+
+struct ExpressionDeleter {
+    void operator()(const ExpressionNode* node) const noexcept { DestroyExpression(const_cast<ExpressionNode*>(node)); }
+};
+
+/// Sole owner of a tree under construction.
+using ExpressionTree = std::unique_ptr<ExpressionNode, ExpressionDeleter>;
+
+/// Appends `argument`, which the node then owns, behind the arguments that it has.
+void AddArgument(ExpressionNode& node, ExpressionTree argument);
+
+/// Gives a node that has no arguments `count` empty slots, for a reader that fills them one by one.
+void AllocateArguments(ExpressionNode& node, std::int32_t count);
+
+/// A deep copy of `source`. Constants and compound leaves are copied with what they hold, all others with their
+/// arguments.
+ExpressionTree CloneExpression(const ExpressionNode& source);
+
+/// The owner of one finished expression: its tree, the mask of what the tree reads, and what its evaluation needs.
+/// Never shared; a copy is a deep copy. The tree can't be changed once it is here, so whatever is derived from it stays
+/// true.
+struct ExpressionRef {
+    /// Takes over `tree`, which isn't null, and collects `dependencies` from it.
+    explicit ExpressionRef(ExpressionTree tree);
+    ~ExpressionRef();
+    ExpressionRef(const ExpressionRef&) = delete;
+    ExpressionRef& operator=(const ExpressionRef&) = delete;
+
+    /// A deep copy, with the mask as it stands here.
+    std::unique_ptr<ExpressionRef> Clone() const;
+
+    std::uint32_t dependencies = 0;  // bits of `dependency`; a reader of stored data puts the stored mask here
+    const std::unique_ptr<const ExpressionNode, ExpressionDeleter> root;
+    const std::unique_ptr<const CExpressionProgram> program;  // of `root`; what `EvaluateExpression` runs
+};
+
+/// ORs the bits of `node` and of everything under it into `expression.dependencies`. A compound leaf, the pressure and
+/// the temperature set theirs; molecular weight has none.
+void CollectDependencies(const ExpressionNode& node, ExpressionRef& expression);
+
+}  // namespace reka

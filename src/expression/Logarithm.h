@@ -1,0 +1,12 @@
+// The natural logarithm beyond the precision of a double, for the logarithms and the power of the language.
+
+#pragma once
+
+#include "expression/DoubleDouble.h"
+
+namespace reka {
+
+/// The natural logarithm of `x`, which is finite and above 0, to about 2^-66 of its value, also near 1.
+DoubleDouble LogarithmOf(double x);
+
+}  // namespace reka

@@ -1,0 +1,88 @@
+// The operators and functions of the language, kind by kind.
+
+#include "expression/NodeOperation.h"
+
+#include <limits>
+
+#include "expression/MathFunctions.h"
+
+namespace reka {
+
+std::int32_t OperandCount(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Addition:
+        case NodeKind::Subtraction:
+        case NodeKind::Multiplication:
+        case NodeKind::Division:
+        case NodeKind::Power:
+        case NodeKind::Min:
+        case NodeKind::Max:
+        case NodeKind::Mod:
+            return 2;
+        case NodeKind::Negation:
+            return 1;
+        default:
+            return kind >= NodeKind::Sqrt && kind <= NodeKind::Tanh ? 1 : 0;
+    }
+}
+
+double ComputeOperation(NodeKind kind, double a, double b) {
+    switch (kind) {
+        case NodeKind::Addition:
+            return a + b;
+        case NodeKind::Subtraction:
+            return a - b;
+        case NodeKind::Multiplication:
+            return a * b;
+        case NodeKind::Division:
+            return a / b;
+        case NodeKind::Negation:
+            return -a;
+        case NodeKind::Power:
+            return math::Pow(a, b);
+        case NodeKind::Sqrt:
+            return math::Sqrt(a);
+        case NodeKind::Sin:
+            return math::Sin(a);
+        case NodeKind::Cos:
+            return math::Cos(a);
+        case NodeKind::Sinh:
+            return math::Sinh(a);
+        case NodeKind::Cosh:
+            return math::Cosh(a);
+        case NodeKind::Asin:
+            return math::Asin(a);
+        case NodeKind::Acos:
+            return math::Acos(a);
+        case NodeKind::Tan:
+            return math::Tan(a);
+        case NodeKind::Atan:
+            return math::Atan(a);
+        case NodeKind::Abs:
+            return math::Fabs(a);
+        case NodeKind::Floor:
+            return math::Floor(a);
+        case NodeKind::Ceil:
+            return math::Ceil(a);
+        case NodeKind::Round:
+            return math::Floor(a + 0.5);  // halves go up, below zero too
+        case NodeKind::Exp:
+            return math::Exp(a);
+        case NodeKind::Log:
+            return math::Log(a);
+        case NodeKind::Log10:
+            return math::Log10(a);
+        case NodeKind::Tanh:
+            return math::Tanh(a);
+        case NodeKind::Min:
+            return a < b ? a : b;  // b when a is a NaN
+        case NodeKind::Max:
+            return a > b ? a : b;
+        case NodeKind::Mod:
+            return math::Fmod(a, b);
+        default:
+            return std::numeric_limits<double>::quiet_NaN();
+    }
+}
+
+}  // namespace reka

@@ -1,0 +1,19 @@
+// What the operators and functions of the language compute. Folding and evaluation share this, so that a constant and a
+// run-time value meet the same arithmetic.
+
+#pragma once
+
+#include <cstdint>
+
+#include "expression/ExpressionNode.h"
+
+namespace reka {
+
+/// The number of operands of an operator or function; 0 for every other kind.
+std::int32_t OperandCount(NodeKind kind);
+
+/// The value of an operator or function for the operands `a` and `b`, of which a kind with one operand reads the first
+/// alone. Nothing is guarded: what the arithmetic makes of any operands is the value. A quiet NaN for other kinds.
+double ComputeOperation(NodeKind kind, double a, double b);
+
+}  // namespace reka

@@ -1,0 +1,30 @@
+// From the text of a rate, an equilibrium constant or a heat of reaction to its tree.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "expression/ExpressionNode.h"
+#include "expression/ReactionExpressionParser.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+/// Parses `text`, which ends at its first zero character, against the compounds of `definition`. The tree refers to
+/// compounds by index, so it is good as long as their list stays as it is.
+///
+/// A tree: `errorText` is empty. Null: `errorText` holds all that is wrong, as lines that end in CR LF; what it held
+/// before is gone in either case. An empty text is an error like any other; a caller that allows one looks beforehand.
+/// `position`, which may be null, receives the number of characters that were read, in both cases.
+///
+/// One parse runs at a time in the process; a thread that is in one already does not wait.
+ExpressionTree ParseExpression(const ReactionPackDefinition& definition, std::u16string_view text,
+                               std::u16string& errorText, std::int32_t* position);
+
+/// The one node that a parse without errors leaves in the pool. With a second one there the parse has failed: null, and
+/// a line in the error buffer.
+ExpressionTree TakeParsedNode(ReactionExpressionParser& parser);
+
+}  // namespace reka

@@ -1,0 +1,61 @@
+// What the tests of rekasim share: the documents beside it, files of their own, the program run in this process, and a
+// document calculated to full precision.
+
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "Document.h"
+#include "MaterialProperties.h"
+#include "platform/Holders.h"
+
+namespace rekasim {
+
+/// Full path of a document of the examples.
+std::string ExamplePath(const std::string& name);
+/// Names of all documents of the examples.
+std::vector<std::string> ExampleNames();
+/// The page on the reaction systems.
+std::string ReadGuide();
+/// The parsed document; a failure of the test when it can't be read.
+Json ReadExample(const std::string& name);
+
+/// A file of its own in the temporary folder, removed at the end.
+class CTemporaryFile {
+public:
+    CTemporaryFile(const std::string& name, const std::string& content);
+    ~CTemporaryFile();
+    CTemporaryFile(const CTemporaryFile&) = delete;
+    CTemporaryFile& operator=(const CTemporaryFile&) = delete;
+
+    const std::string& Path() const { return path; }
+    bool IsThere() const;
+    std::string Content() const;
+
+private:
+    std::string path;  // UTF-8
+};
+
+struct RunResult {
+    int status = 0;
+    std::string out;
+    std::string err;
+};
+
+RunResult RunProgram(const std::vector<std::string>& arguments);
+
+/// A property of one reaction of a document at a temperature (K, 0 for the document's own); a failure of the test and a
+/// NaN when it can't be calculated.
+double CalculateExample(const std::string& name, const char16_t* property, const std::u16string& reactionId,
+                        double temperature = 0);
+
+/// The description that an object tells of its last failure.
+std::u16string LastError(IUnknown* object);
+
+/// A gas of three compounds and a liquid of two, for tests of the material.
+MaterialState SampleGas();
+MaterialState SampleLiquid();
+
+}  // namespace rekasim

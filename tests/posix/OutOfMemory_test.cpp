@@ -1,0 +1,278 @@
+// Every allocation of a method in turn fails. The stand-in's strings and arrays can be made to fail, which the system's
+// own can't.
+
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+#include <functional>
+#include <map>
+#include <utility>
+
+#include "package/CreateReactionPack.h"
+#include "support/AllocationCounter.h"
+#include "support/Builders.h"
+#include "support/FakeBag.h"
+#include "support/FakeMaterial.h"
+#include "support/FakeReactionObject.h"
+
+namespace reka::test {
+namespace {
+
+int automationAllocationsLeft = 0;  // until one fails; 0: none does
+
+void* AllocateUntilTold(std::size_t size) {
+    if (automationAllocationsLeft > 0 && --automationAllocationsLeft == 0) return nullptr;
+    return std::malloc(size);
+}
+
+/// Fails the n-th automation allocation of `method`, and after that the n-th of the heap, for n from 1 on until the
+/// method gets by with fewer. `prepare` runs before each try; `check` is told the result and whether an allocation
+/// failed.
+template <class Prepare, class Method, class Check>
+void ForEachFailure(Prepare&& prepare, Method&& method, Check&& check) {
+    int failures = 0;
+    automationAllocate = AllocateUntilTold;
+    for (bool isReached = true; isReached; ++failures) {
+        prepare();
+        automationAllocationsLeft = failures + 1;
+        const HRESULT result = method();
+        isReached = automationAllocationsLeft == 0;
+        automationAllocationsLeft = 0;
+        check(result, isReached);
+    }
+    automationAllocate = nullptr;
+    EXPECT_GT(failures, 1);
+    failures = 0;
+    for (bool isReached = true; isReached; ++failures) {
+        prepare();
+        FailAllocation(static_cast<std::size_t>(failures) + 1);
+        const HRESULT result = method();
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        check(result, isReached);
+    }
+    EXPECT_GT(failures, 1);
+}
+
+/// A bag that takes no memory of its own to answer.
+class CQuietBag : public CFakeBag {
+public:
+    HRESULT STDMETHODCALLTYPE Read(LPCOLESTR property, VARIANT* value, IErrorLog*) override {
+        const int left = std::exchange(automationAllocationsLeft, 0);
+        const auto entry = values.find(TextOf(property));
+        const HRESULT result = entry == values.end() ? E_FAIL : VariantCopy(value, &entry->second.Get());
+        automationAllocationsLeft = left;
+        return result;
+    }
+    HRESULT STDMETHODCALLTYPE Write(LPCOLESTR property, VARIANT* value) override {
+        return VariantCopy(values[std::u16string(TextOf(property))].Receive(), value);
+    }
+    std::map<std::u16string, CVariant, std::less<>> values;
+};
+
+/// A package of two compounds, a material and a reaction object that keeps only what costs no memory.
+class OutOfMemory : public testing::Test {
+protected:
+    class CQuietReactionObject : public CFakeReactionObject {
+    public:
+        HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT) override {
+            ++written;
+            return S_OK;
+        }
+        int written = 0;
+    };
+    class CQuietMaterial : public CFakeMaterial {
+    public:
+        using CFakeMaterial::CFakeMaterial;
+        // The material's own memory is not what is tested: it answers with what was made beforehand.
+        HRESULT STDMETHODCALLTYPE GetProp(BSTR, BSTR, VARIANT, BSTR, BSTR, VARIANT* values) override {
+            *values = next.back().Detach();
+            next.pop_back();
+            return S_OK;
+        }
+        HRESULT STDMETHODCALLTYPE CalcProp(VARIANT, VARIANT, BSTR) override { return S_OK; }
+        HRESULT STDMETHODCALLTYPE get_ComponentIds(VARIANT* values) override {
+            *values = next.back().Detach();
+            next.pop_back();
+            return S_OK;
+        }
+        HRESULT STDMETHODCALLTYPE GetComponentConstant(VARIANT, VARIANT, VARIANT* values) override {
+            *values = next.back().Detach();
+            next.pop_back();
+            return S_OK;
+        }
+        std::vector<CVariant> next;  // answers, the last one first
+    };
+
+    OutOfMemory() : definition(MakePackage({u"A1", u"B1"})), material({u"A1", u"B1"}) {
+        for (const auto& compound : definition->compounds) compound->casNumber = CBstr::Make(u"1-1-1");
+        definition->compounds[1]->casNumber = CBstr::Make(u"2-2-2");
+        ReactionDefinition& reaction = AddKinetic(*definition, u"r", u"C(A1)*T");
+        reaction.stoichiometry = {-1.0, 1.0};
+        AddEquilibrium(*definition, u"e", u"EXP(T)").stoichiometry = {1.0, 1.0};
+        package->AssignDefinition(definition.get());
+        IDispatch* pointer = results.Dispatch();
+        package->SetReactionObject(&pointer);
+    }
+    ~OutOfMemory() override { package->Terminate(); }
+
+    static CVariant CasAnswer(const char16_t* number) {
+        std::vector<CVariant> elements;
+        elements.push_back(Text(number));
+        return Variants(std::move(elements));
+    }
+    void PrepareBinding() {
+        material.next.clear();
+        material.next.push_back(CasAnswer(u"1-1-1"));
+        material.next.push_back(CasAnswer(u"2-2-2"));
+        material.next.push_back(Strings({u"b", u"a"}));
+    }
+
+    std::unique_ptr<ReactionPackDefinition> definition;
+    CQuietMaterial material;
+    CQuietReactionObject results;
+    CPackageHolder package;
+};
+
+TEST_F(OutOfMemory, EndsACalculationWithItsText) {
+    PrepareBinding();
+    ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
+    const CVariant props = Strings({u"ReactionRate"});
+    const CVariant ids = Strings({u"r"});
+    const CBstr phase = CBstr::Make(u"Liquid");
+    ForEachFailure(
+        [&] {
+            material.next.clear();
+            material.next.push_back(Numbers({100.0}));
+            material.next.push_back(Numbers({0.5, 0.5}));
+            material.next.push_back(Numbers({300.0}));
+        },
+        [&] { return package->CalcReactionProp(props.Get(), phase.Get(), ids.Get(), nullptr); },
+        [&](HRESULT result, bool isReached) {
+            EXPECT_EQ(result, isReached ? ECapeUnknownHR : S_OK);
+            if (!isReached) return;
+            const ReportedError error = ErrorOf(package.Unknown());
+            EXPECT_TRUE(error.description == "out of memory" ||
+                        error.description == "Failed to calculate ReactionRate for reaction r: out of memory")
+                << error.description;
+            EXPECT_EQ(error.name, error.description);
+            EXPECT_EQ(error.scope, "CalcReactionProp");
+        });
+    EXPECT_EQ(material.references.Held(), 1);
+}
+
+TEST_F(OutOfMemory, EndsABindingWithItsText) {
+    ForEachFailure(
+        [&] {
+            package->UnsetMaterial();
+            package->AssignDefinition(definition.get());
+            PrepareBinding();
+        },
+        [&] { return package->SetMaterial(material.Dispatch()); },
+        [&](HRESULT result, bool isReached) {
+            EXPECT_EQ(result, isReached ? ECapeUnknownHR : S_OK);
+            EXPECT_EQ(Show(package->Definition()->compounds[0]->id.Get()), isReached ? "'A1'" : "'a'");
+            if (!isReached) return;
+            EXPECT_EQ(ErrorOf(package.Unknown()),
+                      (ReportedError{"out of memory", "out of memory", "SetMaterial", "ICapeThermoContext"}));
+        });
+    package->UnsetMaterial();
+    EXPECT_EQ(material.references.Held(), 0);
+}
+
+TEST_F(OutOfMemory, EndsTheListOfReactionsWithItsText) {
+    automationAllocate = AllocateUntilTold;
+    for (int n = 1; n <= 4; ++n) {  // the array's record, its elements, two strings
+        CVariant ids;
+        automationAllocationsLeft = n;
+        const HRESULT result = package->GetReactionsIds(&ids.Get());
+        automationAllocationsLeft = 0;
+        EXPECT_EQ(result, ECapeUnknownHR);
+        EXPECT_EQ(Show(ids.Get()), "empty");
+        EXPECT_EQ(ErrorOf(package.Unknown()),
+                  (ReportedError{"Out of memory", "Out of memory", "GetReactionsIds", "ICapeReactionChemistry"}));
+    }
+    automationAllocate = nullptr;
+}
+
+TEST_F(OutOfMemory, EndsTheListOfParticipantsWithItsText) {
+    const CBstr id = CBstr::Make(u"r");
+    CVariant ids;
+    CVariant charges;
+    CVariant casNumbers;
+    CVariant coefficients;
+    ForEachFailure(
+        [&] { ids = Strings({u"left"}); },
+        [&] { return package->GetReactionCompoundIds(id.Get(), &ids.Get(), &charges.Get(), &casNumbers.Get()); },
+        [&](HRESULT result, bool isReached) {
+            EXPECT_EQ(result, isReached ? ECapeUnknownHR : S_OK);
+            EXPECT_EQ(Show(ids.Get()), isReached ? "empty" : "['A1', 'B1']");
+            if (!isReached) return;
+            EXPECT_EQ(Show(charges.Get()), "empty");
+            EXPECT_EQ(ErrorOf(package.Unknown()), (ReportedError{"out of memory", "out of memory",
+                                                                 "GetReactionCompoundIds", "ICapeReactionChemistry"}));
+        });
+    ForEachFailure([&] { coefficients.Reset(); },
+                   [&] { return package->GetStoichiometricCoefficients(id.Get(), &coefficients.Get()); },
+                   [&](HRESULT result, bool isReached) {
+                       EXPECT_EQ(result, isReached ? ECapeUnknownHR : S_OK);
+                       EXPECT_EQ(Show(coefficients.Get()), isReached ? "empty" : "[-1, 1]");
+                   });
+}
+
+TEST_F(OutOfMemory, LeavesThePackageAsItWasWhenALoadFails) {
+    CQuietBag bag;
+    ASSERT_EQ(package->Save(&bag, 0, 0), S_OK);
+    std::unique_ptr<CPackageHolder> fresh;
+    ForEachFailure([&] { fresh = std::make_unique<CPackageHolder>(); }, [&] { return (*fresh)->Load(&bag, nullptr); },
+                   [&](HRESULT result, bool isReached) {
+                       // Room that is merely given back may stay taken: then the load is whole all the same.
+                       if (!isReached) {
+                           EXPECT_EQ(result, S_OK);
+                       }
+                       if (FAILED(result)) {
+                           EXPECT_EQ(result, E_FAIL);
+                           EXPECT_EQ((*fresh)->Definition(), nullptr);
+                           return;
+                       }
+                       ASSERT_EQ((*fresh)->Definition()->reactions.size(), 2U);
+                       EXPECT_NE((*fresh)->Definition()->reactions[0]->rateExpression, nullptr);
+                       EXPECT_NE((*fresh)->Definition()->reactions[1]->equilibriumConstantExpression, nullptr);
+                       EXPECT_EQ(Show((*fresh)->Definition()->compounds[1]->casNumber.Get()), "'2-2-2'");
+                   });
+}
+
+TEST_F(OutOfMemory, EndsASaveWithoutClearingTheFlag) {
+    class CForgetfulBag : public CFakeBag {
+    public:
+        HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return S_OK; }
+    };
+    CForgetfulBag bag;
+    ForEachFailure([&] { package->AssignDefinition(definition.get()); }, [&] { return package->Save(&bag, 1, 0); },
+                   [&](HRESULT result, bool isReached) {
+                       EXPECT_EQ(result, isReached ? E_FAIL : S_OK);
+                       EXPECT_EQ(package->HasUnsavedChanges(), isReached);
+                   });
+}
+
+TEST_F(OutOfMemory, MakesNoPackage) {
+    void* none = &package;
+    FailAllocation(1);
+    const HRESULT failed = CreateReactionPack(IID_IUnknown, &none);
+    FailAllocation(0);
+    EXPECT_EQ(failed, E_OUTOFMEMORY);
+    EXPECT_EQ(none, nullptr);
+    automationAllocate = AllocateUntilTold;
+    for (int n = 1; n <= 9; ++n) {  // the nine words of the requests to a material
+        void* made = &package;
+        automationAllocationsLeft = n;
+        const HRESULT result = CreateReactionPack(IID_IUnknown, &made);
+        automationAllocationsLeft = 0;
+        EXPECT_EQ(result, E_OUTOFMEMORY);
+        EXPECT_EQ(made, nullptr);
+    }
+    automationAllocate = nullptr;
+}
+
+}  // namespace
+}  // namespace reka::test
