@@ -25,10 +25,13 @@ if(NOT CMAKE_CROSSCOMPILING)
   add_custom_target(reka_test_locales ALL DEPENDS ${REKA_TEST_LOCALES}/de_DE.UTF-8/LC_NUMERIC)
 endif()
 
-# Makes the tests of `target` known to ctest, one by one.
+# Makes the tests of `target` known to ctest, one by one. What is tested is optimised in a release; the tests needn't be,
+# and take long enough to compile.
 function(reka_register_tests target)
+  target_compile_options(${target} PRIVATE $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release>>:-O0>)
   gtest_discover_tests(
     ${target}
+    NO_PRETTY_VALUES
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY ${CMAKE_BINARY_DIR}

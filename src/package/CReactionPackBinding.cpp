@@ -42,17 +42,19 @@ bool ReadCasNumber(ICapeThermoMaterialObject& object, const VARIANT& property, c
         errorText = u"unexpected number of CAS numbers for single compound; 1 value expected";
         return false;
     }
-    CVariant element;
-    LONG index = 0;
-    if (FAILED(SafeArrayGetElement(answer.Get().parray, &index, element.Receive()))) {
+    // Looked at in place: the platform's copy of an element makes an empty string of a null one.
+    void* elements = nullptr;
+    if (FAILED(SafeArrayAccessData(answer.Get().parray, &elements))) {
         errorText = u"out of memory";
         return false;
     }
-    if (element.Get().vt != VT_BSTR) {
+    const VARIANT element = *static_cast<const VARIANT*>(elements);
+    SafeArrayUnaccessData(answer.Get().parray);
+    if (element.vt != VT_BSTR) {
         errorText = u"unexpected data type for CAS number; expected VARIANT of type  BSTR";
         return false;
     }
-    casNumber = CBstr::CopyOf(element.Get().bstrVal);
+    casNumber = CBstr::CopyOf(element.bstrVal);
     return true;
 }
 

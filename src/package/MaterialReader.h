@@ -89,7 +89,7 @@ private:
     bool IsTemperatureOrPressure(BSTR property) const;
 
     ReactionPackDefinition& definition;
-    const CComRef<IDispatch> material;
+    IDispatch* const material;
     const MaterialWords& words;
     const std::vector<std::int32_t>& compoundMap;
     const std::int32_t materialCompoundCount;

@@ -126,9 +126,9 @@ TEST(Variant, CopiesDeeply) {
     const CVariant strings = Strings({u"a", nullptr});
     {
         CVariant copy;
-        EXPECT_EQ(VariantCopy(&copy.Get(), &dispatch), S_OK);
+        EXPECT_EQ(CopyVariant(&copy.Get(), dispatch), S_OK);
         EXPECT_EQ(object.references.Held(), 1);
-        EXPECT_EQ(VariantCopy(&copy.Get(), &strings.Get()), S_OK);
+        EXPECT_EQ(CopyVariant(&copy.Get(), strings.Get()), S_OK);
         EXPECT_EQ(object.references.Held(), 0);
         EXPECT_NE(copy.Get().parray, strings.Get().parray);
         EXPECT_EQ(Show(copy.Get()), "['a', null]");

@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstdint>
 #include <limits>
+#include <vector>
 
 #include "support/Builders.h"
 #include "support/FakeBag.h"
@@ -16,7 +19,7 @@ constexpr std::uint32_t sseFlags = 0x3F;
 
 /// A host that traps on every floating point exception, rounds up, flushes denormal numbers and computes x87 results in
 /// single precision.
-constexpr ArithmeticSettings strangeHost = {0x0000 | 0x4000 | 0x8040, 0x0800};
+constexpr ArithmeticSettings strangeHost = {0x4000 | 0x8040, 0x0840};
 constexpr ArithmeticSettings usualHost = {0x1F80, 0x037F};
 
 /// Puts the host's settings in force for a block of a test. The tests' own code runs under the usual ones.
@@ -60,7 +63,7 @@ TEST(OwnArithmetic, SurvivesACallThatLeavesOtherSettingsBehind) {
         const CHostSettings host(strangeHost);
         {
             const COwnArithmetic own;
-            own.Outside([] { SetArithmetic({0x0000, 0x0000}); });
+            own.Outside([] { SetArithmetic({0x0000, 0x0040}); });
             inside = CurrentArithmetic();
         }
         after = CurrentArithmetic();
@@ -111,11 +114,25 @@ protected:
         material.answers["density"] = Numbers({1e-310});
     }
 
+    /// Keeps the bits of what it receives: a number can't even be printed under settings that take it for zero.
+    class CBitKeeper : public CFakeReactionObject {
+    public:
+        HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT values) override {
+            std::uint64_t bits = 0;
+            LONG index = 0;
+            SafeArrayGetElement(values.parray, &index, &bits);
+            received.push_back(bits);
+            log.Record("SetReactionProp");
+            return S_OK;
+        }
+        std::vector<std::uint64_t> received;
+    };
+
     /// What the reaction object received from a calculation under the settings `host`. They must be in force at each
     /// call that goes out, and at the end.
-    std::vector<std::string> CalculateUnder(const ArithmeticSettings& host) {
+    std::vector<std::uint64_t> CalculateUnder(const ArithmeticSettings& host) {
         const CPackageHolder package(*definition);
-        CFakeReactionObject results;
+        CBitKeeper results;
         IDispatch* pointer = results.Dispatch();
         package->SetReactionObject(&pointer);
         package->SetMaterial(material.Dispatch());
@@ -144,7 +161,7 @@ protected:
         EXPECT_EQ(seen.size(), 9U);  // temperature, fraction, two for the density, five results
         for (const ArithmeticSettings& settings : seen) EXPECT_TRUE(IsSame(settings, host));
         package->Terminate();
-        return results.log.calls;
+        return results.received;
     }
 
     std::unique_ptr<ReactionPackDefinition> definition;
@@ -152,11 +169,11 @@ protected:
 };
 
 TEST_F(StrangeHost, GetsTheNumbersOfAUsualOne) {
-    const std::vector<std::string> usual = CalculateUnder(usualHost);
+    const std::vector<std::uint64_t> usual = CalculateUnder(usualHost);
     ASSERT_EQ(usual.size(), 5U);
-    EXPECT_NE(usual[0].find("[inf]"), std::string::npos);
-    EXPECT_NE(usual[2].find("[-inf]"), std::string::npos);
-    EXPECT_NE(usual[4].find("[5e-311]"), std::string::npos);
+    EXPECT_EQ(std::bit_cast<double>(usual[0]), std::numeric_limits<double>::infinity());
+    EXPECT_EQ(std::bit_cast<double>(usual[2]), -std::numeric_limits<double>::infinity());
+    EXPECT_EQ(std::bit_cast<double>(usual[4]), 5e-311);
     EXPECT_EQ(CalculateUnder(strangeHost), usual);
 }
 
@@ -177,7 +194,8 @@ TEST_F(StrangeHost, LoadsAndSavesTheNumbersOfAUsualOne) {
         after = CurrentArithmetic();
     }
     EXPECT_EQ(result, S_OK);
-    EXPECT_TRUE(IsSame(after, strangeHost));
+    EXPECT_EQ(after.x87, strangeHost.x87);
+    EXPECT_EQ(after.sse & ~sseFlags, strangeHost.sse & ~sseFlags);
     const double expected[] = {0.30000000000000004, std::numeric_limits<double>::infinity(), 1.1e-5, 1.4142135623730951,
                                2.718281828459045};
     for (std::size_t i = 0; i < 5; ++i) {

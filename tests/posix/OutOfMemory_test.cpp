@@ -60,12 +60,12 @@ public:
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR property, VARIANT* value, IErrorLog*) override {
         const int left = std::exchange(automationAllocationsLeft, 0);
         const auto entry = values.find(TextOf(property));
-        const HRESULT result = entry == values.end() ? E_FAIL : VariantCopy(value, &entry->second.Get());
+        const HRESULT result = entry == values.end() ? E_FAIL : CopyVariant(value, entry->second.Get());
         automationAllocationsLeft = left;
         return result;
     }
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR property, VARIANT* value) override {
-        return VariantCopy(values[std::u16string(TextOf(property))].Receive(), value);
+        return CopyVariant(values[std::u16string(TextOf(property))].Receive(), *value);
     }
     std::map<std::u16string, CVariant, std::less<>> values;
 };

@@ -27,12 +27,12 @@ public:
         lastErrorLog = errorLog;
         if (log.Record("Read " + key)) return log.failCode;
         const auto entry = entries.find(key);
-        return entry == entries.end() ? E_INVALIDARG : VariantCopy(value, &entry->second.Get());
+        return entry == entries.end() ? E_INVALIDARG : CopyVariant(value, entry->second.Get());
     }
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR property, VARIANT* value) override {
         const std::string key = Utf8FromUtf16(TextOf(property));
         if (log.Record("Write " + key)) return log.failCode;
-        return VariantCopy(entries[key].Receive(), value);
+        return CopyVariant(entries[key].Receive(), *value);
     }
 
     /// The entry as `Show` prints it; "<none>" if there is none.

@@ -29,7 +29,7 @@ HRESULT CFakeMaterial::Answer(const std::string& operation, const std::string& c
     if (log.Record(call)) return log.failCode;
     const auto failure = failures.find(operation);
     if (failure != failures.end()) return failure->second;
-    return answer && results ? VariantCopy(results, &answer->Get()) : S_OK;
+    return answer && results ? CopyVariant(results, answer->Get()) : S_OK;
 }
 
 HRESULT CFakeMaterial::get_ComponentIds(VARIANT* compIds) {

@@ -17,6 +17,7 @@ class CFakeMaterial : public CDualInterface<ICapeThermoMaterialObject>,
 public:
     /// A material with these identifiers and no CAS numbers.
     explicit CFakeMaterial(std::initializer_list<const char16_t*> identifiers);
+    virtual ~CFakeMaterial() = default;
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override;
     ULONG STDMETHODCALLTYPE AddRef() override { return references.Add(); }

@@ -88,6 +88,13 @@ CVariant TwoDimensions(VARTYPE elementType) {
     return made;
 }
 
+HRESULT CopyVariant(VARIANT* destination, const VARIANT& source) {
+    if (source.vt != VT_BSTR || source.bstrVal) return VariantCopy(destination, const_cast<VARIANT*>(&source));
+    VariantClear(destination);
+    *destination = source;
+    return S_OK;
+}
+
 std::vector<double> NumbersIn(const VARIANT& variant) {
     std::vector<double> numbers;
     if (variant.vt != (VT_ARRAY | VT_R8)) return numbers;

@@ -20,6 +20,10 @@ CVariant StringArray(const std::vector<std::u16string>& texts, LONG lowerBound);
 /// A two-dimensional array of one element.
 CVariant TwoDimensions(VARTYPE elementType);
 
+/// Clears `destination` and makes it a deep copy of `source`. A null string stays null, which not every platform's copy
+/// sees to.
+HRESULT CopyVariant(VARIANT* destination, const VARIANT& source);
+
 std::vector<double> NumbersIn(const VARIANT& variant);
 /// A null element is shown as "<null>".
 std::vector<std::string> StringsIn(const VARIANT& variant);

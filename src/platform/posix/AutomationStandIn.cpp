@@ -180,8 +180,8 @@ HRESULT VariantCopy(VARIANT* destination, const VARIANT* source) {
         const HRESULT result = SafeArrayCopy(source->parray, &copy.parray);
         if (FAILED(result)) return result;
     } else if (copy.vt == VT_BSTR) {
-        copy.bstrVal = CopyBstr(source->bstrVal);
-        if (source->bstrVal && !copy.bstrVal) return E_OUTOFMEMORY;
+        copy.bstrVal = SysAllocStringLen(source->bstrVal, SysStringLen(source->bstrVal));  // of null an empty one
+        if (!copy.bstrVal) return E_OUTOFMEMORY;
     } else if ((copy.vt == VT_UNKNOWN || copy.vt == VT_DISPATCH) && copy.punkVal) {
         copy.punkVal->AddRef();
     }
