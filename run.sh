@@ -24,7 +24,7 @@ log=build/$preset.run.log
     { cat "$log"; exit 1; }
 
 if [ "$#" -eq 0 ]; then
-    set -- table --document "$PWD/examples/documents/water-gas-shift.json" --from 500 --to 900 --step 50
+    set -- table --document "$PWD/examples/documents/methanol-synthesis.json" --from 460 --to 560 --step 20
 fi
 program=$PWD/build/$preset/examples/simulator/rekasim
 if [ "$preset" = native-release ]; then

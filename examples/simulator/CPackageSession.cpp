@@ -47,6 +47,9 @@ bool FailCall(IUnknown* object, HRESULT result, const char* call, Failure& failu
     failure.text = description;
     failure.scope = ReadUtf8([&user](BSTR* text) { user->get_scope(text); });
     failure.interfaceName = ReadUtf8([&user](BSTR* text) { user->get_interfaceName(text); });
+    if (const auto root = Ask<reka::ECapeRoot>(object)) {
+        failure.name = ReadUtf8([&root](BSTR* text) { root->get_name(text); });
+    }
     return false;
 }
 

@@ -91,17 +91,22 @@ bool CalculateMainValues(CPackageSession& session, const std::vector<Reaction>& 
     return true;
 }
 
-/// A reaction may have no heat, so each is asked for by itself, and a failure leaves a dash. `notes` may be null.
-void CalculateHeats(CPackageSession& session, const std::vector<Reaction>& reactions, ReactionValues& line,
-                    std::ostream* notes) {
+/// A reaction may have no heat of reaction, so each is asked for by itself, and one without gets a dash. `notes` may be
+/// null.
+bool CalculateHeats(CPackageSession& session, const std::vector<Reaction>& reactions, ReactionValues& line,
+                    std::ostream* notes, Failure& failure) {
     for (const Reaction& reaction : reactions) {
         std::vector<double> values;
-        Failure failure;
-        const bool calculated =
-            session.Calculate(u"EnthalpyOfReaction", reaction.phase, {reaction.id}, values, failure);
-        line.heats.push_back(calculated ? FormatFullNumber(values[0]) : "-");
-        if (!calculated && notes) *notes << "rekasim: no heat of reaction: " << OnOneLine(failure.text) << "\n";
+        if (session.Calculate(u"EnthalpyOfReaction", reaction.phase, {reaction.id}, values, failure)) {
+            line.heats.push_back(FormatFullNumber(values[0]));
+            continue;
+        }
+        if (failure.name != "undefined") return false;
+        line.heats.push_back("-");
+        if (notes) *notes << "rekasim: no heat of reaction: " << OnOneLine(failure.text) << "\n";
+        failure = Failure();
     }
+    return true;
 }
 
 /// One line per temperature. Why a reaction has no heat is noted for the first.
@@ -115,7 +120,8 @@ bool CalculateLines(CPackageSession& session, CMaterial& material, const std::ve
         line.mainValues.resize(reactions.size());
         if (!CalculateMainValues(session, reactions, true, line, failure)) return false;
         if (!CalculateMainValues(session, reactions, false, line, failure)) return false;
-        CalculateHeats(session, reactions, line, lines.size() == 1 ? notes : nullptr);
+        std::ostream* const lineNotes = lines.size() == 1 ? notes : nullptr;
+        if (!CalculateHeats(session, reactions, line, lineNotes, failure)) return false;
     }
     return true;
 }

@@ -93,6 +93,16 @@ TEST(Failure, TellsScopeAndInterfaceWhenVerbose) {
               "rekasim: scope SetMaterial, interface ICapeThermoContext\n");
 }
 
+TEST(Failure, OfAHeatThatCannotBeCalculated) {
+    const RunResult result =
+        RunChanged("water-gas-shift.json", R"({"package": {"reactionHeatEquation": ["1/(T-700)"]
+}
+})");
+    EXPECT_EQ(result.status, 1);
+EXPECT_EQ(result.out, "");
+EXPECT_EQ(result.err, "rekasim: Failed to calculate EnthalpyOfReaction for reaction shift: division by zero\n");
+}
+
 TEST(LoadReports, AreCountedAndShownWhenVerbose) {
     const char patch[] = R"({"package": {"reactionHeatEquation": ["1+"], "reactionEquilibriumBasis": ["fugacity"]}})";
     const RunResult quiet = RunChanged("water-gas-shift.json", patch);

@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstdint>
 
+// NOLINTBEGIN(readability-identifier-naming): the names are the platform's
+
 using HRESULT = std::int32_t;
 using SCODE = std::int32_t;
 using LONG = std::int32_t;
@@ -236,3 +238,5 @@ extern const IID GUID_NULL;
 /// Where strings and arrays get their memory. A test puts a function here that fails when it is told to; null stands
 /// for malloc.
 extern void* (*automationAllocate)(std::size_t size);
+
+// NOLINTEND(readability-identifier-naming)
