@@ -20,18 +20,28 @@ namespace {
 struct OpenDocument {
     Json content;
     CPackageSession session;
+    std::vector<std::string> loadFaults;  // what the package reported while it loaded, each in one line
 };
 
-void ReportLoad(const CommandOptions& options, const CErrorLog& log, std::ostream& err) {
-    if (options.isVerbose) {
-        for (const CErrorLog::Report& report : log.Reports()) {
-            err << "rekasim: load report: " << OnOneLine(reka::Utf8FromUtf16(report.property)) << ": "
-                << OnOneLine(reka::Utf8FromUtf16(report.text)) << "\n";
-        }
-    } else if (!log.Reports().empty()) {
-        err << "rekasim: the package loaded with reported faults (" << std::to_string(log.Reports().size())
-            << "), which --verbose shows\n";
+void KeepLoadFaults(const CErrorLog& log, OpenDocument& document) {
+    for (const CErrorLog::Report& report : log.Reports()) {
+        document.loadFaults.push_back(OnOneLine(reka::Utf8FromUtf16(report.property)) + ": " +
+                                      OnOneLine(reka::Utf8FromUtf16(report.text)));
     }
+}
+
+/// What the user hears of faults that the package survived: a note if all went well, and otherwise the first of them
+/// behind the failure, of which it is likely the cause. With --verbose all of them have been told.
+bool Finish(bool isDone, const CommandOptions& options, const OpenDocument& document, std::ostream& err,
+            Failure& failure) {
+    if (options.isVerbose || document.loadFaults.empty()) return isDone;
+    if (isDone) {
+        err << "rekasim: the package loaded with reported faults (" << std::to_string(document.loadFaults.size())
+            << "), which --verbose shows\n";
+    } else {
+        failure.text += " (the package loaded with a fault: " + document.loadFaults.front() + ")";
+    }
+    return isDone;
 }
 
 bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& err, Failure& failure) {
@@ -44,7 +54,12 @@ bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& e
     } else if (FillBag(*package, *bag, errorText)) {
         const auto log = MakeObject<CErrorLog>();
         const bool loaded = document.session.Load(*bag, *log, failure);
-        if (loaded || options.isVerbose) ReportLoad(options, *log, err);
+        if (loaded) KeepLoadFaults(*log, document);
+        for (std::size_t i = 0; options.isVerbose && i < log->Reports().size(); ++i) {
+            const CErrorLog::Report& report = log->Reports()[i];
+            err << "rekasim: load report: " << OnOneLine(reka::Utf8FromUtf16(report.property)) << ": "
+                << OnOneLine(reka::Utf8FromUtf16(report.text)) << "\n";
+        }
         return loaded;
     }
     failure.text = options.documentPath + ": " + errorText;
@@ -126,25 +141,9 @@ bool CalculateLines(CPackageSession& session, CMaterial& material, const std::ve
     return true;
 }
 
-}  // namespace
-
-std::string OnOneLine(const std::string& text) {
-    std::string line;
-    for (const char character : text) {
-        const bool isBlank = character == '\r' || character == '\n' || character == ' ';
-        if (!isBlank)
-            line += character;
-        else if (!line.empty() && line.back() != ' ')
-            line += ' ';
-    }
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line;
-}
-
-bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
-    OpenDocument document;
+bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostream& out, std::ostream& err,
+                Failure& failure) {
     MaterialState state;
-    if (!Open(options, document, err, failure)) return false;
     if (!ReadMaterial(document.content, state, failure.text)) {
         failure.text = options.documentPath + ": " + failure.text;
         return false;
@@ -172,9 +171,7 @@ bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& er
     return true;
 }
 
-bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
-    OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
+bool PrintPackage(OpenDocument& document, std::ostream& out, Failure& failure) {
     std::vector<Reaction> reactions;
     if (!document.session.ReadReactions(reactions, failure)) return false;
     if (!WriteIdentity(document.session, out, failure)) return false;
@@ -184,13 +181,44 @@ bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err
     return true;
 }
 
-bool RunSave(const CommandOptions& options, std::ostream&, std::ostream& err, Failure& failure) {
-    OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
+bool SaveDocument(const CommandOptions& options, OpenDocument& document, Failure& failure) {
     const auto bag = MakeObject<CPropertyBag>();
     if (!document.session.Save(*bag, failure)) return false;
     document.content["package"] = MembersFromBag(*bag);
     return WriteDocument(options.outputPath, document.content, failure.text);
+}
+
+}  // namespace
+
+std::string OnOneLine(const std::string& text) {
+    std::string line;
+    for (const char character : text) {
+        const bool isBlank = character == '\r' || character == '\n' || character == ' ';
+        if (!isBlank)
+            line += character;
+        else if (!line.empty() && line.back() != ' ')
+            line += ' ';
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
+bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    return Finish(PrintTable(options, document, out, err, failure), options, document, err, failure);
+}
+
+bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    return Finish(PrintPackage(document, out, failure), options, document, err, failure);
+}
+
+bool RunSave(const CommandOptions& options, std::ostream&, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    return Finish(SaveDocument(options, document, failure), options, document, err, failure);
 }
 
 }  // namespace rekasim

@@ -21,24 +21,30 @@ const char16_t* ElementWord(VARTYPE elementType) {
     }
 }
 
+/// Size of an element; 0 for types that nobody here asks for.
 std::size_t ElementSize(VARTYPE elementType) {
     switch (elementType) {
+        case VT_I2:
+            return 2;
+        case VT_I4:
+            return 4;
         case VT_R8:
             return sizeof(double);
         case VT_BSTR:
             return sizeof(BSTR);
-        default:
+        case VT_VARIANT:
             return sizeof(VARIANT);
+        default:
+            return 0;
     }
 }
 
-/// Whether the array really holds what its variant claims. An element of another size would be copied over the end of
-/// its destination, and other bits would be taken for a string.
-bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
-    if (!array || SafeArrayGetDim(array) == 0) return true;  // the dimension check speaks of that
-    VARTYPE actual = VT_EMPTY;
-    if (SUCCEEDED(SafeArrayGetVartype(array, &actual)) && actual != elementType) return false;
-    return SafeArrayGetElemsize(array) == ElementSize(elementType);
+/// The element type of an array as its own record tells it; `VT_EMPTY` where it doesn't tell.
+VARTYPE RecordedType(SAFEARRAY& array) {
+    VARTYPE recorded = VT_EMPTY;
+    if (SUCCEEDED(SafeArrayGetVartype(&array, &recorded))) return recorded;
+    if (array.fFeatures & FADF_BSTR) return VT_BSTR;
+    return array.fFeatures & FADF_VARIANT ? VT_VARIANT : VT_EMPTY;
 }
 
 /// Makes an element null. Storing an absent string would make it an empty one on some systems.
@@ -57,6 +63,15 @@ HRESULT ClearString(SAFEARRAY& array, LONG index) {
 }
 
 }  // namespace
+
+bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
+    if (!array || SafeArrayGetDim(array) == 0) return true;
+    const VARTYPE recorded = RecordedType(*array);
+    // Only plain numbers may come without a record of their type: other bits must not be taken for pointers.
+    const bool needsRecord = elementType == VT_BSTR || elementType == VT_VARIANT;
+    if (recorded != elementType && (recorded != VT_EMPTY || needsRecord)) return false;
+    return array->pvData && SafeArrayGetElemsize(array) == ElementSize(elementType);
+}
 
 std::int32_t CheckArrayVariant(const VARIANT& variant, VARTYPE elementType, std::u16string& errorText) {
     if (variant.vt == VT_EMPTY) return 0;

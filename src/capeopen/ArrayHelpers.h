@@ -13,6 +13,11 @@
 
 namespace reka {
 
+/// Whether an array really holds elements of that type, whatever its variant claims: an element of another size would
+/// be copied over the end of its destination, and other bits would be taken for a string. An array without dimensions
+/// passes, since the checks of the dimension speak of that.
+bool HoldsElements(SAFEARRAY* array, VARTYPE elementType);
+
 /// The strict reader, for what a simulator passes: the number of elements of a one-dimensional array of `elementType`
 /// (VT_R8, VT_BSTR or VT_VARIANT) with lower bound 0; 0 for an empty variant; otherwise -1 with the reason in
 /// `errorText`, which is touched only then. An array of no elements is an error.

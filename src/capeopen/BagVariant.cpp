@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include "capeopen/ArrayHelpers.h"
+
 namespace reka {
 
 namespace {
@@ -25,17 +27,11 @@ const char16_t* ElementWord(VARTYPE elementType) {
     }
 }
 
-/// Whether the elements are what the variant's type says; where the array can't tell, its type is believed.
-bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
-    VARTYPE actual = VT_EMPTY;
-    return FAILED(SafeArrayGetVartype(array, &actual)) || actual == elementType;
-}
-
 /// The bounds of the array read, into `bagVariant`. The reason if they aren't as expected, otherwise empty.
 std::u16string ReadBounds(BagVariant& bagVariant, VARTYPE expectedType) {
     const auto elementType = static_cast<VARTYPE>(expectedType & ~VT_ARRAY);
     SAFEARRAY* const array = bagVariant.value.parray;
-    if (bagVariant.value.vt != expectedType || (array && !HoldsElements(array, elementType))) {
+    if (bagVariant.value.vt != expectedType || !HoldsElements(array, elementType)) {
         return std::u16string(u"Expected an array of type ") + ElementWord(elementType);
     }
     if (SafeArrayGetDim(array) != 1) return u"unexpected dimension; 1-dimensional array expected";
@@ -76,8 +72,8 @@ bool ReadBagVariant(const BagReader& reader, const char16_t* name, BagVariant& b
 
 void ReportBagError(const BagReader& reader, const char16_t* name, std::u16string_view text) {
     if (!reader.errorLog) return;
-    const CBstr description = CBstr::Make(text);
-    const CBstr source = CBstr::Make(reader.source);
+    const CBstr description = CBstr::TryMake(text);  // a report that memory is too short for comes without its words
+    const CBstr source = CBstr::TryMake(reader.source);
     EXCEPINFO exception = {};
     exception.bstrDescription = description.Get();
     exception.bstrSource = source.Get();

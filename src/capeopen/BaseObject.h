@@ -48,6 +48,9 @@ public:
     /// are always the same ones.
     void* FindInterface(REFIID iid);
 
+    /// Gives back all that the object holds of others, before it is destroyed.
+    virtual void FinalRelease() {}
+
 protected:
     CBstr componentName;
     CBstr componentDescription;
@@ -63,10 +66,12 @@ private:
 /// the text can't be copied.
 HRESULT GiveCopy(const CBstr& text, BSTR* output);
 
-/// Runs the body of an interface method. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as
+/// Runs the body of an interface method. The object lives until it has returned, whatever a call that goes out gives
+/// back. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as
 /// name and description and the result is `ECapeUnknownHR`; the same code without a text answers anything else.
 template <class Body>
 HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* interfaceName, Body&& body) noexcept {
+    const CComRef<ECapeRoot> self(&object);
     try {
         return body();
     } catch (const std::bad_alloc&) {

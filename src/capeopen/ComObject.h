@@ -10,7 +10,8 @@
 namespace reka {
 
 /// An object of its own. `Class` offers `void* FindInterface(REFIID)`, which gives the interface without a count, or
-/// null. Counts are plain: the object belongs to one apartment.
+/// null. It may offer `FinalRelease()`, which gives back all that it holds of others while the object is still whole.
+/// Counts are plain: the object belongs to one apartment.
 template <class Class>
 class CComObject final : public Class {
 public:
@@ -25,7 +26,8 @@ public:
     ULONG STDMETHODCALLTYPE Release() override {
         const ULONG left = --count;
         if (left == 0) {
-            count = 1;  // what the destructor hands out and takes back must not destroy a second time
+            count = 1;  // outside objects that are given back now may still call, and must not destroy it again
+            if constexpr (requires(Class & object) { object.FinalRelease(); }) this->FinalRelease();
             delete this;
         }
         return left;
@@ -60,6 +62,7 @@ public:
         const ULONG left = --count;
         if (left == 0) {
             count = 1;
+            if constexpr (requires(Class & object) { object.FinalRelease(); }) contained.FinalRelease();
             delete this;
         }
         return left;

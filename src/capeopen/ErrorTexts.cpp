@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <iterator>
+#include <new>
 
 #include "capeopen/CapeOpenInterfaces.h"
 #include "platform/Holders.h"
@@ -73,17 +74,21 @@ std::u16string GetCapeErrorText(IUnknown* outsideObject, HRESULT resultCode) {
     return text ? text : u"Failed to get error name";
 }
 
-std::u16string GetSystemErrorText(HRESULT resultCode) {
+std::u16string GetSystemErrorText(HRESULT resultCode) try {
     std::u16string text;
     if (FindSystemMessage(resultCode, text)) {
-        if (!text.empty() && text.back() == u'\n') text.pop_back();
-        if (!text.empty() && text.back() == u'\r') text.pop_back();
+        if (text.ends_with(u'\n')) {
+            text.pop_back();
+            if (text.ends_with(u'\r')) text.pop_back();
+        }
         if (!text.empty()) return text;
     }
     text = u"error code 0x";
     constexpr char16_t digits[] = u"0123456789ABCDEF";
     for (int shift = 28; shift >= 0; shift -= 4) text += digits[static_cast<std::uint32_t>(resultCode) >> shift & 0xF];
     return text;
+} catch (const std::bad_alloc&) {
+    return u"<unknown error>";  // the text couldn't be copied
 }
 
 }  // namespace reka

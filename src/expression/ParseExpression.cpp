@@ -6,6 +6,7 @@
 #include <new>
 
 #include "expression/CheckExpression.h"
+#include "platform/HostArithmetic.h"
 
 namespace reka {
 
@@ -27,6 +28,7 @@ ExpressionTree TakeParsedNode(ReactionExpressionParser& parser) {
 ExpressionTree ParseExpression(const ReactionPackDefinition& definition, std::u16string_view text,
                                std::u16string& errorText, std::int32_t* position) {
     const std::lock_guard lock(parserLock);
+    const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
     ReactionExpressionParser parser(definition, text);
     RunReactionGrammar(parser);  // the error buffer alone tells the outcome
     if (parser.isOutOfMemory) throw std::bad_alloc();

@@ -11,8 +11,9 @@ HRESULT CreateReactionPack(REFIID iid, void** package) noexcept {
     return CreateObject<CReactionPack>(nullptr, iid, package);
 }
 
-CReactionPack::~CReactionPack() {
+void CReactionPack::FinalRelease() {
     reactionObject.Reset();
+    ++bindings;
     material.Reset();
     definition.reset();
     simulationContext.Reset();
@@ -38,11 +39,22 @@ void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
     }
     definition = std::move(copy);
     if (definition) resolvedOrLoaded = 1;
-    dirty = 1;
+    MarkChanged();
+}
+
+std::shared_ptr<ReactionPackDefinition> CReactionPack::CopyDefinition(const ReactionPackDefinition& source) {
+    auto copy = std::make_shared<ReactionPackDefinition>(source.simulationContext.Get());
+    copy->CopyFrom(source);
+    for (std::size_t i = 0; i < source.compounds.size(); ++i) {
+        copy->compounds[i]->databaseIndex = source.compounds[i]->databaseIndex;
+    }
+    copy->AllocateWorkArrays();
+    return copy;
 }
 
 void CReactionPack::AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded) {
     loaded->AllocateWorkArrays();
+    loaded->simulationContext = simulationContext;  // which a bag may have changed while it was read
     definition = std::move(loaded);
     resolvedOrLoaded = 1;
     dirty = 0;
@@ -57,7 +69,7 @@ HRESULT CReactionPack::put_ComponentName(BSTR name) {
     if (!definition) return E_UNEXPECTED;
     return RunMethod(*this, u"put_ComponentName", u"ICapeIdentification", [&] {
         definition->name = CBstr::CopyOf(name);
-        dirty = 1;
+        MarkChanged();
         return S_OK;
     });
 }
@@ -71,7 +83,7 @@ HRESULT CReactionPack::put_ComponentDescription(BSTR description) {
     if (!definition) return E_UNEXPECTED;
     return RunMethod(*this, u"put_ComponentDescription", u"ICapeIdentification", [&] {
         definition->description = CBstr::CopyOf(description);
-        dirty = 1;
+        MarkChanged();
         return S_OK;
     });
 }

@@ -17,8 +17,9 @@ namespace reka {
 /// them. Each interface has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
 /// object belongs to one apartment and takes no locks.
 ///
-/// A material or a reaction object may call back into the package while a call is on its way to it. The call under way
-/// keeps the definition and the objects that it began with; what a callback sets counts from the next call on.
+/// A material or a reaction object may call back into the package while a calculation asks it. The calculation keeps
+/// the definition, its working values and the objects that it began with; what a callback sets or calculates is apart
+/// from them, and counts from the next call on. The package lives until the call has returned.
 class CReactionPack : public BaseObject,
                       public CDualInterface<ICapeKineticReactionContext>,
                       public CDualInterface<ICapeReactionChemistry>,
@@ -28,8 +29,7 @@ class CReactionPack : public BaseObject,
                       public CDualInterface<ICapeUtilities>,
                       public IPersistPropertyBag {
 public:
-    CReactionPack() = default;
-    ~CReactionPack() override;
+    void FinalRelease() override;
 
     /// Gives the package a deep copy of `source`, or takes its definition away for null. With a definition the package
     /// counts as resolved; either way it asks to be saved. May throw std::bad_alloc, which leaves the package as
@@ -93,6 +93,16 @@ private:
     /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.
     int FindReaction(BSTR reactionId, const char16_t* scope);
 
+    /// Whether a call under way works on the definition, which must stay for it as it is.
+    bool IsDefinitionInUse() const { return definition.use_count() > 1; }
+    /// A definition of the same content with working values of its own.
+    static std::shared_ptr<ReactionPackDefinition> CopyDefinition(const ReactionPackDefinition& source);
+
+    void MarkChanged() {
+        dirty = 1;
+        ++changes;
+    }
+
     /// Puts a loaded definition into service.
     void AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded);
 
@@ -107,6 +117,7 @@ private:
         compoundMap;  // per compound: index into the material's; may be null
     std::int32_t materialCompoundCount = 0;
     std::int32_t resolvedOrLoaded = 0;
+    std::uint32_t changes = 0;   // counts what made it dirty, so that a save notices a change made meanwhile
     std::uint32_t bindings = 0;  // counts the changes of `material`, so that a binding notices one made behind its back
 };
 

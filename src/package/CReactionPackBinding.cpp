@@ -242,6 +242,8 @@ HRESULT CReactionPack::SetMaterial(IDispatch* newMaterial) {
             material.Reset();
             return report();
         }
+        // A calculation under way, from within which this was called, goes on with the identifiers that it knows.
+        if (IsDefinitionInUse()) definition = CopyDefinition(*definition);
         for (std::size_t i = 0; i < definition->compounds.size(); ++i) {
             definition->compounds[i]->id = std::move(resolution.Identifiers()[i]);
         }
@@ -250,6 +252,7 @@ HRESULT CReactionPack::SetMaterial(IDispatch* newMaterial) {
 }
 
 HRESULT CReactionPack::UnsetMaterial() {
+    const CComRef<ECapeRoot> self(this);
     ++bindings;
     material.Reset();
     return S_OK;

@@ -57,10 +57,6 @@ bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
     return TextOf(basis).empty() || (property.acceptsMoleBasis && SameText(basis, u"Mole"));
 }
 
-std::u16string Text(BSTR text) {
-    return std::u16string(TextOf(text));
-}
-
 /// One call, with all that it works on. What it began with stays alive until it ends.
 class CPropertyCalculation {
 public:
@@ -79,7 +75,7 @@ public:
     bool Calculate(BSTR propertyName, const std::vector<std::size_t>& selected) {
         const ReactionProperty* const property = FindProperty(propertyName);
         if (!property) {
-            return Report(u"Unknown or unsupported reaction property \"" + Text(propertyName) + u"\"");
+            return Report(u"Unknown or unsupported reaction property \"" + StringFromBstr(propertyName) + u"\"");
         }
         if (!IsAcceptedBasis(*property, basis)) return Report(u"Unsupported basis", property->basisError);
         std::uint32_t dependencies = 0;
@@ -100,12 +96,13 @@ public:
 private:
     bool CheckReaction(const ReactionProperty& property, const ReactionDefinition& reaction) {
         if (!property.acceptsAnyType && reaction.type != property.type) {
-            return Report(u"Reaction \"" + Text(reaction.id.Get()) + property.typeError);
+            return Report(u"Reaction \"" + StringFromBstr(reaction.id.Get()) + property.typeError);
         }
         if (!SameText(reaction.phase.Get(), phase)) {
-            return Report(u"phase mismatch", u"Reaction \"" + Text(reaction.id.Get()) + u"\" is defined for phase " +
-                                                 Text(reaction.phase.Get()) +
-                                                 u"; cannot perform calculation for requested phase " + Text(phase));
+            return Report(u"phase mismatch", u"Reaction \"" + StringFromBstr(reaction.id.Get()) +
+                                                 u"\" is defined for phase " + StringFromBstr(reaction.phase.Get()) +
+                                                 u"; cannot perform calculation for requested phase " +
+                                                 StringFromBstr(phase));
         }
         return reaction.*property.expression ? true : ReportMissingExpression(property, reaction);
     }
@@ -117,7 +114,8 @@ private:
         if (property.expression == &ReactionDefinition::equilibriumConstantExpression) {
             return Report(u"no expression", u"equilibrium constant expression not defined for requested reaction");
         }
-        return Report(u"undefined", u"heat of reaction is not defined for reaction \"" + Text(reaction.id.Get()) +
+        return Report(u"undefined", u"heat of reaction is not defined for reaction \"" +
+                                        StringFromBstr(reaction.id.Get()) +
                                         u"\". Cannot calculation property EnthalpyOfReaction");
     }
 
@@ -136,8 +134,8 @@ private:
             }
         }
         if (!errorText.empty()) {
-            return Report(u"Failed to calculate " + Text(property) + u" for reaction " + Text(reactionId) + u": " +
-                          errorText);
+            return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
+                          StringFromBstr(reactionId) + u": " + errorText);
         }
         const HRESULT result = arithmetic.Outside(
             [&] { return reactionObject.SetReactionProp(property, phase, identifiers.Get(), basis, values.Get()); });
@@ -193,7 +191,7 @@ HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& defini
             ++index;
         }
         if (index == definition.reactions.size()) {
-            return Refuse(object, u"Unknown reaction ID: " + Text(name.Get()));
+            return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name.Get()));
         }
         selected.push_back(index);
     }
@@ -208,9 +206,9 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         if (!reactionObject) {
             return Refuse(*this, u"No reaction object", u"The reaction object was not set before CalcReactionProp");
         }
-        // What the call began with, itself included, stays until it ends, whatever a callback does.
-        const CComRef<IUnknown> self(static_cast<ICapeReactionsRoutine*>(this));
-        const auto usedDefinition = definition;
+        // What the call began with stays until it ends, whatever a callback does. A calculation that is called from
+        // within another one leaves the working values of that one alone.
+        const auto usedDefinition = IsDefinitionInUse() ? CopyDefinition(*definition) : definition;
         const auto usedReactionObject = reactionObject;
         const auto usedMaterial = material;
         const auto usedMap = compoundMap;

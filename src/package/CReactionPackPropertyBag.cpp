@@ -18,12 +18,10 @@ HRESULT CReactionPack::InitNew() {
 
 HRESULT CReactionPack::Load(IPropertyBag* bag, IErrorLog* errorLog) {
     if (!bag) return E_POINTER;
+    const CComRef<ECapeRoot> self(this);  // the bag may give the last count back
     try {
         auto loaded = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
-        {
-            const COwnArithmetic arithmetic;
-            if (!ReadDefinitionFromBag(*loaded, {bag, errorLog, u"REKA"}, arithmetic)) return E_FAIL;
-        }
+        if (!ReadDefinitionFromBag(*loaded, {bag, errorLog, u"REKA"})) return E_FAIL;
         AdoptDefinition(std::move(loaded));
         return S_OK;
     } catch (...) {
@@ -34,11 +32,12 @@ HRESULT CReactionPack::Load(IPropertyBag* bag, IErrorLog* errorLog) {
 HRESULT CReactionPack::Save(IPropertyBag* bag, BOOL clearDirty, BOOL) {
     if (!definition) return E_UNEXPECTED;
     if (!bag) return E_POINTER;
+    const CComRef<ECapeRoot> self(this);
     try {
         const auto saved = definition;  // a bag that calls back may load another one
-        const COwnArithmetic arithmetic;
-        if (!WriteDefinitionToBag(*saved, *bag, arithmetic)) return E_FAIL;
-        if (clearDirty) dirty = 0;
+        const std::uint32_t savedChanges = changes;
+        if (!WriteDefinitionToBag(*saved, *bag)) return E_FAIL;
+        if (clearDirty && changes == savedChanges) dirty = 0;  // unless something was changed behind it
         return S_OK;
     } catch (...) {
         return E_FAIL;

@@ -13,7 +13,8 @@ HRESULT CReactionPack::get_parameters(IDispatch** parameters) {
 }
 
 HRESULT CReactionPack::put_simulationContext(IDispatch* context) {
-    const CComRef<IDispatch> kept(context);  // a release below may drop the caller's last count
+    const CComRef<ECapeRoot> self(this);  // a release below may drop the last count on this object, or on the context
+    const CComRef<IDispatch> kept(context);
     simulationContext = kept;
     if (definition) definition->simulationContext = kept;
     return S_OK;
@@ -36,6 +37,7 @@ HRESULT CReactionPack::Initialize() {
 }
 
 HRESULT CReactionPack::Terminate() {
+    const CComRef<ECapeRoot> self(this);
     simulationContext.Reset();
     ++bindings;
     material.Reset();

@@ -18,10 +18,6 @@ bool IsVersion11(const ReactionPackDefinition& definition) {
     return definition.thermoVersion == ThermoVersion::Version11;
 }
 
-std::u16string Text(BSTR text) {
-    return std::u16string(TextOf(text));
-}
-
 std::u16string Decimal(std::int32_t number) {
     char digits[16];
     const std::to_chars_result end = std::to_chars(digits, digits + sizeof digits, number);
@@ -36,10 +32,7 @@ bool MakeOneString(CVariant& array, BSTR text) {
 
 /// Whether `answer` holds an array of doubles, of whatever shape.
 bool IsDoubleArray(const VARIANT& answer) {
-    VARTYPE elementType = VT_EMPTY;
-    return answer.vt == (VT_ARRAY | VT_R8) && answer.parray &&
-           (FAILED(SafeArrayGetVartype(answer.parray, &elementType)) || elementType == VT_R8) &&
-           SafeArrayGetElemsize(answer.parray) == sizeof(double);
+    return answer.vt == (VT_ARRAY | VT_R8) && answer.parray && HoldsElements(answer.parray, VT_R8);
 }
 
 /// Whether the array of `answer` is one-dimensional and holds the indices from 0 to `count` - 1.
@@ -69,11 +62,6 @@ bool CMaterialReader::FetchExpressionInputs(std::uint32_t dependencies, BSTR pha
     }
     if (dependencies == 0) return true;
     const std::uint32_t compoundBits = dependencies & ~(dependency::temperature | dependency::pressure);
-    // The list is made before anything goes out, so that a material that binds another one in between is still asked by
-    // its own identifiers; that there was no memory for it counts only once the list is needed.
-    std::u16string listError;
-    const bool hasList = compoundBits == 0 || MakeCompoundList(listError);
-
     if ((dependencies & dependency::temperature) &&
         !ReadScalar(words.temperature.Get(), phase, definition.temperature, errorText)) {
         return false;
@@ -83,10 +71,7 @@ bool CMaterialReader::FetchExpressionInputs(std::uint32_t dependencies, BSTR pha
         return false;
     }
     if (compoundBits == 0) return true;
-    if (!hasList) {
-        errorText = listError;
-        return false;
-    }
+    if (!MakeCompoundList(errorText)) return false;
     if (dependencies & (dependency::moleFraction | dependency::molarity)) {
         const Request fraction = {words.fraction.Get(),
                                   false,
@@ -165,7 +150,7 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
     const auto object = AskMaterial<ICapeThermoMaterialObject>(u"ICapeThermoMaterialObject", errorText);
     if (!object) return false;
     const BSTR calcType = request.omitCalcType ? nullptr : words.mixture.Get();
-    const std::u16string calcTypeText = calcType ? u" (calcType " + Text(calcType) + u")" : std::u16string();
+    const std::u16string calcTypeText = calcType ? u" (calcType " + StringFromBstr(calcType) + u")" : std::u16string();
     if (request.calculateFirst) {
         CVariant props;
         CVariant phases;
@@ -176,8 +161,8 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
         const HRESULT result =
             arithmetic.Outside([&] { return object->CalcProp(props.Get(), phases.Get(), calcType); });
         if (FAILED(result)) {
-            errorText = u"Failed to calculate " + Text(request.property) + u" for phase " + Text(phase) + calcTypeText +
-                        u": " + OutsideError(object.Get(), result);
+            errorText = u"Failed to calculate " + StringFromBstr(request.property) + u" for phase " +
+                        StringFromBstr(phase) + calcTypeText + u": " + OutsideError(object.Get(), result);
             return false;
         }
     }
@@ -187,8 +172,8 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
     const HRESULT result = arithmetic.Outside(
         [&] { return object->GetProp(request.property, askedPhase, *request.compoundList, calcType, basis, &answer); });
     if (SUCCEEDED(result)) return true;
-    errorText = u"Failed to obtain " + Text(request.property) + u" for phase " + Text(askedPhase) + calcTypeText +
-                u": " + OutsideError(object.Get(), result);
+    errorText = u"Failed to obtain " + StringFromBstr(request.property) + u" for phase " + StringFromBstr(askedPhase) +
+                calcTypeText + u": " + OutsideError(object.Get(), result);
     return false;
 }
 
@@ -204,8 +189,8 @@ bool CMaterialReader::RequestByVersion11(const Request& request, BSTR phase, VAR
         }
         const HRESULT result = arithmetic.Outside([&] { return routine->CalcSinglePhaseProp(props.Get(), phase); });
         if (FAILED(result)) {
-            errorText = u"CalcSinglePhaseProp failed for property " + Text(request.property) + u", phase " +
-                        Text(phase) + u": " + OutsideError(routine.Get(), result);
+            errorText = u"CalcSinglePhaseProp failed for property " + StringFromBstr(request.property) + u", phase " +
+                        StringFromBstr(phase) + u": " + OutsideError(routine.Get(), result);
             return false;
         }
     }
@@ -215,8 +200,8 @@ bool CMaterialReader::RequestByVersion11(const Request& request, BSTR phase, VAR
     const HRESULT result =
         arithmetic.Outside([&] { return object->GetSinglePhaseProp(request.property, phase, basis, &answer); });
     if (SUCCEEDED(result)) return true;
-    errorText = u"Failed to obtain " + Text(request.property) + u" for phase " + Text(phase) + u": " +
-                OutsideError(object.Get(), result);
+    errorText = u"Failed to obtain " + StringFromBstr(request.property) + u" for phase " + StringFromBstr(phase) +
+                u": " + OutsideError(object.Get(), result);
     return false;
 }
 
@@ -233,10 +218,10 @@ bool CMaterialReader::TakeValues(const Request& request, BSTR phase, const VARIA
         taken = taken && SUCCEEDED(SafeArrayGetElement(answer.parray, &index, &results[compound]));
     }
     if (taken) return true;
-    errorText = u"Invalid values for " + Text(request.property);
-    if (!IsTemperatureOrPressure(request.property)) errorText += u" for phase " + Text(phase);
+    errorText = u"Invalid values for " + StringFromBstr(request.property);
+    if (!IsTemperatureOrPressure(request.property)) errorText += u" for phase " + StringFromBstr(phase);
     if (!IsVersion11(definition) && !request.omitCalcType) {
-        errorText += u" (calcType " + Text(words.mixture.Get()) + u")";
+        errorText += u" (calcType " + StringFromBstr(words.mixture.Get()) + u")";
     }
     // An answer of another type is told the count of the material's compounds where those were asked for.
     errorText += u": expected a double array with " +

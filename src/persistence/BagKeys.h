@@ -2,6 +2,9 @@
 
 #pragma once
 
+#include <string>
+#include <string_view>
+
 namespace reka::bagkey {
 
 constexpr const char16_t* name = u"Name";
@@ -24,9 +27,10 @@ constexpr const char16_t* reactionEquilibriumBasis = u"reactionEquilibriumBasis"
 constexpr const char16_t* reactionEquilibriumConstantEquation = u"reactionEquilibriumConstantEquation";
 constexpr const char16_t* reactionHeatEquation = u"reactionHeatEquation";
 
-// Followed by the entries "stoichiometry[" + id of the reaction + "]", one per reaction.
-constexpr const char16_t* stoichiometryBegin = u"stoichiometry[";
-constexpr const char16_t* stoichiometryEnd = u"]";
+/// One entry per reaction follows, named after the reaction's identifier.
+inline std::u16string Stoichiometry(std::u16string_view identifier) {
+    return u"stoichiometry[" + std::u16string(identifier) + u"]";
+}
 
 constexpr const char16_t* thermoVersion = u"thermoVersion";
 

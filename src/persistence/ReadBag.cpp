@@ -2,10 +2,9 @@
 
 #include <array>
 #include <cstddef>
-#include <new>
-#include <new>
 #include <cstdint>
 #include <memory>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -43,11 +42,11 @@ struct BagColumn {
     }
 };
 
-/// The filling of one definition. The bag and its error log are called under the settings of their owner.
+/// The filling of one definition. It copies numbers and computes none, so it runs under the host's floating point
+/// settings, which the bag and its error log expect; the parser sees to its own.
 class CBagFiller {
 public:
-    CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader, const COwnArithmetic& ownArithmetic)
-        : definition(target), reader(bagReader), arithmetic(ownArithmetic) {}
+    CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader) : definition(target), reader(bagReader) {}
 
     bool Fill() {
         FillIdentity();
@@ -61,13 +60,9 @@ public:
     }
 
 private:
-    bool Read(const char16_t* key, BagVariant& value, VARTYPE type) {
-        return arithmetic.Outside([&] { return ReadBagVariant(reader, key, value, type); });
-    }
+    bool Read(const char16_t* key, BagVariant& value, VARTYPE type) { return ReadBagVariant(reader, key, value, type); }
 
-    void Report(const char16_t* key, std::u16string_view text) {
-        arithmetic.Outside([&] { ReportBagError(reader, key, text); });
-    }
+    void Report(const char16_t* key, std::u16string_view text) { ReportBagError(reader, key, text); }
 
     void ReportInvalidValue(const char16_t* key, const CBstr& value) {
         Report(key, u"invalid value '" + std::u16string(value.View()) + u"'");
@@ -216,8 +211,7 @@ private:
 
     /// Coefficients that aren't there, or too few or too many of them, stay zero.
     void FillStoichiometry(ReactionDefinition& reaction) {
-        const std::u16string key =
-            bagkey::stoichiometryBegin + std::u16string(reaction.id.View()) + bagkey::stoichiometryEnd;
+        const std::u16string key = bagkey::Stoichiometry(reaction.id.View());
         BagColumn column = {key.c_str(), numberArray, {}};
         if (!Read(column.key, column.values, column.type)) return;
         if (column.values.count != static_cast<std::int32_t>(reaction.stoichiometry.size())) {
@@ -244,14 +238,12 @@ private:
 
     ReactionPackDefinition& definition;
     const BagReader& reader;
-    const COwnArithmetic& arithmetic;
 };
 
 }  // namespace
 
-bool ReadDefinitionFromBag(ReactionPackDefinition& definition, const BagReader& reader,
-                           const COwnArithmetic& arithmetic) {
-    return CBagFiller(definition, reader, arithmetic).Fill();
+bool ReadDefinitionFromBag(ReactionPackDefinition& definition, const BagReader& reader) {
+    return CBagFiller(definition, reader).Fill();
 }
 
 }  // namespace reka

@@ -12,10 +12,10 @@ namespace reka {
 
 namespace {
 
-/// The bag under the settings of its owner. Each operation is false when the entry couldn't be made or written.
+/// Each operation is false when the entry couldn't be made or written.
 class CBagWriter {
 public:
-    CBagWriter(IPropertyBag& target, const COwnArithmetic& ownArithmetic) : bag(target), arithmetic(ownArithmetic) {}
+    explicit CBagWriter(IPropertyBag& target) : bag(target) {}
 
     /// A single string; absent and empty ones are written as they are.
     bool WriteText(const char16_t* key, CBstr text) {
@@ -48,12 +48,10 @@ public:
 
 private:
     bool Write(const char16_t* key, CVariant& value) {
-        return SUCCEEDED(
-            arithmetic.Outside([&] { return bag.Write(reinterpret_cast<const OLECHAR*>(key), &value.Get()); }));
+        return SUCCEEDED(bag.Write(reinterpret_cast<const OLECHAR*>(key), &value.Get()));
     }
 
     IPropertyBag& bag;
-    const COwnArithmetic& arithmetic;
 };
 
 CBstr PresentCopy(const CBstr& text) {
@@ -108,8 +106,7 @@ bool WriteReactions(CBagWriter& writer, const ReactionPackDefinition& definition
 
 bool WriteStoichiometry(CBagWriter& writer, const ReactionPackDefinition& definition) {
     for (const auto& reaction : definition.reactions) {
-        const std::u16string key =
-            bagkey::stoichiometryBegin + std::u16string(reaction->id.View()) + bagkey::stoichiometryEnd;
+        const std::u16string key = bagkey::Stoichiometry(reaction->id.View());
         if (!writer.WriteNumbers(key.c_str(), reaction->stoichiometry.size(),
                                  [&](std::size_t i) { return reaction->stoichiometry[i]; })) {
             return false;
@@ -120,9 +117,8 @@ bool WriteStoichiometry(CBagWriter& writer, const ReactionPackDefinition& defini
 
 }  // namespace
 
-bool WriteDefinitionToBag(const ReactionPackDefinition& definition, IPropertyBag& bag,
-                          const COwnArithmetic& arithmetic) {
-    CBagWriter writer(bag, arithmetic);
+bool WriteDefinitionToBag(const ReactionPackDefinition& definition, IPropertyBag& bag) {
+    CBagWriter writer(bag);
     const bool isVersion11 = definition.thermoVersion == ThermoVersion::Version11;
     return writer.WriteText(bagkey::name, PresentCopy(definition.name)) &&
            writer.WriteText(bagkey::description, PresentCopy(definition.description)) &&

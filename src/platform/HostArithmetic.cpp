@@ -28,7 +28,10 @@ ArithmeticSettings CurrentArithmetic() {
 }
 
 void SetArithmetic(const ArithmeticSettings& settings) {
-    if (CurrentArithmetic().x87 != settings.x87) {
+    constexpr std::uint16_t x87Flags = 0x003F;
+    std::uint16_t status = 0;
+    __asm__ __volatile__("fnstsw %0" : "=a"(status));
+    if ((status & x87Flags) != 0 || CurrentArithmetic().x87 != settings.x87) {
         // A pending exception would be raised by the next operation once its mask is gone.
         __asm__ __volatile__("fnclex\n\tfldcw %0" : : "m"(settings.x87));
     }

@@ -23,7 +23,7 @@ ArithmeticSettings CurrentArithmetic();
 void SetArithmetic(const ArithmeticSettings& settings);
 
 /// While it lives, no floating point exception traps, results are rounded to nearest, and denormal numbers are kept. At
-/// its end the settings are again those that it found, flags included.
+/// its end the settings are again those that it found, with the SSE flags, and no x87 exception is left pending.
 class COwnArithmetic {
 public:
     COwnArithmetic();

@@ -104,6 +104,19 @@ const ReadingCase readingCases[] = {
      wrongVariant, 0, "expected a string array", 0},
 };
 
+TEST(CheckArrayVariant, BelievesNoArrayOfPointersWithoutARecordOfItsType) {
+    std::u16string errorText;
+    CVariant value = Numbers({1.0});
+    value.Get().parray->fFeatures = static_cast<USHORT>(value.Get().parray->fFeatures & ~FADF_HAVEVARTYPE);
+    EXPECT_EQ(CheckArrayVariant(value.Get(), VT_R8, errorText), 1);
+    value.Get().vt = VT_ARRAY | VT_BSTR;
+    EXPECT_EQ(CheckArrayVariant(value.Get(), VT_BSTR, errorText), -1);
+    EXPECT_EQ(Utf8FromUtf16(errorText), wrongBstr);
+    CVariant strings = Strings({u"a"});
+    strings.Get().parray->fFeatures = static_cast<USHORT>(strings.Get().parray->fFeatures & ~FADF_HAVEVARTYPE);
+    EXPECT_EQ(CheckArrayVariant(strings.Get(), VT_BSTR, errorText), 1);  // flagged as strings
+}
+
 class ArrayReading : public testing::TestWithParam<ReadingCase> {
 protected:
     static void ExpectStrict(const CVariant& value, VARTYPE elementType, const char* text) {

@@ -15,6 +15,24 @@ CVariant Integers(VARTYPE elementType) {
     return made;
 }
 
+CVariant NullValue() {
+    CVariant made;
+    made.Get().vt = VT_NULL;
+    return made;
+}
+
+/// An array that doesn't tell its own element type.
+CVariant Untyped(CVariant array) {
+    array.Get().parray->fFeatures = static_cast<USHORT>(array.Get().parray->fFeatures & ~FADF_HAVEVARTYPE);
+    return array;
+}
+
+/// An array whose variant claims another element type.
+CVariant Claiming(CVariant array, VARTYPE claimed) {
+    array.Get().vt = static_cast<VARTYPE>(VT_ARRAY | claimed);
+    return array;
+}
+
 struct BagCase {
     const char* name;
     CVariant (*value)();
@@ -59,6 +77,15 @@ const BagCase bagCases[] = {
     {"TextsForBooleans", [] { return Strings({u"a"}); }, VT_ARRAY | VT_BOOL, "key: Expected an array of type <unknown>",
      0, 0},
     {"Longs", [] { return Integers(VT_I4); }, VT_ARRAY | VT_I4, nullptr, 0, 1},
+    {"NullForTexts", NullValue, texts, notStrings, 0, 0},
+    {"NullForAText", NullValue, VT_BSTR, "key: unexpected data type", 0, 0},
+    {"VariantsForTexts", [] { return Variants({}); }, texts, notStrings, 0, 0},
+    {"NumbersThatClaimToBeTexts", [] { return Claiming(Numbers({1.0}), VT_BSTR); }, texts, notStrings, 0, 0},
+    {"UntypedNumbersThatClaimToBeTexts", [] { return Claiming(Untyped(Numbers({1.0})), VT_BSTR); }, texts, notStrings,
+     0, 0},
+    {"UntypedLongsThatClaimToBeNumbers", [] { return Claiming(Untyped(Integers(VT_I4)), VT_R8); }, numbers,
+     "key: Expected an array of type double precision", 0, 0},
+    {"UntypedNumbers", [] { return Untyped(Numbers({1.0})); }, numbers, nullptr, 0, 1},
     {"TwoDimensions", [] { return TwoDimensions(VT_BSTR); }, texts,
      "key: unexpected dimension; 1-dimensional array expected", 0, 0},
 };
@@ -94,6 +121,22 @@ TEST(ReadBagVariant, SaysNothingOfAMissingEntry) {
     BagVariant value;
     EXPECT_FALSE(ReadBagVariant({&bag, &errorLog, u"REKA"}, u"key", value, VT_ARRAY | VT_R8));
     EXPECT_TRUE(errorLog.errors.empty());
+}
+
+TEST(ReadBagVariant, RefusesAnArrayThatIsNotThere) {
+    class CEmptyHanded : public CFakeBag {
+    public:
+        HRESULT STDMETHODCALLTYPE Read(LPCOLESTR, VARIANT* value, IErrorLog*) override {
+            value->vt = static_cast<VARTYPE>(VT_ARRAY | VT_BSTR);
+            value->parray = nullptr;
+            return S_OK;
+        }
+    };
+    CEmptyHanded bag;
+    CFakeErrorLog errorLog;
+    BagVariant value;
+    EXPECT_FALSE(ReadBagVariant({&bag, &errorLog, u"REKA"}, u"key", value, VT_ARRAY | VT_BSTR));
+    EXPECT_EQ(errorLog.errors, std::vector<std::string>{"key: unexpected dimension; 1-dimensional array expected"});
 }
 
 TEST(ReadBagVariant, FreesWhatItHeldBefore) {

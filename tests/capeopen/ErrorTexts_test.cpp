@@ -96,12 +96,20 @@ TEST(CapeErrorText, TakesAFailingGetterForAnEmptyText) {
 }
 
 TEST(CapeErrorText, DoesNotAskTheObjectAboutOtherCodes) {
-    CFakeReactionObject object;
+    class CAsked : public CFakeReactionObject {
+    public:
+        HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+            ++queries;
+            return CFakeReactionObject::QueryInterface(iid, object);
+        }
+        int queries = 0;
+    };
+    CAsked object;
     object.description = u"x";
     for (const std::uint32_t code : {0x80070005U, 0x80040500U, 0x8004051BU, 0x80004005U, 0U}) {
         EXPECT_EQ(CapeText(object.Dispatch(), code), SystemText(code));
     }
-    EXPECT_EQ(object.asked, 0);
+    EXPECT_EQ(object.asked + object.queries, 0);
 }
 
 TEST(SystemErrorText, ShowsAnUnknownCodeInHexadecimalDigits) {

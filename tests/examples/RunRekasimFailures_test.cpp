@@ -95,12 +95,10 @@ TEST(Failure, TellsScopeAndInterfaceWhenVerbose) {
 
 TEST(Failure, OfAHeatThatCannotBeCalculated) {
     const RunResult result =
-        RunChanged("water-gas-shift.json", R"({"package": {"reactionHeatEquation": ["1/(T-700)"]
-}
-})");
+        RunChanged("water-gas-shift.json", R"-({"package": {"reactionHeatEquation": ["1/(T-700)"]}})-");
     EXPECT_EQ(result.status, 1);
-EXPECT_EQ(result.out, "");
-EXPECT_EQ(result.err, "rekasim: Failed to calculate EnthalpyOfReaction for reaction shift: division by zero\n");
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err, "rekasim: Failed to calculate EnthalpyOfReaction for reaction shift: division by zero\n");
 }
 
 TEST(LoadReports, AreCountedAndShownWhenVerbose) {
@@ -117,6 +115,17 @@ TEST(LoadReports, AreCountedAndShownWhenVerbose) {
         "unexpected $end\n"
         "rekasim: no heat of reaction: heat of reaction is not defined for reaction \"shift\". Cannot calculation "
         "property EnthalpyOfReaction\n");
+}
+
+TEST(LoadReports, AreToldBehindAFailureThatTheyCause) {
+    const RunResult result =
+        RunChanged("dinitrogen-pentoxide-decomposition.json", R"-({"package": {"reactionRateEquation": ["EXP(T"]}})-");
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(
+        result.err,
+        "rekasim: rate expression not defined for requested reaction (the package loaded with a fault: "
+        "reactionRateEquation: error parsing expression for reaction decomposition: syntax error, unexpected $end, "
+        "expecting ')' or ',')\n");
 }
 
 TEST(LoadReports, AreShownWhenAFailedLoadIsVerbose) {

@@ -268,9 +268,6 @@ TEST_F(PropertyCalculation, FailsCleanlyWhateverCallOfTheMaterialFails) {
 }
 
 TEST_F(PropertyCalculation, KeepsWhatItBeganWithWhenTheMaterialTakesItAway) {
-    CFakeMaterial other({u"A1", u"B1"});
-    for (auto& [property, answer] : material.answers) VariantCopy(&other.answers[property].Get(), &answer.Get());
-    other.answers["temperature"] = Numbers({500.0});
     bool isCalledBack = false;
     material.log.onCall = [&](const std::string&) {
         if (std::exchange(isCalledBack, true)) return;
@@ -301,6 +298,33 @@ TEST_F(PropertyCalculation, UsesAMaterialBoundMeanwhileFromTheNextCallOn) {
     EXPECT_EQ(results.log.calls[0], "SetReactionProp('ReactionRate', 'liquid', ['First'], null, [1000])");
     package->UnsetMaterial();
     EXPECT_EQ(other.references.Held(), 0);
+}
+
+TEST_F(PropertyCalculation, AsksTheOldMaterialByItsIdentifiersForLaterPropertiesToo) {
+    CFakeMaterial other({u"b1", u"a1"});
+    ids = Strings({u"Second"});  // its heat reads nothing, so the material is first asked for the rate
+    results.log.onCall = [&](const std::string&) { package->SetMaterial(other.Dispatch()); };
+    EXPECT_EQ(Calculate({u"EnthalpyOfReaction", u"ReactionRate"}), S_OK);
+    EXPECT_EQ(material.log.calls[0], "GetProp('fraction', 'liquid', ['A1', 'B1'], null, 'mole')");
+    EXPECT_EQ(Show(package->Definition()->compounds[0]->id.Get()), "'a1'");
+    package->UnsetMaterial();
+}
+
+TEST_F(PropertyCalculation, KeepsItsValuesApartFromACalculationWithin) {
+    // The reaction object asks for the rates at another temperature before it takes the first one.
+    AddKinetic(*definition, u"Third", u"T");
+    Start();
+    ids = Strings({u"First", u"Third"});
+    bool isNested = false;
+    results.log.onCall = [&](const std::string&) {
+        if (std::exchange(isNested, true)) return;
+        material.answers["temperature"] = Numbers({500.0});
+        EXPECT_EQ(Calculate({u"ReactionRate"}), S_OK);
+    };
+    EXPECT_EQ(Calculate({u"ReactionRate"}), S_OK);
+    ASSERT_EQ(results.log.calls.size(), 4U);
+    EXPECT_EQ(results.log.calls[2], "SetReactionProp('ReactionRate', 'liquid', ['Third'], null, [500])");
+    EXPECT_EQ(results.log.calls[3], "SetReactionProp('ReactionRate', 'liquid', ['Third'], null, [300])");
 }
 
 TEST_F(PropertyCalculation, OutlivesItsOwnPackageUntilItReturns) {

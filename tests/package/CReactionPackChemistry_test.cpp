@@ -116,6 +116,10 @@ TEST_F(ReactionChemistry, CountsANaNAsAParticipant) {
     CVariant casNumbers;
     EXPECT_EQ(package->GetReactionCompoundIds(Id(u"Main"), &ids.Get(), &charges.Get(), &casNumbers.Get()), S_OK);
     EXPECT_EQ(Show(ids.Get()), "['B1']");
+    CVariant coefficients;
+    EXPECT_EQ(package->GetStoichiometricCoefficients(Id(u"Main"), &coefficients.Get()), S_OK);
+    ASSERT_EQ(NumbersIn(coefficients.Get()).size(), 1U);
+    EXPECT_NE(NumbersIn(coefficients.Get())[0], NumbersIn(coefficients.Get())[0]);
 }
 
 TEST_F(ReactionChemistry, GivesEmptyListsWithoutParticipants) {

@@ -1,8 +1,13 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "capeopen/ComObject.h"
+#include "capeopen/ErrorTexts.h"
 #include "package/CreateReactionPack.h"
+#include "platform/Utf8.h"
 #include "support/Builders.h"
+#include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeReactionObject.h"
 
@@ -27,6 +32,29 @@ TEST(ReactionPack, TakesADeepCopyThatAsksToBeSaved) {
     package->AssignDefinition(nullptr);
     EXPECT_EQ(package->Definition(), nullptr);
     EXPECT_TRUE(package->IsResolvedOrLoaded());
+}
+
+TEST(ReactionPackIdentification, MarksThePackageChangedWhenItIsPut) {
+    const auto definition = MakePackage({});
+    const CPackageHolder package(*definition);
+    CFakeBag bag;
+    ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
+    ASSERT_FALSE(package->HasUnsavedChanges());
+    package->put_ComponentName(nullptr);
+    EXPECT_TRUE(package->HasUnsavedChanges());
+    ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
+    ASSERT_FALSE(package->HasUnsavedChanges());
+    package->put_ComponentDescription(nullptr);
+    EXPECT_TRUE(package->HasUnsavedChanges());
+}
+
+TEST(ReactionPackIdentification, KeepsTheMarkOfAChangeMadeWhileItIsSaved) {
+    const auto definition = MakePackage({});
+    const CPackageHolder package(*definition);
+    CFakeBag bag;
+    bag.log.onCall = [&](const std::string&) { package->put_ComponentName(nullptr); };
+    ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
+    EXPECT_TRUE(package->HasUnsavedChanges());
 }
 
 TEST(ReactionPackIdentification, IsThatOfTheDefinition) {
@@ -158,6 +186,70 @@ TEST(ReactionPackUtilities, GivesEverythingBackWhenItGoes) {
     EXPECT_EQ(context.references.Held() + material.references.Held() + results.references.Held(), 0);
 }
 
+/// An object that calls the package back when its last count is given back.
+class CFarewell : public CFakeReactionObject {
+public:
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = CFakeReactionObject::Release();
+        if (left == 0 && package) {
+            IUnknown* const called = std::exchange(package, nullptr);
+            called->AddRef();
+            if (const auto utilities = Ask<ICapeUtilities>(called)) utilities->put_simulationContext(nullptr);
+            ++calls;
+            called->Release();
+        }
+        return left;
+    }
+    IUnknown* package = nullptr;
+    int calls = 0;
+};
+
+TEST(ReactionPackUtilities, SurvivesAnObjectThatCallsWhenItIsGivenBack) {
+    CFarewell results;
+    {
+        const auto definition = MakePackage({u"Ar"});
+        const CPackageHolder package(*definition);
+        IDispatch* pointer = results.Dispatch();
+        ASSERT_EQ(package->SetReactionObject(&pointer), S_OK);
+        results.package = package.Unknown();
+    }
+    EXPECT_EQ(results.calls, 1);
+    EXPECT_EQ(results.references.Held(), 0);
+}
+
+/// A package whose only count is `held`, which a callback gives back in the middle of a call.
+class LastCount : public testing::Test {
+protected:
+    LastCount() : definition(MakePackage({u"Ar"})) {
+        const CPackageHolder package(*definition);
+        held = CComRef<IUnknown>(package.Unknown());
+        bare = &*package;
+    }
+    void GiveBack() { held.Reset(); }
+
+    std::unique_ptr<ReactionPackDefinition> definition;
+    CComRef<IUnknown> held;
+    CReactionPack* bare = nullptr;
+};
+
+TEST_F(LastCount, MayGoWhileAMaterialIsBound) {
+    CFakeMaterial material({u"Ar"});
+    material.log.onCall = [this](const std::string&) { GiveBack(); };
+    EXPECT_EQ(bare->SetMaterial(material.Dispatch()), S_OK);
+    EXPECT_EQ(material.references.Held(), 0);
+}
+
+TEST_F(LastCount, MayGoWhileThePackageIsSavedOrLoaded) {
+    CFakeBag bag;
+    bag.log.onCall = [this](const std::string&) { GiveBack(); };
+    EXPECT_EQ(bare->Save(&bag, 1, 0), S_OK);
+    CPackageHolder* other = new CPackageHolder();
+    CReactionPack& loaded = **other;
+    bag.log.onCall = [&](const std::string&) { delete std::exchange(other, nullptr); };
+    EXPECT_EQ(loaded.Load(&bag, nullptr), S_OK);
+    EXPECT_EQ(other, nullptr);
+}
+
 TEST(ReactionPackUtilities, EditWithoutADialogChangesNothing) {
     const CPackageHolder package;
     EXPECT_EQ(package->Edit(), S_FALSE);
@@ -205,8 +297,8 @@ TEST(SetReactionObject, RefusesAnObjectOfAnotherKind) {
     pointer = &other;
     EXPECT_EQ(package->SetReactionObject(&pointer), ECapeUnknownHR);
     const ReportedError error = ErrorOf(package.Unknown());
-    EXPECT_EQ(error.name.rfind("Failed to obtain ICapeReactionProperties pointer: ", 0), 0U);
-    EXPECT_GT(error.name.size(), std::string("Failed to obtain ICapeReactionProperties pointer: ").size());
+    EXPECT_EQ(error.name,
+              "Failed to obtain ICapeReactionProperties pointer: " + Utf8FromUtf16(GetSystemErrorText(E_NOINTERFACE)));
     EXPECT_EQ(error.description, error.name);
     EXPECT_EQ(error.scope, "SetReactionObject");
     EXPECT_EQ(error.interfaceName, "ICapeKineticReactionContext");

@@ -92,6 +92,19 @@ TEST(OwnArithmetic, RaisesNothingLate) {
     EXPECT_EQ(after.sse, strangeHost.sse);  // flags as the host left them
 }
 
+TEST(OwnArithmetic, LeavesNoX87ExceptionBehindForAHostWithTheSameSettings) {
+    volatile double zero = 0.0;
+    volatile long double extended = 0.0L;
+    std::uint16_t status = 0;
+    {
+        const COwnArithmetic own;
+        extended = 1.0L / static_cast<long double>(zero);
+    }
+    __asm__ __volatile__("fnstsw %0" : "=a"(status));
+    EXPECT_EQ(status & 0x3F, 0);
+    EXPECT_EQ(extended, std::numeric_limits<long double>::infinity());
+}
+
 TEST(OwnArithmetic, PassesResultsOfOutsideCallsOn) {
     const COwnArithmetic own;
     EXPECT_EQ(own.Outside([] { return 17; }), 17);
@@ -180,26 +193,32 @@ TEST_F(StrangeHost, GetsTheNumbersOfAUsualOne) {
 TEST_F(StrangeHost, LoadsAndSavesTheNumbersOfAUsualOne) {
     const CPackageHolder package(*definition);
     CFakeBag bag;
-    CFakeBag again;
+    CFakeErrorLog errorLog;
+    std::vector<ArithmeticSettings> seen;
+    bag.log.onCall = [&](const std::string&) { seen.push_back(CurrentArithmetic()); };
+    ArithmeticSettings afterSave;
+    ArithmeticSettings afterLoad;
     {
         const CHostSettings settings(strangeHost);
         package->Save(&bag, 0, 0);
+        afterSave = CurrentArithmetic();
     }
-    bag.entries["reactionRateEquation"] = Strings({u"0.3", u"1e308*10", u"1.1e-5", u"SQRT(2)", u"EXP(1)"});
-    ArithmeticSettings after;
+    bag.entries["reactionRateEquation"] = Strings({u"0.3", u"1e308*10", u"1.1e-5", u"SQRT(2)", u"0.7e-7/3"});
     HRESULT result = E_FAIL;
     {
         const CHostSettings settings(strangeHost);
-        result = package->Load(&bag, nullptr);
-        after = CurrentArithmetic();
+        result = package->Load(&bag, &errorLog);
+        afterLoad = CurrentArithmetic();
     }
     EXPECT_EQ(result, S_OK);
-    EXPECT_EQ(after.x87, strangeHost.x87);
-    EXPECT_EQ(after.sse & ~sseFlags, strangeHost.sse & ~sseFlags);
-    const double expected[] = {0.30000000000000004, std::numeric_limits<double>::infinity(), 1.1e-5, 1.4142135623730951,
-                               2.718281828459045};
+    EXPECT_TRUE(IsSame(afterSave, strangeHost));
+    EXPECT_TRUE(IsSame(afterLoad, strangeHost));
+    EXPECT_GT(seen.size(), 40U);
+    for (const ArithmeticSettings& settings : seen) EXPECT_TRUE(IsSame(settings, strangeHost));
+    const double expected[] = {3 * 0.1, std::numeric_limits<double>::infinity(), (1 + 1 * 0.1) * 1e-5,
+                               0x1.6a09e667f3bcdp+0, 7 * 0.1 * 1e-7 / 3};
     for (std::size_t i = 0; i < 5; ++i) {
-        EXPECT_DOUBLE_EQ(package->Definition()->reactions[i]->rateExpression->root->value, expected[i]);
+        EXPECT_EQ(package->Definition()->reactions[i]->rateExpression->root->value, expected[i]) << i;
     }
 }
 

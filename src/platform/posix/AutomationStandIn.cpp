@@ -198,6 +198,9 @@ SAFEARRAY* SafeArrayCreate(VARTYPE elementType, UINT dimensions, SAFEARRAYBOUND*
     std::memset(static_cast<void*>(array), 0, headerSize);
     array->cDims = static_cast<USHORT>(dimensions);
     array->elementType = elementType;
+    array->fFeatures = FADF_HAVEVARTYPE;
+    if (elementType == VT_BSTR) array->fFeatures |= FADF_BSTR;
+    if (elementType == VT_VARIANT) array->fFeatures |= FADF_VARIANT;
     array->cbElements = elementSize;
     for (UINT dimension = 1; dimension <= dimensions; ++dimension) BoundOf(*array, dimension) = bounds[dimension - 1];
     const std::size_t size = ElementCount(*array) * elementSize;
@@ -257,7 +260,7 @@ UINT SafeArrayGetElemsize(SAFEARRAY* array) {
 }
 
 HRESULT SafeArrayGetVartype(SAFEARRAY* array, VARTYPE* elementType) {
-    if (!array || !elementType) return E_INVALIDARG;
+    if (!array || !elementType || !(array->fFeatures & FADF_HAVEVARTYPE)) return E_INVALIDARG;
     *elementType = array->elementType;
     return S_OK;
 }

@@ -146,8 +146,13 @@ struct SAFEARRAYBOUND {
     LONG lLbound;
 };
 
+constexpr USHORT FADF_HAVEVARTYPE = 0x0080;
+constexpr USHORT FADF_BSTR = 0x0100;
+constexpr USHORT FADF_VARIANT = 0x0800;
+
 struct SAFEARRAY {
     USHORT cDims;
+    USHORT fFeatures;
     VARTYPE elementType;
     ULONG cbElements;
     void* pvData;
