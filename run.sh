@@ -31,6 +31,6 @@ if [ "$preset" = native-release ]; then
     cd "$started_in"
     exec "$program" "$@"
 fi
-start_wine "$PWD/build/wine-x64"
+start_wine "$PWD/build/wine-run"  # apart from that of the tests, which may run at the same time
 cd "$started_in"
 wine "$program.exe" "$@"

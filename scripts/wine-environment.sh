@@ -21,7 +21,11 @@ start_wine() {
     done
     export DISPLAY=:$(cat "$number_file")
     rm -f "$number_file"
-    if [ ! -f "$WINEPREFIX/system.reg" ]; then wineboot -i >/dev/null 2>&1; fi
+    if [ ! -f "$WINEPREFIX/system.reg" ] && ! wineboot -i >"$1/wineboot.log" 2>&1; then
+        echo "Wine could not make its prefix in $WINEPREFIX:" >&2
+        cat "$1/wineboot.log" >&2
+        return 1
+    fi
     wineserver -p >/dev/null 2>&1 || true  # stays between the programs, which then start at once
 }
 

@@ -1,4 +1,4 @@
-// Every allocation of a method in turn fails. The stand-in's strings and arrays can be made to fail, which the system's
+// Allocations of the methods fail in turn. The stand-in's strings and arrays can be made to fail, which the system's
 // own can't.
 
 #include <gtest/gtest.h>
@@ -8,6 +8,7 @@
 #include <map>
 #include <utility>
 
+#include "capeopen/ErrorTexts.h"
 #include "package/CreateReactionPack.h"
 #include "support/AllocationCounter.h"
 #include "support/Builders.h"
@@ -253,6 +254,78 @@ TEST_F(OutOfMemory, EndsASaveWithoutClearingTheFlag) {
                        EXPECT_EQ(result, isReached ? E_FAIL : S_OK);
                        EXPECT_EQ(package->HasUnsavedChanges(), isReached);
                    });
+}
+
+/// Fails the n-th automation allocation of `method`.
+template <class Method>
+HRESULT FailAutomation(int n, Method&& method) {
+    automationAllocate = AllocateUntilTold;
+    automationAllocationsLeft = n;
+    const HRESULT result = method();
+    EXPECT_EQ(automationAllocationsLeft, 0);
+    automationAllocationsLeft = 0;
+    automationAllocate = nullptr;
+    return result;
+}
+
+TEST_F(OutOfMemory, EndsTheTextQueriesWithItsText) {
+    const CBstr kinetic = CBstr::Make(u"r");
+    const CBstr equilibrium = CBstr::Make(u"e");
+    CBstr text;
+    EXPECT_EQ(FailAutomation(1, [&] { return package->GetReactionPhase(kinetic.Get(), text.Receive()); }),
+              ECapeUnknownHR);
+    EXPECT_TRUE(text.IsAbsent());
+    EXPECT_EQ(ErrorOf(package.Unknown()),
+              (ReportedError{"out of memory", "out of memory", "GetReactionPhase", "ICapeReactionChemistry"}));
+    EXPECT_EQ(FailAutomation(1, [&] { return package->GetReactionConcBasis(equilibrium.Get(), text.Receive()); }),
+              ECapeUnknownHR);
+    EXPECT_TRUE(text.IsAbsent());
+    EXPECT_EQ(ErrorOf(package.Unknown()).scope, "GetReactionConcBasis");
+}
+
+TEST_F(OutOfMemory, KeepsTheIdentification) {
+    const CBstr name = CBstr::Make(u"other");
+    CBstr text;
+    EXPECT_EQ(FailAutomation(1, [&] { return package->put_ComponentName(name.Get()); }), ECapeUnknownHR);
+    EXPECT_EQ(package->Definition()->name.View(), u"Test package");
+    EXPECT_EQ(FailAutomation(1, [&] { return package->put_ComponentDescription(name.Get()); }), ECapeUnknownHR);
+    EXPECT_TRUE(package->Definition()->description.IsAbsent());
+    EXPECT_EQ(FailAutomation(1, [&] { return package->get_ComponentName(text.Receive()); }), E_OUTOFMEMORY);
+    EXPECT_TRUE(text.IsAbsent());
+}
+
+TEST_F(OutOfMemory, LeavesOutATextOfAnError) {
+    const ReportedError whole = {"A", "B", "C", "D"};
+    for (int n = 1; n <= 4; ++n) {
+        FailAutomation(n, [&] {
+            package->SetError(u"A", u"B", u"C", u"D");
+            return S_OK;
+        });
+        ReportedError expected = whole;
+        (n == 1   ? expected.name
+         : n == 2 ? expected.description
+         : n == 3 ? expected.scope
+                  : expected.interfaceName) = "<null>";
+        EXPECT_EQ(ErrorOf(package.Unknown()), expected);
+    }
+}
+
+TEST_F(OutOfMemory, LeavesAPackageWithoutADefinitionThatCannotBeMade) {
+    const CPackageHolder fresh;
+    FailAllocation(1);
+    const HRESULT result = fresh->Initialize();
+    FailAllocation(0);
+    EXPECT_EQ(result, ECapeUnknownHR);
+    EXPECT_EQ(fresh->Definition(), nullptr);
+    EXPECT_EQ(ErrorOf(fresh.Unknown()),
+              (ReportedError{"out of memory", "out of memory", "Initialize", "ICapeUtilitites"}));
+}
+
+TEST(SystemErrorText, IsUnknownWithoutMemoryForIt) {
+    FailAllocation(1);
+    const std::u16string text = GetSystemErrorText(E_FAIL);
+    FailAllocation(0);
+    EXPECT_EQ(text, u"<unknown error>");
 }
 
 TEST_F(OutOfMemory, MakesNoPackage) {
