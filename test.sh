@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds every build and runs all tests: natively, under the sanitizers, and for Windows x64 under Wine. The x86 build is
-# compiled. Returns non-zero when anything failed.
+# compiled without its tests, which nothing here could run. Returns non-zero when anything failed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
@@ -11,10 +11,10 @@ install_packages "${native_packages[@]}" "${test_packages[@]}" "${windows_packag
 summary=()
 failed=0
 
-# build PRESET
+# build PRESET [WITH_TESTS]
 build() {
     echo "== Building $1"
-    cmake --preset "$1" -DREKA_BUILD_TESTS=ON >"build/$1.configure.log" 2>&1 || { cat "build/$1.configure.log"; return 1; }
+    cmake --preset "$1" -DREKA_BUILD_TESTS="${2:-ON}" >"build/$1.configure.log" 2>&1 || { cat "build/$1.configure.log"; return 1; }
     cmake --build --preset "$1"
 }
 
@@ -32,7 +32,8 @@ run_tests() {
 }
 
 mkdir -p build
-for preset in native-debug native-asan mingw64-release mingw32-release; do build "$preset"; done
+for preset in native-debug native-asan mingw64-release; do build "$preset"; done
+build mingw32-release OFF
 run_tests native-debug
 run_tests native-asan
 start_wine "$PWD/build/wine-x64"

@@ -29,13 +29,19 @@ endif()
 # and take long enough to compile.
 function(reka_register_tests target)
   target_compile_options(${target} PRIVATE $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release>>:-O0>)
+  # The emulator encodes file names as its locale says.
+  if(CMAKE_CROSSCOMPILING)
+    set(test_environment LC_ALL=C.UTF-8)
+  else()
+    set(test_environment LOCPATH=${REKA_TEST_LOCALES})
+  endif()
   gtest_discover_tests(
     ${target}
     NO_PRETTY_VALUES
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
-    PROPERTIES TIMEOUT 300 ENVIRONMENT LOCPATH=${REKA_TEST_LOCALES})
+    PROPERTIES TIMEOUT 300 ENVIRONMENT ${test_environment})
   if(TARGET reka_test_locales)
     add_dependencies(${target} reka_test_locales)
   endif()
