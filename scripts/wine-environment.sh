@@ -21,12 +21,17 @@ start_wine() {
     done
     export DISPLAY=:$(cat "$number_file")
     rm -f "$number_file"
-    if [ ! -f "$WINEPREFIX/system.reg" ] && ! wineboot -i >"$1/wineboot.log" 2>&1; then
-        echo "Wine could not make its prefix in $WINEPREFIX:" >&2
+    # The session's own services are started here and kept by a shell window, apart from any program's output: a service
+    # that a test program started would hold that program's output open long after its end.
+    local boot=(wineboot)
+    if [ ! -f "$WINEPREFIX/system.reg" ]; then boot=(wineboot -i); fi
+    if ! "${boot[@]}" </dev/null >"$1/wineboot.log" 2>&1; then
+        echo "Wine could not start its session in $WINEPREFIX:" >&2
         cat "$1/wineboot.log" >&2
         return 1
     fi
     wineserver -p >/dev/null 2>&1 || true  # stays between the programs, which then start at once
+    wine explorer.exe </dev/null >/dev/null 2>&1 &
 }
 
 stop_wine() {
