@@ -27,8 +27,8 @@ struct MaterialWords {
 };
 
 /// Fills the working values of a definition from a material, through the interfaces that the definition's
-/// `thermoVersion` selects. Lives during one call and keeps nothing of the material's between two requests but its
-/// counted reference.
+/// `thermoVersion` selects. Lives during one call, on a material that is lent to it, and holds no interface of the
+/// material's between two requests.
 class CMaterialReader {
 public:
     /// `materialCompoundCount` and `compoundMap` (per compound of the definition its index in the material's list) are
