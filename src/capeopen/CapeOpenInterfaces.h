@@ -267,5 +267,9 @@ template <>
 inline const IID& InterfaceId<IPersistPropertyBag>() {
     return IID_IPersistPropertyBag;
 }
+template <>
+inline const IID& InterfaceId<IPersistStream>() {
+    return IID_IPersistStream;
+}
 
 }  // namespace reka

@@ -27,6 +27,7 @@ void* CReactionPack::FindInterface(REFIID iid) {
     if (iid == ICapeThermoContext10::iid) return static_cast<ICapeThermoContext10*>(this);
     if (iid == ICapeUtilities::iid) return static_cast<ICapeUtilities*>(this);
     if (iid == IID_IPersistPropertyBag || iid == IID_IPersist) return static_cast<IPersistPropertyBag*>(this);
+    if (iid == IID_IPersistStream) return static_cast<IPersistStream*>(this);
     return BaseObject::FindInterface(iid);
 }
 

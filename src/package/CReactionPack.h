@@ -27,7 +27,8 @@ class CReactionPack : public BaseObject,
                       public CDualInterface<ICapeThermoMaterialContext>,
                       public CDualInterface<ICapeThermoContext10>,
                       public CDualInterface<ICapeUtilities>,
-                      public IPersistPropertyBag {
+                      public IPersistPropertyBag,
+                      public IPersistStream {
 public:
     void FinalRelease() override;
 
@@ -83,11 +84,19 @@ public:
     HRESULT STDMETHODCALLTYPE GetPhaseCompounds(BSTR reactionId, LONG* compoundCount, VARIANT* compoundIds) override;
     HRESULT STDMETHODCALLTYPE GetReactionParameters(BSTR reactionId, IDispatch** parameters) override;
 
-    // IPersistPropertyBag
+    // IPersistPropertyBag and IPersistStream
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID* classId) override;
+
+    // IPersistPropertyBag
     HRESULT STDMETHODCALLTYPE InitNew() override;
     HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* errorLog) override;
     HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAllProperties) override;
+
+    // IPersistStream
+    HRESULT STDMETHODCALLTYPE IsDirty() override;
+    HRESULT STDMETHODCALLTYPE Load(IStream* stream) override;
+    HRESULT STDMETHODCALLTYPE Save(IStream* stream, BOOL clearDirty) override;
+    HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;
 
 private:
     /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.

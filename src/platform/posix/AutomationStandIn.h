@@ -231,12 +231,51 @@ public:
     virtual HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL saveAllProperties) = 0;
 };
 
+union LARGE_INTEGER {
+    std::int64_t QuadPart;
+};
+union ULARGE_INTEGER {
+    std::uint64_t QuadPart;
+};
+struct STATSTG;
+
+class ISequentialStream : public IUnknown {
+public:
+    virtual HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG size, ULONG* sizeRead) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Write(const void* data, ULONG size, ULONG* sizeWritten) = 0;
+};
+
+class IStream : public ISequentialStream {
+public:
+    virtual HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER distance, DWORD origin, ULARGE_INTEGER* position) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER size) = 0;
+    virtual HRESULT STDMETHODCALLTYPE CopyTo(IStream* target, ULARGE_INTEGER size, ULARGE_INTEGER* sizeRead,
+                                             ULARGE_INTEGER* sizeWritten) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Commit(DWORD flags) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Revert() = 0;
+    virtual HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER offset, ULARGE_INTEGER size, DWORD type) = 0;
+    virtual HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER offset, ULARGE_INTEGER size, DWORD type) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Stat(STATSTG* statistics, DWORD flags) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Clone(IStream** clone) = 0;
+};
+
+class IPersistStream : public IPersist {
+public:
+    virtual HRESULT STDMETHODCALLTYPE IsDirty() = 0;
+    virtual HRESULT STDMETHODCALLTYPE Load(IStream* stream) = 0;
+    virtual HRESULT STDMETHODCALLTYPE Save(IStream* stream, BOOL clearDirty) = 0;
+    virtual HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) = 0;
+};
+
 extern const IID IID_IUnknown;
 extern const IID IID_IDispatch;
 extern const IID IID_IErrorLog;
 extern const IID IID_IPropertyBag;
 extern const IID IID_IPersist;
 extern const IID IID_IPersistPropertyBag;
+extern const IID IID_ISequentialStream;
+extern const IID IID_IStream;
+extern const IID IID_IPersistStream;
 extern const IID GUID_NULL;
 #define IID_NULL GUID_NULL
 

@@ -1,0 +1,81 @@
+// Where the file of templates lies, and how a user comes to it: the first copy, and the replacement by a newer one.
+
+#include <cstdint>
+#include <string>
+
+#include "manager/ConfigFileNames.h"
+#include "manager/TemplateStore.h"
+#include "platform/Files.h"
+#include "platform/ModuleFile.h"
+#include "platform/UserMessages.h"
+
+namespace reka {
+
+namespace {
+
+const char16_t* const configFileName = u"REKAConfig.dat";
+
+/// The user's file, with its folders made. Whether they could be made shows when the file is used.
+std::u16string UserFile() {
+    std::u16string path;
+    if (Files().FindUserFolder(path)) {
+        if (!path.ends_with(pathSeparator)) path += pathSeparator;
+        path += u"NAVO";
+        path += pathSeparator;
+        Files().CreateFolder(path);
+    } else {
+        path = ComponentFolder();
+    }
+    path += u"data";
+    path += pathSeparator;
+    Files().CreateFolder(path);
+    return path + configFileName;
+}
+
+bool WantsSystemFile() {
+    const MessageAnswer answer = UserMessages().Show(
+        {u"The system REKA configuration is newer than the user REKA configuration. Replace user configuration with "
+         u"system configuration?",
+         u"Newer REKA configuration:", messagestyle::yesNo | messagestyle::iconQuestion, MessageOwner::None});
+    return answer == MessageAnswer::Yes;
+}
+
+void ReplaceBySystemFile(const std::u16string& userFile, const std::u16string& systemFile) {
+    std::uint32_t number = 1;
+    std::u16string backup = BackupName(userFile, number);
+    while (Files().Exists(backup)) backup = BackupName(userFile, ++number);
+    Files().Copy(userFile, backup);
+    Files().Copy(systemFile, userFile);
+    UserMessages().Show({u"Backing up user REKA configuration file \"" + userFile + u"\" to \"" + backup +
+                             u"\" and replacing by system REKA configuration file, which is newer.",
+                         u"REKA Configuration:", messagestyle::ok | messagestyle::iconInformation, MessageOwner::None});
+}
+
+}  // namespace
+
+std::u16string SystemDataFolder() {
+    return ComponentFolder() + u"data" + pathSeparator;
+}
+
+std::u16string BackupName(const std::u16string& userFile, std::uint32_t number) {
+    std::u16string name = userFile + u".backup";
+    if (number == 0) return name;
+    for (const char digit : std::to_string(number)) name += static_cast<char16_t>(digit);
+    return name;
+}
+
+void TemplateStore::GetConfigFilePath(std::u16string& path, bool reconcile) {
+    path = UserFile();
+    if (!reconcile) return;
+    const std::u16string systemFile = SystemDataFolder() + configFileName;
+    if (!Files().Exists(path)) {
+        Files().Copy(systemFile, path);  // without a system file there is none for the user either
+        return;
+    }
+    const std::uint64_t userTime = Files().LastWriteTime(path);
+    const std::uint64_t systemTime = Files().LastWriteTime(systemFile);
+    // A no isn't remembered: the question comes again until the user says yes or stores something.
+    if (userTime < systemTime && WantsSystemFile()) ReplaceBySystemFile(path, systemFile);
+}
+
+}  // namespace reka

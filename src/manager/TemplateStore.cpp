@@ -1,0 +1,207 @@
+// Reading, setting aside and writing the file of templates.
+
+#include "manager/TemplateStore.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <exception>
+#include <utility>
+
+#include "manager/ConfigFileNames.h"
+#include "persistence/ByteReader.h"
+#include "persistence/ByteWriter.h"
+#include "persistence/StoredDefinition.h"
+#include "platform/Files.h"
+#include "platform/OutOfMemoryText.h"
+#include "platform/UserMessages.h"
+
+namespace reka {
+
+namespace {
+
+const char16_t* const shortFile = u"read error / unexpected end of file";
+
+// Reading
+// --------------------------------------------------------------------------------------------------------------
+
+bool ReadWord(IFile& file, std::uint32_t& word) {
+    std::uint8_t bytes[4] = {};
+    return file.Read(bytes, sizeof bytes) == sizeof bytes && CByteReader(bytes).ReadU32(word);
+}
+
+/// Reads `size` bytes. Memory grows with what comes, so a size word that lies costs nothing.
+bool ReadBlock(IFile& file, std::uint32_t size, std::vector<std::uint8_t>& block) {
+    constexpr std::size_t largestPart = std::size_t{1} << 22;
+    block.clear();
+    while (block.size() < size) {
+        const std::size_t start = block.size();
+        const std::size_t part = std::min(size - start, std::max(start, largestPart));
+        block.resize(start + part);
+        if (file.Read(block.data() + start, part) != part) return false;
+    }
+    return true;
+}
+
+/// Fills `templates` from the open file. False: `errorText` holds the reason.
+bool ReadFile(IFile& file, IDispatch* context, std::vector<std::unique_ptr<ReactionPackDefinition>>& templates,
+              std::u16string& errorText) noexcept {
+    try {
+        errorText = shortFile;
+        std::uint32_t count = 0;
+        if (!ReadWord(file, count)) return false;
+        std::vector<std::uint8_t> block;
+        for (auto left = static_cast<std::int32_t>(count); left > 0; --left) {
+            std::uint32_t size = 0;
+            if (!ReadWord(file, size) || !ReadBlock(file, size, block)) return false;
+            templates.push_back(std::make_unique<ReactionPackDefinition>(context));
+            if (!ReadStoredDefinition(*templates.back(), block, errorText)) return false;
+        }
+        return true;
+    } catch (const std::exception&) {
+        TellOutOfMemory(errorText);
+        return false;
+    }
+}
+
+// Setting aside
+// --------------------------------------------------------------------------------------------------------
+
+/// Gives the file the name `backup`; older backups of that name get numbers, the oldest the highest. False: `failed` is
+/// what couldn't be renamed, and the system has a text for the failure.
+bool SetAside(const std::u16string& userFile, const std::u16string& backup, std::u16string& failed) {
+    std::uint32_t number = 0;
+    while (Files().Exists(BackupName(userFile, number))) ++number;
+    while (number > 0) {
+        --number;
+        const std::u16string from = BackupName(userFile, number);
+        const std::u16string to = BackupName(userFile, number + 1);
+        Files().Delete(to);
+        if (Files().Rename(from, to)) continue;
+        failed = from;
+        return false;
+    }
+    Files().Delete(backup);
+    if (Files().Rename(userFile, backup)) return true;
+    failed = backup;
+    return false;
+}
+
+void TellDamagedFile(const std::u16string& text) {
+    UserMessages().Show({text, u"REKA:", messagestyle::ok | messagestyle::iconError, MessageOwner::None});
+}
+
+/// Keeps a file that couldn't be read for repair by hand; the next load begins with the system's again.
+void Recover(const std::u16string& userFile, const std::u16string& errorText) {
+    const std::u16string start = u"There was an error reading the reaction package templates in " + userFile + u": ";
+    const std::u16string backup = BackupName(userFile, 0);
+    std::u16string failed;
+    if (SetAside(userFile, backup, failed)) {
+        TellDamagedFile(start + errorText + u".\r\nThe file has been renamed to " + backup);
+        return;
+    }
+    const std::u16string reason = Files().LastErrorText();
+    TellDamagedFile(start + reason + u".\r\nFailed rename " + failed + u"; " + userFile + u" was not removed.\r\n");
+}
+
+// Writing
+// --------------------------------------------------------------------------------------------------------------
+
+void TellNotStored(const std::u16string& text) {
+    UserMessages().Show({text, u"Error:", messagestyle::ok | messagestyle::iconError, MessageOwner::ActiveWindow});
+}
+
+bool WriteWord(IFile& file, std::size_t word) {
+    std::vector<std::uint8_t> bytes;
+    CByteWriter(bytes).WriteU32(static_cast<std::uint32_t>(word));
+    return file.Write(bytes.data(), bytes.size());
+}
+
+enum class WriteResult { Written, NotWritten, NotStorable };
+
+/// `errorText` tells why a template can't be stored.
+WriteResult WriteTemplates(IFile& file, const std::vector<std::unique_ptr<ReactionPackDefinition>>& templates,
+                           std::u16string& errorText) {
+    if (!WriteWord(file, templates.size())) return WriteResult::NotWritten;
+    std::vector<std::uint8_t> block;
+    for (const auto& definition : templates) {
+        if (!WriteStoredDefinition(*definition, block, errorText)) return WriteResult::NotStorable;
+        if (!WriteWord(file, block.size())) return WriteResult::NotWritten;
+        if (!file.Write(block.data(), block.size())) return WriteResult::NotWritten;
+    }
+    return WriteResult::Written;
+}
+
+/// Puts the temporary file in the place of the user's. Between the deletion and the renaming there is no user file.
+void MoveIntoPlace(const std::u16string& temporaryFile, const std::u16string& userFile) {
+    Files().Delete(userFile);
+    if (Files().Exists(userFile)) {
+        TellNotStored(u"Failed to remove " + userFile + u"; unable to move new " + temporaryFile +
+                      u"; the current configuration is not stored.");
+        return;
+    }
+    if (Files().Rename(temporaryFile, userFile)) return;
+    const std::u16string reason = Files().LastErrorText();
+    TellNotStored(u"Failed to rename " + temporaryFile + u" to " + userFile + u" (" + reason +
+                  u"); the current configuration is not stored, please rename this file by hand.");
+}
+
+}  // namespace
+
+TemplateStore::TemplateList TemplateStore::ReadTemplates(const std::u16string& path) const {
+    TemplateList read;
+    std::u16string errorText;
+    bool isWhole = false;
+    {
+        const std::unique_ptr<IFile> file = Files().OpenForReading(path);
+        if (!file) return {};  // a user without templates
+        const CComRef<IDispatch> context = simulationContext;
+        isWhole = ReadFile(*file, context.Get(), read, errorText);
+    }
+    if (isWhole) return read;
+    read.clear();
+    Recover(path, errorText);
+    return {};
+}
+
+void TemplateStore::LoadTemplates() noexcept {
+    try {
+        templates.clear();
+        std::u16string path;
+        GetConfigFilePath(path, true);
+        TemplateList read = ReadTemplates(path);
+        templates = std::move(read);  // at the end: a message box may have let the host call in meanwhile
+    } catch (const std::exception&) {
+        templates.clear();
+    }
+}
+
+void TemplateStore::StoreTemplates() noexcept {
+    try {
+        std::u16string userFile;
+        GetConfigFilePath(userFile, false);
+        const std::u16string temporaryFile = userFile + u".tmp";
+        std::unique_ptr<IFile> file = Files().OpenForWriting(temporaryFile);
+        if (!file) {
+            TellNotStored(u"Failed to open reaction package template file " + temporaryFile +
+                          u" for writing. The current state of the reaction package templates cannot be stored.");
+            return;
+        }
+        std::u16string errorText;
+        const WriteResult result = WriteTemplates(*file, templates, errorText);
+        if (result == WriteResult::NotStorable) {
+            TellNotStored(u"Failed to store templates: " + errorText);
+            return;
+        }
+        // What isn't on the disk must not replace what is: there, unlike after a failed write, the old file stays.
+        const bool isOnDisk = result == WriteResult::NotWritten || file->Flush();
+        if (result == WriteResult::NotWritten || !isOnDisk) {
+            TellNotStored(u"An error occurred while writing to reaction package template file " + userFile +
+                          u". The current state of the reaction package templates cannot be stored.");
+        }
+        file.reset();
+        if (isOnDisk) MoveIntoPlace(temporaryFile, userFile);
+    } catch (const std::exception&) {  // without memory the file stays as it is
+    }
+}
+
+}  // namespace reka

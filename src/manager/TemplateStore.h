@@ -1,0 +1,50 @@
+// The templates of a user: package definitions kept in one configuration file per user, which a file beside the
+// component seeds and may later replace.
+//
+// The file has no header beyond its count, all numbers are little-endian:
+//     i32  number of templates; 0 or less for none
+//     then for each: u32 size of its block, and the block as StoredDefinition.h has it
+// What stands behind the last block isn't looked at.
+
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "package/Definition.h"
+
+namespace reka {
+
+/// The list of templates with its file. The list is a throwaway mirror: it is read again before almost every use, and
+/// the file is all that counts in between. There is no lock on the file, so the last writer wins.
+///
+/// Nothing here reports to its caller. Trouble with the file is shown to the user (platform/UserMessages.h) and ends in
+/// an empty list or an unchanged file. Nothing here throws.
+class TemplateStore {
+public:
+    /// The user's file, with its folders made if need be. With `reconcile` a user without a file gets a copy of the
+    /// system's, and one whose file is older than the system's is asked whether to replace it; the file replaced is
+    /// kept as a numbered backup. May throw std::bad_alloc.
+    static void GetConfigFilePath(std::u16string& path, bool reconcile);
+
+    /// Reads the list afresh from the user's file. A file that can't be read whole gives an empty list: it is kept
+    /// under the name of a backup, and the user is told. Pointers into the list are good until the next call.
+    void LoadTemplates() noexcept;
+
+    /// Writes the list to the user's file: to a temporary file first, which then takes its place.
+    ///
+    /// Where writing fails half-way the user is told that nothing could be stored, and the partial file takes the place
+    /// of the old one all the same; the next load sets it aside as damaged. That loses what the old file held.
+    void StoreTemplates() noexcept;
+
+    std::vector<std::unique_ptr<ReactionPackDefinition>> templates;  // in the order of the file
+    const ReactionPackDefinition* templateUnderEdit = nullptr;       // the one that a dialog has open; not owned
+    CComRef<IDispatch> simulationContext;                            // given to every definition made from now on
+
+private:
+    using TemplateList = std::vector<std::unique_ptr<ReactionPackDefinition>>;
+    TemplateList ReadTemplates(const std::u16string& path) const;
+};
+
+}  // namespace reka

@@ -1,0 +1,61 @@
+// See ByteWriter.h.
+
+#include "persistence/ByteWriter.h"
+
+#include <bit>
+#include <string>
+
+#include "platform/CodePage.h"
+
+namespace reka {
+
+namespace {
+
+/// A text ends at its first zero character.
+std::u16string_view UpToZero(std::u16string_view text) {
+    return text.substr(0, text.find(u'\0'));
+}
+
+}  // namespace
+
+void CByteWriter::WriteU32(std::uint32_t value) {
+    for (int shift = 0; shift < 32; shift += 8) block.push_back(static_cast<std::uint8_t>(value >> shift));
+}
+
+void CByteWriter::WriteF64(double value) {
+    const auto bits = std::bit_cast<std::uint64_t>(value);
+    for (int shift = 0; shift < 64; shift += 8) block.push_back(static_cast<std::uint8_t>(bits >> shift));
+}
+
+void CByteWriter::WriteWideText(const CBstr& text) {
+    const std::u16string_view characters = text.View();
+    WriteU32(static_cast<std::uint32_t>(characters.size()));
+    if (characters.empty()) return;
+    for (const char16_t character : characters) {
+        WriteU8(static_cast<std::uint8_t>(character & 0xFF));
+        WriteU8(static_cast<std::uint8_t>(character >> 8));
+    }
+    WriteU8(0);
+    WriteU8(0);
+}
+
+void CByteWriter::WriteNarrowText(std::u16string_view text) {
+    const std::u16string_view characters = UpToZero(text);
+    WriteU32(static_cast<std::uint32_t>(characters.size()));
+    if (characters.empty()) return;
+    std::string bytes = NarrowText(characters);
+    bytes.resize(characters.size() + 1, '\0');
+    block.insert(block.end(), bytes.begin(), bytes.end());
+}
+
+std::uint64_t WideTextSize(const CBstr& text) {
+    const std::uint64_t length = text.View().size();
+    return length == 0 ? 4 : 2 * length + 6;
+}
+
+std::uint64_t NarrowTextSize(std::u16string_view text) {
+    const std::uint64_t length = UpToZero(text).size();
+    return length == 0 ? 4 : length + 5;
+}
+
+}  // namespace reka

@@ -1,0 +1,38 @@
+// The cursor that writes stored bytes, and the sizes that its texts take.
+
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "platform/Holders.h"
+
+namespace reka {
+
+/// Appends little-endian, unaligned numbers and length-prefixed texts to `block`. Nothing is allocated as long as the
+/// block has the capacity.
+class CByteWriter {
+public:
+    explicit CByteWriter(std::vector<std::uint8_t>& target) : block(target) {}
+
+    void WriteU8(std::uint8_t value) { block.push_back(value); }
+    void WriteU32(std::uint32_t value);
+    void WriteI32(std::int32_t value) { WriteU32(static_cast<std::uint32_t>(value)); }
+    void WriteF64(double value);  // bit for bit
+    /// See `CByteReader::ReadWideText`. An absent string is written like an empty one.
+    void WriteWideText(const CBstr& text);
+    /// See `CByteReader::ReadNarrowText`. The count is the number of wide characters, and each is taken to give one
+    /// byte: where the code page needs more of them the end is cut off, where it needs fewer zeros fill up. May throw
+    /// std::bad_alloc.
+    void WriteNarrowText(std::u16string_view text);
+
+private:
+    std::vector<std::uint8_t>& block;
+};
+
+/// Bytes of a wide text, and of a narrow one.
+std::uint64_t WideTextSize(const CBstr& text);
+std::uint64_t NarrowTextSize(std::u16string_view text);
+
+}  // namespace reka

@@ -1,0 +1,134 @@
+// See StoredExpression.h. None of this recurses: a stored tree may be as deep as its block is long.
+
+#include "persistence/StoredExpression.h"
+
+#include <utility>
+
+#include "expression/WalkStack.h"
+
+namespace reka {
+
+namespace {
+
+constexpr std::int32_t largestArgumentCount = 4;
+
+const char16_t* const outOfBytes = u"data corrupted";
+const char16_t* const badNode = u"invalid data";
+
+/// Visits the nodes of a tree in the order in which they are stored.
+template <class Visit>
+void ForEachNode(const ExpressionNode& root, Visit&& visit) {
+    CWalkStack<const ExpressionNode*> waiting;
+    waiting.Push(&root);
+    while (!waiting.IsEmpty()) {
+        const ExpressionNode& node = *waiting.Top();
+        waiting.Pop();
+        visit(node);
+        for (std::int32_t i = node.argumentCount; i-- > 0;) waiting.Push(node.arguments[i]);
+    }
+}
+
+/// Reads one node without its arguments, for which it makes empty slots.
+bool ReadNodeAlone(ExpressionNode& node, CByteReader& reader, std::u16string& errorText) {
+    std::uint32_t kind = 0;
+    if (!reader.ReadU32(kind)) {
+        errorText = outOfBytes;
+        return false;
+    }
+    if (kind >= static_cast<std::uint32_t>(nodeKindCount)) {
+        errorText = badNode;
+        return false;
+    }
+    node.kind = static_cast<NodeKind>(kind);
+    std::int32_t count = 0;
+    bool isComplete = true;
+    if (node.kind == NodeKind::RealConstant) {
+        isComplete = reader.ReadF64(node.value);
+    } else if (IsCompoundLeaf(node.kind)) {
+        isComplete = reader.ReadI32(node.compoundIndex);
+    } else {
+        isComplete = reader.ReadI32(count);
+    }
+    if (!isComplete) {
+        errorText = outOfBytes;
+        return false;
+    }
+    if (count < 0 || count > largestArgumentCount) {
+        errorText = badNode;
+        return false;
+    }
+    AllocateArguments(node, count);
+    return true;
+}
+
+}  // namespace
+
+std::uint64_t StoredNodeSize(const ExpressionNode& root) {
+    std::uint64_t size = 0;
+    ForEachNode(root, [&](const ExpressionNode& node) { size += node.kind == NodeKind::RealConstant ? 12 : 8; });
+    return size;
+}
+
+std::uint64_t StoredExpressionSize(const ExpressionRef* expression) {
+    return expression ? 5 + StoredNodeSize(*expression->root) : 1;
+}
+
+void WriteStoredNode(const ExpressionNode& root, CByteWriter& writer) {
+    ForEachNode(root, [&](const ExpressionNode& node) {
+        writer.WriteI32(static_cast<std::int32_t>(node.kind));
+        if (node.kind == NodeKind::RealConstant) {
+            writer.WriteF64(node.value);
+        } else if (IsCompoundLeaf(node.kind)) {
+            writer.WriteI32(node.compoundIndex);
+        } else {
+            writer.WriteI32(node.argumentCount);
+        }
+    });
+}
+
+void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer) {
+    writer.WriteU8(expression ? 1 : 0);
+    if (!expression) return;
+    writer.WriteU32(expression->dependencies);
+    WriteStoredNode(*expression->root, writer);
+}
+
+bool ReadStoredNode(ExpressionNode& root, CByteReader& reader, std::u16string& errorText) {
+    struct Place {
+        ExpressionNode* node;
+        std::int32_t next;  // the argument to be read
+    };
+    if (!ReadNodeAlone(root, reader, errorText)) return false;
+    CWalkStack<Place> open;
+    open.Push({&root, 0});
+    while (!open.IsEmpty()) {
+        Place& place = open.Top();
+        if (place.next == place.node->argumentCount) {
+            open.Pop();
+            continue;
+        }
+        auto* const argument = new ExpressionNode;
+        place.node->arguments[place.next++] = argument;
+        if (!ReadNodeAlone(*argument, reader, errorText)) return false;
+        if (argument->argumentCount > 0) open.Push({argument, 0});
+    }
+    return true;
+}
+
+bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText) {
+    std::uint8_t isPresent = 0;
+    std::uint32_t dependencies = 0;
+    if (!reader.ReadU8(isPresent) || (isPresent && !reader.ReadU32(dependencies))) {
+        errorText = outOfBytes;
+        return false;
+    }
+    if (!isPresent) return true;
+    ExpressionTree tree(new ExpressionNode);
+    if (!ReadStoredNode(*tree, reader, errorText)) return false;
+    auto read = std::make_unique<ExpressionRef>(std::move(tree));
+    read->dependencies = dependencies;  // the stored mask counts, also where it disagrees with the tree
+    expression = std::move(read);
+    return true;
+}
+
+}  // namespace reka

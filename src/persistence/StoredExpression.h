@@ -1,0 +1,40 @@
+// The stored form of an expression: a tree beside its text, so that a package calculates without the parser.
+//
+// An expression field is a flag byte, 0 for none. Otherwise the u32 mask of what the tree reads follows, and its root.
+// A node is a u32 kind, and then
+//     kind 0 (constant)            f64 value
+//     kinds 30 to 34 (compounds)   i32 index into the compounds of the same block
+//     all others                   i32 number of arguments, 0 to 4, then each of them as a node, left to right
+// so the tree is stored depth-first, a parent before its arguments, without separators or an end mark.
+
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "expression/ExpressionNode.h"
+#include "persistence/ByteReader.h"
+#include "persistence/ByteWriter.h"
+
+namespace reka {
+
+/// Bytes of the field of `expression`, which may be null, and of one tree.
+std::uint64_t StoredExpressionSize(const ExpressionRef* expression);
+std::uint64_t StoredNodeSize(const ExpressionNode& node);
+
+void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer);
+void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
+
+/// Reads one field. `expression` gets the tree with the mask as it was stored, and stays as it is where the field says
+/// that there is none. False: `errorText` holds the reason, `expression` is as it was.
+///
+/// Kinds and numbers of arguments are compared with the limits of the form alone, and compound indices with nothing:
+/// evaluating a tree that makes no sense fails. May throw std::bad_alloc.
+bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText);
+
+/// Reads a node with everything under it into `node`, which has no arguments yet. However deep the tree is, the stack
+/// isn't. False: `errorText` holds the reason, and `node` owns what was read so far. May throw std::bad_alloc.
+bool ReadStoredNode(ExpressionNode& node, CByteReader& reader, std::u16string& errorText);
+
+}  // namespace reka

@@ -1,0 +1,52 @@
+// Message boxes of code that has no window of its own: one seam, so that a test can answer and record them.
+
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace reka {
+
+/// Styles as the platform's message boxes number them; a box is the sum of its buttons and its icon.
+namespace messagestyle {
+constexpr std::uint32_t ok = 0x00;
+constexpr std::uint32_t okCancel = 0x01;
+constexpr std::uint32_t yesNo = 0x04;
+constexpr std::uint32_t iconError = 0x10;
+constexpr std::uint32_t iconQuestion = 0x20;
+constexpr std::uint32_t iconExclamation = 0x30;
+constexpr std::uint32_t iconInformation = 0x40;
+}  // namespace messagestyle
+
+enum class MessageAnswer : std::int32_t { None = 0, Ok = 1, Cancel = 2, Yes = 6, No = 7 };  // the platform's values
+
+/// Which window a box belongs to, and is modal for.
+enum class MessageOwner { None, ActiveWindow };
+
+struct UserMessage {
+    std::u16string text;
+    std::u16string title;
+    std::uint32_t style = 0;
+    MessageOwner owner = MessageOwner::None;
+    bool operator==(const UserMessage&) const = default;
+};
+
+class IUserMessages {
+public:
+    virtual ~IUserMessages() = default;
+    /// Shows the message and waits for the answer; `None` if it couldn't be shown. Throws nothing.
+    virtual MessageAnswer Show(const UserMessage& message) noexcept = 0;
+};
+
+/// The system's message boxes. Where there are none a message goes to standard error, a question is answered no, and
+/// everything else is acknowledged.
+IUserMessages& SystemMessageBoxes();
+
+/// What messages go through in this process.
+IUserMessages& UserMessages();
+
+/// Puts another one in its place, or the system's again for null, and gives the one before. For tests and for programs
+/// that tell their messages in their own way; not while a package or a manager is at work.
+IUserMessages* ReplaceUserMessages(IUserMessages* replacement);
+
+}  // namespace reka

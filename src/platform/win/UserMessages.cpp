@@ -1,0 +1,28 @@
+// The system's message boxes.
+
+#include "platform/UserMessages.h"
+
+#include <windows.h>
+
+namespace reka {
+
+namespace {
+
+class CMessageBoxes final : public IUserMessages {
+public:
+    MessageAnswer Show(const UserMessage& message) noexcept override {
+        const HWND owner = message.owner == MessageOwner::ActiveWindow ? GetActiveWindow() : nullptr;
+        return static_cast<MessageAnswer>(MessageBoxW(owner, reinterpret_cast<const wchar_t*>(message.text.c_str()),
+                                                      reinterpret_cast<const wchar_t*>(message.title.c_str()),
+                                                      message.style));
+    }
+};
+
+}  // namespace
+
+IUserMessages& SystemMessageBoxes() {
+    static CMessageBoxes boxes;
+    return boxes;
+}
+
+}  // namespace reka

@@ -1,0 +1,204 @@
+#include "manager/CReactionPackManager.h"
+
+#include "capeopen/ComObject.h"
+#include "manager/CreateReactionPackManager.h"
+#include "manager/StoreFixture.h"
+#include "package/CReactionPack.h"
+#include "support/CountedFake.h"
+#include "support/Values.h"
+
+namespace reka::test {
+namespace {
+
+class Manager : public StoreFixture {
+protected:
+    Manager() {
+        void* made = nullptr;
+        EXPECT_EQ(CreateReactionPackManager(ICapeReactionsPackageManager::iid, &made), S_OK);
+        manager.Reset(static_cast<ICapeReactionsPackageManager*>(made));
+    }
+
+    std::string List() {
+        CVariant names;
+        EXPECT_EQ(manager->GetListOfReactionsPackages(&names.Get()), S_OK);
+        return Show(names.Get());
+    }
+    CComRef<IDispatch> Resolve(const char16_t* name) {
+        CComRef<IDispatch> package;
+        const CBstr wanted = name ? CBstr::Make(name) : CBstr();
+        EXPECT_EQ(manager->ResolveReactionsPackage(wanted.Get(), package.Receive()), S_OK);
+        return package;
+    }
+    static std::string NameOf(IUnknown* object) {
+        CBstr name;
+        const HRESULT result = Ask<ICapeIdentification>(object)->get_ComponentName(name.Receive());
+        return result == S_OK ? Show(name.Get()) : "code " + std::to_string(result);
+    }
+
+    CComRef<ICapeReactionsPackageManager> manager;
+};
+
+TEST_F(Manager, MakesTheFolderOfTheShippedFiles) {
+    EXPECT_EQ(files.operations, Lines{Line("folder", ComponentFolder() + u"data" + Slash())});
+}
+
+TEST_F(Manager, IsMadeEvenIfTheFolderCanNotBe) {
+    files.operations.clear();
+    files.failAt = 1;
+    void* made = nullptr;
+    EXPECT_EQ(CreateReactionPackManager(IID_IUnknown, &made), S_OK);
+    static_cast<IUnknown*>(made)->Release();
+}
+
+TEST_F(Manager, HasAnIdentityOfItsOwn) {
+    EXPECT_EQ(NameOf(manager.Get()), "'REKA'");
+    const auto identification = Ask<ICapeIdentification>(manager.Get());
+    CBstr description;
+    EXPECT_EQ(identification->get_ComponentDescription(description.Receive()), S_OK);
+    EXPECT_EQ(description.View(), u"Reaction package manager for REKA - CAPE-OPEN Reaction Numerics");
+    EXPECT_EQ(identification->put_ComponentName(CBstr::Make(u"mine").Get()), S_OK);
+    EXPECT_EQ(NameOf(manager.Get()), "'mine'");
+}
+
+TEST_F(Manager, OffersItsInterfacesUnderOneIdentity) {
+    const auto identity = Ask<IUnknown>(manager.Get());
+    for (const IID& iid :
+         {ICapeReactionsPackageManager::iid, ICapeUtilities::iid, ICapeThermoNewPropertyPackage::iid,
+          ICapeIdentification::iid, ECapeRoot::iid, ECapeUnknown::iid, ECapeUser::iid, IID_IDispatch}) {
+        CComRef<IUnknown> asked;
+        void* found = nullptr;
+        ASSERT_EQ(manager->QueryInterface(iid, &found), S_OK);
+        asked.Reset(static_cast<IUnknown*>(found));
+        EXPECT_EQ(Ask<IUnknown>(asked.Get()).Get(), identity.Get());
+    }
+    void* found = this;
+    EXPECT_EQ(manager->QueryInterface(IID_IPersistPropertyBag, &found), E_NOINTERFACE);
+    EXPECT_EQ(found, nullptr);
+}
+
+TEST_F(Manager, ListsItsTemplatesInTheirOrder) {
+    Put(userFile, FileOf({u"B", u"A", u""}), 100);
+    EXPECT_EQ(List(), "['B', 'A', null]");
+    Put(userFile, FileOf({u"C"}), 100);  // by somebody else meanwhile
+    EXPECT_EQ(List(), "['C']");
+}
+
+TEST_F(Manager, ListsNothingAsNoArray) {
+    EXPECT_EQ(List(), "empty");
+    Put(userFile, {1}, 100);
+    EXPECT_EQ(List(), "empty");
+    EXPECT_EQ(messages.shown.size(), 1U);
+}
+
+TEST_F(Manager, WantsSomewhereToPutTheList) {
+    EXPECT_EQ(manager->GetListOfReactionsPackages(nullptr), E_POINTER);
+    EXPECT_EQ(manager->ResolveReactionsPackage(nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(Ask<ICapeThermoNewPropertyPackage>(manager.Get())->NewPropertyPackage(nullptr), E_POINTER);
+    EXPECT_EQ(Ask<ICapeUtilities>(manager.Get())->get_parameters(nullptr), E_POINTER);
+}
+
+TEST_F(Manager, ResolvesByNameWithoutCase) {
+    Put(userFile, FileOf({u"Water", u"WATER", u"Other"}), 100);
+    const auto package = Resolve(u"wAtEr");
+    EXPECT_EQ(NameOf(package.Get()), "'Water'");  // the first of equal names
+    EXPECT_EQ(NameOf(Resolve(u"OTHER").Get()), "'Other'");
+    EXPECT_EQ(Ask<IPersistStream>(package.Get())->IsDirty(), S_OK);
+    EXPECT_EQ(Ask<ICapeUtilities>(package.Get())->Initialize(), S_OK);
+}
+
+TEST_F(Manager, TakesAnAbsentNameForAnEmptyOne) {
+    Put(userFile, FileOf({u"A", u""}), 100);
+    EXPECT_EQ(NameOf(Resolve(nullptr).Get()), "null");
+    EXPECT_EQ(NameOf(Resolve(u"").Get()), "null");
+}
+
+TEST_F(Manager, GivesAPackageForAnUnknownName) {
+    Put(userFile, FileOf({u"A"}), 100);
+    const auto package = Resolve(u"B");
+    ASSERT_TRUE(package);
+    EXPECT_EQ(Ask<IPersistStream>(package.Get())->IsDirty(), S_FALSE);
+    EXPECT_EQ(Ask<ICapeUtilities>(package.Get())->Initialize(), ECapeUnknownHR);
+    EXPECT_EQ(ErrorOf(package.Get()).description, "Reaction package was not resolved or loaded");
+}
+
+TEST_F(Manager, ReleasesThePackageThatItsCallerHeld) {
+    Put(userFile, FileOf({u"A"}), 100);
+    CFakeObject held;
+    held.AddRef();
+    IDispatch* package = &held;
+    EXPECT_EQ(manager->ResolveReactionsPackage(CBstr::Make(u"A").Get(), &package), S_OK);
+    EXPECT_EQ(held.references.Held(), 0);
+    ASSERT_NE(package, &held);
+    package->Release();
+}
+
+TEST_F(Manager, SharesNothingWithItsPackages) {
+    Put(userFile, FileOf({u"A"}), 100);
+    CFakeObject context;
+    Ask<ICapeUtilities>(manager.Get())->put_simulationContext(&context);
+    const auto package = Resolve(u"A");
+    Put(userFile, FileOf({u"B"}), 100);
+    EXPECT_EQ(List(), "['B']");
+    EXPECT_EQ(NameOf(package.Get()), "'A'");
+    EXPECT_EQ(context.references.Held(), 2);  // the manager's and that of its template
+    manager.Reset();
+    EXPECT_EQ(context.references.Held(), 0);
+    EXPECT_EQ(NameOf(package.Get()), "'A'");
+}
+
+TEST_F(Manager, ResolvesAPackageThatCalculates) {
+    auto definition = MakePackage({u"A", u"B"});
+    AddKinetic(*definition, u"R", u"2*T");
+    store.templates.push_back(std::move(definition));
+    store.StoreTemplates();
+    const auto package = Resolve(u"Test package");
+    LONG count = 0;
+    EXPECT_EQ(Ask<ICapeReactionChemistry>(package.Get())->GetNumberOfReactions(&count), S_OK);
+    EXPECT_EQ(count, 1);
+}
+
+TEST_F(Manager, MakesNewPackages) {
+    CComRef<IDispatch> package;
+    EXPECT_EQ(Ask<ICapeThermoNewPropertyPackage>(manager.Get())->NewPropertyPackage(package.Receive()), S_OK);
+    EXPECT_EQ(NameOf(package.Get()), "'New Reaction Package'");
+    LONG count = -1;
+    EXPECT_EQ(Ask<ICapeReactionChemistry>(package.Get())->GetNumberOfReactions(&count), S_OK);
+    EXPECT_EQ(count, 0);
+    EXPECT_EQ(Ask<IPersistStream>(package.Get())->IsDirty(), S_OK);
+    EXPECT_EQ(Ask<ICapeUtilities>(package.Get())->Initialize(), S_OK);
+    EXPECT_EQ(files.operations.size(), 1U);  // without a look at the templates
+}
+
+TEST_F(Manager, HasNoParametersAndNoStates) {
+    const auto utilities = Ask<ICapeUtilities>(manager.Get());
+    CFakeObject object;
+    IDispatch* parameters = &object;
+    EXPECT_EQ(utilities->get_parameters(&parameters), S_OK);
+    EXPECT_EQ(parameters, nullptr);
+    EXPECT_EQ(utilities->Initialize(), S_OK);
+    EXPECT_EQ(utilities->Terminate(), S_OK);
+}
+
+TEST_F(Manager, KeepsTheContextUntilItIsTerminated) {
+    const auto utilities = Ask<ICapeUtilities>(manager.Get());
+    CFakeObject first;
+    CFakeObject second;
+    EXPECT_EQ(utilities->put_simulationContext(&first), S_OK);
+    EXPECT_EQ(first.references.Held(), 1);
+    Put(userFile, FileOf({u"A"}), 100);
+    List();
+    EXPECT_EQ(first.references.Held(), 2);
+    EXPECT_EQ(utilities->put_simulationContext(&second), S_OK);
+    EXPECT_EQ(first.references.Held(), 1);  // the template read before keeps what it had
+    List();
+    EXPECT_EQ(first.references.Held(), 0);
+    EXPECT_EQ(second.references.Held(), 2);
+    EXPECT_EQ(utilities->Terminate(), S_OK);
+    EXPECT_EQ(second.references.Held(), 1);  // the templates stay
+    EXPECT_EQ(utilities->put_simulationContext(nullptr), S_OK);
+    List();
+    EXPECT_EQ(second.references.Held(), 0);
+}
+
+}  // namespace
+}  // namespace reka::test

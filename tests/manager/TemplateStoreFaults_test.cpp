@@ -1,0 +1,284 @@
+// Each file operation of the store fails in turn, and the outcome is what it must be.
+
+#include <limits>
+
+#include "manager/StoreFixture.h"
+
+namespace reka::test {
+namespace {
+
+/// What a failing operation of a store leads to.
+struct StoreFault {
+    const char* operation;  // the start of its record
+    enum Outcome { Stored, OldKept, PartialStored, TemporaryLeft } outcome;
+    const char* text;  // with U for the user's file and T for the temporary one; null for none
+};
+
+/// Storing one template, in the order of the operations.
+const StoreFault storeFaults[] = {
+    {"user folder", StoreFault::Stored, nullptr},  // in the component's folder then
+    {"folder", StoreFault::Stored, nullptr},
+    {"folder", StoreFault::Stored, nullptr},
+    {"open to write", StoreFault::OldKept,
+     "Failed to open reaction package template file T for writing. The current state of the reaction package templates "
+     "cannot be stored."},
+    {"write 4", StoreFault::PartialStored,
+     "An error occurred while writing to reaction package template file U. The current state of the reaction package "
+     "templates cannot be stored."},
+    {"write 4", StoreFault::PartialStored,
+     "An error occurred while writing to reaction package template file U. The current state of the reaction package "
+     "templates cannot be stored."},
+    {"write 36", StoreFault::PartialStored,
+     "An error occurred while writing to reaction package template file U. The current state of the reaction package "
+     "templates cannot be stored."},
+    {"flush", StoreFault::TemporaryLeft,
+     "An error occurred while writing to reaction package template file U. The current state of the reaction package "
+     "templates cannot be stored."},
+    {"close", StoreFault::Stored, nullptr},
+    {"delete", StoreFault::TemporaryLeft,
+     "Failed to remove U; unable to move new T; the current configuration is not stored."},
+    {"exists", StoreFault::Stored, nullptr},  // taken for gone, as it is
+    {"rename", StoreFault::TemporaryLeft,
+     "Failed to rename T to U (the system's reason\r\n); the current configuration is not stored, please rename this "
+     "file by hand."},
+};
+
+class StoreFaults : public StoreFixture {
+protected:
+    std::u16string WithPaths(const char* text) const {
+        std::u16string result;
+        const std::string_view words(text);
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            const bool isAlone =
+                (i == 0 || words[i - 1] == ' ') && (i + 1 == words.size() || !std::isalpha(words[i + 1]));
+            if (isAlone && words[i] == 'U') {
+                result += userFile;
+            } else if (isAlone && words[i] == 'T') {
+                result += temporaryFile;
+            } else {
+                result += static_cast<char16_t>(words[i]);
+            }
+        }
+        return result;
+    }
+};
+
+TEST_F(StoreFaults, LeadToWhatTheyMust) {
+    const auto old = FileOf({u"old"});
+    const auto fresh = FileOf({u"N"});
+    int fault = 0;
+    for (const StoreFault& row : storeFaults) {
+        SCOPED_TRACE(std::to_string(++fault) + " " + row.operation);
+        files.entries.clear();
+        files.operations.clear();
+        messages.shown.clear();
+        Put(userFile, old, 100);
+        store.templates.clear();
+        store.templates.push_back(MakePackage({}));
+        store.templates[0]->name = CBstr::Make(u"N");
+        store.templates[0]->pcdFile.clear();
+        files.failAt = fault;
+        store.StoreTemplates();
+        ASSERT_GE(files.operations.size(), static_cast<std::size_t>(fault));
+        const std::string& failed = files.operations[static_cast<std::size_t>(fault) - 1];
+        EXPECT_EQ(failed.substr(0, std::string_view(row.operation).size()), row.operation);
+        EXPECT_EQ(files.openFiles, 0);
+        EXPECT_EQ(store.templates.size(), 1U);
+        std::vector<UserMessage> expected;
+        if (row.text) expected = {{WithPaths(row.text), u"Error:", 16, MessageOwner::ActiveWindow}};
+        EXPECT_EQ(messages.shown, expected);
+        const std::u16string& target = fault == 1 ? systemFile : userFile;
+        switch (row.outcome) {
+            case StoreFault::Stored:
+                EXPECT_EQ(files.entries[target].bytes, fresh);
+                EXPECT_FALSE(files.entries.contains(temporaryFile));
+                break;
+            case StoreFault::OldKept:
+                EXPECT_EQ(files.entries[userFile].bytes, old);
+                EXPECT_FALSE(files.entries.contains(temporaryFile));
+                break;
+            case StoreFault::PartialStored:  // what the old file held is gone
+                EXPECT_LT(files.entries[userFile].bytes.size(), fresh.size());
+                EXPECT_TRUE(std::equal(files.entries[userFile].bytes.begin(), files.entries[userFile].bytes.end(),
+                                       fresh.begin()));
+                EXPECT_FALSE(files.entries.contains(temporaryFile));
+                break;
+            case StoreFault::TemporaryLeft:
+                EXPECT_EQ(files.entries[temporaryFile].bytes, fresh);
+                break;
+        }
+    }
+    files.failAt = 0;
+    files.operations.clear();
+    store.StoreTemplates();
+    EXPECT_EQ(files.operations.size(), std::size(storeFaults));
+}
+
+TEST_F(StoreFaults, LoseTheOldFileToOneThatIsPartlyWritten) {
+    Put(userFile, FileOf({u"A", u"B"}), 100);
+    store.LoadTemplates();
+    files.operations.clear();
+    files.failAt = 8;  // the size of the second block
+    store.StoreTemplates();
+    EXPECT_EQ(messages.shown.size(), 1U);
+    files.failAt = 0;
+    store.LoadTemplates();
+    EXPECT_TRUE(store.templates.empty());  // and the damaged file is kept
+    EXPECT_TRUE(files.entries.contains(backup));
+}
+
+TEST_F(StoreFaults, KeepTheOldFileWhenItCanNotBeRemoved) {
+    const auto old = FileOf({u"old"});
+    Put(userFile, old, 100);
+    files.undeletable.insert(userFile);
+    store.StoreTemplates();
+    EXPECT_EQ(files.entries[userFile].bytes, old);
+    EXPECT_EQ(files.entries[temporaryFile].bytes, (std::vector<std::uint8_t>{0, 0, 0, 0}));
+    EXPECT_EQ(files.operations.back(), Line("exists", userFile));
+}
+
+TEST_F(StoreFaults, NameATemplateThatCanNotBeStored) {
+    const auto old = FileOf({u"old"});
+    Put(userFile, old, 100);
+    store.templates.push_back(MakePackage({}));
+    auto& huge = *store.templates[0];
+    huge.reactions.push_back(std::make_unique<ReactionDefinition>(0));
+    huge.reactions[0]->stoichiometry.resize(1U << 28);  // 2 GiB of stored coefficients
+    store.StoreTemplates();
+    EXPECT_EQ(messages.shown, (std::vector<UserMessage>{{u"Failed to store templates: out of memory", u"Error:", 16,
+                                                         MessageOwner::ActiveWindow}}));
+    EXPECT_EQ(files.entries[userFile].bytes, old);
+    EXPECT_EQ(files.entries[temporaryFile].bytes, (std::vector<std::uint8_t>{1, 0, 0, 0}));
+    EXPECT_EQ(files.openFiles, 0);
+}
+
+/// What a failing operation of a load leads to.
+struct LoadFault {
+    const char* operation;
+    enum Outcome { Loaded, Empty, SetAside } outcome;
+};
+
+/// Loading a file with two templates, beside an older system file.
+const LoadFault loadFaults[] = {
+    {"user folder", LoadFault::Loaded},  // from the component's folder then
+    {"folder", LoadFault::Loaded},      {"folder", LoadFault::Loaded},
+    {"exists", LoadFault::Loaded},  // taken for a new user, who gets the system's
+    {"time", LoadFault::Loaded},    // a file without a time is the oldest, so there is a question
+    {"time", LoadFault::Loaded},        {"open to read", LoadFault::Empty},
+    {"read 4", LoadFault::SetAside},    {"read 4", LoadFault::SetAside},
+    {"read 36", LoadFault::SetAside},   {"read 4", LoadFault::SetAside},
+    {"read 36", LoadFault::SetAside},   {"close", LoadFault::Loaded},
+};
+
+TEST_F(StoreFixture, ReadsOrSetsAsideWhicheverOperationFails) {
+    const auto mine = FileOf({u"A", u"B"});
+    const auto theirs = FileOf({u"S", u"T"});
+    int fault = 0;
+    for (const LoadFault& row : loadFaults) {
+        SCOPED_TRACE(std::to_string(++fault) + " " + row.operation);
+        files.entries.clear();
+        files.operations.clear();
+        messages.shown.clear();
+        Put(userFile, mine, 100);
+        Put(systemFile, theirs, 50);
+        files.failAt = fault;
+        store.LoadTemplates();
+        const std::string& failed = files.operations.at(static_cast<std::size_t>(fault) - 1);
+        EXPECT_EQ(failed.substr(0, std::string_view(row.operation).size()), row.operation);
+        EXPECT_EQ(files.openFiles, 0);
+        const bool isSystems = fault == 1 || fault == 4;
+        switch (row.outcome) {
+            case LoadFault::Loaded:
+                EXPECT_EQ(Loaded(), isSystems ? (Names{u"S", u"T"}) : (Names{u"A", u"B"}));
+                EXPECT_EQ(messages.shown.size(), fault == 5 ? 1U : 0U);
+                break;
+            case LoadFault::Empty:
+                EXPECT_TRUE(store.templates.empty());
+                EXPECT_TRUE(messages.shown.empty());
+                EXPECT_EQ(files.entries[userFile].bytes, mine);
+                break;
+            case LoadFault::SetAside:
+                EXPECT_TRUE(store.templates.empty());
+                EXPECT_EQ(messages.shown.size(), 1U);
+                EXPECT_EQ(files.entries[backup].bytes, mine);
+                break;
+        }
+    }
+    files.failAt = 0;
+    files.operations.clear();
+    files.entries.clear();
+    Put(userFile, mine, 100);
+    Put(systemFile, theirs, 50);
+    store.LoadTemplates();
+    EXPECT_EQ(files.operations.size(), std::size(loadFaults));
+}
+
+TEST_F(StoreFixture, TellsWhatItCouldNotRename) {
+    const auto text = [&](const std::u16string& failed) {
+        return u"There was an error reading the reaction package templates in " + userFile +
+               u": the system's reason\r\n.\r\nFailed rename " + failed + u"; " + userFile + u" was not removed.\r\n";
+    };
+    // The operations of a recovery with two older backups; what each failure is told with, empty for none; and how many
+    // files are there afterwards. A backup that looks absent is overwritten.
+    const struct {
+        const char* operation;
+        std::u16string failed;
+        std::size_t left;
+    } rows[] = {
+        {"exists", u"", 2},    {"exists", u"", 2},
+        {"exists", u"", 3},  // of number 2, which isn't there anyway
+        {"delete", u"", 3},    {"rename", backup + u"1", 3},
+        {"delete", u"", 3},  // of number 1, which has just been renamed
+        {"rename", backup, 3}, {"delete", u"", 3},
+        {"rename", backup, 3},  // of the file itself
+    };
+    int fault = 6;  // behind the read
+    for (const auto& row : rows) {
+        SCOPED_TRACE(std::to_string(++fault) + " " + row.operation);
+        files.entries.clear();
+        files.operations.clear();
+        messages.shown.clear();
+        Put(userFile, {9}, 100);
+        Put(backup, {1}, 1);
+        Put(backup + u"1", {2}, 1);
+        files.failAt = fault + 3;
+        store.LoadTemplates();
+        const std::string& failed = files.operations.at(static_cast<std::size_t>(fault) + 2);
+        EXPECT_EQ(failed.substr(0, std::string_view(row.operation).size()), row.operation);
+        ASSERT_EQ(messages.shown.size(), 1U);
+        EXPECT_EQ(messages.shown[0].title, u"REKA:");
+        EXPECT_EQ(messages.shown[0].style, 16U);
+        if (row.failed.empty()) {
+            EXPECT_FALSE(files.entries.contains(userFile));
+        } else {
+            EXPECT_EQ(messages.shown[0].text, text(row.failed));
+            EXPECT_TRUE(files.entries.contains(userFile));
+        }
+        EXPECT_EQ(files.entries.size(), row.left);
+    }
+}
+
+TEST_F(StoreFixture, ReplacesTheUsersFileEvenIfTheBackupFails) {
+    messages.answer = MessageAnswer::Yes;
+    Put(userFile, FileOf({u"mine"}), 99);
+    Put(systemFile, FileOf({u"theirs"}), 100);
+    files.failAt = 8;  // the copy to the backup
+    store.LoadTemplates();
+    EXPECT_EQ(files.operations[7], Line("copy", userFile, backup + u"1"));
+    EXPECT_EQ(Loaded(), Names{u"theirs"});
+    EXPECT_FALSE(files.entries.contains(backup + u"1"));
+    EXPECT_EQ(messages.shown.size(), 2U);
+}
+
+TEST_F(StoreFixture, KeepsTheUsersFileIfTheSystemsCanNotBeCopied) {
+    messages.answer = MessageAnswer::Yes;
+    Put(userFile, FileOf({u"mine"}), 99);
+    Put(systemFile, FileOf({u"theirs"}), 100);
+    files.failAt = 9;
+    store.LoadTemplates();
+    EXPECT_EQ(Loaded(), Names{u"mine"});
+    EXPECT_EQ(messages.shown.size(), 2U);
+}
+
+}  // namespace
+}  // namespace reka::test
