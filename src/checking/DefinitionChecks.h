@@ -1,0 +1,53 @@
+// The single checks of a definition. `ValidateDefinition` runs them in their order up to the first that fails; a
+// program that reports all faults of a package runs each. All may throw std::bad_alloc, and all but the parsing ones
+// leave what they check as it is.
+
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "checking/DefinitionCheckUi.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+/// True if the package has a name; otherwise the reason is in `errorText`, as in all that follow.
+bool CheckName(const ReactionPackDefinition& definition, std::u16string& errorText);
+
+/// True if no template but `except`, which may be null, has the name of the package.
+bool CheckNameIsFree(const ReactionPackDefinition& definition,
+                     const std::vector<std::unique_ptr<ReactionPackDefinition>>& templates,
+                     const ReactionPackDefinition* except, std::u16string& errorText);
+
+/// True for two compounds or more.
+bool CheckCompounds(const ReactionPackDefinition& definition, std::u16string& errorText);
+
+bool CheckPhase(const ReactionDefinition& reaction, std::u16string& errorText);
+
+/// Whether every compound has a formula. One without turns the element balance of all reactions off.
+bool HasAllFormulas(const ReactionPackDefinition& definition);
+
+/// True if each element is balanced to 0.001 atoms per reaction as written. A formula that can't be read is told as a
+/// warning, and the reaction then goes without this check. Charges don't take part.
+bool CheckElementBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
+                         IDefinitionCheckUi& ui, std::u16string& errorText);
+
+/// True if a compound takes part and the molecular weights are balanced to 0.05 g/mol per reaction as written.
+bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
+                      std::u16string& errorText);
+
+/// Parses the text that belongs to the type of the reaction, and makes its tree. True without a text as well, which
+/// gives no tree; the text of the other type gets none in any case.
+bool ParseTypeExpression(const ReactionPackDefinition& definition, ReactionDefinition& reaction,
+                         std::u16string& errorText);
+
+/// The same for the heat of reaction.
+bool ParseHeat(const ReactionPackDefinition& definition, ReactionDefinition& reaction, std::u16string& errorText);
+
+/// Has the user confirm each quantity of the material that the heat of reaction depends on. A fugacity goes without a
+/// question. False for the first that isn't confirmed.
+bool ConfirmHeatDependencies(const ReactionDefinition& reaction, IDefinitionCheckUi& ui, std::u16string& errorText);
+
+}  // namespace reka
