@@ -26,11 +26,11 @@ public:
     int answersLeft = 1000;  // questions that are answered OK; those after them are cancelled
 };
 
-/// 2 A -> B, both of C and H and balanced.
+/// Two of the first make one of the second compound, both of C and H and balanced.
 class Validation : public testing::Test {
 protected:
     Validation() {
-        definition = MakePackage({u"A", u"B"});
+        definition = MakePackage({u"First", u"Second"});
         SetCompound(0, u"CH2", 14.0);
         SetCompound(1, u"C2H4", 28.0);
         reaction = &AddKinetic(*definition, u"R1", u"2*T");
@@ -166,7 +166,8 @@ TEST_F(Validation, WarnsOfAFormulaItCanNotReadForEachReaction) {
     AddKinetic(*definition, u"R2", u"").stoichiometry = {-2.0, 1.0};
     EXPECT_EQ(Validate(), "");
     const std::string warning =
-        "warning Warning: Parse error in structure formula C(H2)2C for compound B; unable to perform element balance "
+        "warning Warning: Parse error in structure formula C(H2)2C for compound Second; unable to perform element "
+        "balance "
         "check.";
     EXPECT_EQ(ui.shown, (Lines{warning, warning}));
     ui.shown.clear();
@@ -234,7 +235,7 @@ const char* const askAgain =
     " Heat of reactions depending on material properties may cause trouble during reactor evaluations. Ignore?";
 
 TEST_F(Validation, AsksOnceForEachDependencyOfAHeat) {
-    reaction->heatEquation = u"C(\"A\")*X(\"A\")*A(\"A\")*F(\"A\")*T*P";
+    reaction->heatEquation = u"C(First)*X(First)*A(First)*F(First)*T*P";
     EXPECT_EQ(Validate(), "");
     const std::string start = "question Warning: Heat of reaction for reaction \"R1\" depends on ";
     EXPECT_EQ(ui.shown, (Lines{start + "molarity." + askAgain, start + "mole fraction." + askAgain,
@@ -247,7 +248,7 @@ TEST_F(Validation, FailsWhenAQuestionIsCancelled) {
     reaction->heatEquation = u"1000*T";
     ui.answersLeft = 0;
     EXPECT_EQ(Validate(), "Heat of reaction for reaction \"R1\" depends on temperature.");
-    reaction->heatEquation = u"C(\"A\")*T";
+    reaction->heatEquation = u"C(First)*T";
     ui.shown.clear();
     ui.answersLeft = 1;
     EXPECT_EQ(Validate(), "Heat of reaction for reaction \"R1\" depends on temperature.");
@@ -255,7 +256,7 @@ TEST_F(Validation, FailsWhenAQuestionIsCancelled) {
 }
 
 TEST_F(Validation, AsksNothingAboutAFugacity) {
-    reaction->heatEquation = u"F(\"A\")";
+    reaction->heatEquation = u"F(First)";
     EXPECT_EQ(Validate(), "");
     EXPECT_EQ(ui.shown, Lines{});
 }
