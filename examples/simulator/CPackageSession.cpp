@@ -71,6 +71,19 @@ bool FailLoad(HRESULT result, const CErrorLog& log, Failure& failure) {
     return false;
 }
 
+/// The manager, which all packages come from.
+template <class Interface>
+bool MakeManager(reka::CComRef<Interface>& manager, Failure& failure) {
+    void* made = nullptr;
+    const HRESULT result = CreateManager(reka::InterfaceId<Interface>(), &made);
+    if (FAILED(result)) {
+        failure = {"the package manager can't be made: " + TextOfResult(result), "", ""};
+        return false;
+    }
+    manager.Reset(static_cast<Interface*>(made));
+    return true;
+}
+
 }  // namespace
 
 CPackageSession::~CPackageSession() {
@@ -78,21 +91,56 @@ CPackageSession::~CPackageSession() {
     if (const auto utilities = Ask<reka::ICapeUtilities>(package.Get())) utilities->Terminate();
 }
 
-bool CPackageSession::Load(CPropertyBag& bag, CErrorLog& log, Failure& failure) {
-    void* made = nullptr;
-    HRESULT result = CreatePackage(IID_IPersistPropertyBag, &made);
-    if (FAILED(result)) {
-        failure = {"the package can't be made: " + TextOfResult(result), "", ""};
+bool ListPackages(std::vector<std::u16string>& names, Failure& failure) {
+    reka::CComRef<reka::ICapeReactionsPackageManager> manager;
+    if (!MakeManager(manager, failure)) return false;
+    reka::CVariant list;
+    const HRESULT result = manager->GetListOfReactionsPackages(&list.Get());
+    if (FAILED(result)) return FailCall(manager.Get(), result, "GetListOfReactionsPackages", failure);
+    if (!ReadTexts(list.Get(), names)) {
+        failure = {"GetListOfReactionsPackages gives no list of strings", "GetListOfReactionsPackages", ""};
         return false;
     }
-    package.Reset(static_cast<IPersistPropertyBag*>(made));
+    return true;
+}
+
+bool CPackageSession::Resolve(const std::u16string& name, Failure& failure) {
+    reka::CComRef<reka::ICapeReactionsPackageManager> manager;
+    if (!MakeManager(manager, failure)) return false;
+    reka::CComRef<IDispatch> made;
+    const reka::CBstr wanted = reka::CBstr::Make(name);
+    const HRESULT result = manager->ResolveReactionsPackage(wanted.Get(), made.Receive());
+    if (FAILED(result)) return FailCall(manager.Get(), result, "ResolveReactionsPackage", failure);
+    if (!TakePackage(std::move(made), failure)) return false;
+    if (Initialize(failure)) return true;
+    // A manager gives a package for an unknown name too, which then can't be initialised.
+    failure.text = "\"" + reka::Utf8FromUtf16(name) + "\": " + failure.text + " (rekasim list shows the names)";
+    return false;
+}
+
+bool CPackageSession::Load(CPropertyBag& bag, CErrorLog& log, Failure& failure) {
+    reka::CComRef<reka::ICapeThermoNewPropertyPackage> manager;
+    if (!MakeManager(manager, failure)) return false;
+    reka::CComRef<IDispatch> made;
+    HRESULT result = manager->NewPropertyPackage(made.Receive());
+    if (FAILED(result)) return FailCall(manager.Get(), result, "NewPropertyPackage", failure);
+    if (!TakePackage(std::move(made), failure)) return false;
     package->InitNew();
     result = package->Load(&bag, &log);
     if (FAILED(result)) return FailLoad(result, log, failure);
+    return Initialize(failure);
+}
+
+bool CPackageSession::TakePackage(reka::CComRef<IDispatch> made, Failure& failure) {
+    if (made) package = Ask<IPersistPropertyBag>(made.Get());
+    return package || FailMissingInterface("IPersistPropertyBag", failure);
+}
+
+bool CPackageSession::Initialize(Failure& failure) {
     isLoaded = true;
     const auto utilities = Ask<reka::ICapeUtilities>(package.Get());
     if (!utilities) return FailMissingInterface("ICapeUtilities", failure);
-    result = utilities->Initialize();
+    const HRESULT result = utilities->Initialize();
     return SUCCEEDED(result) || FailCall(package.Get(), result, "Initialize", failure);
 }
 

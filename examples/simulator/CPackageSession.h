@@ -29,6 +29,9 @@ struct Reaction {
     std::vector<Participant> participants;
 };
 
+/// The names of the packages that the manager offers, in its order. False with the manager's words in `failure`.
+bool ListPackages(std::vector<std::u16string>& names, Failure& failure);
+
 enum class ThermoVersion : unsigned char { Version10, Version11 };
 
 /// The operations go in the order of declaration. Each returns false when a call fails, with the package's own words in
@@ -40,7 +43,10 @@ public:
     CPackageSession& operator=(const CPackageSession&) = delete;
     ~CPackageSession();
 
-    /// Makes a package, loads it from the bag and initialises it. `log` gets what it reports on the way.
+    /// Has the manager make the package of that name, and initialises it.
+    bool Resolve(const std::u16string& name, Failure& failure);
+    /// Has the manager make a new package, loads it from the bag and initialises it. `log` gets what it reports on the
+    /// way.
     bool Load(CPropertyBag& bag, CErrorLog& log, Failure& failure);
     bool ReadIdentity(std::u16string& name, std::u16string& description, Failure& failure);
     /// Binds the material through the context of one thermo version; afterwards the package speaks of compounds by the
@@ -55,6 +61,8 @@ public:
     bool Save(CPropertyBag& bag, Failure& failure);
 
 private:
+    bool TakePackage(reka::CComRef<IDispatch> made, Failure& failure);
+    bool Initialize(Failure& failure);
     bool ReadReaction(reka::ICapeReactionChemistry& chemistry, Reaction& reaction, Failure& failure);
     bool ReadParticipants(reka::ICapeReactionChemistry& chemistry, BSTR id, Reaction& reaction, Failure& failure);
 

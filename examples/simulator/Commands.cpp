@@ -16,9 +16,10 @@ namespace rekasim {
 
 namespace {
 
-/// A document with its package, which is loaded.
+/// A package, loaded from a document or resolved by its name, and the document that goes with it.
 struct OpenDocument {
-    Json content;
+    Json content = Json::object();  // with the material, if there is one
+    std::string path;               // of the document
     CPackageSession session;
     std::vector<std::string> loadFaults;  // what the package reported while it loaded, each in one line
 };
@@ -44,7 +45,15 @@ bool Finish(bool isDone, const CommandOptions& options, const OpenDocument& docu
     return isDone;
 }
 
+bool OpenByName(const CommandOptions& options, OpenDocument& document, Failure& failure) {
+    document.path = options.materialPath;
+    if (!document.path.empty() && !ReadDocument(document.path, document.content, failure.text)) return false;
+    return document.session.Resolve(reka::Utf16FromUtf8(options.packageName), failure);
+}
+
 bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& err, Failure& failure) {
+    if (!options.packageName.empty()) return OpenByName(options, document, failure);
+    document.path = options.documentPath;
     if (!ReadDocument(options.documentPath, document.content, failure.text)) return false;
     const auto package = document.content.find("package");
     const auto bag = MakeObject<CPropertyBag>();
@@ -77,11 +86,13 @@ bool WriteIdentity(CPackageSession& session, std::ostream& out, Failure& failure
 }
 
 /// The thermo version that the package's data name; a package without the word uses version 1.0.
-ThermoVersion VersionOf(const Json& content) {
-    const Json& package = content["package"];
-    const auto version = package.find("thermoVersion");
-    const bool isVersion11 = version != package.end() && *version == "1.1";
-    return isVersion11 ? ThermoVersion::Version11 : ThermoVersion::Version10;
+bool ReadVersion(CPackageSession& session, ThermoVersion& version, Failure& failure) {
+    const auto bag = MakeObject<CPropertyBag>();
+    if (!session.Save(*bag, failure)) return false;
+    const Json members = MembersFromBag(*bag);
+    const auto word = members.find("thermoVersion");
+    version = word != members.end() && *word == "1.1" ? ThermoVersion::Version11 : ThermoVersion::Version10;
+    return true;
 }
 
 /// The rates of the kinetic reactions of each phase, or the constants of the equilibrium reactions, asked for together.
@@ -145,7 +156,7 @@ bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostr
                 Failure& failure) {
     MaterialState state;
     if (!ReadMaterial(document.content, state, failure.text)) {
-        failure.text = options.documentPath + ": " + failure.text;
+        failure.text = document.path + ": " + failure.text;
         return false;
     }
     const auto material = MakeObject<CMaterial>();
@@ -154,7 +165,9 @@ bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostr
     CPackageSession& session = document.session;
     std::vector<Reaction> reactions;
     if (!session.SetReactionObject(*results, failure)) return false;
-    if (!session.SetMaterial(*material, VersionOf(document.content), failure)) return false;
+    ThermoVersion version = ThermoVersion::Version10;
+    if (!ReadVersion(session, version, failure)) return false;
+    if (!session.SetMaterial(*material, version, failure)) return false;
     if (!session.ReadReactions(reactions, failure)) return false;
 
     std::vector<double> temperatures = options.temperatures;
@@ -201,6 +214,13 @@ std::string OnOneLine(const std::string& text) {
     }
     line.erase(line.find_last_not_of(' ') + 1);
     return line;
+}
+
+bool RunList(std::ostream& out, Failure& failure) {
+    std::vector<std::u16string> names;
+    if (!ListPackages(names, failure)) return false;
+    for (const std::u16string& name : names) out << reka::Utf8FromUtf16(name) << "\n";
+    return true;
 }
 
 bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {

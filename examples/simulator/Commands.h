@@ -12,7 +12,9 @@ namespace rekasim {
 
 /// What the command line says. Paths are UTF-8.
 struct CommandOptions {
-    std::string documentPath;
+    std::string packageName;           // of a package that the manager offers; empty for that of the document
+    std::string documentPath;          // the document with the package
+    std::string materialPath;          // the document with the material, where the package comes by its name
     std::string outputPath;            // of `save`
     std::vector<double> temperatures;  // K, of `table`; none: the document's own
     bool isVerbose = false;
@@ -20,6 +22,7 @@ struct CommandOptions {
 
 /// Each prints to `out` and returns true, or returns false with the reason in `failure`. Notes go to `err`: what the
 /// package reported while it loaded, in full if the user asked for it.
+bool RunList(std::ostream& out, Failure& failure);
 bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 bool RunSave(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);

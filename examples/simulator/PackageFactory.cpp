@@ -1,13 +1,13 @@
-// The package of the component that is linked into the program.
+// The manager of the component that is linked into the program.
 
 #include "PackageFactory.h"
 
-#include "package/CreateReactionPack.h"
+#include "manager/CreateReactionPackManager.h"
 
 namespace rekasim {
 
-HRESULT CreatePackage(REFIID iid, void** package) {
-    return reka::CreateReactionPack(iid, package);
+HRESULT CreateManager(REFIID iid, void** manager) {
+    return reka::CreateReactionPackManager(iid, manager);
 }
 
 }  // namespace rekasim

@@ -1,4 +1,4 @@
-// Where rekasim gets a package from: the one place that knows how the component is reached.
+// Where rekasim gets packages from: the one place that knows how the component is reached.
 
 #pragma once
 
@@ -6,7 +6,7 @@
 
 namespace rekasim {
 
-/// Makes a new package and asks it for `iid`. The caller releases `*package`.
-HRESULT CreatePackage(REFIID iid, void** package);
+/// Makes a package manager and asks it for `iid`. The caller releases `*manager`.
+HRESULT CreateManager(REFIID iid, void** manager);
 
 }  // namespace rekasim

@@ -24,14 +24,37 @@ struct Arguments {
     std::string step;
 };
 
+/// A package comes from a document, or by its name from the manager.
+CLI::Option* DescribePackage(CLI::App& command, Arguments& arguments) {
+    CLI::Option* name = command
+                            .add_option("name", arguments.options.packageName,
+                                        "A package that the manager offers; rekasim list shows them")
+                            ->type_name("NAME");
+    CLI::Option* document =
+        command.add_option("--document", arguments.options.documentPath, "The document with the package")
+            ->type_name("FILE");
+    name->excludes(document);
+    document->excludes(name);
+    command.callback([&arguments] {
+        if (arguments.options.packageName.empty() && arguments.options.documentPath.empty()) {
+            throw CLI::RequiredError("NAME or --document");
+        }
+    });
+    return name;
+}
+
 void DescribeTable(CLI::App& app, Arguments& arguments) {
     CLI::App* table = app.add_subcommand(
         "table",
-        "Calculate rates, equilibrium constants and heats of reaction for the document's material, at its own "
+        "Calculate rates, equilibrium constants and heats of reaction for a document's material, at its own "
         "temperature or over a range");
-    table->add_option("--document", arguments.options.documentPath, "The document to read")
-        ->required()
-        ->type_name("FILE");
+    CLI::Option* name = DescribePackage(*table, arguments);
+    CLI::Option* material = table
+                                ->add_option("--material", arguments.options.materialPath,
+                                             "The document with the material for the package NAME")
+                                ->type_name("FILE")
+                                ->needs(name);
+    name->needs(material);
     CLI::Option* from = table->add_option("--from", arguments.from, "First temperature")->type_name("K");
     CLI::Option* to = table->add_option("--to", arguments.to, "Last temperature, included")->type_name("K");
     CLI::Option* step = table->add_option("--step", arguments.step, "Distance of the temperatures")->type_name("K");
@@ -43,31 +66,35 @@ void DescribeTable(CLI::App& app, Arguments& arguments) {
 
 void DescribeShow(CLI::App& app, Arguments& arguments) {
     CLI::App* show = app.add_subcommand("show", "Print the compounds and reactions that the package tells of");
-    show->add_option("--document", arguments.options.documentPath, "The document to read")
-        ->required()
-        ->type_name("FILE");
+    DescribePackage(*show, arguments);
     show->footer("Example: rekasim show --document methanol-synthesis.json");
 }
 
 void DescribeSave(CLI::App& app, Arguments& arguments) {
     CLI::App* save =
         app.add_subcommand("save", "Load the package, have it save itself, and write the document with what it saved");
-    save->add_option("--document", arguments.options.documentPath, "The document to read")
-        ->required()
-        ->type_name("FILE");
+    DescribePackage(*save, arguments);
     save->add_option("--to", arguments.options.outputPath, "The document to write; the material and notes are kept")
         ->required()
         ->type_name("FILE");
     save->footer("Example: rekasim save --document water-gas-shift.json --to copy.json");
 }
 
+void DescribeList(CLI::App& app) {
+    app.add_subcommand("list", "Print the names of the packages that the manager offers")
+        ->footer("Packages are kept as templates in the configuration folder of the user.");
+}
+
 void DescribeProgram(CLI::App& app, Arguments& arguments) {
     app.name("rekasim");
     app.description(
-        "rekasim, a small simulator: loads a reaction package from a document, gives it a material and prints what it "
-        "calculates.");
+        "rekasim, a small simulator: gets a reaction package from the package manager or from a document, gives it a "
+        "material and prints what it calculates.");
     app.footer(
         "Examples:\n"
+        "  rekasim list\n"
+        "  rekasim show  \"Methanol synthesis\"\n"
+        "  rekasim table \"Methanol synthesis\" --material documents/methanol-synthesis.json\n"
         "  rekasim show  --document documents/ammonia-synthesis.json\n"
         "  rekasim table --document documents/ammonia-synthesis.json\n"
         "  rekasim table --document documents/ammonia-synthesis.json --from 673.15 --to 773.15 --step 25\n"
@@ -79,6 +106,7 @@ void DescribeProgram(CLI::App& app, Arguments& arguments) {
                  "Tell which method of which interface failed, and what the package reports while it loads");
     app.fallthrough();
     app.require_subcommand(1);
+    DescribeList(app);
     DescribeTable(app, arguments);
     DescribeShow(app, arguments);
     DescribeSave(app, arguments);
@@ -102,6 +130,7 @@ bool UnderstandSweep(Arguments& arguments, Failure& failure) {
 
 bool RunCommand(const CLI::App& app, Arguments& arguments, std::ostream& out, std::ostream& err, Failure& failure) {
     if (!UnderstandSweep(arguments, failure)) return false;
+    if (app.got_subcommand("list")) return RunList(out, failure);
     if (app.got_subcommand("table")) return RunTable(arguments.options, out, err, failure);
     if (app.got_subcommand("show")) return RunShow(arguments.options, out, err, failure);
     return RunSave(arguments.options, out, err, failure);
