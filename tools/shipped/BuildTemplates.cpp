@@ -1,0 +1,92 @@
+// Builds the file of templates that ships beside the module out of documents with packages:
+//     build_templates OUTPUT DOCUMENT...
+// A package that a user couldn't have accepted in the editor isn't shipped: the program ends with status 1.
+
+#include <algorithm>
+#include <cstdio>
+
+#include "BagMembers.h"
+#include "Document.h"
+#include "OutputFile.h"
+#include "PropertyBag.h"
+#include "checking/ValidateDefinition.h"
+#include "persistence/ByteWriter.h"
+#include "persistence/PropertyBagForm.h"
+#include "persistence/StoredDefinition.h"
+#include "platform/Utf8.h"
+
+namespace {
+
+using rekasim::Json;
+
+/// A user who wants no formula left unread, and whose heats may depend on the temperature.
+class CBuilderUi : public reka::IDefinitionCheckUi {
+public:
+    void ShowWarning(const std::u16string& text, const std::u16string&) override { warning = text; }
+    bool AskToContinue(const std::u16string&, const std::u16string&) override { return true; }
+    std::u16string warning;
+};
+
+bool Fail(const std::string& path, const std::string& reason) {
+    std::fprintf(stderr, "%s: %s\n", path.c_str(), reason.c_str());
+    return false;
+}
+
+bool AddTemplate(const std::string& path, reka::TemplateStore& store) {
+    Json document;
+    std::string reason;
+    if (!rekasim::ReadDocument(path, document, reason)) return Fail(path, reason);
+    const auto bag = rekasim::MakeObject<rekasim::CPropertyBag>();
+    const auto log = rekasim::MakeObject<rekasim::CErrorLog>();
+    if (!document.contains("package") || !rekasim::FillBag(document["package"], *bag, reason)) {
+        return Fail(path, "no package: " + reason);
+    }
+    auto definition = std::make_unique<reka::ReactionPackDefinition>(nullptr);
+    const bool isRead = reka::ReadDefinitionFromBag(*definition, reka::BagReader{bag.Get(), log.Get(), u"REKA"});
+    if (!isRead || !log->Reports().empty()) return Fail(path, "the package doesn't load without faults");
+    definition->pcdFile.clear();  // where the compound file lies shows after the installation
+    CBuilderUi ui;
+    std::u16string errorText;
+    const std::u16string name(definition->name.View());
+    const std::u16string description(definition->description.View());
+    if (!reka::ValidateDefinition(*definition, &store, false, name, description,
+                                  static_cast<std::int32_t>(definition->thermoVersion), errorText, ui)) {
+        return Fail(path, reka::Utf8FromUtf16(errorText));
+    }
+    if (!ui.warning.empty()) return Fail(path, reka::Utf8FromUtf16(ui.warning));
+    store.templates.push_back(std::move(definition));
+    return true;
+}
+
+/// The file as TemplateStore.h describes it.
+bool WriteTemplates(const reka::TemplateStore& store, const char* path) {
+    std::vector<std::uint8_t> bytes;
+    reka::CByteWriter writer(bytes);
+    writer.WriteU32(static_cast<std::uint32_t>(store.templates.size()));
+    for (const auto& definition : store.templates) {
+        std::vector<std::uint8_t> block;
+        std::u16string errorText;
+        if (!reka::WriteStoredDefinition(*definition, block, errorText)) {
+            return Fail(path, reka::Utf8FromUtf16(errorText));
+        }
+        writer.WriteU32(static_cast<std::uint32_t>(block.size()));
+        bytes.insert(bytes.end(), block.begin(), block.end());
+    }
+    return shipped::WriteOutput(path, bytes);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc < 3) {
+        std::fputs("build_templates OUTPUT DOCUMENT...\n", stderr);
+        return 2;
+    }
+    reka::TemplateStore store;
+    std::vector<std::string> documents(argv + 2, argv + argc);
+    std::sort(documents.begin(), documents.end());
+    for (const std::string& document : documents) {
+        if (!AddTemplate(document, store)) return 1;
+    }
+    return WriteTemplates(store, argv[1]) ? 0 : 1;
+}
