@@ -12,6 +12,7 @@ function(reka_add_header_only_library target folder)
 endfunction()
 
 if(REKA_BUILD_EXAMPLES)
+  reka_add_header_only_library(reka_boost boost)
   reka_add_header_only_library(reka_cli11 CLI)
   reka_add_header_only_library(reka_json nlohmann)
 endif()

@@ -152,13 +152,16 @@ bool CalculateLines(CPackageSession& session, CMaterial& material, const std::ve
     return true;
 }
 
+bool ReadState(const OpenDocument& document, MaterialState& state, Failure& failure) {
+    if (ReadMaterial(document.content, state, failure.text)) return true;
+    failure.text = document.path + ": " + failure.text;
+    return false;
+}
+
 bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostream& out, std::ostream& err,
                 Failure& failure) {
     MaterialState state;
-    if (!ReadMaterial(document.content, state, failure.text)) {
-        failure.text = document.path + ": " + failure.text;
-        return false;
-    }
+    if (!ReadState(document, state, failure)) return false;
     const auto material = MakeObject<CMaterial>();
     const auto results = MakeObject<CReactionResults>();
     material->SetState(state);
@@ -182,6 +185,13 @@ bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostr
     out << "\n";
     WriteValues(out, reactions, lines);
     return true;
+}
+
+bool PrintReactor(const CommandOptions& options, OpenDocument& document, std::ostream& out, Failure& failure) {
+    MaterialState state;
+    ThermoVersion version = ThermoVersion::Version10;
+    return ReadState(document, state, failure) && ReadVersion(document.session, version, failure) &&
+           SolveReactor(document.session, std::move(state), version, options.reactor, out, failure);
 }
 
 bool PrintPackage(OpenDocument& document, std::ostream& out, Failure& failure) {
@@ -233,6 +243,12 @@ bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err
     OpenDocument document;
     if (!Open(options, document, err, failure)) return false;
     return Finish(PrintPackage(document, out, failure), options, document, err, failure);
+}
+
+bool RunReactor(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
+    OpenDocument document;
+    if (!Open(options, document, err, failure)) return false;
+    return Finish(PrintReactor(options, document, out, failure), options, document, err, failure);
 }
 
 bool RunSave(const CommandOptions& options, std::ostream&, std::ostream& err, Failure& failure) {

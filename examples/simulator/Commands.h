@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "Failure.h"
+#include "ReactorCommand.h"
 
 namespace rekasim {
 
@@ -17,6 +18,7 @@ struct CommandOptions {
     std::string materialPath;          // the document with the material, where the package comes by its name
     std::string outputPath;            // of `save`
     std::vector<double> temperatures;  // K, of `table`; none: the document's own
+    ReactorOptions reactor;
     bool isVerbose = false;
 };
 
@@ -25,6 +27,7 @@ struct CommandOptions {
 bool RunList(std::ostream& out, Failure& failure);
 bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
+bool RunReactor(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 bool RunSave(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 
 /// Text without line ends, for a message of one line.

@@ -18,9 +18,10 @@ struct MaterialCompound {
     std::u16string formula;                 // empty: not known
     std::optional<double> molecularWeight;  // g/mol
     double moleFraction = 0;
-    double activityCoefficient = 1;        // liquid only
-    std::optional<double> molarVolume;     // m3/mol, liquid only
-    std::optional<double> vapourPressure;  // Pa, liquid only
+    double activityCoefficient = 1;                     // liquid only
+    std::optional<double> molarVolume;                  // m3/mol, liquid only
+    std::optional<double> vapourPressure;               // Pa, liquid only
+    std::optional<double> heatCapacity = std::nullopt;  // J/(mol K), for adiabatic reactors
 };
 
 enum class PhaseModel : unsigned char { IdealGas, Liquid };

@@ -77,7 +77,7 @@ private:
 bool ReadCompound(const Json& object, const std::string& path, MaterialCompound& compound, std::string& errorText) {
     CMemberReader reader(object, path);
     reader.AllowOnly({"id", "moleFraction", "casNumber", "formula", "molecularWeight", "activityCoefficient",
-                      "molarVolume", "vapourPressure"});
+                      "molarVolume", "vapourPressure", "heatCapacity"});
     compound.id = reader.ReadText("id", true);
     compound.moleFraction = reader.ReadNumber("moleFraction", true).value_or(0);
     if (!(compound.moleFraction >= 0)) reader.Fail("moleFraction", "a number from 0 to 1 is expected");
@@ -87,6 +87,7 @@ bool ReadCompound(const Json& object, const std::string& path, MaterialCompound&
     compound.activityCoefficient = reader.ReadPositive("activityCoefficient", false).value_or(1);
     compound.molarVolume = reader.ReadPositive("molarVolume", false);
     compound.vapourPressure = reader.ReadPositive("vapourPressure", false);
+    compound.heatCapacity = reader.ReadPositive("heatCapacity", false);
     errorText = reader.ErrorText();
     return errorText.empty();
 }

@@ -3,6 +3,8 @@
 #include "RunRekasim.h"
 
 #include <CLI/CLI.hpp>
+#include <cmath>
+#include <functional>
 #include <ostream>
 
 #include "Commands.h"
@@ -16,9 +18,18 @@ namespace {
 constexpr int failed = 1;
 constexpr int misused = 2;
 
+/// A number that is read as a text first.
+struct NumberOption {
+    std::string name;
+    std::string text;
+    std::function<void(double)> take;
+};
+
 /// The command line as it was read, before its texts are understood.
 struct Arguments {
     CommandOptions options;
+    std::vector<NumberOption> reactorNumbers;
+    std::string points;
     std::string from;
     std::string to;
     std::string step;
@@ -43,18 +54,21 @@ CLI::Option* DescribePackage(CLI::App& command, Arguments& arguments) {
     return name;
 }
 
+/// A package that comes by its name needs a document for the material.
+void DescribePackageWithMaterial(CLI::App& command, Arguments& arguments) {
+    CLI::Option* name = DescribePackage(command, arguments);
+    CLI::Option* material = command.add_option("--material", arguments.options.materialPath,
+                                               "The document with the material for the package NAME");
+    material->type_name("FILE")->needs(name);
+    name->needs(material);
+}
+
 void DescribeTable(CLI::App& app, Arguments& arguments) {
     CLI::App* table = app.add_subcommand(
         "table",
         "Calculate rates, equilibrium constants and heats of reaction for a document's material, at its own "
         "temperature or over a range");
-    CLI::Option* name = DescribePackage(*table, arguments);
-    CLI::Option* material = table
-                                ->add_option("--material", arguments.options.materialPath,
-                                             "The document with the material for the package NAME")
-                                ->type_name("FILE")
-                                ->needs(name);
-    name->needs(material);
+    DescribePackageWithMaterial(*table, arguments);
     CLI::Option* from = table->add_option("--from", arguments.from, "First temperature")->type_name("K");
     CLI::Option* to = table->add_option("--to", arguments.to, "Last temperature, included")->type_name("K");
     CLI::Option* step = table->add_option("--step", arguments.step, "Distance of the temperatures")->type_name("K");
@@ -62,6 +76,54 @@ void DescribeTable(CLI::App& app, Arguments& arguments) {
     to->needs(from)->needs(step);
     step->needs(from)->needs(to);
     table->footer("Example: rekasim table --document ammonia-synthesis.json --from 673.15 --to 773.15 --step 25");
+}
+
+/// Numbers above 0 of the reactor.
+void DescribeReactorNumbers(CLI::App& reactor, Arguments& arguments) {
+    ReactorOptions& options = arguments.options.reactor;
+    arguments.reactorNumbers = {{"--flow", "", [&options](double number) { options.flow = number; }},
+                                {"--volume", "", [&options](double number) { options.volume = number; }},
+                                {"--catalyst", "", [&options](double number) { options.catalyst = number; }},
+                                {"--temperature", "", [&options](double number) { options.temperature = number; }},
+                                {"--pressure", "", [&options](double number) { options.pressure = number; }}};
+    const char* const descriptions[] = {"Feed, 1 if it isn't given", "Size for rates per volume",
+                                        "Size for rates per mass of catalyst",
+                                        "Feed temperature, if not the material's", "Pressure, if not the material's"};
+    const char* const units[] = {"MOL/S", "M3", "KG", "K", "PA"};
+    for (std::size_t i = 0; i < arguments.reactorNumbers.size(); ++i) {
+        reactor.add_option(arguments.reactorNumbers[i].name, arguments.reactorNumbers[i].text, descriptions[i])
+            ->type_name(units[i]);
+    }
+}
+
+void DescribeReactor(CLI::App& app, Arguments& arguments) {
+    ReactorOptions& options = arguments.options.reactor;
+    CLI::App* reactor = app.add_subcommand(
+        "reactor", "Solve an isothermal or adiabatic reactor with the package's numbers, fed with the material");
+    DescribePackageWithMaterial(*reactor, arguments);
+    CLI::Option_group* kinds = reactor->add_option_group("kind");
+    CLI::Option* plugFlow = kinds->add_flag_callback(
+        "--pfr", [&options] { options.kind = ReactorKind::PlugFlow; },
+        "Plug flow, with a profile from inlet to outlet");
+    kinds->add_flag_callback(
+        "--cstr", [&options] { options.kind = ReactorKind::StirredTank; }, "A stirred tank");
+    kinds->add_flag_callback(
+        "--equilibrium", [&options] { options.kind = ReactorKind::Equilibrium; }, "The equilibrium reactions at rest");
+    kinds->require_option(1);
+    reactor->add_flag("--adiabatic", options.isAdiabatic,
+                      "No heat is exchanged; the material gives heat capacities then");
+    DescribeReactorNumbers(*reactor, arguments);
+    reactor->add_option("--points", arguments.points, "Points of the profile, 21 if not given")
+        ->type_name("N")
+        ->needs(plugFlow);
+    reactor->add_option("--key", options.key, "Compound whose conversion is told")->type_name("ID");
+    reactor->add_flag("--csv", options.isCsv, "Print comma-separated values with all digits");
+    reactor->add_option("--plot", options.plotPath, "Draw the profile into an .svg or .png file (by gnuplot)")
+        ->type_name("FILE")
+        ->needs(plugFlow);
+    reactor->footer(
+        "Example: rekasim reactor \"Toluene hydrodealkylation\" --material toluene-hydrodealkylation.json --pfr "
+        "--flow 1000 --volume 100 --plot toluene.svg");
 }
 
 void DescribeShow(CLI::App& app, Arguments& arguments) {
@@ -108,6 +170,7 @@ void DescribeProgram(CLI::App& app, Arguments& arguments) {
     app.require_subcommand(1);
     DescribeList(app);
     DescribeTable(app, arguments);
+    DescribeReactor(app, arguments);
     DescribeShow(app, arguments);
     DescribeSave(app, arguments);
 }
@@ -128,10 +191,31 @@ bool UnderstandSweep(Arguments& arguments, Failure& failure) {
     return ListTemperatures(from, to, step, arguments.options.temperatures, failure.text);
 }
 
+bool UnderstandReactor(Arguments& arguments, Failure& failure) {
+    for (const NumberOption& option : arguments.reactorNumbers) {
+        double number = 0;
+        if (option.text.empty()) continue;
+        if (!ParseNumber(option.text, number) || !(number > 0)) {
+            failure.text = option.name + ": \"" + option.text + "\" is not a number above 0";
+            return false;
+        }
+        option.take(number);
+    }
+    if (arguments.points.empty()) return true;
+    double count = 0;
+    if (!ParseNumber(arguments.points, count) || !(count >= 2 && count <= 100000) || count != std::floor(count)) {
+        failure.text = "--points: \"" + arguments.points + "\" is not a number of points from 2 to 100000";
+        return false;
+    }
+    arguments.options.reactor.pointCount = static_cast<std::size_t>(count);
+    return true;
+}
+
 bool RunCommand(const CLI::App& app, Arguments& arguments, std::ostream& out, std::ostream& err, Failure& failure) {
-    if (!UnderstandSweep(arguments, failure)) return false;
+    if (!UnderstandSweep(arguments, failure) || !UnderstandReactor(arguments, failure)) return false;
     if (app.got_subcommand("list")) return RunList(out, failure);
     if (app.got_subcommand("table")) return RunTable(arguments.options, out, err, failure);
+    if (app.got_subcommand("reactor")) return RunReactor(arguments.options, out, err, failure);
     if (app.got_subcommand("show")) return RunShow(arguments.options, out, err, failure);
     return RunSave(arguments.options, out, err, failure);
 }

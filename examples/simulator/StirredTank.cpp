@@ -1,0 +1,172 @@
+// The stirred tank by Newton's method, continued from a very small tank to the one that was asked for.
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+
+#include "ReactorSolvers.h"
+
+namespace rekasim {
+
+namespace {
+
+using Vector = std::vector<double>;
+
+constexpr int mostIterations = 50;
+constexpr double tolerance = 1e-12;  // of unknowns of the order of 1
+
+/// The equations of a tank of part `scale` of the size: extents as parts of the feed flow, and the temperature as a
+/// multiple of the feed's.
+class CTank {
+public:
+    CTank(CReactorModel& reactorModel, double tankSize, bool adiabatic)
+        : model(reactorModel),
+          size(tankSize),
+          isAdiabatic(adiabatic),
+          feedTemperature(model.Feed().temperature),
+          feedCapacity(adiabatic ? model.HeatCapacityFlow(model.FeedFlows()) : 0) {}
+
+    std::size_t UnknownCount() const { return model.ReactionCount() + (isAdiabatic ? 1 : 0); }
+    Vector Inlet() const {
+        Vector unknowns(UnknownCount(), 0.0);
+        if (isAdiabatic) unknowns[unknowns.size() - 1] = 1.0;
+        return unknowns;
+    }
+
+    std::vector<double> Extents(const Vector& unknowns) const {
+        std::vector<double> extents(model.ReactionCount());
+        for (std::size_t r = 0; r < extents.size(); ++r) extents[r] = unknowns[r] * model.FeedFlow();
+        return extents;
+    }
+    double Temperature(const Vector& unknowns) const {
+        return isAdiabatic ? unknowns[unknowns.size() - 1] * feedTemperature : feedTemperature;
+    }
+    bool IsPossible(const Vector& unknowns) const {
+        if (!(Temperature(unknowns) > 0)) return false;
+        const std::vector<double> flows = model.Flows(Extents(unknowns));
+        return std::all_of(flows.begin(), flows.end(), [](double flow) { return flow >= 0; });
+    }
+
+    Vector Residuals(const Vector& unknowns, double scale) const {
+        const std::vector<double> extents = Extents(unknowns);
+        const double temperature = Temperature(unknowns);
+        const std::vector<double> rates = model.Rates(extents, temperature);
+        Vector residuals(UnknownCount());
+        for (std::size_t r = 0; r < rates.size(); ++r) {
+            residuals[r] = rates[r] * scale * size / model.FeedFlow() - unknowns[r];
+        }
+        if (isAdiabatic) {
+            const std::vector<double> heats = model.Heats(extents, temperature);
+            double heat = feedCapacity * (temperature - feedTemperature);
+            for (std::size_t r = 0; r < heats.size(); ++r) heat += extents[r] * heats[r];
+            residuals[residuals.size() - 1] = heat / (feedCapacity * feedTemperature);
+        }
+        return residuals;
+    }
+
+private:
+    CReactorModel& model;
+    double size;
+    bool isAdiabatic;
+    double feedTemperature;
+    double feedCapacity;
+};
+
+double LargestOf(const Vector& values) {
+    double largest = 0;
+    for (const double value : values) largest = std::max(largest, std::fabs(value));
+    return largest;
+}
+
+/// Solves a few linear equations by elimination, the largest pivot of each column first; the last column of `rows` is
+/// the right-hand side, and gets the solution. False for equations without one.
+bool SolveLinear(std::vector<Vector>& rows) {
+    const std::size_t count = rows.size();
+    for (std::size_t column = 0; column < count; ++column) {
+        const auto largest = std::max_element(
+            rows.begin() + static_cast<std::ptrdiff_t>(column), rows.end(),
+            [column](const Vector& a, const Vector& b) { return std::fabs(a[column]) < std::fabs(b[column]); });
+        std::swap(rows[column], *largest);
+        const Vector& pivot = rows[column];
+        if (!(std::fabs(pivot[column]) > 0)) return false;
+        for (std::size_t row = 0; row < count; ++row) {
+            if (row == column) continue;
+            const double part = rows[row][column] / pivot[column];
+            for (std::size_t i = column; i <= count; ++i) rows[row][i] -= part * pivot[i];
+        }
+    }
+    for (std::size_t row = 0; row < count; ++row) rows[row][count] /= rows[row][row];
+    return true;
+}
+
+/// The step that Newton's method takes; false where the equations have no slope.
+bool NewtonStep(const CTank& tank, const Vector& unknowns, double scale, const Vector& residuals, Vector& step) {
+    const std::size_t count = unknowns.size();
+    std::vector<Vector> rows(count, Vector(count + 1));
+    for (std::size_t column = 0; column < count; ++column) {
+        Vector moved = unknowns;
+        double distance = 1e-7 * std::max(std::fabs(moved[column]), 1e-3);
+        moved[column] += distance;
+        if (!tank.IsPossible(moved)) {
+            distance = -distance;
+            moved[column] = unknowns[column] + distance;
+        }
+        const Vector values = tank.Residuals(moved, scale);
+        for (std::size_t row = 0; row < count; ++row) rows[row][column] = (values[row] - residuals[row]) / distance;
+    }
+    for (std::size_t row = 0; row < count; ++row) rows[row][count] = -residuals[row];
+    if (!SolveLinear(rows)) return false;
+    step.resize(count);
+    for (std::size_t row = 0; row < count; ++row) step[row] = rows[row][count];
+    return true;
+}
+
+Vector Move(const Vector& from, const Vector& step, double part) {
+    Vector to = from;
+    for (std::size_t i = 0; i < to.size(); ++i) to[i] += part * step[i];
+    return to;
+}
+
+/// Solves the tank from `unknowns` on; false, with `unknowns` as they were, if it doesn't converge.
+bool Solve(const CTank& tank, double scale, Vector& unknowns) {
+    Vector current = unknowns;
+    Vector residuals = tank.Residuals(current, scale);
+    for (int iteration = 0; iteration < mostIterations; ++iteration) {
+        Vector step;
+        if (!NewtonStep(tank, current, scale, residuals, step)) return false;
+        double part = 1.0;
+        while (part > 1e-6 && !tank.IsPossible(Move(current, step, part))) part /= 2;
+        const Vector next = Move(current, step, part);
+        if (!tank.IsPossible(next)) return false;
+        const double change = part * LargestOf(step);
+        current = next;
+        residuals = tank.Residuals(current, scale);
+        if (change > tolerance || LargestOf(residuals) > 1e-9) continue;
+        unknowns = current;
+        return true;
+    }
+    return false;
+}
+
+}  // namespace
+
+std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bool isAdiabatic) {
+    const CTank tank(model, size, isAdiabatic);
+    Vector unknowns = tank.Inlet();
+    double solved = 0;
+    for (double next = 1.0; solved < 1.0;) {
+        if (Solve(tank, next, unknowns)) {
+            solved = next;
+            next = std::min(1.0, 4 * solved);
+        } else {
+            next = solved == 0 ? next / 10 : solved + (next - solved) / 4;
+            if (next < 1e-15 || next - solved < 1e-6 * solved) {
+                throw ReactorFailure("no steady state of the tank is found");
+            }
+        }
+    }
+    return {{0, model.Feed().temperature, model.FeedFlows()},
+            {size, tank.Temperature(unknowns), model.Flows(tank.Extents(unknowns))}};
+}
+
+}  // namespace rekasim

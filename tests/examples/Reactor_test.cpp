@@ -1,0 +1,335 @@
+// The reactors of rekasim against closed forms and balances made by hand.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <sstream>
+
+#include "DocumentFixture.h"
+#include "FormatNumber.h"
+
+namespace rekasim {
+
+namespace {
+
+/// A document with two or three ideal gases at 1 bar and 500 K, and one reaction.
+struct GasDocument {
+    std::string compounds = R"(["one", "two"])";
+    std::string type = "Kinetic";
+    std::string rate = "0.5*C(one)";
+    std::string rateBasis = "Homogeneous";
+    std::string basis = "Fugacity";
+    std::string constant = "null";
+    std::string heat = "null";
+    std::string coefficients = "[-1, 1]";
+    std::string feed = R"([{"id": "one", "moleFraction": 1, "formula": "H2", "heatCapacity": 30},
+                           {"id": "two", "moleFraction": 0, "formula": "H2", "heatCapacity": 30}])";
+
+    std::string Text() const {
+        const bool isPair = compounds.find("three") == std::string::npos;
+        const std::string nulls = isPair ? "[null, null]" : "[null, null, null]";
+        const std::string zeros = isPair ? "[0, 0]" : "[0, 0, 0]";
+        const auto quoted = [](const std::string& text) { return text == "null" ? text : "\"" + text + "\""; };
+        return R"({"package": {"Name": "Gas", "Description": "", "compoundId": )" + compounds +
+               R"(, "compoundName": )" + compounds + R"(, "compoundCAS": )" + nulls + R"(, "compoundFormula": )" +
+               nulls + R"(, "compoundMolecularWeight": )" + zeros + R"(, "compoundCharge": )" + zeros +
+               R"(, "reactionID": ["R"], "reactionPhase": ["Vapor"], "reactionType": [")" + type +
+               R"("], "reactionRateBasis": [")" + rateBasis + R"("], "reactionRateEquation": [)" + quoted(rate) +
+               R"(], "reactionEquilibriumBasis": [")" + basis + R"("], "reactionEquilibriumConstantEquation": [)" +
+               quoted(constant) + R"(], "reactionHeatEquation": [)" + quoted(heat) + R"(], "stoichiometry[R]": )" +
+               coefficients + R"(, "thermoVersion": "1.1"}, "material": {"phase": "Vapor", "model": "ideal gas",)" +
+               R"("temperature": 500, "pressure": 100000, "compounds": )" + feed + "}}";
+    }
+};
+
+/// The lines of a reactor's values, without the header.
+std::vector<std::vector<double>> Solve(const GasDocument& document, std::vector<std::string> options) {
+    const CTemporaryFile file("gas.json", document.Text());
+    std::vector<std::string> arguments = {"reactor", "--csv", "--document", file.Path()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const RunResult result = RunProgram(arguments);
+    EXPECT_EQ(result.status, 0) << result.err;
+    std::vector<std::vector<double>> lines;
+    std::istringstream text(result.out);
+    std::string line;
+    std::getline(text, line);
+    while (std::getline(text, line)) {
+        std::istringstream fields(line);
+        std::vector<double>& numbers = lines.emplace_back();
+        for (std::string field; std::getline(fields, field, ',');) {
+            double number = 0;
+            EXPECT_TRUE(ParseNumber(field, number)) << line;
+            numbers.push_back(number);
+        }
+    }
+    return lines;
+}
+
+std::string FailureOf(const GasDocument& document, std::vector<std::string> options) {
+    const CTemporaryFile file("gas.json", document.Text());
+    std::vector<std::string> arguments = {"reactor", "--document", file.Path()};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const RunResult result = RunProgram(arguments);
+    EXPECT_NE(result.status, 0);
+    EXPECT_EQ(result.out, "");
+    return result.err;
+}
+
+constexpr std::size_t position = 0;
+constexpr std::size_t temperature = 1;
+constexpr std::size_t conversion = 2;
+constexpr std::size_t firstFlow = 3;
+
+/// Volume flow of 1 mol/s of the gas, m3/s.
+constexpr double volumeFlow = 8.314462618 * 500 / 1e5;
+
+TEST(PlugFlowReactor, OfFirstOrderDecaysExponentially) {
+    const auto lines = Solve({}, {"--pfr", "--volume", "0.3", "--points", "11"});
+    ASSERT_EQ(lines.size(), 11U);
+    for (const auto& line : lines) {
+        EXPECT_NEAR(line[firstFlow], std::exp(-0.5 * line[position] / volumeFlow), 1e-8);
+        EXPECT_NEAR(line[conversion], 1 - line[firstFlow], 1e-12);
+        EXPECT_EQ(line[temperature], 500);
+    }
+    EXPECT_EQ(lines.front()[position], 0);
+    EXPECT_EQ(lines.back()[position], 0.3);
+}
+
+TEST(PlugFlowReactor, FollowsTheVolumeOfAGasThatGrows) {
+    // A -> 2 B: k V / v0 = 2 ln(1 / (1 - x)) - x
+    GasDocument document;
+    document.coefficients = "[-1, 2]";
+    document.feed = R"([{"id": "one", "moleFraction": 1}, {"id": "two", "moleFraction": 0}])";
+    const auto lines = Solve(document, {"--pfr", "--volume", "0.2"});
+    ASSERT_EQ(lines.size(), 21U);
+    for (const auto& line : lines) {
+        const double x = line[conversion];
+        EXPECT_NEAR(0.5 * line[position] / volumeFlow, 2 * std::log(1 / (1 - x)) - x, 1e-7);
+    }
+}
+
+TEST(PlugFlowReactor, CountsCatalystByItsMass) {
+    GasDocument document;
+    document.rateBasis = "Heterogeneous";
+    const auto lines = Solve(document, {"--pfr", "--catalyst", "0.1", "--flow", "2", "--points", "2"});
+    EXPECT_NEAR(lines.back()[firstFlow], 2 * std::exp(-0.5 * 0.1 / (2 * volumeFlow)), 1e-8);
+    EXPECT_NE(FailureOf(document, {"--pfr", "--volume", "1"}).find("--catalyst gives it in kg"), std::string::npos);
+}
+
+TEST(PlugFlowReactor, WarmsByItsHeat) {
+    GasDocument document;
+    document.rate = "0.5*C(one)";
+    document.heat = "-1500";
+    const auto lines = Solve(document, {"--pfr", "--volume", "0.3", "--adiabatic"});
+    // Both have 30 J/(mol K): 1500 J/mol warm by 50 K per part converted.
+    for (const auto& line : lines) EXPECT_NEAR(line[temperature], 500 + 50 * line[conversion], 1e-6);
+    EXPECT_GT(lines.back()[conversion], 0.9);
+}
+
+TEST(PlugFlowReactor, ConservesElements) {
+    const RunResult result =
+        RunProgram({"reactor", "--csv", "--document", ExamplePath("toluene-hydrodealkylation.json"), "--pfr", "--flow",
+                    "1000", "--volume", "500"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    std::istringstream text(result.out);
+    std::string line;
+    std::getline(text, line);
+    EXPECT_EQ(line,
+              "volume_m3,temperature_K,conversion_C7H8,flow_H2_mol_per_s,flow_CH4_mol_per_s,flow_C6H6_mol_per_s,"
+              "flow_C7H8_mol_per_s,flow_C12H10_mol_per_s");
+    double carbonBefore = 0;
+    double hydrogenBefore = 0;
+    int count = 0;
+    while (std::getline(text, line)) {
+        std::vector<double> numbers;
+        std::istringstream fields(line);
+        for (std::string field; std::getline(fields, field, ',');) {
+            double number = 0;
+            ASSERT_TRUE(ParseNumber(field, number));
+            numbers.push_back(number);
+        }
+        ASSERT_EQ(numbers.size(), 8U);
+        const double carbon = numbers[4] + 6 * numbers[5] + 7 * numbers[6] + 12 * numbers[7];
+        const double hydrogen = 2 * numbers[3] + 4 * numbers[4] + 6 * numbers[5] + 8 * numbers[6] + 10 * numbers[7];
+        if (count++ == 0) {
+            carbonBefore = carbon;
+            hydrogenBefore = hydrogen;
+        }
+        EXPECT_NEAR(carbon / carbonBefore, 1, 1e-9);
+        EXPECT_NEAR(hydrogen / hydrogenBefore, 1, 1e-9);
+    }
+    EXPECT_EQ(count, 21);
+}
+
+TEST(StirredTank, OfFirstOrderHasItsClosedForm) {
+    const auto lines = Solve({}, {"--cstr", "--volume", "0.3"});
+    ASSERT_EQ(lines.size(), 2U);
+    const double damkoehler = 0.5 * 0.3 / volumeFlow;
+    EXPECT_NEAR(lines[1][conversion], damkoehler / (1 + damkoehler), 1e-9);
+    EXPECT_EQ(lines[1][position], 0.3);
+}
+
+TEST(StirredTank, OfSecondOrderSolvesItsSquare) {
+    GasDocument document;
+    document.rate = "0.01*C(one)^2";
+    const auto lines = Solve(document, {"--cstr", "--volume", "0.5"});
+    const double c0 = 1 / volumeFlow;
+    const double a = 0.01 * c0 * c0 * 0.5;  // a (1 - x)^2 = x
+    EXPECT_NEAR(lines[1][conversion], (2 * a + 1 - std::sqrt(4 * a + 1)) / (2 * a), 1e-9);
+}
+
+TEST(StirredTank, ManagesFastReactions) {
+    GasDocument document;
+    document.rate = "1E6*C(one)";
+    const auto lines = Solve(document, {"--cstr", "--volume", "1"});
+    const double damkoehler = 1e6 / volumeFlow;
+    EXPECT_NEAR(lines[1][firstFlow] * (1 + damkoehler), 1, 1e-3);
+}
+
+TEST(StirredTank, ClosesItsHeatBalance) {
+    GasDocument document;
+    document.rate = "1E4*EXP(-5000/T)*C(one)";
+    document.heat = "-3000";
+    const auto lines = Solve(document, {"--cstr", "--volume", "0.1", "--adiabatic"});
+    const double x = lines[1][conversion];
+    const double outlet = lines[1][temperature];
+    EXPECT_NEAR(outlet, 500 + 100 * x, 1e-6);
+    const double concentration = (1 - x) * 1e5 / (8.314462618 * outlet);
+    EXPECT_NEAR(1e4 * std::exp(-5000 / outlet) * concentration * 0.1, x, 1e-8);
+    EXPECT_GT(x, 0.1);
+}
+
+TEST(ReactionEquilibrium, OfTheShiftIsTheRootOfItsSquare) {
+    const RunResult result = RunProgram(
+        {"reactor", "--csv", "--document", ExamplePath("water-gas-shift.json"), "--equilibrium", "--key", "co"});
+    ASSERT_EQ(result.status, 0) << result.err;
+    const std::string last = result.out.substr(result.out.rfind('\n', result.out.size() - 2) + 1);
+    std::istringstream fields(last);
+    std::vector<double> numbers;
+    for (std::string field; std::getline(fields, field, ',');) {
+        double number = 0;
+        ASSERT_TRUE(ParseNumber(field.substr(0, field.find('\n')), number));
+        numbers.push_back(number);
+    }
+    // H2O 0.4, H2 0.4, CO 0.1, CO2 0.1: (0.1 + e)(0.4 + e) = K (0.1 - e)(0.4 - e)
+    const double k = std::exp(4577.8 / 700 - 4.33);
+    const double a = 1 - k;
+    const double b = 0.5 * (1 + k);
+    const double c = 0.04 * (1 - k);
+    const double extent = (-b + std::sqrt(b * b - 4 * a * c)) / (2 * a);
+    EXPECT_NEAR(numbers[firstFlow], 0.4 - extent, 1e-12);
+    EXPECT_NEAR(numbers[firstFlow + 2], 0.1 - extent, 1e-12);
+    EXPECT_NEAR(numbers[conversion], extent / 0.1, 1e-11);
+}
+
+TEST(ReactionEquilibrium, OfADissociationHasItsClosedForm) {
+    // A = 2 B with Kp: x = sqrt(Kp / (Kp + 4 P))
+    GasDocument document;
+    document.type = "Equilibrium";
+    document.rate = "null";
+    document.constant = "5E4";
+    document.coefficients = "[-1, 2]";
+    document.feed = R"([{"id": "one", "moleFraction": 1}, {"id": "two", "moleFraction": 0}])";
+    EXPECT_NEAR(Solve(document, {"--equilibrium"})[1][conversion], std::sqrt(5e4 / (5e4 + 4e5)), 1e-12);
+    EXPECT_NEAR(Solve(document, {"--equilibrium", "--pressure", "1e6"})[1][conversion], std::sqrt(5e4 / (5e4 + 4e6)),
+                1e-12);
+    document.basis = "MoleFraction";  // K = 4 x^2 / (1 - x^2)
+    document.constant = "0.5";
+    EXPECT_NEAR(Solve(document, {"--equilibrium"})[1][conversion], std::sqrt(0.5 / 4.5), 1e-12);
+    document.basis = "Molarity";  // the same with K R T / P
+    document.constant = "0.5*1E5/(8.314462618*500)";
+    EXPECT_NEAR(Solve(document, {"--equilibrium"})[1][conversion], std::sqrt(0.5 / 4.5), 1e-9);
+}
+
+TEST(ReactionEquilibrium, ReachesBothEnds) {
+    GasDocument document;
+    document.type = "Equilibrium";
+    document.rate = "null";
+    document.constant = "1E30";
+    EXPECT_NEAR(Solve(document, {"--equilibrium"})[1][conversion], 1, 1e-12);
+    document.constant = "1E-30";
+    EXPECT_NEAR(Solve(document, {"--equilibrium"})[1][conversion], 0, 1e-12);
+}
+
+TEST(ReactionEquilibrium, ClosesItsHeatBalance) {
+    GasDocument document;
+    document.type = "Equilibrium";
+    document.rate = "null";
+    document.constant = "EXP(1000/T-2)";
+    document.heat = "-6000";
+    const auto lines = Solve(document, {"--equilibrium", "--adiabatic"});
+    const double x = lines[1][conversion];
+    const double outlet = lines[1][temperature];
+    EXPECT_NEAR(outlet, 500 + 200 * x, 1e-6);
+    const double k = std::exp(1000 / outlet - 2);
+    EXPECT_NEAR(x, k / (1 + k), 1e-9);
+}
+
+TEST(ReactorCommand, SaysWhatIsMissing) {
+    EXPECT_NE(FailureOf({}, {"--pfr"}).find("--volume gives it in m3"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--equilibrium"}).find("no equilibrium reaction"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "1", "--key", "nobody"}).find("the feed has no nobody"),
+              std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "-1"}).find("is not a number above 0"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "1", "--points", "1"}).find("from 2 to 100000"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--cstr", "--volume", "1", "--plot", "x.svg"}).find("--pfr"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--cstr", "--pfr", "--volume", "1"}).find("rekasim: "), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--volume", "1"}).find("rekasim: "), std::string::npos);
+    GasDocument cold;
+    cold.feed = R"([{"id": "one", "moleFraction": 1}, {"id": "two", "moleFraction": 0}])";
+    cold.heat = "-1";
+    EXPECT_NE(FailureOf(cold, {"--pfr", "--volume", "1", "--adiabatic"}).find("heatCapacity of one"),
+              std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "1", "--adiabatic"}).find("rekasim: "), std::string::npos);
+}
+
+TEST(ReactorCommand, NoticesReactionsThatLoseElements) {
+    GasDocument document;
+    document.feed =
+        R"([{"id": "one", "moleFraction": 1, "formula": "H2"}, {"id": "two", "moleFraction": 0, "formula": "H3"}])";
+    EXPECT_NE(FailureOf(document, {"--pfr", "--volume", "1"}).find("don't conserve H"), std::string::npos);
+}
+
+TEST(PlugFlowReactor, RunsOutOfWhatReacts) {
+    GasDocument document;
+    document.rate = "1E30*C(one)";
+    const auto lines = Solve(document, {"--pfr", "--volume", "1"});
+    EXPECT_EQ(lines.back()[firstFlow], 0);
+    EXPECT_NEAR(lines.back()[conversion], 1, 1e-9);
+}
+
+TEST(ReactorCommand, EndsWhereTheProfileIsTooSteep) {
+    GasDocument document;
+    document.rate = "1E12*(C(one)-C(two))";  // at equilibrium after a nanolitre
+    EXPECT_NE(FailureOf(document, {"--pfr", "--volume", "1"}).find("too steep"), std::string::npos);
+}
+
+TEST(ReactorCommand, PrintsATable) {
+    const CTemporaryFile file("gas.json", GasDocument().Text());
+    const RunResult result =
+        RunProgram({"reactor", "--document", file.Path(), "--pfr", "--volume", "0.1", "--points", "2"});
+    EXPECT_EQ(result.out,
+              "  volume        T  conversion       one       two\n"
+              "      m3        K         one     mol/s     mol/s\n"
+              "  ------  -------  ----------  --------  --------\n"
+              "       0  500.000           0   1.00000         0\n"
+              "     0.1  500.000    0.699625  0.300375  0.699625\n");
+    // exp(-0.5 * 0.1 / 0.04157231) = 0.300375
+}
+
+TEST(ReactorCommand, DrawsWithGnuplotOrSaysThatItIsNotThere) {
+    const CTemporaryFile file("gas.json", GasDocument().Text());
+    const CTemporaryFile plot("profile.svg", "");
+    const RunResult result =
+        RunProgram({"reactor", "--document", file.Path(), "--pfr", "--volume", "0.1", "--plot", plot.Path()});
+    if (result.status == 0) {
+        EXPECT_NE(plot.Content().find("</svg>"), std::string::npos);
+    } else {
+        EXPECT_NE(result.err.find("gnuplot, which draws the plot, isn't there"), std::string::npos);
+        EXPECT_EQ(result.out, "");
+    }
+}
+
+}  // namespace
+
+}  // namespace rekasim
