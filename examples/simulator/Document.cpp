@@ -87,11 +87,15 @@ bool ReadDocument(const std::string& path, Json& content, std::string& errorText
     return false;
 }
 
-bool WriteDocument(const std::string& path, const Json& content, std::string& errorText) {
+std::string TextOfDocument(const Json& content) {
     std::ostringstream text;
     WriteValue(text, content, 0);
+    return text.str() + "\n";
+}
+
+bool WriteDocument(const std::string& path, const Json& content, std::string& errorText) {
     std::ofstream file(PathFromUtf8(path), std::ios::binary);
-    file << text.str() << "\n";
+    file << TextOfDocument(content);
     file.close();
     if (file) return true;
     errorText = path + ": the file can't be written";

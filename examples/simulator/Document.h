@@ -14,7 +14,10 @@ using Json = nlohmann::ordered_json;
 /// Paths are UTF-8. False leaves `content` empty and gives the path and the reason in `errorText`, for malformed JSON
 /// with line and column.
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
-/// Replaces the file. Lists of plain values stand on one line.
+/// The text of a document: members on lines of their own, lists of plain values on one line. Recurses along the
+/// nesting of `content`.
+std::string TextOfDocument(const Json& content);
+/// Replaces the file by the text of the document.
 bool WriteDocument(const std::string& path, const Json& content, std::string& errorText);
 
 }  // namespace rekasim

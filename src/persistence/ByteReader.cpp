@@ -11,25 +11,25 @@
 
 namespace reka {
 
-bool CByteReader::Take(std::size_t size, const std::uint8_t*& bytes) {
+bool CByteReader::ReadBytes(std::size_t size, std::span<const std::uint8_t>& bytes) {
     if (rest.size() < size) return false;
-    bytes = rest.data();
+    bytes = rest.first(size);
     rest = rest.subspan(size);
     return true;
 }
 
 bool CByteReader::ReadU8(std::uint8_t& value) {
-    const std::uint8_t* byte = nullptr;
-    if (!Take(1, byte)) return false;
-    value = *byte;
+    std::span<const std::uint8_t> byte;
+    if (!ReadBytes(1, byte)) return false;
+    value = byte[0];
     return true;
 }
 
 bool CByteReader::ReadU32(std::uint32_t& value) {
-    const std::uint8_t* bytes = nullptr;
-    if (!Take(4, bytes)) return false;
+    std::span<const std::uint8_t> bytes;
+    if (!ReadBytes(4, bytes)) return false;
     value = 0;
-    for (int i = 3; i >= 0; --i) value = value << 8 | bytes[i];
+    for (std::size_t i = 4; i-- > 0;) value = value << 8 | bytes[i];
     return true;
 }
 
@@ -41,10 +41,10 @@ bool CByteReader::ReadI32(std::int32_t& value) {
 }
 
 bool CByteReader::ReadF64(double& value) {
-    const std::uint8_t* bytes = nullptr;
-    if (!Take(8, bytes)) return false;
+    std::span<const std::uint8_t> bytes;
+    if (!ReadBytes(8, bytes)) return false;
     std::uint64_t bits = 0;
-    for (int i = 7; i >= 0; --i) bits = bits << 8 | bytes[i];
+    for (std::size_t i = 8; i-- > 0;) bits = bits << 8 | bytes[i];
     value = std::bit_cast<double>(bits);
     return true;
 }
@@ -55,8 +55,8 @@ bool CByteReader::ReadWideText(CBstr& text) {
     if (!ReadU32(length)) return false;
     if (length == 0) return true;
     const std::uint64_t size = std::uint64_t{2} * length + 2;
-    const std::uint8_t* bytes = nullptr;
-    if (size > rest.size() || !Take(static_cast<std::size_t>(size), bytes)) return false;
+    std::span<const std::uint8_t> bytes;
+    if (size > rest.size() || !ReadBytes(static_cast<std::size_t>(size), bytes)) return false;
     CBstr read(SysAllocStringLen(nullptr, length));
     if (read.IsAbsent()) throw std::bad_alloc();
     for (std::size_t i = 0; i < length; ++i) {
@@ -72,9 +72,9 @@ bool CByteReader::ReadNarrowText(std::u16string& text) {
     if (!ReadU32(length)) return false;
     if (length == 0) return true;
     const std::uint64_t size = std::uint64_t{length} + 1;
-    const std::uint8_t* bytes = nullptr;
-    if (size > rest.size() || !Take(static_cast<std::size_t>(size), bytes)) return false;
-    const std::string_view stored(reinterpret_cast<const char*>(bytes), static_cast<std::size_t>(size));
+    std::span<const std::uint8_t> bytes;
+    if (size > rest.size() || !ReadBytes(static_cast<std::size_t>(size), bytes)) return false;
+    const std::string_view stored(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     text = WideText(stored.substr(0, stored.find('\0')));
     return true;
 }

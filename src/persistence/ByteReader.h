@@ -20,6 +20,8 @@ public:
 
     std::size_t Remaining() const { return rest.size(); }
 
+    /// The next bytes as they lie in the block.
+    bool ReadBytes(std::size_t size, std::span<const std::uint8_t>& bytes);
     bool ReadU8(std::uint8_t& value);
     bool ReadU32(std::uint32_t& value);
     bool ReadI32(std::int32_t& value);
@@ -32,8 +34,6 @@ public:
     bool ReadNarrowText(std::u16string& text);
 
 private:
-    bool Take(std::size_t size, const std::uint8_t*& bytes);
-
     std::span<const std::uint8_t> rest;
 };
 

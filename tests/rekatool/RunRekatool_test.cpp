@@ -1,0 +1,140 @@
+// The commands as a user sees them, on files in memory.
+
+#include "RunRekatool.h"
+
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "SampleBlocks.h"
+#include "support/FakeFiles.h"
+
+namespace rekatool {
+
+namespace {
+
+class Rekatool : public testing::Test {
+protected:
+    int Run(const std::vector<std::string>& arguments) {
+        std::ostringstream outStream;
+        std::ostringstream errStream;
+        const int status = RunRekatool(arguments, outStream, errStream);
+        out = outStream.str();
+        err = errStream.str();
+        return status;
+    }
+    void Put(const std::u16string& path, const CStoredBytes& bytes) { files.entries[path] = {bytes.bytes, 1}; }
+
+    reka::test::CFakeFiles files;
+    std::string out;
+    std::string err;
+};
+
+TEST_F(Rekatool, ExportsAndImports) {
+    const CStoredBytes templates = CStoredBytes().U32(2).Add(Framed(EmptyBlock(u"A"))).Add(Framed(EmptyBlock(u"B")));
+    Put(u"in.dat", templates);
+    EXPECT_EQ(Run({"export", "in.dat", "-o", "text.json"}), 0);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(Run({"import", "text.json", "-o", "out.dat"}), 0) << err;
+    EXPECT_EQ(files.entries[u"out.dat"].bytes, templates.bytes);
+    EXPECT_EQ(Run({"export", "in.dat"}), 0);
+    const auto& text = files.entries[u"text.json"].bytes;
+    EXPECT_EQ(out, std::string(text.begin(), text.end()));
+    EXPECT_EQ(out,
+              "{\n"
+              "  \"rekatool\": 1,\n"
+              "  \"form\": \"templates\",\n"
+              "  \"packages\": [\n"
+              "    {\n"
+              "      \"version\": 3,\n"
+              "      \"name\": \"A\",\n"
+              "      \"description\": null,\n"
+              "      \"pcdFile\": null,\n"
+              "      \"thermoVersion\": \"1.0\",\n"
+              "      \"compounds\": [],\n"
+              "      \"reactions\": []\n"
+              "    },\n"
+              "    {\n"
+              "      \"version\": 3,\n"
+              "      \"name\": \"B\",\n"
+              "      \"description\": null,\n"
+              "      \"pcdFile\": null,\n"
+              "      \"thermoVersion\": \"1.0\",\n"
+              "      \"compounds\": [],\n"
+              "      \"reactions\": []\n"
+              "    }\n"
+              "  ]\n"
+              "}\n");
+}
+
+TEST_F(Rekatool, ChecksFilesAndTheirText) {
+    Put(u"in.dat", EmptyBlock(u"A"));
+    EXPECT_EQ(Run({"check", "in.dat"}), 2);
+    EXPECT_EQ(out, "A: fault: At least two compounds must be present\n");
+    EXPECT_EQ(Run({"export", "in.dat", "-o", "text.json"}), 0);
+    EXPECT_EQ(Run({"check", "text.json"}), 2);
+    EXPECT_EQ(out, "A: fault: At least two compounds must be present\n");
+    Put(u"none.dat", CStoredBytes().U32(0));
+    EXPECT_EQ(Run({"check", "none.dat"}), 0);
+    EXPECT_EQ(out, "");
+    CStoredBytes warned = Head(u"A", 3).U32(2);
+    for (const char16_t* const name : {u"one", u"two"}) warned.Wide(name).Wide(u"").Wide(name).Wide(u"").F64(1).F64(0);
+    warned.U32(1).Wide(u"R").Wide(u"Vapor").U32(1).U32(0).Narrow("").Narrow("").Narrow("").F64(-1).F64(1);
+    Put(u"warned.dat", warned.U8(0).U8(0).U8(0).U32(0).U32(0));
+    EXPECT_EQ(Run({"check", "warned.dat"}), 1);
+    EXPECT_EQ(out, "A: reaction R: warning: there is no rate\n");
+}
+
+TEST_F(Rekatool, SaysWhatItCanNotDo) {
+    Put(u"text.dat", CStoredBytes().Narrow("hello"));
+    Put(u"empty.json", CStoredBytes().U8('{').U8('}'));
+    Put(u"broken.json", CStoredBytes().U8('{'));
+    const std::pair<std::vector<std::string>, const char*> rows[] = {
+        {{"export", "missing.dat"}, "rekatool: missing.dat: the file can't be opened\n"},
+        {{"export", "text.dat"}, "rekatool: text.dat: neither a file of templates nor a stored package\n"},
+        {{"check", "text.dat"}, "rekatool: text.dat: neither a file of templates nor a stored package\n"},
+        {{"import", "empty.json", "-o", "x"}, "rekatool: empty.json: not what rekatool export writes\n"},
+    };
+    for (const auto& [arguments, expected] : rows) {
+        EXPECT_EQ(Run(arguments), 2);
+        EXPECT_EQ(err, expected);
+        EXPECT_EQ(out, "");
+    }
+    EXPECT_EQ(Run({"import", "broken.json", "-o", "x"}), 2);
+    EXPECT_EQ(err.substr(0, 23), "rekatool: broken.json: ");
+    EXPECT_FALSE(files.entries.contains(u"x"));
+}
+
+TEST_F(Rekatool, SaysWhatIsMisused) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{}, {"export"}, {"import", "x"}, {"export", "a", "b"}, {"mend", "x"}}) {
+        EXPECT_EQ(Run(arguments), 2);
+        EXPECT_EQ(err.substr(0, 10), "rekatool: ");
+    }
+    EXPECT_EQ(Run({"--help"}), 0);
+    EXPECT_NE(out.find("export"), std::string::npos);
+}
+
+TEST_F(Rekatool, NoticesAFileThatCanNotBeWritten) {
+    Put(u"in.dat", EmptyBlock(u"A"));
+    for (int fault = 4; fault <= 6; ++fault) {  // behind open, read and close
+        files.operations.clear();
+        files.failAt = fault;
+        EXPECT_EQ(Run({"export", "in.dat", "-o", "out.json"}), 2);
+        EXPECT_EQ(err, "rekatool: out.json: the file can't be written\n");
+    }
+}
+
+TEST_F(Rekatool, TakesTextOfAnyDepth) {
+    std::string deep(1'000'000, '[');
+    files.entries[u"deep.json"] = {{deep.begin(), deep.end()}, 1};
+    EXPECT_EQ(Run({"import", "deep.json", "-o", "x"}), 2);
+    deep = "{\"packages\":" + deep + std::string(1'000'000, ']') + "}";
+    files.entries[u"deep.json"] = {{deep.begin(), deep.end()}, 1};
+    EXPECT_EQ(Run({"import", "deep.json", "-o", "x"}), 2);
+    EXPECT_EQ(err, "rekatool: deep.json: not what rekatool export writes\n");
+}
+
+}  // namespace
+
+}  // namespace rekatool

@@ -1,0 +1,201 @@
+// See CheckPackages.h.
+
+#include "CheckPackages.h"
+
+#include <memory>
+
+#include "RateGrid.h"
+#include "checking/DefinitionChecks.h"
+#include "expression/ParseExpression.h"
+#include "package/SameText.h"
+#include "persistence/StoredDefinition.h"
+#include "persistence/StoredExpression.h"
+#include "platform/UserMessages.h"
+#include "platform/Utf8.h"
+
+namespace rekatool {
+
+namespace {
+
+using Definitions = std::vector<std::unique_ptr<reka::ReactionPackDefinition>>;
+
+/// Texts of several lines, on one.
+std::string OnOneLine(std::u16string_view text) {
+    std::string line;
+    for (const char character : reka::Utf8FromUtf16(text)) {
+        const bool isBlank = character == '\r' || character == '\n' || character == ' ';
+        if (!isBlank) {
+            line += character;
+        } else if (!line.empty() && line.back() != ' ') {
+            line += ' ';
+        }
+    }
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line;
+}
+
+Bytes FieldOf(const reka::ExpressionRef* expression) {
+    Bytes bytes;
+    reka::CByteWriter writer(bytes);
+    reka::WriteStoredExpression(expression, writer);
+    return bytes;
+}
+
+/// The checking of one package. It is the user of the checks, whose questions it answers yes, and of the reader's
+/// message boxes; all of that becomes warnings.
+class CPackageCheck : public reka::IDefinitionCheckUi, public reka::IUserMessages {
+public:
+    CPackageCheck(std::vector<Finding>& target, std::size_t place)
+        : findings(target), package("package " + std::to_string(place + 1)), before(reka::ReplaceUserMessages(this)) {}
+    ~CPackageCheck() override { reka::ReplaceUserMessages(before); }
+    CPackageCheck(const CPackageCheck&) = delete;
+    CPackageCheck& operator=(const CPackageCheck&) = delete;
+
+    /// The definition, or null for a block that can't be read.
+    std::unique_ptr<reka::ReactionPackDefinition> Read(const Bytes& block) {
+        auto definition = std::make_unique<reka::ReactionPackDefinition>(nullptr);
+        std::u16string errorText;
+        const bool isRead = reka::ReadStoredDefinition(*definition, block, errorText);
+        if (!definition->name.View().empty()) package = OnOneLine(definition->name.View());
+        for (const std::u16string& warning : boxes) Warn(warning);
+        if (isRead) return definition;
+        Fault(errorText);
+        return nullptr;
+    }
+
+    void Check(reka::ReactionPackDefinition& definition, const Definitions& others) {
+        std::u16string errorText;
+        if (!reka::CheckName(definition, errorText)) {
+            Fault(errorText);
+        } else if (!reka::CheckNameIsFree(definition, others, &definition, errorText)) {
+            Fault(errorText);
+        }
+        if (!reka::CheckCompounds(definition, errorText)) Fault(errorText);
+        CheckCompoundUse(definition);
+        CheckCompoundNames(definition);
+        definition.AllocateWorkArrays();
+        const bool hasAllFormulas = reka::HasAllFormulas(definition);
+        for (const auto& checked : definition.reactions) {
+            reaction = OnOneLine(checked->id.View());
+            isInReaction = true;
+            CheckReaction(definition, *checked, hasAllFormulas);
+            isInReaction = false;
+        }
+    }
+
+    void ShowWarning(const std::u16string& text, const std::u16string&) override { Warn(text); }
+    bool AskToContinue(const std::u16string& text, const std::u16string&) override {
+        Warn(text);
+        return true;
+    }
+    reka::MessageAnswer Show(const reka::UserMessage& message) noexcept override {
+        try {
+            boxes.push_back(message.text);
+        } catch (...) {
+            return reka::MessageAnswer::None;
+        }
+        return reka::MessageAnswer::Ok;
+    }
+
+private:
+    void Add(bool isFault, std::u16string_view text) {
+        findings.push_back({package, isInReaction ? reaction : "", isFault, OnOneLine(text)});
+    }
+    void Fault(std::u16string_view text) { Add(true, text); }
+    void Warn(std::u16string_view text) { Add(false, text); }
+
+    void CheckReaction(reka::ReactionPackDefinition& definition, reka::ReactionDefinition& checked,
+                       bool hasAllFormulas) {
+        std::u16string errorText;
+        const Bytes stored[] = {FieldOf(checked.rateExpression.get()),
+                                FieldOf(checked.equilibriumConstantExpression.get()),
+                                FieldOf(checked.heatExpression.get())};
+        const bool hasStored[] = {checked.rateExpression != nullptr, checked.equilibriumConstantExpression != nullptr,
+                                  checked.heatExpression != nullptr};
+        checked.DiscardExpressions();
+        if (!reka::CheckPhase(checked, errorText)) Fault(errorText);
+        if (hasAllFormulas && !reka::CheckElementBalance(definition, checked, *this, errorText)) Fault(errorText);
+        if (!reka::CheckMassBalance(definition, checked, errorText)) Fault(errorText);
+        if (!reka::ParseTypeExpression(definition, checked, errorText)) Fault(errorText);
+        if (!reka::ParseHeat(definition, checked, errorText)) Fault(errorText);
+        reka::ConfirmHeatDependencies(checked, *this, errorText);
+        const reka::ExpressionRef* const fresh[] = {
+            checked.rateExpression.get(), checked.equilibriumConstantExpression.get(), checked.heatExpression.get()};
+        const char16_t* const names[] = {u"rate", u"equilibrium constant", u"heat of reaction"};
+        for (std::size_t i = 0; i < std::size(fresh); ++i) {
+            if (fresh[i] && hasStored[i] && FieldOf(fresh[i]) != stored[i]) {
+                Warn(u"the stored tree of the " + std::u16string(names[i]) + u" isn't what its text gives");
+            }
+        }
+        CheckValues(definition, checked);
+    }
+
+    void CheckValues(reka::ReactionPackDefinition& definition, const reka::ReactionDefinition& checked) {
+        const bool isKinetic = checked.type == reka::ReactionType::Kinetic;
+        if (isKinetic ? checked.rateExpression != nullptr : checked.equilibriumConstantExpression != nullptr) {
+            for (const std::u16string& text : TryReaction(definition, checked)) Warn(text);
+        } else if ((isKinetic ? checked.rateEquation : checked.equilibriumConstantEquation).empty()) {
+            Warn(isKinetic ? u"there is no rate" : u"there is no equilibrium constant");
+        }
+    }
+
+    void CheckCompoundUse(const reka::ReactionPackDefinition& definition) {
+        if (definition.reactions.empty()) return;
+        for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+            bool takesPart = false;
+            for (const auto& other : definition.reactions) takesPart = takesPart || other->stoichiometry[i] != 0;
+            if (takesPart) continue;
+            Warn(u"compound " + std::u16string(definition.compounds[i]->name.View()) + u" takes part in no reaction");
+        }
+    }
+
+    /// A name is good if a molarity with it, as it stands or in quotes, is that of this compound.
+    void CheckCompoundNames(const reka::ReactionPackDefinition& definition) {
+        for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+            const std::u16string name(definition.compounds[i]->name.View());
+            const auto index = static_cast<std::int32_t>(i);
+            if (IsAddressed(definition, u"C(" + name + u")", index) ||
+                IsAddressed(definition, u"C(\"" + name + u"\")", index)) {
+                continue;
+            }
+            Warn(u"compound " + name + u" can't be named in an expression");
+        }
+    }
+
+    static bool IsAddressed(const reka::ReactionPackDefinition& definition, const std::u16string& text,
+                            std::int32_t index) {
+        std::u16string errorText;
+        const reka::ExpressionTree tree = reka::ParseExpression(definition, text, errorText, nullptr);
+        return tree && tree->kind == reka::NodeKind::Molarity && tree->compoundIndex == index;
+    }
+
+    std::vector<Finding>& findings;
+    std::string package;
+    std::string reaction;
+    bool isInReaction = false;
+    std::vector<std::u16string> boxes;
+    reka::IUserMessages* before;
+};
+
+}  // namespace
+
+std::string TextOf(const Finding& finding) {
+    std::string text = finding.package + ": ";
+    if (!finding.reaction.empty()) text += "reaction " + finding.reaction + ": ";
+    return text + (finding.isFault ? "fault: " : "warning: ") + finding.text;
+}
+
+std::vector<Finding> CheckPackages(const PackageFile& file) {
+    std::vector<Finding> findings;
+    Definitions definitions;
+    for (std::size_t i = 0; i < file.blocks.size(); ++i) {
+        CPackageCheck check(findings, i);
+        auto definition = check.Read(file.blocks[i]);
+        if (!definition) continue;
+        definitions.push_back(std::move(definition));
+        check.Check(*definitions.back(), definitions);
+    }
+    return findings;
+}
+
+}  // namespace rekatool

@@ -1,0 +1,146 @@
+// Telling the forms of files apart, and their frames.
+
+#include "PackageFile.h"
+
+#include "Hexadecimal.h"
+#include "persistence/ByteReader.h"
+#include "persistence/ByteWriter.h"
+
+namespace rekatool {
+
+namespace {
+
+constexpr const char* formNames[] = {"templates", "block", "stream"};
+
+bool IsBlock(std::span<const std::uint8_t> bytes) {
+    StoredPackage package;
+    return ReadStoredPackage(bytes, package);
+}
+
+bool ReadTemplates(std::span<const std::uint8_t> bytes, PackageFile& file) {
+    file = {FileForm::Templates, 0, {}, {}};
+    reka::CByteReader reader(bytes);
+    if (!reader.ReadI32(file.count)) return false;
+    for (std::int32_t i = 0; i < file.count; ++i) {
+        std::uint32_t size = 0;
+        std::span<const std::uint8_t> block;
+        if (!reader.ReadU32(size) || !reader.ReadBytes(size, block)) return false;
+        file.blocks.emplace_back(block.begin(), block.end());
+    }
+    std::span<const std::uint8_t> rest;
+    reader.ReadBytes(reader.Remaining(), rest);
+    file.rest.assign(rest.begin(), rest.end());
+    return true;
+}
+
+bool ReadStream(std::span<const std::uint8_t> bytes, PackageFile& file) {
+    reka::CByteReader reader(bytes);
+    std::uint32_t size = 0;
+    if (!reader.ReadU32(size) || size != reader.Remaining()) return false;
+    file = {FileForm::Stream, 0, {Bytes(bytes.begin() + 4, bytes.end())}, {}};
+    return true;
+}
+
+Json JsonFromBlock(const Bytes& block) {
+    StoredPackage package;
+    const char* reason = "not a package that this program can read";
+    if (ReadStoredPackage(block, package)) {
+        Json readable = JsonFromPackage(package);
+        StoredPackage back;
+        std::string errorText;
+        if (PackageFromJson(readable, "package", back, errorText) && WriteStoredPackage(back) == block) return readable;
+        reason = "a package that the readable form can't say exactly";
+    }
+    return {{"raw", HexadecimalOf(block)}, {"reason", reason}};
+}
+
+bool BlockFromJson(const Json& content, const std::string& path, Bytes& block, std::string& errorText) {
+    if (content.is_object() && content.contains("raw")) {
+        if (content["raw"].is_string() && BytesOf(content["raw"].get_ref<const std::string&>(), block)) return true;
+        errorText = path + ".raw: pairs of hexadecimal digits are expected";
+        return false;
+    }
+    StoredPackage package;
+    if (!PackageFromJson(content, path, package, errorText)) return false;
+    block = WriteStoredPackage(package);
+    return true;
+}
+
+}  // namespace
+
+bool ReadPackageFile(std::span<const std::uint8_t> bytes, PackageFile& file) {
+    const auto hasGoodBlocks = [&file] {
+        for (const Bytes& block : file.blocks) {
+            if (!IsBlock(block)) return false;
+        }
+        return true;
+    };
+    // What is exactly one of the forms comes before what only begins like one.
+    if (ReadTemplates(bytes, file) && file.rest.empty() && hasGoodBlocks()) return true;
+    if (ReadStream(bytes, file) && hasGoodBlocks()) return true;
+    if (IsBlock(bytes)) {
+        file = {FileForm::Block, 0, {Bytes(bytes.begin(), bytes.end())}, {}};
+        return true;
+    }
+    if (ReadTemplates(bytes, file)) return true;
+    return ReadStream(bytes, file);
+}
+
+Bytes WritePackageFile(const PackageFile& file) {
+    Bytes bytes;
+    reka::CByteWriter writer(bytes);
+    if (file.form == FileForm::Templates) writer.WriteI32(file.count);
+    for (const Bytes& block : file.blocks) {
+        if (file.form != FileForm::Block) writer.WriteU32(static_cast<std::uint32_t>(block.size()));
+        bytes.insert(bytes.end(), block.begin(), block.end());
+    }
+    bytes.insert(bytes.end(), file.rest.begin(), file.rest.end());
+    return bytes;
+}
+
+Json JsonFromFile(const PackageFile& file) {
+    Json content = {{"rekatool", 1}, {"form", formNames[static_cast<std::size_t>(file.form)]}};
+    if (file.form == FileForm::Templates && file.count < 0) content["count"] = file.count;
+    content["packages"] = Json::array();
+    for (const Bytes& block : file.blocks) content["packages"].push_back(JsonFromBlock(block));
+    if (!file.rest.empty()) content["rest"] = HexadecimalOf(file.rest);
+    return content;
+}
+
+bool FileFromJson(const Json& content, PackageFile& file, std::string& errorText) {
+    file = PackageFile();
+    const auto fail = [&errorText](const char* reason) {
+        errorText = reason;
+        return false;
+    };
+    if (!content.is_object() || content.value("rekatool", Json()) != 1) return fail("not what rekatool export writes");
+    const Json form = content.value("form", Json());
+    bool isKnown = false;
+    for (std::size_t i = 0; i < std::size(formNames); ++i) {
+        if (form != formNames[i]) continue;
+        file.form = static_cast<FileForm>(i);
+        isKnown = true;
+    }
+    if (!isKnown) return fail("form: \"templates\", \"block\" or \"stream\" is expected");
+    const Json packages = content.value("packages", Json());
+    if (!packages.is_array()) return fail("packages: a list is expected");
+    for (std::size_t i = 0; i < packages.size(); ++i) {
+        const std::string path = "packages[" + std::to_string(i) + "]";
+        if (!BlockFromJson(packages[i], path, file.blocks.emplace_back(), errorText)) return false;
+    }
+    if (file.form != FileForm::Templates && file.blocks.size() != 1) return fail("packages: one package is expected");
+    file.count = static_cast<std::int32_t>(file.blocks.size());
+    if (content.contains("count")) {
+        const Json& count = content["count"];
+        if (!count.is_number_integer() || count >= 0 || count < INT32_MIN || !file.blocks.empty()) {
+            return fail("count: a number below 0 is expected, and no packages");
+        }
+        file.count = count.get<std::int32_t>();
+    }
+    if (!content.contains("rest")) return true;
+    const Json& rest = content["rest"];
+    if (rest.is_string() && BytesOf(rest.get_ref<const std::string&>(), file.rest)) return true;
+    return fail("rest: pairs of hexadecimal digits are expected");
+}
+
+}  // namespace rekatool

@@ -1,0 +1,148 @@
+// The command line of rekatool.
+
+#include "RunRekatool.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <ostream>
+
+#include "CheckPackages.h"
+#include "PackageFile.h"
+#include "platform/Files.h"
+#include "platform/Utf8.h"
+
+namespace rekatool {
+
+namespace {
+
+constexpr int failed = 2;
+
+struct Options {
+    std::string inputPath;
+    std::string outputPath;
+};
+
+/// A failure with its sentence.
+struct ToolFailure {
+    std::string text;
+};
+
+Bytes ReadFile(const std::string& path) {
+    const auto file = reka::Files().OpenForReading(reka::Utf16FromUtf8(path));
+    if (!file) throw ToolFailure{path + ": the file can't be opened"};
+    Bytes bytes;
+    constexpr std::size_t part = 1U << 20;
+    std::size_t got = part;
+    while (got == part) {
+        const std::size_t size = bytes.size();
+        bytes.resize(size + part);
+        got = file->Read(bytes.data() + size, part);
+        bytes.resize(size + got);
+    }
+    return bytes;
+}
+
+void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {
+    const auto file = reka::Files().OpenForWriting(reka::Utf16FromUtf8(path));
+    if (!file || !file->Write(bytes.data(), bytes.size()) || !file->Flush()) {
+        throw ToolFailure{path + ": the file can't be written"};
+    }
+}
+
+bool IsReadable(const Bytes& bytes) {
+    const auto first = std::find_if(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte > ' '; });
+    return first != bytes.end() && *first == '{';
+}
+
+PackageFile ReadReadable(const std::string& path, const Bytes& bytes) {
+    PackageFile file;
+    std::string errorText;
+    Json content;
+    try {
+        content = Json::parse(bytes.begin(), bytes.end());
+    } catch (const Json::exception& error) {
+        throw ToolFailure{path + ": " + error.what()};
+    }
+    if (!FileFromJson(content, file, errorText)) throw ToolFailure{path + ": " + errorText};
+    return file;
+}
+
+PackageFile ReadPackages(const std::string& path, const Bytes& bytes) {
+    PackageFile file;
+    if (ReadPackageFile(bytes, file)) return file;
+    throw ToolFailure{path + ": neither a file of templates nor a stored package"};
+}
+
+int Export(const Options& options, std::ostream& out) {
+    const Bytes bytes = ReadFile(options.inputPath);
+    const std::string text = rekasim::TextOfDocument(JsonFromFile(ReadPackages(options.inputPath, bytes)));
+    const Bytes textBytes(text.begin(), text.end());
+    if (WritePackageFile(ReadReadable(options.inputPath, textBytes)) != bytes) {
+        throw ToolFailure{options.inputPath + ": the readable form would not lead back to this file"};
+    }
+    if (options.outputPath.empty()) {
+        out << text;
+    } else {
+        WriteFile(options.outputPath, textBytes);
+    }
+    return 0;
+}
+
+int Import(const Options& options) {
+    WriteFile(options.outputPath, WritePackageFile(ReadReadable(options.inputPath, ReadFile(options.inputPath))));
+    return 0;
+}
+
+int Check(const Options& options, std::ostream& out) {
+    const Bytes bytes = ReadFile(options.inputPath);
+    const PackageFile file =
+        IsReadable(bytes) ? ReadReadable(options.inputPath, bytes) : ReadPackages(options.inputPath, bytes);
+    int status = 0;
+    for (const Finding& finding : CheckPackages(file)) {
+        out << TextOf(finding) << "\n";
+        status = std::max(status, finding.isFault ? 2 : 1);
+    }
+    return status;
+}
+
+void Describe(CLI::App& app, Options& options) {
+    app.name("rekatool");
+    app.description("rekatool: reaction packages as text for version control, and what is wrong with them.");
+    app.footer(
+        "FILE is a file of templates (REKAConfig.dat), or one stored package.\n"
+        "Exit status: 0 done and nothing found, 1 warnings, 2 faults, a failure or misuse.");
+    app.require_subcommand(1);
+    CLI::App* exportCommand = app.add_subcommand("export", "Turn FILE into readable text");
+    exportCommand->add_option("FILE", options.inputPath)->required();
+    exportCommand->add_option("-o,--output", options.outputPath, "Where the text goes; standard output if not given");
+    CLI::App* importCommand = app.add_subcommand("import", "Turn readable text back into its file, byte for byte");
+    importCommand->add_option("FILE", options.inputPath)->required();
+    importCommand->add_option("-o,--output", options.outputPath, "The file to write")->required();
+    CLI::App* checkCommand =
+        app.add_subcommand("check", "Report all faults of all packages of FILE, which may be readable text as well");
+    checkCommand->add_option("FILE", options.inputPath)->required();
+}
+
+}  // namespace
+
+int RunRekatool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    CLI::App app;
+    Options options;
+    Describe(app, options);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
+        if (app.got_subcommand("export")) return Export(options, out);
+        if (app.got_subcommand("import")) return Import(options);
+        return Check(options, out);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help was asked for
+        err << "rekatool: " << error.what() << " (--help tells more)\n";
+    } catch (const ToolFailure& failure) {
+        err << "rekatool: " << failure.text << "\n";
+    } catch (const std::exception& error) {
+        err << "rekatool: " << error.what() << "\n";
+    }
+    return failed;
+}
+
+}  // namespace rekatool

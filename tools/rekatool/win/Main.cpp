@@ -1,0 +1,17 @@
+// rekatool on Windows: the wide command line becomes UTF-8, and so does what the console shows.
+
+#include <windows.h>
+
+#include <iostream>
+
+#include "RunRekatool.h"
+#include "platform/Utf8.h"
+
+int wmain(int argc, wchar_t** argv) {
+    SetConsoleOutputCP(CP_UTF8);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.push_back(reka::Utf8FromUtf16(reinterpret_cast<const char16_t*>(argv[i])));
+    }
+    return rekatool::RunRekatool(arguments, std::cout, std::cerr);
+}
