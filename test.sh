@@ -6,7 +6,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
 . scripts/wine-environment.sh
 
-install_packages "${native_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}"
+install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" "${windows_packages[@]}"
 
 summary=()
 failed=0

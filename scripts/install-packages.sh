@@ -14,7 +14,8 @@ install_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev)
-test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales clang libclang-rt-14-dev)
+native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
+test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales)
+fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)

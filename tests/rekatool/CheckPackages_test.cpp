@@ -151,7 +151,7 @@ const RateCase rateCases[] = {
     {"Backwards", u"-C(First)",
      "the rate is -10000 at 250 K without products, as if the reaction ran backwards"},  // 10 kmol/m3 of a liquid
     {"OutOfNothing", u"1", "the rate is 1 at 250 K without reactants, as if the reaction ran forwards"},
-    {"DividesByZero", u"C(First)/(T-400)^2",
+    {"DividesByZero", u"C(First)/ABS(T-400)",
      "the rate fails at 400 K with equal parts of all compounds: division by zero"},
     {"Infinite", u"C(First)*EXP(T)", "the rate is inf at 800 K with equal parts of all compounds"},
     {"OnlyWithATrace", u"C(First)/C(Second)", nullptr},  // fails without products, where nothing is asked of it

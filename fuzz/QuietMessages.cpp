@@ -1,0 +1,64 @@
+// See QuietMessages.h.
+
+#include "QuietMessages.h"
+
+#include <cstdlib>
+#include <string>
+#include <vector>
+
+#include "expression/EvaluateExpression.h"
+#include "persistence/StoredDefinition.h"
+#include "platform/UserMessages.h"
+
+namespace reka::fuzz {
+
+namespace {
+
+class CNoMessages : public IUserMessages {
+public:
+    MessageAnswer Show(const UserMessage&) noexcept override { return MessageAnswer::Yes; }
+};
+
+void Evaluate(const ExpressionRef* expression, const ReactionPackDefinition& definition) {
+    if (!expression) return;
+    double byProgram = 0;
+    double byNodes = 0;
+    std::u16string programText;
+    std::u16string nodeText;
+    const bool isDone = EvaluateExpression(*expression, byProgram, definition, programText);
+    if (EvaluateExpression(*expression->root, byNodes, definition, nodeText) != isDone || nodeText != programText) {
+        std::abort();
+    }
+}
+
+}  // namespace
+
+void SilenceMessages() {
+    static CNoMessages messages;
+    ReplaceUserMessages(&messages);
+}
+
+void UseDefinition(ReactionPackDefinition& definition) {
+    ReactionPackDefinition copy(nullptr);
+    copy.CopyFrom(definition);
+    copy.AllocateWorkArrays();
+    copy.temperature = 300;
+    copy.pressure = 1e5;
+    for (std::size_t i = 0; i < copy.workArraySize; ++i) {
+        copy.moleFraction[i] = copy.molarity[i] = copy.activity[i] = copy.fugacity[i] = 0.5;
+    }
+    for (const auto& reaction : copy.reactions) {
+        Evaluate(reaction->rateExpression.get(), copy);
+        Evaluate(reaction->equilibriumConstantExpression.get(), copy);
+        Evaluate(reaction->heatExpression.get(), copy);
+    }
+    std::vector<std::uint8_t> first;
+    std::vector<std::uint8_t> second;
+    std::u16string errorText;
+    if (!WriteStoredDefinition(copy, first, errorText)) std::abort();
+    ReactionPackDefinition again(nullptr);
+    if (!ReadStoredDefinition(again, first, errorText)) std::abort();
+    if (!WriteStoredDefinition(again, second, errorText) || first != second) std::abort();
+}
+
+}  // namespace reka::fuzz

@@ -1,0 +1,16 @@
+// What the fuzzers share.
+
+#pragma once
+
+#include "package/Definition.h"
+
+namespace reka::fuzz {
+
+/// Messages go nowhere from here on, and questions are answered yes.
+void SilenceMessages();
+
+/// Uses a definition that was read, whatever is in it: copies it, computes its trees, and stores it. Aborts unless what
+/// was stored reads back to the same bytes.
+void UseDefinition(ReactionPackDefinition& definition);
+
+}  // namespace reka::fuzz

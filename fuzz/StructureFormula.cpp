@@ -1,0 +1,19 @@
+// Any text as a formula in its form.
+
+#include "checking/StructureFormula.h"
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "platform/CodePage.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes(reinterpret_cast<const char*>(data), size);
+    reka::ElementBalance balance;
+    const bool isRead = reka::ReadStructureFormula(reka::WideText(bytes), 1.5, balance);
+    for (const reka::ElementAmount& element : balance) {
+        if (!(element.amount >= 0)) std::abort();
+    }
+    if (isRead && size > 0 && balance.empty()) std::abort();
+    return 0;
+}

@@ -1,0 +1,85 @@
+// Writes the seeds of the fuzzers, one folder each, out of the shipped files:
+//     write_seeds FOLDER DATA-FOLDER
+
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "compounds/LoadPcdFile.h"
+#include "persistence/ByteReader.h"
+#include "persistence/StoredDefinition.h"
+#include "platform/Utf8.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using Bytes = std::vector<std::uint8_t>;
+
+int seedCount = 0;
+
+void WriteSeed(const fs::path& folder, std::span<const std::uint8_t> bytes) {
+    fs::create_directories(folder);
+    std::ofstream file(folder / std::to_string(++seedCount), std::ios::binary);
+    file.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+}
+
+void WriteSeed(const fs::path& folder, std::u16string_view text) {
+    const std::string bytes = reka::Utf8FromUtf16(text);
+    WriteSeed(folder, std::span(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()));
+}
+
+Bytes ReadFile(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
+    WriteSeed(folder / "TemplateFile", bytes);
+    reka::CByteReader reader(bytes);
+    std::uint32_t count = 0;
+    reader.ReadU32(count);
+    for (; count > 0; --count) {
+        std::uint32_t size = 0;
+        std::span<const std::uint8_t> block;
+        if (!reader.ReadU32(size) || !reader.ReadBytes(size, block)) return;
+        WriteSeed(folder / "StoredBlock", block);
+        reka::ReactionPackDefinition definition(nullptr);
+        std::u16string errorText;
+        if (!reka::ReadStoredDefinition(definition, block, errorText)) continue;
+        for (const auto& reaction : definition.reactions) {
+            WriteSeed(folder / "ReactionParser", reaction->rateEquation);
+            WriteSeed(folder / "ReactionParser", reaction->equilibriumConstantEquation);
+            WriteSeed(folder / "ReactionParser", reaction->heatEquation);
+        }
+    }
+}
+
+void WriteCompoundSeeds(const fs::path& folder, const fs::path& path) {
+    constexpr std::size_t someRecords = 4 * 1024;
+    const Bytes bytes = ReadFile(path);
+    WriteSeed(folder / "PcdFile", std::span(bytes).first(std::min(bytes.size(), someRecords)));
+    reka::CompoundList list;
+    std::u16string errorText;
+    reka::LoadPcdFile(reka::Utf16FromUtf8(path.string()), list, errorText);
+    for (const auto& compound : list) {
+        WriteSeed(folder / "NormalForm", compound->formula.View());
+        WriteSeed(folder / "StructureFormula", compound->formula.View());
+    }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    if (argc != 3) {
+        std::fputs("write_seeds FOLDER DATA-FOLDER\n", stderr);
+        return 2;
+    }
+    WriteTemplateSeeds(argv[1], ReadFile(fs::path(argv[2]) / "REKAConfig.dat"));
+    WriteCompoundSeeds(argv[1], fs::path(argv[2]) / "Korvex1.pcd");
+    WriteSeed(fs::path(argv[1]) / "NormalForm", u"Al2(SO4)3((CH3)2.5N)2");
+    WriteSeed(fs::path(argv[1]) / "PropertyBag", u"\u0003\u0004some bytes for a bag to begin with");
+    return 0;
+}
