@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Builds the example simulator and prints the table of a published reaction system. With --windows it does the same with
-# the Windows build under Wine. Further arguments replace those of the simulator: ./run.sh show --document FILE
+# Builds the example simulator and has it list the packages that the manager offers, show one, print its table and solve
+# a reactor, whose profile is drawn into build/toluene-hydrodealkylation.svg. With --windows the Windows build does the
+# same under Wine, but for the drawing. Further arguments replace all that: ./run.sh show "Ammonia synthesis"
 set -euo pipefail
 started_in=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")"
@@ -20,17 +21,37 @@ fi
 
 mkdir -p build
 log=build/$preset.run.log
-{ cmake --preset "$preset" -DREKA_BUILD_TESTS=OFF && cmake --build --preset "$preset" --target rekasim; } >"$log" 2>&1 ||
-    { cat "$log"; exit 1; }
+{ cmake --preset "$preset" -DREKA_BUILD_TESTS=OFF && cmake --build --preset "$preset" --target rekasim reka_data; } \
+    >"$log" 2>&1 || { cat "$log"; exit 1; }
 
-if [ "$#" -eq 0 ]; then
-    set -- table --document "$PWD/examples/documents/methanol-synthesis.json" --from 460 --to 560 --step 20
+# The templates of this user's own stay untouched: the simulator gets a configuration folder in the build folder.
+export XDG_CONFIG_HOME=$PWD/build/user
+simulator=("$PWD/build/$preset/bin/rekasim")
+if [ "$preset" = mingw64-release ]; then
+    start_wine "$PWD/build/wine-run"  # apart from that of the tests, which may run at the same time
+    simulator=(wine "$PWD/build/$preset/bin/rekasim.exe")
 fi
-program=$PWD/build/$preset/examples/simulator/rekasim
-if [ "$preset" = native-release ]; then
+
+if [ "$#" -gt 0 ]; then
     cd "$started_in"
-    exec "$program" "$@"
+    "${simulator[@]}" "$@"
+    exit
 fi
-start_wine "$PWD/build/wine-run"  # apart from that of the tests, which may run at the same time
-cd "$started_in"
-wine "$program.exe" "$@"
+
+documents=$PWD/examples/documents
+plot=()
+if [ "$preset" = native-release ]; then plot=(--plot "$PWD/build/toluene-hydrodealkylation.svg"); fi
+echo "== The packages of the manager"
+"${simulator[@]}" list
+echo
+echo "== One of them"
+"${simulator[@]}" show "Toluene hydrodealkylation"
+echo
+echo "== Its rates"
+"${simulator[@]}" table "Toluene hydrodealkylation" --material "$documents/toluene-hydrodealkylation.json" \
+    --from 900 --to 980 --step 20
+echo
+echo "== A plug flow reactor with them"
+"${simulator[@]}" reactor "Toluene hydrodealkylation" --material "$documents/toluene-hydrodealkylation.json" \
+    --pfr --flow 1000 --volume 200 --points 11 "${plot[@]}"
+if [ "${#plot[@]}" -gt 0 ]; then echo "drawn into ${plot[1]}"; fi

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Builds every build and runs all tests: natively, under the sanitizers, and for Windows x64 under Wine. The x86 build is
-# compiled without its tests, which nothing here could run. Returns non-zero when anything failed.
+# compiled without tests and examples, which nothing here could run. Returns non-zero when anything failed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
@@ -11,11 +11,14 @@ install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[
 summary=()
 failed=0
 
-# build PRESET [WITH_TESTS]
+# build PRESET [OPTION...]
 build() {
     echo "== Building $1"
-    cmake --preset "$1" -DREKA_BUILD_TESTS="${2:-ON}" >"build/$1.configure.log" 2>&1 || { cat "build/$1.configure.log"; return 1; }
-    cmake --build --preset "$1"
+    local preset=$1
+    shift
+    cmake --preset "$preset" -DREKA_BUILD_TESTS=ON "$@" >"build/$preset.configure.log" 2>&1 ||
+        { cat "build/$preset.configure.log"; return 1; }
+    cmake --build --preset "$preset"
 }
 
 # run_tests PRESET: a failure is remembered, and the next build still gets its turn.
@@ -33,7 +36,7 @@ run_tests() {
 
 mkdir -p build
 for preset in native-debug native-asan mingw64-release; do build "$preset"; done
-build mingw32-release OFF
+build mingw32-release -DREKA_BUILD_TESTS=OFF -DREKA_BUILD_EXAMPLES=OFF
 run_tests native-debug
 run_tests native-asan
 start_wine "$PWD/build/wine-x64"

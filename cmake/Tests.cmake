@@ -29,7 +29,8 @@ endif()
 # and take long enough to compile.
 function(reka_register_tests target)
   target_compile_options(${target} PRIVATE $<$<AND:$<COMPILE_LANGUAGE:CXX>,$<CONFIG:Release>>:-O0>)
-  # The emulator encodes file names as its locale says.
+  # A user's own templates stay untouched: natively the tests have a configuration folder in the build folder, and under
+  # the emulator its user has one of his own. The emulator encodes file names as its locale says.
   if(CMAKE_CROSSCOMPILING)
     set(test_environment LC_ALL=C.UTF-8)
   else()
@@ -41,7 +42,8 @@ function(reka_register_tests target)
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
-    PROPERTIES TIMEOUT 300 ENVIRONMENT ${test_environment})
+    PROPERTIES TIMEOUT 300 ENVIRONMENT ${test_environment} ENVIRONMENT_MODIFICATION
+               XDG_CONFIG_HOME=set:${CMAKE_BINARY_DIR}/user)
   if(TARGET reka_test_locales)
     add_dependencies(${target} reka_test_locales)
   endif()
