@@ -10,6 +10,7 @@
 
 #include "capeopen/ErrorTexts.h"
 #include "package/CreateReactionPack.h"
+#include "posix/AllocationFailures.h"
 #include "support/AllocationCounter.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
@@ -18,42 +19,6 @@
 
 namespace reka::test {
 namespace {
-
-int automationAllocationsLeft = 0;  // until one fails; 0: none does
-
-void* AllocateUntilTold(std::size_t size) {
-    if (automationAllocationsLeft > 0 && --automationAllocationsLeft == 0) return nullptr;
-    return std::malloc(size);
-}
-
-/// Fails the n-th automation allocation of `method`, and after that the n-th of the heap, for n from 1 on until the
-/// method gets by with fewer. `prepare` runs before each try; `check` is told the result and whether an allocation
-/// failed.
-template <class Prepare, class Method, class Check>
-void ForEachFailure(Prepare&& prepare, Method&& method, Check&& check) {
-    int failures = 0;
-    automationAllocate = AllocateUntilTold;
-    for (bool isReached = true; isReached; ++failures) {
-        prepare();
-        automationAllocationsLeft = failures + 1;
-        const HRESULT result = method();
-        isReached = automationAllocationsLeft == 0;
-        automationAllocationsLeft = 0;
-        check(result, isReached);
-    }
-    automationAllocate = nullptr;
-    EXPECT_GT(failures, 1);
-    failures = 0;
-    for (bool isReached = true; isReached; ++failures) {
-        prepare();
-        FailAllocation(static_cast<std::size_t>(failures) + 1);
-        const HRESULT result = method();
-        isReached = !IsAllocationToFail();
-        FailAllocation(0);
-        check(result, isReached);
-    }
-    EXPECT_GT(failures, 1);
-}
 
 /// A bag that takes no memory of its own to answer.
 class CQuietBag : public CFakeBag {
