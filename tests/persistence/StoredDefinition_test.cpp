@@ -276,7 +276,7 @@ TEST(StoredDefinition, MakesEmptyTextsAbsent) {
 
 TEST(StoredDefinition, WritesTextsUpToTheirFirstZero) {
     auto definition = MakePackage({});
-    definition->name = CBstr(SysAllocStringLen(u"ab\0cd", 5));
+    definition->name = CBstr::Make(std::u16string_view(u"ab\0cd", 5));
     definition->pcdFile = std::u16string(u"x\0y", 3);
     const ReadBlock read = Read(Write(*definition));
     ASSERT_TRUE(read.isRead);
