@@ -1,6 +1,7 @@
 // Plug flow by an explicit Runge-Kutta method of order 5 with controlled steps. Rates of reaction engineering are
 // smooth, and one that is too steep for it ends in a sentence rather than in hours.
 
+#include <algorithm>
 #include <boost/numeric/odeint/integrate/integrate_times.hpp>
 #include <boost/numeric/odeint/integrate/max_step_checker.hpp>
 #include <boost/numeric/odeint/stepper/generation.hpp>
@@ -46,9 +47,18 @@ public:
     ReactorPoint PointOf(const Unknowns& unknowns, double position) const {
         std::vector<double> flows = model.Flows(Extents(unknowns));
         for (double& flow : flows) {
-            if (flow < 0 && flow > -smallestFlow * model.FeedFlow()) flow = 0;  // what the tolerance leaves over
+            if (flow < 0 && flow > -smallestFlow * SmallestFeed()) flow = 0;  // what the tolerance leaves over
         }
         return {position * size, Temperature(unknowns), std::move(flows)};
+    }
+
+    /// The smallest flow of the feed that isn't zero, in mol/s: what matters to that compound matters.
+    double SmallestFeed() const {
+        double smallest = model.FeedFlow();
+        for (const double flow : model.FeedFlows()) {
+            if (flow > 0) smallest = std::min(smallest, flow);
+        }
+        return smallest;
     }
 
 private:
@@ -86,7 +96,8 @@ std::vector<ReactorPoint> SolvePlugFlow(CReactorModel& model, double size, std::
     Unknowns unknowns = reactor.Inlet();
     try {
         odeint::integrate_times(
-            odeint::make_controlled(absoluteTolerance, relativeTolerance, odeint::runge_kutta_dopri5<Unknowns>()),
+            odeint::make_controlled(absoluteTolerance * reactor.SmallestFeed() / model.FeedFlow(), relativeTolerance,
+                                    odeint::runge_kutta_dopri5<Unknowns>()),
             reactor, unknowns, positions.begin(), positions.end(), 1e-6,
             [&](const Unknowns& reached, double position) { points.push_back(reactor.PointOf(reached, position)); },
             odeint::max_step_checker(mostSteps));

@@ -201,6 +201,11 @@ bool UnderstandReactor(Arguments& arguments, Failure& failure) {
         }
         option.take(number);
     }
+    const std::string& plot = arguments.options.reactor.plotPath;
+    if (!plot.empty() && !plot.ends_with(".svg") && !plot.ends_with(".png")) {
+        failure.text = "--plot: the name of the file must end in .svg or .png";
+        return false;
+    }
     if (arguments.points.empty()) return true;
     double count = 0;
     if (!ParseNumber(arguments.points, count) || !(count >= 2 && count <= 100000) || count != std::floor(count)) {

@@ -4,7 +4,9 @@
 #include <cmath>
 #include <cstddef>
 
+#include "LinearEquations.h"
 #include "ReactorSolvers.h"
+#include "RootBetween.h"
 
 namespace rekasim {
 
@@ -78,27 +80,6 @@ double LargestOf(const Vector& values) {
     return largest;
 }
 
-/// Solves a few linear equations by elimination, the largest pivot of each column first; the last column of `rows` is
-/// the right-hand side, and gets the solution. False for equations without one.
-bool SolveLinear(std::vector<Vector>& rows) {
-    const std::size_t count = rows.size();
-    for (std::size_t column = 0; column < count; ++column) {
-        const auto largest = std::max_element(
-            rows.begin() + static_cast<std::ptrdiff_t>(column), rows.end(),
-            [column](const Vector& a, const Vector& b) { return std::fabs(a[column]) < std::fabs(b[column]); });
-        std::swap(rows[column], *largest);
-        const Vector& pivot = rows[column];
-        if (!(std::fabs(pivot[column]) > 0)) return false;
-        for (std::size_t row = 0; row < count; ++row) {
-            if (row == column) continue;
-            const double part = rows[row][column] / pivot[column];
-            for (std::size_t i = column; i <= count; ++i) rows[row][i] -= part * pivot[i];
-        }
-    }
-    for (std::size_t row = 0; row < count; ++row) rows[row][count] /= rows[row][row];
-    return true;
-}
-
 /// The step that Newton's method takes; false where the equations have no slope.
 bool NewtonStep(const CTank& tank, const Vector& unknowns, double scale, const Vector& residuals, Vector& step) {
     const std::size_t count = unknowns.size();
@@ -148,9 +129,29 @@ bool Solve(const CTank& tank, double scale, Vector& unknowns) {
     return false;
 }
 
+/// One reaction at the feed's temperature has its extent between none and the one at which a compound runs out.
+std::vector<double> SolveOneReaction(CReactorModel& model, double size) {
+    double low = 0;
+    double high = 0;
+    model.FindRange(0, {0.0}, low, high);
+    const auto surplus = [&](double extent) {
+        return model.Rates({extent}, model.Feed().temperature)[0] * size - extent;
+    };
+    const double atStart = surplus(0);
+    if (atStart == 0) return {0.0};
+    const auto root = atStart > 0 ? RootBetween(surplus, 0, high) : RootBetween(surplus, low, 0);
+    if (!root) throw ReactorFailure("no steady state of the tank is found");
+    return {*root};
+}
+
 }  // namespace
 
 std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bool isAdiabatic) {
+    const double feedTemperature = model.Feed().temperature;
+    if (model.ReactionCount() == 1 && !isAdiabatic) {
+        const std::vector<double> flows = model.Flows(SolveOneReaction(model, size));
+        return {{0, feedTemperature, model.FeedFlows()}, {size, feedTemperature, flows}};
+    }
     const CTank tank(model, size, isAdiabatic);
     Vector unknowns = tank.Inlet();
     double solved = 0;
@@ -165,7 +166,7 @@ std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bo
             }
         }
     }
-    return {{0, model.Feed().temperature, model.FeedFlows()},
+    return {{0, feedTemperature, model.FeedFlows()},
             {size, tank.Temperature(unknowns), model.Flows(tank.Extents(unknowns))}};
 }
 

@@ -22,6 +22,7 @@ struct GasDocument {
     std::string constant = "null";
     std::string heat = "null";
     std::string coefficients = "[-1, 1]";
+    bool isPairOfReactions = false;
     std::string feed = R"([{"id": "one", "moleFraction": 1, "formula": "H2", "heatCapacity": 30},
                            {"id": "two", "moleFraction": 0, "formula": "H2", "heatCapacity": 30}])";
 
@@ -29,15 +30,19 @@ struct GasDocument {
         const bool isPair = compounds.find("three") == std::string::npos;
         const std::string nulls = isPair ? "[null, null]" : "[null, null, null]";
         const std::string zeros = isPair ? "[0, 0]" : "[0, 0, 0]";
-        const auto quoted = [](const std::string& text) { return text == "null" ? text : "\"" + text + "\""; };
+        const auto quoted = [](const std::string& text) {
+            return text.starts_with("null") ? text : "\"" + text + "\"";
+        };
         return R"({"package": {"Name": "Gas", "Description": "", "compoundId": )" + compounds +
                R"(, "compoundName": )" + compounds + R"(, "compoundCAS": )" + nulls + R"(, "compoundFormula": )" +
                nulls + R"(, "compoundMolecularWeight": )" + zeros + R"(, "compoundCharge": )" + zeros +
-               R"(, "reactionID": ["R"], "reactionPhase": ["Vapor"], "reactionType": [")" + type +
-               R"("], "reactionRateBasis": [")" + rateBasis + R"("], "reactionRateEquation": [)" + quoted(rate) +
-               R"(], "reactionEquilibriumBasis": [")" + basis + R"("], "reactionEquilibriumConstantEquation": [)" +
-               quoted(constant) + R"(], "reactionHeatEquation": [)" + quoted(heat) + R"(], "stoichiometry[R]": )" +
-               coefficients + R"(, "thermoVersion": "1.1"}, "material": {"phase": "Vapor", "model": "ideal gas",)" +
+               (isPairOfReactions ? R"(, "reactionID": ["R", "S"], "reactionPhase": ["Vapor", "Vapor"],)"
+                                  : R"(, "reactionID": ["R"], "reactionPhase": ["Vapor"],)") +
+               R"( "reactionType": [")" + type + R"("], "reactionRateBasis": [")" + rateBasis +
+               R"("], "reactionRateEquation": [)" + quoted(rate) + R"(], "reactionEquilibriumBasis": [")" + basis +
+               R"("], "reactionEquilibriumConstantEquation": [)" + quoted(constant) +
+               R"(], "reactionHeatEquation": [)" + quoted(heat) + R"(], "stoichiometry[R]": )" + coefficients +
+               R"(, "thermoVersion": "1.1"}, "material": {"phase": "Vapor", "model": "ideal gas",)" +
                R"("temperature": 500, "pressure": 100000, "compounds": )" + feed + "}}";
     }
 };
@@ -263,6 +268,63 @@ TEST(ReactionEquilibrium, ClosesItsHeatBalance) {
     EXPECT_NEAR(outlet, 500 + 200 * x, 1e-6);
     const double k = std::exp(1000 / outlet - 2);
     EXPECT_NEAR(x, k / (1 + k), 1e-9);
+}
+
+TEST(ReactionEquilibrium, TakesConstantsOfAnySize) {
+    GasDocument document;
+    document.type = "Equilibrium";
+    document.rate = "null";
+    document.coefficients = "[-2, 2]";
+    for (const char* const constant : {"1E305", "1E-300"}) {
+        document.constant = constant;
+        const double x = Solve(document, {"--equilibrium"})[1][conversion];
+        EXPECT_NEAR(x, constant[2] == '3' ? 1 : 0, 1e-12) << constant;
+    }
+}
+
+/// Three isomers in a row, with the constants K1 and K2 on the basis of mole fractions.
+GasDocument Isomers(const std::string& first, const std::string& second) {
+    GasDocument document;
+    document.compounds = R"(["one", "two", "three"])";
+    document.type = R"(Equilibrium", "Equilibrium)";
+    document.rateBasis = R"(Homogeneous", "Homogeneous)";
+    document.basis = R"(MoleFraction", "MoleFraction)";
+    document.rate = "null, null";
+    document.heat = "null, null";
+    document.feed =
+        R"([{"id": "one", "moleFraction": 1}, {"id": "two", "moleFraction": 0}, {"id": "three", "moleFraction": 0}])";
+    document.constant = first + R"(", ")" + second;
+    document.coefficients = R"([-1, 1, 0], "stoichiometry[S]": [0, -1, 1])";
+    document.isPairOfReactions = true;
+    return document;
+}
+
+TEST(ReactionEquilibrium, OfSeveralReactionsIsThatOfAll) {
+    const std::pair<double, double> constants[] = {{2, 3}, {1e6, 1e6}, {1e-6, 1e6}, {1e-12, 1e12}, {1e-9, 1e-9}};
+    for (const auto& [k1, k2] : constants) {
+        const auto lines = Solve(Isomers(FormatNumber(k1, 17), FormatNumber(k2, 17)), {"--equilibrium"});
+        ASSERT_EQ(lines.size(), 2U);
+        const double one = 1 / (1 + k1 + k1 * k2);
+        EXPECT_NEAR(lines[1][firstFlow], one, 1e-9 * one + 1e-15) << k1 << " " << k2;
+        EXPECT_NEAR(lines[1][firstFlow + 1], k1 * one, 1e-9 * k1 * one + 1e-15) << k1 << " " << k2;
+        EXPECT_NEAR(lines[1][firstFlow + 2], k1 * k2 * one, 1e-9 * k1 * k2 * one + 1e-15) << k1 << " " << k2;
+    }
+}
+
+TEST(PlugFlowReactor, FollowsATraceToItsEnd) {
+    GasDocument document;
+    document.rate = "5E3*C(one)";
+    document.feed = R"([{"id": "one", "moleFraction": 1E-4, "formula": "C7H8"},
+                        {"id": "two", "moleFraction": 0, "formula": "C7H8"},
+                        {"id": "N2", "moleFraction": 0.9999, "formula": "N2"}])";
+    const auto lines = Solve(document, {"--pfr", "--volume", "1"});
+    EXPECT_NEAR(lines.back()[conversion], 1, 1e-9);
+    EXPECT_GE(lines.back()[firstFlow], 0);
+    document.rate = "50*C(one)^0.5";  // ends at a volume, not only in the long run
+    EXPECT_NEAR(Solve(document, {"--pfr", "--volume", "1"}).back()[conversion], 1, 1e-8);
+    const double x = Solve(document, {"--cstr", "--volume", "1"})[1][conversion];
+    const double c0 = 1e-4 / volumeFlow;
+    EXPECT_NEAR(50 * std::sqrt(c0 * (1 - x)) / (1e-4 * x), 1, 1e-6);
 }
 
 TEST(ReactorCommand, SaysWhatIsMissing) {
