@@ -99,7 +99,7 @@ HRESULT STDMETHODCALLTYPE CMaterial::GetNumComponents(LONG* count) {
     return GetNumCompounds(count);
 }
 
-// What a material of one fixed state has no use for ------------------------------------------------------------------
+// What a material of one fixed state has no use for
 
 HRESULT STDMETHODCALLTYPE CMaterial::GetUniversalConstant(VARIANT, VARIANT* propVals) {
     if (!propVals) return E_POINTER;

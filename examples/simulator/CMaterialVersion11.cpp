@@ -15,7 +15,7 @@ constexpr LONG phaseIsAtEquilibrium = 1;  // CAPE_ATEQUILIBRIUM
 
 }  // namespace
 
-// ICapeThermoMaterial ------------------------------------------------------------------------------------------------
+// ICapeThermoMaterial
 
 /// Temperature, pressure and composition are the document's and stay.
 HRESULT STDMETHODCALLTYPE CMaterial::ClearAllProps() {
@@ -70,7 +70,7 @@ HRESULT STDMETHODCALLTYPE CMaterial::GetTPFraction(BSTR phaseLabel, double* temp
     return FAILED(result) ? result : GetOverallTPFraction(temperature, pressure, composition);
 }
 
-// ICapeThermoPropertyRoutine -----------------------------------------------------------------------------------------
+// ICapeThermoPropertyRoutine
 
 HRESULT STDMETHODCALLTYPE CMaterial::CalcSinglePhaseProp(VARIANT props, BSTR phaseLabel) {
     const Caller caller = {u"CalcSinglePhaseProp", routineName};
@@ -99,7 +99,7 @@ HRESULT STDMETHODCALLTYPE CMaterial::GetTwoPhasePropList(VARIANT* props) {
     return GiveVariant({}, props);
 }
 
-// What a material of one fixed state and one phase has no use for ----------------------------------------------------
+// What a material of one fixed state and one phase has no use for
 
 HRESULT STDMETHODCALLTYPE CMaterial::CopyFromMaterial(IDispatch**) {
     return FailNotOffered(u"CopyFromMaterial", materialName);

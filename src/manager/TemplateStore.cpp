@@ -22,7 +22,6 @@ namespace {
 const char16_t* const shortFile = u"read error / unexpected end of file";
 
 // Reading
-// --------------------------------------------------------------------------------------------------------------
 
 bool ReadWord(IFile& file, std::uint32_t& word) {
     std::uint8_t bytes[4] = {};
@@ -64,7 +63,6 @@ bool ReadFile(IFile& file, IDispatch* context, std::vector<std::unique_ptr<React
 }
 
 // Setting aside
-// --------------------------------------------------------------------------------------------------------
 
 /// Gives the file the name `backup`; older backups of that name get numbers, the oldest the highest. False: `failed` is
 /// what couldn't be renamed, and the system has a text for the failure.
@@ -104,7 +102,6 @@ void Recover(const std::u16string& userFile, const std::u16string& errorText) {
 }
 
 // Writing
-// --------------------------------------------------------------------------------------------------------------
 
 void TellNotStored(const std::u16string& text) {
     UserMessages().Show({text, u"Error:", messagestyle::ok | messagestyle::iconError, MessageOwner::ActiveWindow});

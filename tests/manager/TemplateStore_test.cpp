@@ -9,7 +9,6 @@ namespace reka::test {
 namespace {
 
 // Paths and the first file
-// ---------------------------------------------------------------------------------------------
 
 TEST_F(StoreFixture, MakesTheFoldersOfTheUsersFile) {
     std::u16string path;
@@ -72,7 +71,6 @@ TEST_F(StoreFixture, HasNoTemplatesWithoutAnyFile) {
 }
 
 // A newer system file
-// --------------------------------------------------------------------------------------------------
 
 const UserMessage question = {
     u"The system REKA configuration is newer than the user REKA configuration. Replace user configuration with system "
@@ -140,7 +138,6 @@ TEST_F(StoreFixture, TakesAFileItCanNotOpenForOldest) {
 }
 
 // Reading
-// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(StoreFixture, IgnoresWhatStandsBehindTheLastBlock) {
     auto bytes = FileOf({u"A"});
@@ -189,7 +186,6 @@ TEST_F(StoreFixture, WarnsOfEachOldBlockUntilItIsStored) {
 }
 
 // Damaged files
-// --------------------------------------------------------------------------------------------------------
 
 class DamagedFile : public StoreFixture {
 protected:
@@ -279,7 +275,6 @@ TEST_F(DamagedFile, IsMovedInTheseSteps) {
 }
 
 // Writing
-// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(StoreFixture, WritesWhatItReads) {
     const auto bytes = FileOf({u"A", u"B"});

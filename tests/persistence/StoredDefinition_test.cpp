@@ -5,68 +5,13 @@
 #include <limits>
 #include <string>
 
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "persistence/StoredBlocks.h"
 #include "support/Builders.h"
 #include "support/FakeMessages.h"
 #include "support/StoredBytes.h"
 
 namespace reka::test {
 namespace {
-
-constexpr std::uint32_t marker = 0xFFFFFFFF;
-
-const char* const corrupted = "data corrupted";
-const char* const newer =
-    "unexpected data at the end of the stored reaction package data: reaction pack data may have been saved with newer "
-    "version";
-
-struct ReadBlock {
-    bool isRead = false;
-    std::unique_ptr<ReactionPackDefinition> definition = std::make_unique<ReactionPackDefinition>(nullptr);
-    std::string errorText;
-};
-
-ReadBlock Read(const std::vector<std::uint8_t>& bytes) {
-    ReadBlock block;
-    std::u16string errorText;
-    block.isRead = ReadStoredDefinition(*block.definition, bytes, errorText);
-    block.errorText = Utf8FromUtf16(errorText);
-    return block;
-}
-ReadBlock Read(const CStoredBytes& block) {
-    return Read(block.bytes);
-}
-
-std::vector<std::uint8_t> Write(const ReactionPackDefinition& definition) {
-    std::vector<std::uint8_t> block;
-    std::u16string errorText;
-    EXPECT_TRUE(WriteStoredDefinition(definition, block, errorText)) << Utf8FromUtf16(errorText);
-    return block;
-}
-
-/// A block up to the number of compounds: name, description and compound file empty.
-CStoredBytes Head(std::uint32_t version) {
-    CStoredBytes bytes;
-    bytes.Wide(u"").Wide(u"").Narrow("");
-    if (version > 0) bytes.U32(marker).U32(version);
-    return bytes;
-}
-
-CStoredBytes Compound(std::u16string_view id, std::u16string_view formula) {
-    return CStoredBytes().Wide(id).Wide(u"").Wide(id).Wide(formula).F64(18.015).F64(0);
-}
-
-/// A reaction without coefficients and trees, as `version` has it.
-CStoredBytes Reaction(std::uint32_t version, std::string_view rate, std::string_view constant = "") {
-    CStoredBytes bytes;
-    bytes.Wide(u"R").Wide(u"Vapor");
-    if (version < 2) bytes.Wide(u"left over");
-    bytes.U32(1).U32(0).Narrow(rate).Narrow(constant).Narrow("");
-    bytes.U8(0).U8(0).U8(0);
-    if (version >= 2) bytes.U32(4);
-    return bytes;
-}
 
 TEST(StoredDefinition, OfAnEmptyPackageIsTheseBytes) {
     ReactionPackDefinition definition(nullptr);
@@ -107,7 +52,7 @@ std::unique_ptr<ReactionPackDefinition> MakeSample() {
 /// The sample's block, written by hand.
 CStoredBytes SampleBytes() {
     CStoredBytes bytes;
-    bytes.Wide(u"Test package").Wide(u"A sample \u2192").Narrow("C:\\data\\x.pcd").U32(marker).U32(3);
+    bytes.Wide(u"Test package").Wide(u"A sample \u2192").Narrow("C:\\data\\x.pcd").U32(versionMarker).U32(3);
     bytes.U32(2);
     bytes.Wide(u"C2H5OH").Wide(u"64-17-5").Wide(u"Ethanol").Wide(u"C2H6O").F64(46.069).F64(0);
     bytes.Wide(u"Argon").Wide(u"").Wide(u"Argon").Wide(u"").F64(0).F64(-1);
@@ -324,7 +269,7 @@ INSTANTIATE_TEST_SUITE_P(Table, TextLengths, testing::ValuesIn(lengthCases),
 TEST(StoredDefinition, EndsAWideTextWhereItsCountSays) {
     CStoredBytes bytes;
     bytes.U32(2).U8('a').U8(0).U8('b').U8(0).U8('c').U8(0);  // something else in the place of the terminator
-    bytes.Wide(u"").Narrow("").U32(marker).U32(3).U32(0).U32(0);
+    bytes.Wide(u"").Narrow("").U32(versionMarker).U32(3).U32(0).U32(0);
     const ReadBlock read = Read(bytes);
     ASSERT_TRUE(read.isRead);
     EXPECT_EQ(read.definition->name.View(), u"ab");
@@ -333,7 +278,7 @@ TEST(StoredDefinition, EndsAWideTextWhereItsCountSays) {
 
 TEST(StoredDefinition, ReadsANarrowTextWithoutItsZero) {
     CStoredBytes bytes;
-    bytes.Wide(u"").Wide(u"").U32(2).U8('a').U8('b').U8('c').U32(marker).U32(3).U32(0).U32(0);
+    bytes.Wide(u"").Wide(u"").U32(2).U8('a').U8('b').U8('c').U32(versionMarker).U32(3).U32(0).U32(0);
     const ReadBlock read = Read(bytes);
     ASSERT_TRUE(read.isRead);
     EXPECT_EQ(read.definition->pcdFile, u"abc");
@@ -341,7 +286,7 @@ TEST(StoredDefinition, ReadsANarrowTextWithoutItsZero) {
 
 TEST(StoredDefinition, EndsANarrowTextAtItsFirstZero) {
     CStoredBytes bytes;
-    bytes.Wide(u"").Wide(u"").U32(4).U8('a').U8(0).U8('b').U8('c').U8(0).U32(marker).U32(3).U32(0).U32(0);
+    bytes.Wide(u"").Wide(u"").U32(4).U8('a').U8(0).U8('b').U8('c').U8(0).U32(versionMarker).U32(3).U32(0).U32(0);
     const ReadBlock read = Read(bytes);
     ASSERT_TRUE(read.isRead);
     EXPECT_EQ(read.definition->pcdFile, u"a");
@@ -377,141 +322,6 @@ TEST(StoredDefinition, BelievesNoCount) {
     EXPECT_EQ(Read(Head(3).U32(0x7FFFFFFF)).errorText, corrupted);
     EXPECT_EQ(Read(Head(3).U32(0).U32(0x7FFFFFFF)).errorText, corrupted);
     EXPECT_EQ(Read(Head(0).U32(2).Add(Compound(u"A", u"A"))).errorText, corrupted);
-}
-
-// Older versions
-// -------------------------------------------------------------------------------------------------------
-
-const UserMessage rateWarning = {
-    u"Old reaction package file format. Rate expressions have been corrected from kmol/h to mol/s by factor 1/3.6",
-    u"REKA warning:", 48, MessageOwner::None};
-
-TEST(OldDefinition, OfVersion0HasItsCountBehindTheFile) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(2).Add(Compound(u"A", u"H2O")).Add(Compound(u"B", u"CO")).U32(0));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    EXPECT_EQ(read.definition->compounds.size(), 2U);
-    EXPECT_TRUE(messages.shown.empty());
-}
-
-TEST(OldDefinition, OfVersion0GetsItsRatesCorrected) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(0).U32(2).Add(Reaction(0, "2*T", "3*T")).Add(Reaction(0, "T")));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    const ReactionDefinition& reaction = *read.definition->reactions[0];
-    EXPECT_EQ(reaction.rateEquation, u"(2*T)/3.6");
-    ASSERT_NE(reaction.rateExpression, nullptr);
-    EXPECT_EQ(reaction.rateExpression->dependencies, dependency::temperature);
-    EXPECT_EQ(reaction.equilibriumConstantEquation, u"3*T");
-    EXPECT_EQ(reaction.equilibriumConstantExpression, nullptr);
-    EXPECT_EQ(reaction.equilibriumBasis, EquilibriumBasis::Molarity);
-    const auto expected = Parse(*read.definition, u"(2*T)/3.6");
-    std::vector<std::uint8_t> parsed;
-    std::vector<std::uint8_t> stored;
-    auto reference = MakePackage({});
-    reference->reactions.push_back(std::make_unique<ReactionDefinition>(0));
-    reference->reactions[0]->rateExpression = expected->Clone();
-    parsed = Write(*reference);
-    reference->reactions[0]->rateExpression = reaction.rateExpression->Clone();
-    stored = Write(*reference);
-    EXPECT_EQ(stored, parsed);
-    EXPECT_EQ(messages.shown, std::vector<UserMessage>{rateWarning});
-}
-
-TEST(OldDefinition, OfVersion0HasItsTreeReplaced) {
-    const CFakeMessages messages;
-    CStoredBytes reaction;
-    reaction.Wide(u"R").Wide(u"Vapor").Wide(u"").U32(1).U32(0).Narrow("2*T").Narrow("").Narrow("9");
-    reaction.U8(1).U32(16).U32(28).U32(0);  // a tree of the pressure that isn't the text's
-    reaction.U8(0).U8(1).U32(0).U32(0).F64(9);
-    const ReadBlock read = Read(Head(0).U32(0).U32(1).Add(reaction));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    EXPECT_EQ(read.definition->reactions[0]->rateExpression->root->kind, NodeKind::Division);
-    EXPECT_EQ(read.definition->reactions[0]->heatExpression->root->value, 9.0);
-}
-
-TEST(OldDefinition, OfVersion0KeepsRatesThatAreZeroOrEmpty) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(0).U32(2).Add(Reaction(0, "0")).Add(Reaction(0, "")));
-    ASSERT_TRUE(read.isRead);
-    EXPECT_EQ(read.definition->reactions[0]->rateEquation, u"0");
-    EXPECT_EQ(read.definition->reactions[1]->rateEquation, u"");
-    EXPECT_EQ(read.definition->reactions[1]->rateExpression, nullptr);
-    EXPECT_TRUE(messages.shown.empty());
-}
-
-TEST(OldDefinition, OfVersion0CorrectsWhatOnlyLooksLikeZero) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(0).U32(1).Add(Reaction(0, "0.0")));
-    EXPECT_EQ(read.definition->reactions[0]->rateEquation, u"(0.0)/3.6");
-    EXPECT_EQ(messages.shown.size(), 1U);
-}
-
-TEST(OldDefinition, OfVersion0TellsOfARateThatDoesNotParse) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(0).U32(1).Add(Reaction(0, "2*")));
-    EXPECT_FALSE(read.isRead);
-    std::u16string parserText;
-    EXPECT_EQ(ParseExpression(*read.definition, u"(2*)/3.6", parserText, nullptr), nullptr);
-    EXPECT_EQ(read.errorText, "Parse error for rate expression of old format file: " + Utf8FromUtf16(parserText));
-    EXPECT_TRUE(messages.shown.empty());
-}
-
-TEST(OldDefinition, OfVersion0ReadsItsRatesAgainstItsCompounds) {
-    const CFakeMessages messages;
-    CStoredBytes reaction = Reaction(0, "C(B)");
-    CStoredBytes withCoefficients;
-    // the coefficients stand in front of the three flags
-    withCoefficients.bytes.assign(reaction.bytes.begin(), reaction.bytes.end() - 3);
-    withCoefficients.F64(-1).F64(1).U8(0).U8(0).U8(0);
-    const ReadBlock read =
-        Read(Head(0).U32(2).Add(Compound(u"A", u"")).Add(Compound(u"B", u"")).U32(1).Add(withCoefficients));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    const ExpressionNode& root = *read.definition->reactions[0]->rateExpression->root;
-    ASSERT_EQ(root.argumentCount, 2);
-    EXPECT_EQ(root.arguments[0]->kind, NodeKind::Molarity);
-    EXPECT_EQ(root.arguments[0]->compoundIndex, 1);
-}
-
-TEST(OldDefinition, TellsOfCorrectedRatesBeforeItLooksAtTheEnd) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(0).U32(0).U32(1).Add(Reaction(0, "T")).U32(1).U8(0));
-    EXPECT_EQ(read.errorText, newer);
-    EXPECT_EQ(messages.shown.size(), 1U);
-}
-
-TEST(OldDefinition, OfVersion1IsNotCorrected) {
-    const CFakeMessages messages;
-    const ReadBlock read = Read(Head(1).U32(0).U32(1).Add(Reaction(1, "2*T")).U32(1));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    EXPECT_EQ(read.definition->reactions[0]->rateEquation, u"2*T");
-    EXPECT_EQ(read.definition->reactions[0]->rateExpression, nullptr);
-    EXPECT_EQ(read.definition->reactions[0]->equilibriumBasis, EquilibriumBasis::Molarity);
-    EXPECT_EQ(read.definition->thermoVersion, ThermoVersion::Version11);
-    EXPECT_TRUE(messages.shown.empty());
-}
-
-TEST(OldDefinition, OfVersion2HasABasisAndNoObsoleteText) {
-    const ReadBlock read = Read(Head(2).U32(0).U32(1).Add(Reaction(2, "2*T")).U32(0));
-    ASSERT_TRUE(read.isRead) << read.errorText;
-    EXPECT_EQ(read.definition->reactions[0]->equilibriumBasis, EquilibriumBasis::Fugacity);
-}
-
-TEST(OldDefinition, OfVersionsUpTo2GetsItsFormulasInNormalForm) {
-    for (const std::uint32_t version : {0U, 1U, 2U}) {
-        const ReadBlock read = Read(Head(version)
-                                        .U32(3)
-                                        .Add(Compound(u"A", u"CH3(CH2)2OH"))
-                                        .Add(Compound(u"B", u"CH3(CH2"))
-                                        .Add(Compound(u"C", u""))
-                                        .U32(0));
-        ASSERT_TRUE(read.isRead) << read.errorText;
-        EXPECT_EQ(read.definition->compounds[0]->formula.View(), u"C3H8O") << version;
-        EXPECT_TRUE(read.definition->compounds[1]->formula.IsAbsent()) << version;
-        EXPECT_TRUE(read.definition->compounds[2]->formula.IsAbsent()) << version;
-    }
-    const ReadBlock newest = Read(Head(3).U32(1).Add(Compound(u"A", u"CH3(CH2")).U32(0));
-    EXPECT_EQ(newest.definition->compounds[0]->formula.View(), u"CH3(CH2");
 }
 
 }  // namespace

@@ -213,7 +213,7 @@ TEST(ClassIdentifiers, AreThoseOfTheTypeLibrary) {
     EXPECT_EQ(reactionPackClassId, __uuidof(::ReactionPack));
 }
 
-// The type library ---------------------------------------------------------------------------------------------------
+// The type library
 
 std::string TypeName(const TYPEDESC& type, ITypeInfo* owner) {
     switch (type.vt) {
