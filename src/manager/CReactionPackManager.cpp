@@ -23,7 +23,11 @@ using PackageRef = CComRef<CComObject<CReactionPack>>;
 
 /// A new package without a definition; null without memory.
 PackageRef MakePackage() {
-    return PackageRef(new (std::nothrow) CComObject<CReactionPack>());
+    try {
+        return PackageRef(new CComObject<CReactionPack>());
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
 }
 
 /// Gives the package away as `IDispatch`.

@@ -235,6 +235,7 @@ TEST_F(OutOfMemoryManager, ListsNothingOrFails) {
 TEST_F(OutOfMemoryManager, ResolvesNothingOrFails) {
     const CBstr name = CBstr::Make(u"Test package");
     CComRef<IDispatch> package;
+    std::vector<ReportedError> errors;
     ForEachFailure([&] { package.Reset(); },
                    [&] { return manager->ResolveReactionsPackage(name.Get(), package.Receive()); },
                    [&](HRESULT result, bool isFailed) {
@@ -244,8 +245,12 @@ TEST_F(OutOfMemoryManager, ResolvesNothingOrFails) {
                        }
                        if (result != S_OK) {
                            EXPECT_EQ(result, ECapeUnknownHR);
+                           errors.push_back(ErrorOf(manager.Get()));
                        }
                    });
+    const std::string notMade = "Failed to create reaction package: error code 0x8007000E";
+    const ReportedError expected = {notMade, notMade, "ResolveReactionsPackage", "ICapeReactionsPackageManager"};
+    EXPECT_NE(std::find(errors.begin(), errors.end(), expected), errors.end());
 }
 
 TEST_F(OutOfMemoryManager, MakesNoNewPackage) {

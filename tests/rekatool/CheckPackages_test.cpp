@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
+
 #include "SampleBlocks.h"
 #include "expression/ParseExpression.h"
 #include "persistence/StoredDefinition.h"
@@ -60,7 +62,7 @@ TEST(CheckPackages, FindsAllFaultsAtOnce) {
     reaction.phase.Reset();
     reaction.rateEquation = u"2*";
     reaction.rateExpression.reset();
-    reaction.heatEquation = u"3*";
+    reaction.heatEquation = u"3*";  // and no trees, which nobody misses in texts with faults
     std::u16string parserText;
     EXPECT_EQ(reka::ParseExpression(*definition, u"2*", parserText, nullptr), nullptr);
     EXPECT_EQ(Check(*definition),
@@ -96,7 +98,7 @@ TEST(CheckPackages, TellsOfBlocksThatCanNotBeRead) {
 
 TEST(CheckPackages, TellsWhatTheEditorWouldAskOrWarnOf) {
     auto definition = MakeGood();
-    definition->reactions[0]->heatEquation = u"5*T";
+    reka::test::SetHeat(*definition, *definition->reactions[0], u"5*T");
     definition->compounds[1]->formula = reka::CBstr::Make(u"C2H6(O)");
     EXPECT_EQ(Check(*definition),
               (Lines{"P: reaction R: warning: Parse error in structure formula C2H6(O) for compound Second; unable to "
@@ -131,15 +133,75 @@ TEST(CheckPackages, FindsNamesThatNoExpressionCanUse) {
     EXPECT_EQ(Check(*definition), Lines{"P: warning: compound FIRST can't be named in an expression"});
     definition->compounds[1]->name = reka::CBstr::Make(u"with \"quotes\"");
     EXPECT_EQ(Check(*definition), Lines{"P: warning: compound with \"quotes\" can't be named in an expression"});
+    definition->compounds[1]->name = reka::CBstr::Make(u"C");  // a word of the language
+    EXPECT_EQ(Check(*definition), Lines{"P: warning: compound C can't be named in an expression"});
     definition->compounds[1]->name = reka::CBstr::Make(u"with a blank, and a comma");
     EXPECT_EQ(Check(*definition), Lines{});
 }
 
 TEST(CheckPackages, FindsTreesThatAreNotTheTexts) {
     auto definition = MakeGood();
-    definition->reactions[0]->rateEquation = u"3*C(First)";
-    EXPECT_EQ(Check(*definition),
-              Lines{"P: reaction R: warning: the stored tree of the rate isn't what its text gives"});
+    reka::ReactionDefinition& reaction = *definition->reactions[0];
+    const Lines differs = {"P: reaction R: warning: the stored tree of the rate isn't what its text gives"};
+    reaction.rateEquation = u"3*C(First)";
+    EXPECT_EQ(Check(*definition), differs);
+    reaction.rateEquation = u"2*C(First)";
+    EXPECT_EQ(Check(*definition), Lines{});
+    reaction.rateExpression->dependencies = 3;
+    EXPECT_EQ(Check(*definition), differs);
+    reaction.rateEquation.clear();
+    EXPECT_EQ(Check(*definition), (Lines{differs[0], "P: reaction R: warning: there is no rate"}));
+}
+
+TEST(CheckPackages, MissesTreesThatAreNotThere) {
+    auto definition = MakeGood();
+    definition->reactions[0]->rateExpression.reset();
+    definition->reactions[0]->heatEquation = u"-5000";
+    definition->reactions[0]->equilibriumConstantEquation = u"T";  // has none in a kinetic reaction
+    EXPECT_EQ(Check(*definition), (Lines{"P: reaction R: warning: no tree is stored for the rate, which can't be "
+                                         "calculated until the package is edited",
+                                         "P: reaction R: warning: no tree is stored for the heat of reaction, which "
+                                         "can't be calculated until the package is edited"}));
+}
+
+TEST(CheckPackages, KeepsEachFindingOnOneLine) {
+    auto definition = MakeGood(u"");
+    definition->name = reka::CBstr::Make(u" a\r\n\x1B[2Jb\tc ");
+    definition->reactions[0]->id = reka::CBstr::Make(u"\u00E9\x7F\vf");
+    EXPECT_EQ(Check(*definition), Lines{"a [2Jb c: reaction \u00E9 f: warning: there is no rate"});
+}
+
+TEST(CheckPackages, TellsOfBytesBehindTheTemplates) {
+    PackageFile file;
+    file.blocks = {BlockOf(*MakeGood())};
+    file.count = 1;
+    file.rest = {1, 2, 3};
+    const std::vector<Finding> findings = CheckPackages(file);
+    ASSERT_EQ(findings.size(), 1U);
+    EXPECT_EQ(TextOf(findings[0]), "file: warning: bytes behind the last template, which nothing reads: 3");
+}
+
+/// Blocks with changed bytes are judged, whatever is left of them.
+TEST(CheckPackages, SurvivesWhateverIsChanged) {
+    const Bytes good = BlockOf(*MakeGood());
+    std::mt19937 random(11);
+    int read = 0;
+    for (int turn = 0; turn < 500; ++turn) {
+        Bytes changed = good;
+        for (auto change = random() % 3 + 1; change > 0; --change) {
+            changed[random() % changed.size()] = static_cast<std::uint8_t>(random());
+        }
+        if (turn % 5 == 0) changed.resize(random() % changed.size());
+        StoredPackage package;
+        const bool isBlock = ReadStoredPackage(changed, package);
+        const Lines lines = Check(std::vector<Bytes>{changed});
+        if (isBlock) {
+            ++read;
+        } else {
+            EXPECT_FALSE(lines.empty());
+        }
+    }
+    EXPECT_GT(read, 100);
 }
 
 struct RateCase {
@@ -177,6 +239,35 @@ TEST(CheckPackages, FindsEquilibriumConstantsThatAreNone) {
     AddEquilibrium(*definition, u"E", u"T-600").stoichiometry = {-1.0, 1.0};
     EXPECT_EQ(Check(*definition), Lines{"P: reaction E: warning: the equilibrium constant is -350 at 250 K with equal "
                                         "parts of all compounds, where it can only be above 0"});
+}
+
+/// A constant below 0 is told with its value, first with equal parts at 250 K and 1 bar.
+TEST(CheckPackages, TriesConstantsAtKnownConditions) {
+    struct Row {
+        const char16_t* phase;
+        const char16_t* constant;
+        const char* value;
+    };
+    const Row rows[] = {
+        {u"Liquid", u"-T", "-250"},
+        {u"Liquid", u"-P", "-100000"},
+        {u"Liquid", u"-X(First)", "-0.5"},
+        {u"Liquid", u"-A(First)", "-0.5"},
+        {u"Liquid", u"-F(First)", "-50000"},
+        {u"Liquid", u"-C(First)", "-5000"},     // half of 10 kmol/m3
+        {u"myLIQUID2", u"-C(First)", "-5000"},  // "liq" in any case of letters
+        {u"Vapor", u"-C(First)", "-24.0545"},   // half of 1e5 Pa / (8.314462618 J/(mol K) * 250 K)
+    };
+    for (const Row& row : rows) {
+        auto definition = MakeGood();
+        definition->reactions.clear();
+        reka::ReactionDefinition& reaction = AddEquilibrium(*definition, u"E", row.constant);
+        reaction.stoichiometry = {-1.0, 1.0};
+        reaction.phase = reka::CBstr::Make(row.phase);
+        EXPECT_EQ(Check(*definition),
+                  Lines{"P: reaction E: warning: the equilibrium constant is " + std::string(row.value) +
+                        " at 250 K with equal parts of all compounds, where it can only be above 0"});
+    }
 }
 
 TEST(CheckPackages, MissesARateThatIsNotThere) {

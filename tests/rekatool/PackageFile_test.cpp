@@ -6,7 +6,8 @@
 
 #include <random>
 
-#include "SampleBlocks.h"
+#include "Hexadecimal.h"
+#include "RandomBlock.h"
 
 namespace rekatool {
 
@@ -61,6 +62,40 @@ TEST(PackageFile, KeepsABlockThatIsDamagedAsItIs) {
     EXPECT_EQ(RoundTrip(CStoredBytes().U32(2).Add(Framed(EmptyBlock(u"A"))).Add(Framed(newer)), &content), "templates");
     EXPECT_EQ(content["packages"][0]["name"], "A");
     EXPECT_EQ(content["packages"][1]["reason"], "not a package that this program can read");
+}
+
+/// Bytes written out one by one: a package A with nothing in it, and a rate that is twice the temperature.
+TEST(PackageFile, KeepsBytesThatWereWrittenByHand) {
+    Bytes block;
+    ASSERT_TRUE(
+        BytesOf("0100000041000000"
+                "00000000"
+                "00000000"
+                "FFFFFFFF03000000"
+                "00000000"
+                "00000000"
+                "00000000",
+                block));
+    ASSERT_EQ(block.size(), 36U);
+    EXPECT_EQ(PackageOf({block})["name"], "A");
+    ASSERT_TRUE(
+        BytesOf("000000000000000000000000"
+                "FFFFFFFF03000000"
+                "0000000001000000"  // one reaction
+                "0000000000000000"
+                "0100000000000000"  // kinetic, homogeneous
+                "03000000542A3200"  // T*2
+                "0000000000000000"
+                "0108000000"
+                "0300000002000000"
+                "1D00000000000000"
+                "000000000000000000000040"
+                "0000"
+                "0000000000000000",
+                block));
+    const Json package = PackageOf({block});
+    EXPECT_EQ(package["reactions"][0]["rateEquation"], "T*2");
+    EXPECT_FALSE(package["reactions"][0].contains("rateTree"));
 }
 
 TEST(PackageFile, SaysAPackageInWords) {
@@ -187,6 +222,19 @@ TEST(PackageFile, KeepsDeepTrees) {
     EXPECT_EQ(PackageOf(Head(u"V", 3).U32(0).U32(1).Add(Reaction(3, tree)).U32(0))["reactions"][0]["rateTree"]["nodes"]
                   .size(),
               100001U);
+}
+
+TEST(PackageFile, SaysAllThatABlockCanHold) {
+    CRandomBlock random(5);
+    for (int turn = 0; turn < 1500; ++turn) {
+        const CStoredBytes block = random.Make();
+        StoredPackage package;
+        ASSERT_TRUE(ReadStoredPackage(block.bytes, package)) << turn;
+        EXPECT_EQ(WriteStoredPackage(package), block.bytes) << turn;
+        Json content;
+        EXPECT_EQ(RoundTrip(CStoredBytes().U32(1).Add(Framed(block)), &content), "templates");
+        EXPECT_FALSE(content["packages"][0].contains("raw")) << turn;
+    }
 }
 
 /// Good blocks with some bytes changed: they come back, or are refused.

@@ -44,9 +44,32 @@ const FaultCase faultCases[] = {
          PackageIn(j) = {{"raw", "1"}};
      },
      "packages[0].raw: pairs of hexadecimal digits are expected"},
-    {"BadRest", [](Json& j) { j["rest"] = "xx"; }, "rest: pairs of hexadecimal digits are expected"},
+    {"BadRest", [](Json& j) { j["form"] = "templates", j["rest"] = "xx"; },
+     "rest: pairs of hexadecimal digits are expected, in a file of templates"},
     {"BadCount", [](Json& j) { j["form"] = "templates", j["count"] = -1; },
-     "count: a number below 0 is expected, and no packages"},
+     "count: a number below 0 is expected, in a file of templates without packages"},
+    {"CountOfABlock", [](Json& j) { j["count"] = -1; },
+     "count: a number below 0 is expected, in a file of templates without packages"},
+    {"RestOfABlock", [](Json& j) { j["rest"] = "00"; },
+     "rest: pairs of hexadecimal digits are expected, in a file of templates"},
+    {"MisspeltInTheFile", [](Json& j) { j["rset"] = "00"; }, "rset: there is no such member"},
+    {"MisspeltInRaw",
+     [](Json& j) {
+         PackageIn(j) = {{"raw", "00"}, {"name", "A"}};
+     },
+     "packages[0].name: there is no such member"},
+    {"CountOfCompounds", [](Json& j) { PackageIn(j)["compoundCount"] = -1; },
+     "packages[0].compoundCount: only an empty list can have another count"},
+    {"CountOfReactions", [](Json& j) { PackageIn(j)["reactionCount"] = -1; },
+     "packages[0].reactionCount: only an empty list can have another count"},
+    {"TextOfOlderVersions", [](Json& j) { ReactionIn(j)["obsolete"] = "left over"; },
+     "packages[0].reactions[0].obsolete: only versions 0 and 1 have this text"},
+    {"BasisOfNewerVersions",
+     [](Json& j) {
+         PackageIn(j)["version"] = 1;
+         ReactionIn(j)["obsolete"] = nullptr;
+     },
+     "packages[0].reactions[0].equilibriumBasis: versions 0 and 1 have no basis"},
     {"MissingName", [](Json& j) { PackageIn(j).erase("name"); }, "packages[0].name: the member is missing"},
     {"Misspelt", [](Json& j) { PackageIn(j)["nmae"] = "x"; }, "packages[0].nmae: there is no such member"},
     {"NumberForText", [](Json& j) { PackageIn(j)["name"] = 1; }, "packages[0].name: an object is expected"},

@@ -125,14 +125,60 @@ TEST_F(Rekatool, NoticesAFileThatCanNotBeWritten) {
     }
 }
 
-TEST_F(Rekatool, TakesTextOfAnyDepth) {
-    std::string deep(1'000'000, '[');
-    files.entries[u"deep.json"] = {{deep.begin(), deep.end()}, 1};
-    EXPECT_EQ(Run({"import", "deep.json", "-o", "x"}), 2);
-    deep = "{\"packages\":" + deep + std::string(1'000'000, ']') + "}";
-    files.entries[u"deep.json"] = {{deep.begin(), deep.end()}, 1};
-    EXPECT_EQ(Run({"import", "deep.json", "-o", "x"}), 2);
-    EXPECT_EQ(err, "rekatool: deep.json: not what rekatool export writes\n");
+TEST_F(Rekatool, RefusesTextThatNestsWithoutEnd) {
+    const std::string open(1'000'000, '[');
+    const std::string close(1'000'000, ']');
+    const std::string head = "{\"rekatool\":1,\"form\":\"templates\",\"packages\":";
+    for (const std::string& deep : {open, head + open, head + open + close + "}", "{\"form\":" + open + close + "}"}) {
+        files.entries[u"deep.json"] = {{deep.begin(), deep.end()}, 1};
+        EXPECT_EQ(Run({"import", "deep.json", "-o", "x"}), 2);
+        EXPECT_EQ(err, "rekatool: deep.json: the text is nested too deeply\n");
+    }
+    EXPECT_FALSE(files.entries.contains(u"x"));
+}
+
+/// Sizes may have the number of an opening brace in them, which is no text for that.
+TEST_F(Rekatool, ChecksPackagesOfAnySize) {
+    CStoredBytes block = CStoredBytes().Wide(u"A").Wide(u"").Narrow(std::string(86, 'x'));
+    block.U32(0xFFFFFFFF).U32(3).U32(0).U32(0).U32(0);
+    ASSERT_EQ(block.bytes.size(), std::size_t{'{'});
+    Put(u"stream.dat", Framed(block));
+    Put(u"templates.dat", CStoredBytes().U32(1).Add(Framed(block)));
+    Put(u"block.dat", EmptyBlock(std::u16string('{', u'n')));
+    for (const char* const path : {"stream.dat", "templates.dat", "block.dat"}) {
+        EXPECT_EQ(Run({"check", path}), 2);
+        EXPECT_EQ(err, "");
+        EXPECT_NE(out.find(": fault: At least two compounds must be present\n"), std::string::npos);
+    }
+}
+
+TEST_F(Rekatool, TakesTextWithAByteOrderMark) {
+    Put(u"in.dat", EmptyBlock(u"A"));
+    EXPECT_EQ(Run({"export", "in.dat", "-o", "text.json"}), 0);
+    auto& text = files.entries[u"text.json"].bytes;
+    text.insert(text.begin(), {0xEF, 0xBB, 0xBF});
+    EXPECT_EQ(Run({"check", "text.json"}), 2);
+    EXPECT_EQ(out, "A: fault: At least two compounds must be present\n");
+    EXPECT_EQ(Run({"import", "text.json", "-o", "out.dat"}), 0) << err;
+    EXPECT_EQ(files.entries[u"out.dat"].bytes, EmptyBlock(u"A").bytes);
+}
+
+/// Some text, of which the first four bytes are a number below 0.
+TEST_F(Rekatool, WarnsOfAFileThatHardlyIsOne) {
+    Put(u"menu.txt", CStoredBytes().U8('C').U8('a').U8('f').U8(0xE9).U8('s').U8('!'));
+    EXPECT_EQ(Run({"check", "menu.txt"}), 1);
+    EXPECT_EQ(out, "file: warning: bytes behind the last template, which nothing reads: 2\n");
+}
+
+TEST_F(Rekatool, NoticesOutputThatGoesNowhere) {
+    Put(u"in.dat", EmptyBlock(u"A"));
+    for (const char* const command : {"export", "check"}) {
+        std::ostringstream outStream;
+        std::ostringstream errStream;
+        outStream.setstate(std::ios::badbit);
+        EXPECT_EQ(RunRekatool({command, "in.dat"}, outStream, errStream), 2);
+        EXPECT_EQ(errStream.str(), "rekatool: the output can't be written\n");
+    }
 }
 
 }  // namespace

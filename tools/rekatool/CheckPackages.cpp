@@ -19,11 +19,11 @@ namespace {
 
 using Definitions = std::vector<std::unique_ptr<reka::ReactionPackDefinition>>;
 
-/// Texts of several lines, on one.
+/// Texts of several lines, on one. Whatever else could lead a terminal astray is a blank as well.
 std::string OnOneLine(std::u16string_view text) {
     std::string line;
     for (const char character : reka::Utf8FromUtf16(text)) {
-        const bool isBlank = character == '\r' || character == '\n' || character == ' ';
+        const bool isBlank = static_cast<unsigned char>(character) <= ' ' || character == '\x7F';
         if (!isBlank) {
             line += character;
         } else if (!line.empty() && line.back() != ' ') {
@@ -107,11 +107,10 @@ private:
     void CheckReaction(reka::ReactionPackDefinition& definition, reka::ReactionDefinition& checked,
                        bool hasAllFormulas) {
         std::u16string errorText;
-        const Bytes stored[] = {FieldOf(checked.rateExpression.get()),
-                                FieldOf(checked.equilibriumConstantExpression.get()),
-                                FieldOf(checked.heatExpression.get())};
-        const bool hasStored[] = {checked.rateExpression != nullptr, checked.equilibriumConstantExpression != nullptr,
-                                  checked.heatExpression != nullptr};
+        const bool isKinetic = checked.type == reka::ReactionType::Kinetic;
+        auto& expression = isKinetic ? checked.rateExpression : checked.equilibriumConstantExpression;
+        const Bytes storedExpression = FieldOf(expression.get());
+        const Bytes storedHeat = FieldOf(checked.heatExpression.get());
         checked.DiscardExpressions();
         if (!reka::CheckPhase(checked, errorText)) Fault(errorText);
         if (hasAllFormulas && !reka::CheckElementBalance(definition, checked, *this, errorText)) Fault(errorText);
@@ -119,15 +118,24 @@ private:
         if (!reka::ParseTypeExpression(definition, checked, errorText)) Fault(errorText);
         if (!reka::ParseHeat(definition, checked, errorText)) Fault(errorText);
         reka::ConfirmHeatDependencies(checked, *this, errorText);
-        const reka::ExpressionRef* const fresh[] = {
-            checked.rateExpression.get(), checked.equilibriumConstantExpression.get(), checked.heatExpression.get()};
-        const char16_t* const names[] = {u"rate", u"equilibrium constant", u"heat of reaction"};
-        for (std::size_t i = 0; i < std::size(fresh); ++i) {
-            if (fresh[i] && hasStored[i] && FieldOf(fresh[i]) != stored[i]) {
-                Warn(u"the stored tree of the " + std::u16string(names[i]) + u" isn't what its text gives");
-            }
-        }
+        CompareTrees(storedExpression, expression.get(),
+                     isKinetic ? checked.rateEquation : checked.equilibriumConstantEquation,
+                     isKinetic ? u"rate" : u"equilibrium constant");
+        CompareTrees(storedHeat, checked.heatExpression.get(), checked.heatEquation, u"heat of reaction");
         CheckValues(definition, checked);
+    }
+
+    /// A loaded package calculates with what is stored, whatever its text says. A text that doesn't parse is a fault
+    /// already.
+    void CompareTrees(const Bytes& stored, const reka::ExpressionRef* fresh, const std::u16string& text,
+                      const std::u16string& what) {
+        const Bytes none = FieldOf(nullptr);
+        if ((!fresh && !text.empty()) || FieldOf(fresh) == stored) return;
+        if (stored == none) {
+            Warn(u"no tree is stored for the " + what + u", which can't be calculated until the package is edited");
+        } else {
+            Warn(u"the stored tree of the " + what + u" isn't what its text gives");
+        }
     }
 
     void CheckValues(reka::ReactionPackDefinition& definition, const reka::ReactionDefinition& checked) {
@@ -187,6 +195,11 @@ std::string TextOf(const Finding& finding) {
 
 std::vector<Finding> CheckPackages(const PackageFile& file) {
     std::vector<Finding> findings;
+    if (!file.rest.empty()) {
+        findings.push_back(
+            {"file", "", false,
+             "bytes behind the last template, which nothing reads: " + std::to_string(file.rest.size())});
+    }
     Definitions definitions;
     for (std::size_t i = 0; i < file.blocks.size(); ++i) {
         CPackageCheck check(findings, i);

@@ -10,7 +10,7 @@
 namespace rekatool {
 
 struct Finding {
-    std::string package;   // its name, or its place in the file where it has none
+    std::string package;   // its name, or its place in the file where it has none; "file" for what is in no package
     std::string reaction;  // empty for what concerns the whole package
     bool isFault = false;  // or a warning
     std::string text;      // on one line

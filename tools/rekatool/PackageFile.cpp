@@ -2,6 +2,9 @@
 
 #include "PackageFile.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 #include "Hexadecimal.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
@@ -54,8 +57,20 @@ Json JsonFromBlock(const Bytes& block) {
     return {{"raw", HexadecimalOf(block)}, {"reason", reason}};
 }
 
+/// False for a member that isn't known, which is a misspelt one.
+bool HasOnly(const Json& object, std::initializer_list<std::string_view> names, const std::string& path,
+             std::string& errorText) {
+    for (const auto& member : object.items()) {
+        if (std::find(names.begin(), names.end(), member.key()) != names.end()) continue;
+        errorText = path + member.key() + ": there is no such member";
+        return false;
+    }
+    return true;
+}
+
 bool BlockFromJson(const Json& content, const std::string& path, Bytes& block, std::string& errorText) {
     if (content.is_object() && content.contains("raw")) {
+        if (!HasOnly(content, {"raw", "reason"}, path + ".", errorText)) return false;
         if (content["raw"].is_string() && BytesOf(content["raw"].get_ref<const std::string&>(), block)) return true;
         errorText = path + ".raw: pairs of hexadecimal digits are expected";
         return false;
@@ -64,6 +79,51 @@ bool BlockFromJson(const Json& content, const std::string& path, Bytes& block, s
     if (!PackageFromJson(content, path, package, errorText)) return false;
     block = WriteStoredPackage(package);
     return true;
+}
+
+bool FormFromJson(const Json& content, PackageFile& file, std::string& errorText) {
+    const Json form = content.value("form", Json());
+    for (std::size_t i = 0; i < std::size(formNames); ++i) {
+        if (form != formNames[i]) continue;
+        file.form = static_cast<FileForm>(i);
+        return true;
+    }
+    errorText = "form: \"templates\", \"block\" or \"stream\" is expected";
+    return false;
+}
+
+bool BlocksFromJson(const Json& content, PackageFile& file, std::string& errorText) {
+    if (!content.contains("packages") || !content["packages"].is_array()) {
+        errorText = "packages: a list is expected";
+        return false;
+    }
+    const Json& packages = content["packages"];
+    for (std::size_t i = 0; i < packages.size(); ++i) {
+        const std::string path = "packages[" + std::to_string(i) + "]";
+        if (!BlockFromJson(packages[i], path, file.blocks.emplace_back(), errorText)) return false;
+    }
+    file.count = static_cast<std::int32_t>(file.blocks.size());
+    if (file.form == FileForm::Templates || file.blocks.size() == 1) return true;
+    errorText = "packages: one package is expected";
+    return false;
+}
+
+/// The count where it isn't that of the packages, and what stands behind the last one.
+bool FrameFromJson(const Json& content, PackageFile& file, std::string& errorText) {
+    const bool isTemplates = file.form == FileForm::Templates;
+    if (content.contains("count")) {
+        const Json& count = content["count"];
+        if (!count.is_number_integer() || count >= 0 || count < INT32_MIN || !file.blocks.empty()) {
+            errorText = "count: a number below 0 is expected, in a file of templates without packages";
+            return false;
+        }
+        file.count = count.get<std::int32_t>();
+    }
+    if (!content.contains("rest")) return true;
+    const Json& rest = content["rest"];
+    if (isTemplates && rest.is_string() && BytesOf(rest.get_ref<const std::string&>(), file.rest)) return true;
+    errorText = "rest: pairs of hexadecimal digits are expected, in a file of templates";
+    return false;
 }
 
 }  // namespace
@@ -109,38 +169,13 @@ Json JsonFromFile(const PackageFile& file) {
 
 bool FileFromJson(const Json& content, PackageFile& file, std::string& errorText) {
     file = PackageFile();
-    const auto fail = [&errorText](const char* reason) {
-        errorText = reason;
+    if (!content.is_object() || content.value("rekatool", Json()) != 1) {
+        errorText = "not what rekatool export writes";
         return false;
-    };
-    if (!content.is_object() || content.value("rekatool", Json()) != 1) return fail("not what rekatool export writes");
-    const Json form = content.value("form", Json());
-    bool isKnown = false;
-    for (std::size_t i = 0; i < std::size(formNames); ++i) {
-        if (form != formNames[i]) continue;
-        file.form = static_cast<FileForm>(i);
-        isKnown = true;
     }
-    if (!isKnown) return fail("form: \"templates\", \"block\" or \"stream\" is expected");
-    const Json packages = content.value("packages", Json());
-    if (!packages.is_array()) return fail("packages: a list is expected");
-    for (std::size_t i = 0; i < packages.size(); ++i) {
-        const std::string path = "packages[" + std::to_string(i) + "]";
-        if (!BlockFromJson(packages[i], path, file.blocks.emplace_back(), errorText)) return false;
-    }
-    if (file.form != FileForm::Templates && file.blocks.size() != 1) return fail("packages: one package is expected");
-    file.count = static_cast<std::int32_t>(file.blocks.size());
-    if (content.contains("count")) {
-        const Json& count = content["count"];
-        if (!count.is_number_integer() || count >= 0 || count < INT32_MIN || !file.blocks.empty()) {
-            return fail("count: a number below 0 is expected, and no packages");
-        }
-        file.count = count.get<std::int32_t>();
-    }
-    if (!content.contains("rest")) return true;
-    const Json& rest = content["rest"];
-    if (rest.is_string() && BytesOf(rest.get_ref<const std::string&>(), file.rest)) return true;
-    return fail("rest: pairs of hexadecimal digits are expected");
+    return HasOnly(content, {"rekatool", "form", "count", "packages", "rest"}, "", errorText) &&
+           FormFromJson(content, file, errorText) && BlocksFromJson(content, file, errorText) &&
+           FrameFromJson(content, file, errorText);
 }
 
 }  // namespace rekatool

@@ -35,7 +35,8 @@ Bytes WritePackageFile(const PackageFile& file);
 /// The readable form of a file. What of a block it can't say exactly is given as raw bytes, so the way back always
 /// leads to the same file.
 Json JsonFromFile(const PackageFile& file);
-/// The way back. False with the path of the member and what is wrong with it in `errorText`.
+/// The way back. False with the path of the member and what is wrong with it in `errorText`. Recurses along the nesting
+/// of `content`, which ParseReadable limits.
 bool FileFromJson(const Json& content, PackageFile& file, std::string& errorText);
 
 /// The readable form of one block, and back.

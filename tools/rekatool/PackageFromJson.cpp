@@ -69,7 +69,9 @@ public:
     std::uint32_t Word() const {
         return static_cast<std::uint32_t>(Integer(0, std::numeric_limits<std::uint32_t>::max()));
     }
-    std::int32_t CountBelowZero() const {
+    /// A count that stands in for that of an empty list.
+    std::int32_t CountBelowZero(std::size_t listed) const {
+        if (listed > 0) Fail("only an empty list can have another count");
         return static_cast<std::int32_t>(Integer(std::numeric_limits<std::int32_t>::min(), -1));
     }
     double Number() const {
@@ -206,7 +208,11 @@ StoredReaction ReadReaction(const CValue& value, const StoredPackage& package,
     StoredReaction reaction;
     reaction.id = ReadWide(value.Member("id"));
     reaction.phase = ReadWide(value.Member("phase"));
-    if (package.version < 2) reaction.obsolete = ReadWide(value.Member("obsolete"));
+    if (package.version < 2) {
+        reaction.obsolete = ReadWide(value.Member("obsolete"));
+    } else if (value.Has("obsolete")) {
+        value.Member("obsolete").Fail("only versions 0 and 1 have this text");
+    }
     reaction.type = value.Member("type").WordOf(typeWords);
     reaction.rateBasis = value.Member("rateBasis").WordOf(rateBasisWords);
     reaction.rateEquation = ReadNarrow(value.Member("rateEquation"));
@@ -224,6 +230,8 @@ StoredReaction ReadReaction(const CValue& value, const StoredPackage& package,
     reaction.heatTree = ReadTree(value, heatTreeMember, reaction.heatEquation, definition);
     if (package.version >= 2) {
         reaction.equilibriumBasis = value.Member("equilibriumBasis").WordOf(equilibriumBasisWords);
+    } else if (value.Has("equilibriumBasis")) {
+        value.Member("equilibriumBasis").Fail("versions 0 and 1 have no basis");
     }
     return reaction;
 }
@@ -244,8 +252,8 @@ StoredPackage ReadPackage(const CValue& value) {
         package.compounds.push_back(ReadCompound(compound));
     });
     package.compoundCount = static_cast<std::int32_t>(package.compounds.size());
-    if (value.Has("compoundCount") && package.compounds.empty()) {
-        package.compoundCount = value.Member("compoundCount").CountBelowZero();
+    if (value.Has("compoundCount")) {
+        package.compoundCount = value.Member("compoundCount").CountBelowZero(package.compounds.size());
     }
     reka::ReactionPackDefinition definition(nullptr);
     AddCompounds(package, definition);
@@ -253,8 +261,8 @@ StoredPackage ReadPackage(const CValue& value) {
         package.reactions.push_back(ReadReaction(reaction, package, definition));
     });
     package.reactionCount = static_cast<std::int32_t>(package.reactions.size());
-    if (value.Has("reactionCount") && package.reactions.empty()) {
-        package.reactionCount = value.Member("reactionCount").CountBelowZero();
+    if (value.Has("reactionCount")) {
+        package.reactionCount = value.Member("reactionCount").CountBelowZero(package.reactions.size());
     }
     return package;
 }

@@ -8,6 +8,7 @@
 
 #include "CheckPackages.h"
 #include "PackageFile.h"
+#include "ParseReadable.h"
 #include "platform/Files.h"
 #include "platform/Utf8.h"
 
@@ -49,22 +50,18 @@ void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {
     }
 }
 
-bool IsReadable(const Bytes& bytes) {
-    const auto first = std::find_if(bytes.begin(), bytes.end(), [](std::uint8_t byte) { return byte > ' '; });
-    return first != bytes.end() && *first == '{';
+/// Lines that went nowhere, as on a full disk, must not look like a good end.
+void Finish(std::ostream& out) {
+    out.flush();
+    if (!out) throw ToolFailure{"the output can't be written"};
 }
 
 PackageFile ReadReadable(const std::string& path, const Bytes& bytes) {
     PackageFile file;
     std::string errorText;
     Json content;
-    try {
-        content = Json::parse(bytes.begin(), bytes.end());
-    } catch (const Json::exception& error) {
-        throw ToolFailure{path + ": " + error.what()};
-    }
-    if (!FileFromJson(content, file, errorText)) throw ToolFailure{path + ": " + errorText};
-    return file;
+    if (ParseReadable(bytes, content, errorText) && FileFromJson(content, file, errorText)) return file;
+    throw ToolFailure{path + ": " + errorText};
 }
 
 PackageFile ReadPackages(const std::string& path, const Bytes& bytes) {
@@ -82,6 +79,7 @@ int Export(const Options& options, std::ostream& out) {
     }
     if (options.outputPath.empty()) {
         out << text;
+        Finish(out);
     } else {
         WriteFile(options.outputPath, textBytes);
     }
@@ -102,6 +100,7 @@ int Check(const Options& options, std::ostream& out) {
         out << TextOf(finding) << "\n";
         status = std::max(status, finding.isFault ? 2 : 1);
     }
+    Finish(out);
     return status;
 }
 
