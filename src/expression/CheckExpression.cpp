@@ -49,6 +49,8 @@ constexpr const char16_t* nodeWords[] = {
 };
 static_assert(std::size(nodeWords) == nodeKindCount);
 
+constexpr std::int32_t scalarKindCount = static_cast<std::int32_t>(NodeKind::Mod) + 1;  // behind it: what is read
+
 // A function comes from the grammar with one argument, the list of its real ones. The node takes those over.
 void DissolveList(ExpressionNode& node) {
     if (node.argumentCount != 1 || !node.arguments[0]) return;
@@ -65,11 +67,12 @@ bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* rea
     return false;
 }
 
-// The number of arguments that the kind asks for; false with a line when the node has another number.
-bool CheckArgumentCount(const ExpressionNode& node, std::u16string& errorText) {
+// The number of arguments that the kind asks for; false with a line when the node has another number, or when its kind
+// isn't one of the first `kindCount`.
+bool CheckArgumentCount(const ExpressionNode& node, std::int32_t kindCount, std::u16string& errorText) {
     const auto number = static_cast<std::int32_t>(node.kind);
     if (node.kind == NodeKind::Failed) return true;
-    if (number < 0 || number >= nodeKindCount) {
+    if (number < 0 || number >= kindCount) {
         return Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
     }
     if (node.kind == NodeKind::ExpressionList) return Refuse(errorText, u"", u"unexpected expression list\r\n");
@@ -115,11 +118,11 @@ void ReadMolecularWeight(ExpressionNode& node, const ReactionPackDefinition& def
     node.value = definition.compounds[static_cast<std::size_t>(index)]->molecularWeight;
 }
 
-// Checks and folds one node whose arguments have been seen to.
-void CheckNode(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
-    if (!CheckArgumentCount(node, errorText)) return;
+// Checks and folds one node whose arguments have been seen to. Without a definition there is no material either.
+void CheckNode(ExpressionNode& node, const ReactionPackDefinition* definition, std::u16string& errorText) {
+    if (!CheckArgumentCount(node, definition ? nodeKindCount : scalarKindCount, errorText)) return;
     if (node.kind == NodeKind::MolecularWeight) {
-        ReadMolecularWeight(node, definition, errorText);
+        ReadMolecularWeight(node, *definition, errorText);
         return;
     }
     if (OperandCount(node.kind) == 0) return;
@@ -131,9 +134,7 @@ void CheckNode(ExpressionNode& node, const ReactionPackDefinition& definition, s
     FoldConstants(node);
 }
 
-}  // namespace
-
-void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
+void CheckTree(ExpressionNode& node, const ReactionPackDefinition* definition, std::u16string& errorText) {
     struct Visit {
         ExpressionNode* node;
         std::int32_t nextArgument;
@@ -153,6 +154,16 @@ void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definit
             visits.Pop();
         }
     }
+}
+
+}  // namespace
+
+void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText) {
+    CheckTree(node, &definition, errorText);
+}
+
+void CheckScalarExpression(ExpressionNode& node, std::u16string& errorText) {
+    CheckTree(node, nullptr, errorText);
 }
 
 }  // namespace reka

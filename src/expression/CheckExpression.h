@@ -17,4 +17,8 @@ namespace reka {
 /// right with arguments before their parent. `definition` gives the molecular weight of a compound.
 void CheckExpression(ExpressionNode& node, const ReactionPackDefinition& definition, std::u16string& errorText);
 
+/// The same for the text of a numeric field, which has no material behind it: the kinds that read one are refused. What
+/// passes is one real constant.
+void CheckScalarExpression(ExpressionNode& node, std::u16string& errorText);
+
 }  // namespace reka

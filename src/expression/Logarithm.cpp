@@ -56,9 +56,9 @@ constexpr std::uint64_t upperHalfMask = ~((std::uint64_t{1} << 27) - 1);
 // log(1 + r) - r + r^2 / 2, for |r| up to 1/128. Pairs of terms, since a sum from the last term on has to wait longer.
 double SeriesFromTheCube(double r) {
     const double square = r * r;
-    const double near = (1.0 / 3 - r * (1.0 / 4)) + square * (1.0 / 5 - r * (1.0 / 6));
-    const double far = (1.0 / 7 - r * (1.0 / 8)) + square * (1.0 / 9 - r * (1.0 / 10));
-    return r * square * (near + square * square * far);
+    const double nearTerms = (1.0 / 3 - r * (1.0 / 4)) + square * (1.0 / 5 - r * (1.0 / 6));
+    const double farTerms = (1.0 / 7 - r * (1.0 / 8)) + square * (1.0 / 9 - r * (1.0 / 10));
+    return r * square * (nearTerms + square * square * farTerms);
 }
 
 }  // namespace

@@ -7,7 +7,6 @@
 #include <string_view>
 
 #include "expression/ExpressionNode.h"
-#include "expression/ReactionExpressionParser.h"
 #include "package/Definition.h"
 
 namespace reka {
@@ -22,9 +21,5 @@ namespace reka {
 /// One parse runs at a time in the process; a thread that is in one already does not wait.
 ExpressionTree ParseExpression(const ReactionPackDefinition& definition, std::u16string_view text,
                                std::u16string& errorText, std::int32_t* position);
-
-/// The one node that a parse without errors leaves in the pool. With a second one there the parse has failed: null, and
-/// a line in the error buffer.
-ExpressionTree TakeParsedNode(ReactionExpressionParser& parser);
 
 }  // namespace reka

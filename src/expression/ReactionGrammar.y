@@ -81,27 +81,15 @@ static_assert(END == reka::token::endOfInput && REALNUM == reka::token::realNumb
               F == reka::token::f && C == reka::token::c && X == reka::token::x);
 
 static int reka_reaction_lex(YYSTYPE* value, reka::ReactionExpressionParser& parser) noexcept {
-    if (parser.isOutOfMemory) return END;
-    try {
-        const int code = parser.ReadToken();
-        if (code == REALNUM) value->REALNUM = parser.tokenValue.number;
-        if (code == FUNCNAME) value->FUNCNAME = parser.tokenValue.index;
-        if (code == COMPONENT) value->COMPONENT = parser.tokenValue.index;
-        return code;
-    } catch (const std::bad_alloc&) {
-        parser.isOutOfMemory = true;
-        return END;
-    }
+    const int code = parser.ReadTokenForGrammar();
+    if (code == REALNUM) value->REALNUM = parser.tokenValue.number;
+    if (code == FUNCNAME) value->FUNCNAME = parser.tokenValue.index;
+    if (code == COMPONENT) value->COMPONENT = parser.tokenValue.index;
+    return code;
 }
 
 static void reka_reaction_error(reka::ReactionExpressionParser& parser, const char* message) noexcept {
-    if (parser.isOutOfMemory) return;
-    try {
-        const std::string_view text(message);
-        parser.ReportParseError(std::u16string(text.begin(), text.end()));
-    } catch (const std::bad_alloc&) {
-        parser.isOutOfMemory = true;
-    }
+    parser.ReportGrammarError(message);
 }
 
 void reka::RunReactionGrammar(ReactionExpressionParser& parser) {

@@ -176,6 +176,25 @@ TEST_P(FunctionWords, StandInTheLineOfAWrongCount) {
 INSTANTIATE_TEST_SUITE_P(Table, FunctionWords, testing::ValuesIn(functionCases),
                          [](const auto& row) { return std::string(row.param.word); });
 
+// In a numeric field there is no material: the kinds behind the functions are unknown.
+TEST(CheckScalarExpression, RefusesWhatReadsAMaterial) {
+    for (std::int32_t kind = static_cast<std::int32_t>(NodeKind::Pressure); kind <= nodeKindCount; ++kind) {
+        const ExpressionTree node = MakeNode(static_cast<NodeKind>(kind));
+        std::u16string errorText;
+        CheckScalarExpression(*node, errorText);
+        EXPECT_EQ(Utf8FromUtf16(errorText), "internal error: unknown expression type\r\n") << kind;
+    }
+}
+
+TEST(CheckScalarExpression, FoldsWhatItAccepts) {
+    const ExpressionTree tree = MakeNode(NodeKind::Multiplication, MakeCall(NodeKind::Sqrt, MakeConstant(4)),
+                                         MakeCall(NodeKind::Mod, MakeConstant(9), MakeConstant(5)));
+    std::u16string errorText;
+    CheckScalarExpression(*tree, errorText);
+    EXPECT_EQ(Show(tree.get()), "8");
+    EXPECT_EQ(errorText, u"");
+}
+
 class DeepChecks : public testing::TestWithParam<DeepShape> {};
 
 TEST_P(DeepChecks, FoldAMillionLevelsOnASmallStack) {

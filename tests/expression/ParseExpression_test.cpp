@@ -11,6 +11,8 @@
 
 #include "expression/EvaluateExpression.h"
 #include "expression/ExpressionBuilders.h"
+#include "expression/FinishParse.h"
+#include "expression/ReactionExpressionParser.h"
 #include "platform/Utf8.h"
 #include "support/AllocationCounter.h"
 #include "support/SmallStack.h"

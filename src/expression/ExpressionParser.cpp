@@ -1,7 +1,7 @@
-// The actions of the reaction grammar. The generated parser is C at heart and frees nothing when an exception passes
-// through it, so the actions keep a shortage of memory to themselves and the driver raises it afterwards.
+// The actions of the grammars. A generated parser is C at heart and frees nothing when an exception passes through it,
+// so the actions keep a shortage of memory to themselves and the driver raises it afterwards.
 
-#include "expression/ReactionExpressionParser.h"
+#include "expression/ExpressionParser.h"
 
 #include <new>
 
@@ -18,7 +18,7 @@ ExpressionTree NewNode(NodeKind kind) {
 }
 
 template <class Action>
-PoolSlot RunAction(ReactionExpressionParser& parser, const Action& action) noexcept {
+PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
     if (parser.isOutOfMemory) return noSlot;
     try {
         return action();
@@ -30,15 +30,19 @@ PoolSlot RunAction(ReactionExpressionParser& parser, const Action& action) noexc
 
 }  // namespace
 
-ReactionExpressionParser::ReactionExpressionParser(const ReactionPackDefinition& definition, std::u16string_view text)
-    : source(text.substr(0, text.find(u'\0'))), compounds(definition) {}
-
-void ReactionExpressionParser::ReportParseError(std::u16string_view message) {
+void ExpressionParser::ReportParseError(std::u16string_view message) {
     errorBuffer += message;
     errorBuffer += u"\r\n";
 }
 
-PoolSlot ReactionExpressionParser::MakeConstant(double value) noexcept {
+void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
+    RunAction(*this, [&] {
+        ReportParseError(std::u16string(message.begin(), message.end()));
+        return noSlot;
+    });
+}
+
+PoolSlot ExpressionParser::MakeConstant(double value) noexcept {
     return RunAction(*this, [&] {
         ExpressionTree node = NewNode(NodeKind::RealConstant);
         node->value = value;
@@ -46,11 +50,11 @@ PoolSlot ReactionExpressionParser::MakeConstant(double value) noexcept {
     });
 }
 
-PoolSlot ReactionExpressionParser::MakeNode(NodeKind kind) noexcept {
+PoolSlot ExpressionParser::MakeNode(NodeKind kind) noexcept {
     return RunAction(*this, [&] { return pool.PoolAdd(NewNode(kind)); });
 }
 
-PoolSlot ReactionExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept {
+PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept {
     return RunAction(*this, [&] {
         ExpressionTree node = NewNode(kind);
         node->compoundIndex = compoundIndex;
@@ -58,11 +62,11 @@ PoolSlot ReactionExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t 
     });
 }
 
-PoolSlot ReactionExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
+PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
     return MakeOperation(FunctionTable[functionRow].kind, argumentList);
 }
 
-PoolSlot ReactionExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {
+PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {
     return RunAction(*this, [&] {
         ExpressionTree node = NewNode(kind);
         AddArgument(*node, pool.PoolRemove(operand));
@@ -70,7 +74,7 @@ PoolSlot ReactionExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand
     });
 }
 
-PoolSlot ReactionExpressionParser::MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept {
+PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept {
     return RunAction(*this, [&] {
         ExpressionTree node = NewNode(kind);
         AddArgument(*node, pool.PoolRemove(left));
@@ -79,7 +83,7 @@ PoolSlot ReactionExpressionParser::MakeOperation(NodeKind kind, PoolSlot left, P
     });
 }
 
-PoolSlot ReactionExpressionParser::AppendArgument(PoolSlot list, PoolSlot argument) noexcept {
+PoolSlot ExpressionParser::AppendArgument(PoolSlot list, PoolSlot argument) noexcept {
     return RunAction(*this, [&] {
         AddArgument(pool.NodeAt(list), pool.PoolRemove(argument));
         return list;

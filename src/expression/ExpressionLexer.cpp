@@ -1,0 +1,266 @@
+// The lexer of expressions. It splits the text, computes numbers by a recipe that decides the last bits of every
+// constant, and resolves each word on the spot, so that no name goes further than this.
+//
+// A character that ends a number or a word is given back, unless it is a tab, a blank or a CR. The CR is no blank
+// anywhere else: "T\r+1" is fine, while "\rT" and every LF are invalid.
+
+#include "expression/ExpressionLexer.h"
+
+#include <charconv>
+#include <cmath>
+#include <new>
+#include <string>
+
+#include "expression/CompoundLookup.h"
+#include "expression/FunctionTable.h"
+#include "expression/PowersOfTen.h"
+
+namespace reka {
+
+namespace {
+
+// Compared after the function table and before the words of one language.
+constexpr std::u16string_view piWord = u"PI";
+constexpr std::u16string_view gasConstantWord = u"R";
+
+bool IsDigit(char16_t character) {
+    return character >= u'0' && character <= u'9';
+}
+
+bool StartsWord(char16_t character) {
+    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z') || character == u'_';
+}
+
+bool ContinuesWord(char16_t character) {
+    return StartsWord(character) || IsDigit(character);
+}
+
+// Ten times `value` plus `digit`. A sum beyond 64 bits wraps silently, as it always has: documents hold such constants.
+std::int64_t AppendDigit(std::int64_t value, std::int64_t digit) {
+    return static_cast<std::int64_t>(static_cast<std::uint64_t>(value) * 10u + static_cast<std::uint64_t>(digit));
+}
+
+// The same for a double: digits beyond its precision are rounded, and hundreds of them make an infinity.
+double AppendDigit(double value, double digit) {
+    return value * 10.0 + digit;
+}
+
+// `value` in decimal, or in the general format; the host's locale has no part in it.
+template <class Number, class... Format>
+std::u16string Describe(const char16_t* what, Number value, Format... format) {
+    char text[32];
+    char* const end = std::to_chars(text, text + sizeof text, value, format...).ptr;
+    return std::u16string(what).append(text, end);
+}
+
+std::u16string DescribeInteger(std::int64_t value) {
+    return Describe(u"integer ", value);
+}
+
+std::u16string DescribeInteger(double value) {
+    return Describe(u"integer ", value, std::chars_format::general, 1);
+}
+
+}  // namespace
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadToken() {
+    while (!IsAtEnd() && (source[position] == u'\t' || source[position] == u' ')) ++position;
+    if (IsAtEnd()) return EndOfInput();
+    const char16_t first = ReadCharacter();
+    if (StartsWord(first)) return ReadWord();
+    if (IsDigit(first)) return ReadNumber(first);
+    switch (first) {
+        case u'"':
+            return ReadQuotedName();
+        case u'.':
+            return ReadNumberFromDot();
+        case u'(':
+        case u')':
+        case u'*':
+        case u'+':
+        case u',':
+        case u'-':
+        case u'/':
+        case u'^':
+            tokenDescription = first;
+            return first;
+        default:
+            break;
+    }
+    const std::u16string message = std::u16string(u"invalid character: '") + first + u"'";
+    return Fail(message, message);
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadTokenForGrammar() noexcept {
+    if (isOutOfMemory) return token::endOfInput;
+    try {
+        return ReadToken();
+    } catch (const std::bad_alloc&) {
+        isOutOfMemory = true;
+        return token::endOfInput;
+    }
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::EndOfInput() {
+    tokenDescription = u"end of input";
+    return token::endOfInput;
+}
+
+// Whatever is wrong with a token, the parser sees the end of the text and stops there.
+template <class Whole>
+int ExpressionLexer<Whole>::Fail(std::u16string_view description, std::u16string_view message) {
+    tokenDescription = description;
+    ReportParseError(message);
+    return token::endOfInput;
+}
+
+// Behind the last character of a number or word: the blanks that close it are consumed with it.
+template <class Whole>
+void ExpressionLexer<Whole>::EndToken() {
+    if (IsAtEnd()) return;
+    const char16_t end = source[position];
+    if (end == u'\t' || end == u'\r' || end == u' ') ++position;
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadWord() {
+    const std::size_t start = position - 1;
+    while (!IsAtEnd() && ContinuesWord(source[position])) ++position;
+    const std::u16string_view word = source.substr(start, position - start);
+    EndToken();
+    return ResolveWord(word);
+}
+
+// Quotes are for compound names with blanks, hyphens and the like; "T" in quotes is still the temperature.
+template <class Whole>
+int ExpressionLexer<Whole>::ReadQuotedName() {
+    const std::size_t end = source.find(u'"', position);
+    if (end == std::u16string_view::npos) {
+        position = source.size();
+        return Fail(u"end of input", u"missing closing quote");
+    }
+    const std::u16string_view name = source.substr(position, end - position);
+    position = end + 1;
+    return ResolveWord(name);
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ResolveWord(std::u16string_view word) {
+    tokenDescription = UpperCase(word);
+    for (std::int32_t row = 0; row < functionCount; ++row) {
+        if (FunctionTable[row].name != tokenDescription) continue;
+        tokenValue.index = row;
+        return token::functionName;
+    }
+    if (piWord == tokenDescription) return token::pi;
+    if (gasConstantWord == tokenDescription) return token::r;
+    if (const int code = FindOtherWord(tokenDescription); code != token::endOfInput) return code;
+    ReportParseError(u"unknown token " + tokenDescription);
+    return token::endOfInput;
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadNumber(char16_t firstDigit) {
+    Whole value = firstDigit - u'0';
+    while (!IsAtEnd() && IsDigit(source[position])) value = AppendDigit(value, Whole(ReadCharacter() - u'0'));
+    if (!IsAtEnd()) {
+        switch (source[position]) {
+            case u'e':
+            case u'E':
+                ++position;
+                return ReadExponent(static_cast<double>(value));
+            case u'.':
+                ++position;
+                return ReadFraction(static_cast<double>(value));
+            default:
+                EndToken();
+                break;
+        }
+    }
+    return FinishInteger(value);
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadNumberFromDot() {
+    if (IsAtEnd()) return Fail(u"end of input", u"unexpected end of input while reading number");
+    if (IsDigit(source[position])) return ReadFraction(0.0);
+    ++position;
+    return Fail(u". (dot)", u"expected number to follow decimal point");
+}
+
+// Summed digit by digit and not rounded once: 0.3 must read as 3 * 0.1, as it does in packages already stored.
+template <class Whole>
+int ExpressionLexer<Whole>::ReadFraction(double value) {
+    double scale = 0.1;
+    while (!IsAtEnd() && IsDigit(source[position])) {
+        value += (ReadCharacter() - u'0') * scale;
+        scale *= 0.1;
+    }
+    if (!IsAtEnd()) {
+        if (source[position] == u'e' || source[position] == u'E') {
+            ++position;
+            return ReadExponent(value);
+        }
+        EndToken();
+    }
+    return FinishReal(value);
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadExponent(double value) {
+    constexpr std::u16string_view endMessage = u"unexpected end of input in real number";
+    if (IsAtEnd()) return Fail(u"end of input", endMessage);
+    const char16_t first = source[position];
+    if (IsDigit(first)) return ReadExponentDigits(value, false);
+    if (first != u'+' && first != u'-') {
+        ReportParseError(u"syntax error in real number, missing exponent");
+        EndToken();
+        return FinishReal(value);
+    }
+    ++position;
+    if (IsAtEnd()) return Fail(u"end of input", endMessage);
+    if (IsDigit(source[position])) return ReadExponentDigits(value, first == u'-');
+    ReportParseError(u"syntax error in real number, expected digit");
+    EndToken();
+    return FinishReal(value);
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::ReadExponentDigits(double value, bool isNegative) {
+    while (!IsAtEnd() && source[position] == u'0') ++position;
+    if (IsAtEnd() || !IsDigit(source[position])) {  // 1e0 is 1, with no multiplication
+        EndToken();
+        return FinishReal(value);
+    }
+    Whole exponent = ReadCharacter() - u'0';
+    if (isNegative) exponent = -exponent;
+    while (!IsAtEnd() && IsDigit(source[position])) {
+        const Whole digit = ReadCharacter() - u'0';
+        exponent = AppendDigit(exponent, exponent < 0 ? -digit : digit);
+    }
+    EndToken();
+    return FinishReal(value * PowerOfTen(static_cast<double>(exponent)));
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::FinishInteger(Whole value) {
+    tokenValue.number = static_cast<double>(value);
+    tokenDescription = DescribeInteger(value);
+    return token::realNumber;
+}
+
+template <class Whole>
+int ExpressionLexer<Whole>::FinishReal(double value) {
+    tokenValue.number = value;
+    tokenDescription = Describe(u"real value ", value, std::chars_format::general, 6);
+    if (!std::isfinite(value)) ReportParseError(u"Overflow in constant");  // 0e999 too, which is a NaN
+    return token::realNumber;
+}
+
+template struct ExpressionLexer<std::int64_t>;
+template struct ExpressionLexer<double>;
+
+}  // namespace reka

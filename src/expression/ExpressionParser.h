@@ -1,0 +1,61 @@
+// What the parsers of reaction expressions and of numeric fields have in common: the state of one parse, shared by
+// lexer, grammar and driver, and the actions of the grammars.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "expression/ExpressionPool.h"
+
+namespace reka {
+
+/// The codes of the tokens that both grammars declare. A token of a single character has the character as its code.
+namespace token {
+constexpr int endOfInput = 0;
+constexpr int realNumber = 258;
+constexpr int functionName = 259;
+constexpr int pi = 261;
+constexpr int r = 262;
+}  // namespace token
+
+/// What a token carries besides its code.
+union TokenValue {
+    double number;       // of a number
+    std::int32_t index;  // of a function: row of `FunctionTable`; of a compound: index into `compounds`
+};
+
+struct ExpressionParser {
+    /// The expression is `text` up to its first zero character. `text` outlives the parser.
+    explicit ExpressionParser(std::u16string_view text) : source(text.substr(0, text.find(u'\0'))) {}
+
+    /// Adds `message` and a line end to `errorBuffer`. Every message of lexer and grammar goes through here.
+    void ReportParseError(std::u16string_view message);
+
+    // The actions of the grammar. Each makes a node that the pool owns and gives its slot; a slot that goes in is
+    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set, and from
+    // then on the actions do nothing.
+    PoolSlot MakeConstant(double value) noexcept;
+    PoolSlot MakeNode(NodeKind kind) noexcept;
+    PoolSlot MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
+    PoolSlot MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept;
+    PoolSlot MakeOperation(NodeKind kind, PoolSlot operand) noexcept;
+    PoolSlot MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept;
+    /// Appends `argument` to the list in `list`, and gives `list`.
+    PoolSlot AppendArgument(PoolSlot list, PoolSlot argument) noexcept;
+
+    /// A message of the generated parser, which lets no exception through.
+    void ReportGrammarError(std::string_view message) noexcept;
+
+    std::u16string_view source;
+    std::size_t position = 0;  // of the next character
+    TokenValue tokenValue{};
+    std::u16string tokenDescription;  // of the token read last, for diagnostics
+    std::u16string errorBuffer;
+    ExpressionPool pool;
+    bool isOutOfMemory = false;  // no exception may pass through the generated parser
+};
+
+}  // namespace reka

@@ -1,0 +1,50 @@
+// The system's mutexes.
+
+#include "platform/NamedMutex.h"
+
+#include <windows.h>
+
+namespace reka {
+
+namespace {
+
+class CSystemMutex final : public INamedMutex {
+public:
+    explicit CSystemMutex(const char16_t* name)
+        : handle(CreateMutexW(nullptr, FALSE, reinterpret_cast<const wchar_t*>(name))) {}
+    CSystemMutex(const CSystemMutex&) = delete;
+    CSystemMutex& operator=(const CSystemMutex&) = delete;
+    ~CSystemMutex() override {
+        if (handle) CloseHandle(handle);
+    }
+    bool IsOpen() const { return handle != nullptr; }
+
+    bool Wait() noexcept override {
+        const DWORD outcome = WaitForSingleObject(handle, INFINITE);
+        return outcome == WAIT_OBJECT_0 || outcome == WAIT_ABANDONED;
+    }
+    void Release() noexcept override { ReleaseMutex(handle); }
+
+private:
+    const HANDLE handle;
+};
+
+class CSystemMutexes final : public INamedMutexes {
+public:
+    std::unique_ptr<INamedMutex> Open(const char16_t* name) override {
+        auto mutex = std::make_unique<CSystemMutex>(name);
+        if (!mutex->IsOpen()) return nullptr;
+        return mutex;
+    }
+};
+
+// Not local to its function: the runtime's guard would hold handles that stay when the module is unloaded.
+CSystemMutexes mutexes;
+
+}  // namespace
+
+INamedMutexes& SystemMutexes() {
+    return mutexes;
+}
+
+}  // namespace reka
