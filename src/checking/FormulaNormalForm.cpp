@@ -2,9 +2,9 @@
 
 #include "checking/FormulaNormalForm.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <map>
 #include <utility>
 #include <vector>
 
@@ -17,8 +17,34 @@ namespace {
 
 constexpr double countTolerance = 1e-6;  // a count this near to 1 is 1
 
-/// Counts by symbol. Sorted, which is the order of the normal form.
-using ElementCounts = std::map<std::u16string, double, std::less<>>;
+struct ElementCount {
+    std::u16string_view symbol;
+    double count;
+};
+
+/// One of each symbol, sorted, which is the order of the normal form. A plain row, since a group of hundreds of symbols
+/// may stand in a hundred thousand brackets that multiply it.
+using ElementList = std::vector<ElementCount>;
+
+/// Where `symbol` stands in the list, or would stand.
+ElementList::iterator FindPlace(ElementList& list, std::u16string_view symbol) {
+    return std::lower_bound(
+        list.begin(), list.end(), symbol,
+        [](const ElementCount& element, std::u16string_view wanted) { return element.symbol < wanted; });
+}
+
+bool IsElementAt(const ElementList& list, ElementList::iterator place, std::u16string_view symbol) {
+    return place != list.end() && place->symbol == symbol;
+}
+
+void AddElement(ElementList& list, const ElementCount& element) {
+    const auto place = FindPlace(list, element.symbol);
+    if (IsElementAt(list, place, element.symbol)) {
+        place->count += element.count;
+    } else {
+        list.insert(place, element);
+    }
+}
 
 /// Reads a count at `position`: 1 where none stands.
 bool ReadCount(std::u16string_view text, std::size_t& position, double& count) {
@@ -28,37 +54,39 @@ bool ReadCount(std::u16string_view text, std::size_t& position, double& count) {
     return digits.empty() || ScanNumber(digits, count);
 }
 
-/// Adds the counts of the innermost group, times `count`, to those around it. There are 702 symbols at most, so deep
-/// brackets cost no more than their number.
-void CloseGroup(std::vector<ElementCounts>& groups, double count) {
-    ElementCounts group = std::move(groups.back());
+/// Adds the counts of the innermost group, times `count`, to those around it. The shorter list goes into the longer
+/// one, whichever was outside: the sums are the same, and brackets with nothing else in them move no element.
+void CloseGroup(std::vector<ElementList>& groups, double count) {
+    ElementList group = std::move(groups.back());
     groups.pop_back();
     if (std::fabs(count - 1.0) > countTolerance) {
-        for (auto& element : group) element.second *= count;
+        for (ElementCount& element : group) element.count *= count;
     }
-    for (const auto& [symbol, amount] : group) groups.back()[symbol] += amount;
+    ElementList& outer = groups.back();
+    if (outer.size() < group.size()) outer.swap(group);
+    for (const ElementCount& element : group) AddElement(outer, element);
 }
 
-std::u16string WriteElement(const std::u16string& symbol, double count) {
-    return symbol + FormatFormulaCount(count);
+std::u16string WriteElement(const ElementCount& element) {
+    return std::u16string(element.symbol) + FormatFormulaCount(element.count);
 }
 
-std::u16string WriteNormalForm(ElementCounts& elements) {
+std::u16string WriteNormalForm(ElementList& elements) {
     std::u16string text;
     for (const char16_t* const first : {u"C", u"H"}) {
-        const auto found = elements.find(std::u16string_view(first));
-        if (found == elements.end()) continue;
-        text += WriteElement(found->first, found->second);
-        elements.erase(found);
+        const auto place = FindPlace(elements, first);
+        if (!IsElementAt(elements, place, first)) continue;
+        text += WriteElement(*place);
+        elements.erase(place);
     }
-    for (const auto& [symbol, count] : elements) text += WriteElement(symbol, count);
+    for (const ElementCount& element : elements) text += WriteElement(element);
     return text;
 }
 
 }  // namespace
 
 std::u16string NormalizePcdFormula(std::u16string_view text) {
-    std::vector<ElementCounts> groups(1);
+    std::vector<ElementList> groups(1);
     for (std::size_t position = 0; position < text.size();) {
         double count = 1.0;
         if (text[position] == u'(') {
@@ -71,7 +99,7 @@ std::u16string NormalizePcdFormula(std::u16string_view text) {
         } else if (const std::u16string_view symbol = SymbolAt(text, position); !symbol.empty()) {
             position += symbol.size();
             if (!ReadCount(text, position, count)) return {};
-            groups.back()[std::u16string(symbol)] += count;
+            AddElement(groups.back(), {symbol, count});
         } else {
             ++position;
         }

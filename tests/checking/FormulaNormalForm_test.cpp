@@ -42,6 +42,9 @@ const FormulaCase formulaCases[] = {
     {"BracketWithoutCount", u"(CH3)OH", u"CH4O"},
     {"BracketTimesZero", u"C(H2)0O", u"CH0O"},
     {"CountOfZero", u"C0H2", u"C0H2"},
+    {"ManyInTheBracket", u"N0.1(C0.2H0.3N0.2O)3", u"C0.6H0.9N0.7O3"},
+    {"FewInTheBracket", u"C0.2H0.3N0.1O(N0.2)3", u"C0.2H0.3N0.7O"},
+    {"ManyInTheInnermostBracket", u"((((CHNOP)2)2O)2Br)2C", u"C17H16Br2N16O20P16"},
     {"CountTimesFraction", u"(CH2)1.5", u"C1.5H3"},
     {"SecondPointIsDropped", u"C1.2.3H", u"C1.2H"},
     {"PointAlone", u"C.H4", u""},
@@ -70,6 +73,22 @@ TEST(FormulaNormalForm, TakesBracketsOfAnyDepth) {
         EXPECT_EQ(NormalizePcdFormula(std::u16string(depth, u'(') + u"CH4" + std::u16string(depth, u')')), u"CH4");
         EXPECT_EQ(NormalizePcdFormula(std::u16string(depth, u'(')), u"");
     });
+}
+
+TEST(FormulaNormalForm, TakesEverySymbolThroughAllBrackets) {
+    std::u16string text;
+    std::u16string normalForm;
+    for (char16_t first = u'A'; first <= u'Z'; ++first) {
+        text += first;
+        if (first != u'C' && first != u'H') normalForm += std::u16string(1, first) + u"4";
+        for (char16_t second = u'a'; second <= u'z'; ++second) {
+            text += {first, second};
+            normalForm += {first, second, u'4'};
+        }
+    }
+    constexpr std::size_t depth = 1000;
+    const std::u16string brackets = std::u16string(depth, u'(') + text + std::u16string(depth, u')') + u"2";
+    EXPECT_EQ(NormalizePcdFormula(brackets + brackets), u"C4H4" + normalForm);
 }
 
 TEST(FormulaNormalForm, GrowsBeyondEveryNumber) {
