@@ -112,6 +112,14 @@ bool Load(const std::u16string& path, CompoundList& list, std::u16string& errorT
     return false;
 }
 
+/// For a failure that couldn't be told when it happened.
+void TellFailure(const std::u16string& path, std::u16string& errorText) noexcept {
+    try {
+        errorText = u"an error occurred while attempting to load compounds from " + path;
+    } catch (const std::exception&) {  // nor can it be told now
+    }
+}
+
 /// Whether the dashes of a CAS number stand where they belong: at the second and the fifth place from the end.
 bool HasDashesInPlace(std::u16string_view text) {
     return text[text.size() - 2] == u'-' && text[text.size() - 5] == u'-';
@@ -127,6 +135,7 @@ bool LoadPcdFile(const std::u16string& path, CompoundList& list, std::u16string&
         TellOutOfMemory(errorText);
     }
     list.clear();
+    if (errorText.empty()) TellFailure(path, errorText);
     return false;
 }
 

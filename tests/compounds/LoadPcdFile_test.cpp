@@ -7,7 +7,9 @@
 #include <functional>
 #include <limits>
 
+#include "platform/HostArithmetic.h"
 #include "platform/Utf8.h"
+#include "support/AllocationCounter.h"
 #include "support/FakeFiles.h"
 
 namespace reka::test {
@@ -147,6 +149,7 @@ const FormulaCase formulaCases[] = {
     {"Blank", "   ", nullptr},
     {"Polymer", "Polyethylene", nullptr},
     {"PolymerInSmallLetters", "polyethylene", nullptr},  // which has no symbol in it
+    {"TheWordAndOneLetter", "PolyX", nullptr},
     {"TheWordAlone", "Poly", u"Po"},
     {"TheWordAndBlanks", "Poly  ", u"Po"},
     {"Polonium", "PoCl4", u"Cl4Po"},
@@ -187,6 +190,17 @@ TEST_F(PcdFile, CutsTextsAtTheirLength) {
     EXPECT_EQ(list[0]->id.View(), u"Ethanol" + std::u16string(43, u' '));
 }
 
+TEST_F(PcdFile, HasTextsInTheCodePageOfTheThread) {
+    EXPECT_EQ(Load(File(839, {Record(839, "\xD6l \x80 a\xE7o",
+                                     "H\xFC"
+                                     "2O",
+                                     1)})),
+              "");
+    EXPECT_EQ(list[0]->id.View(), u"\u00D6l \u20AC a\u00E7o");
+    EXPECT_EQ(list[0]->name.View(), u"\u00D6l \u20AC a\u00E7o");
+    EXPECT_EQ(list[0]->formula.View(), u"HO");  // the digit stands behind no symbol
+}
+
 TEST_F(PcdFile, RefusesLengthsThatAFieldHasNot) {
     for (const std::size_t offset : {std::size_t{3}, std::size_t{54}, std::size_t{839}}) {
         for (const int length : {51, 127, 128, 255}) {
@@ -214,6 +228,40 @@ TEST_F(PcdFile, TakesEveryMolecularWeight) {
     EXPECT_EQ(list[0]->molecularWeight, std::numeric_limits<double>::infinity());
     EXPECT_EQ(list[1]->molecularWeight, -1.0);
     EXPECT_TRUE(std::isnan(list[2]->molecularWeight));
+}
+
+TEST_F(PcdFile, IsReadUnderItsOwnArithmetic) {
+    Bytes record = Record(839, "A", "C.1H.3(N.7)3", 0);
+    const std::uint8_t signalling[] = {0x01, 0x00, 0x80, 0x7F};  // a NaN that every use of reports
+    std::copy(std::begin(signalling), std::end(signalling), record.begin() + 138);
+    const Bytes bytes = File(839, {record});
+    const ArithmeticSettings before = CurrentArithmetic();
+    SetArithmetic({before.sse & ~0x1F80U, static_cast<std::uint16_t>(before.x87 & ~0x3FU)});
+    const std::string reason = Load(bytes);
+    const ArithmeticSettings after = CurrentArithmetic();
+    SetArithmetic(before);
+    EXPECT_EQ(reason, "");
+    EXPECT_EQ(after.sse & 0x1F80U, 0U);
+    ASSERT_EQ(list.size(), 1U);
+    EXPECT_TRUE(std::isnan(list[0]->molecularWeight));
+    EXPECT_EQ(list[0]->formula.View(), u"C0.1H0.3N2.1");
+}
+
+TEST_F(PcdFile, TellsOfAFailureThatCouldNotBeToldAtOnce) {
+    files.entries[path] = {File(839, {Record(839, "A", "CH4", 1)}), 1};
+    const std::pair<std::size_t, std::string> rows[] = {
+        {1, "out of memory"},
+        {2, "an error occurred while attempting to load compounds from D:/compounds.pcd"},  // that failed as well
+        {3, ""},                                                                            // and so did this
+    };
+    for (const auto& [failures, expected] : rows) {
+        std::u16string errorText;
+        FailAllocation(1, failures);
+        const bool isLoaded = LoadPcdFile(path, list, errorText);
+        FailAllocation(0);
+        EXPECT_FALSE(isLoaded);
+        EXPECT_EQ(Utf8FromUtf16(errorText), expected) << failures;
+    }
 }
 
 TEST_F(PcdFile, TellsOfWhicheverOperationFails) {
@@ -259,6 +307,9 @@ const std::pair<const char16_t*, const char16_t*> casCases[] = {
     {u"123-45", u"123--4-5"},  // misplaced dashes are taken for digits
     {u"1-2345", u"1-2-34-5"},
     {u"12-3-45", u"12-3--4-5"},
+    {u"12345-6-7", u"12345--6--7"},  // only one of the two dashes stands where it belongs
+    {u"1--234", u"1---23-4"},        // only the other one
+    {u"7-7-32185", u"7-7-32-18-5"},
     {u"-----", u"-------"},
     {u"1234-5678-9", u"1234-5678-9"},
 };
