@@ -1,92 +1,138 @@
-// A property bag that answers with whatever the bytes say.
+// A property bag that answers with whatever the bytes say; BagAnswers.h has their form.
 
-#include <fuzzer/FuzzedDataProvider.h>
+#include <algorithm>
+#include <cstdlib>
+#include <span>
+#include <string>
 
+#include "BagAnswers.h"
 #include "QuietMessages.h"
 #include "capeopen/ArrayHelpers.h"
+#include "persistence/ByteReader.h"
 #include "persistence/PropertyBagForm.h"
 #include "platform/CodePage.h"
 
 namespace {
 
-class CFuzzedBag : public IPropertyBag {
-public:
-    explicit CFuzzedBag(FuzzedDataProvider& source) : data(source) {}
+using reka::fuzz::BagAnswer;
 
+/// A host's object that nobody may keep.
+template <class Interface>
+class CLentObject : public Interface {
+public:
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void** object) override {
         *object = nullptr;
         return E_NOINTERFACE;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 2; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
+    ULONG STDMETHODCALLTYPE AddRef() override { return ++held; }
+    ULONG STDMETHODCALLTYPE Release() override { return --held; }
+    bool IsHeld() const { return held != 0; }
+
+private:
+    ULONG held = 0;
+};
+
+class CFuzzedBag : public CLentObject<IPropertyBag> {
+public:
+    explicit CFuzzedBag(reka::CByteReader& bytes) : reader(bytes) {}
 
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR, VARIANT* value, IErrorLog*) override {
         VariantInit(value);
-        switch (data.ConsumeIntegralInRange(0, 9)) {
-            case 0:
+        std::uint8_t kind = 0;
+        if (!reader.ReadU8(kind)) return E_FAIL;
+        switch (static_cast<BagAnswer>(kind % reka::fuzz::bagAnswerCount)) {
+            case BagAnswer::Fails:
                 return E_FAIL;
-            case 1:
-                return S_OK;  // empty
-            case 2:
+            case BagAnswer::Empty:
+                return S_OK;
+            case BagAnswer::Integer:
                 value->vt = VT_I4;
                 return S_OK;
-            case 3:
-            case 4:
-                value->vt = VT_BSTR;
+            case BagAnswer::Text:
                 value->bstrVal = Text().Detach();
+                value->vt = VT_BSTR;
                 return S_OK;
-            case 5:
-            case 6:
-                return Numbers(*value);
-            default:
-                return Texts(*value);
+            case BagAnswer::Texts:
+                return Texts(*value, 1);
+            case BagAnswer::Numbers:
+                return Numbers(*value, VT_R8);
+            case BagAnswer::TextsOfTwoDimensions:
+                return Texts(*value, 2);
+            case BagAnswer::NumbersSaidToBeTexts:
+                return Numbers(*value, VT_BSTR);
         }
+        return E_FAIL;
     }
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return E_FAIL; }
 
 private:
+    std::uint8_t Byte() {
+        std::uint8_t byte = 0;
+        reader.ReadU8(byte);
+        return byte;
+    }
     reka::CBstr Text() {
-        static constexpr const char16_t* words[] = {u"Kinetic", u"Equilibrium", u"Homogeneous", u"Fugacity", u"1.1"};
-        const int choice = data.ConsumeIntegralInRange(0, 7);
-        if (choice == 0) return {};
-        if (choice <= 5) return reka::CBstr::Make(words[choice - 1]);
-        return reka::CBstr::Make(reka::WideText(data.ConsumeRandomLengthString(40)));
+        std::uint32_t length = Byte();
+        length |= std::uint32_t{Byte()} << 8;
+        if (length & reka::fuzz::absentTextBit) return {};
+        std::span<const std::uint8_t> bytes;
+        if (!reader.ReadBytes(std::min<std::size_t>(length, reader.Remaining()), bytes)) return {};
+        return reka::BstrFromString(reka::WideText({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
     }
-    SAFEARRAY* Array(VARTYPE type, ULONG& count) {
-        count = data.ConsumeIntegralInRange<ULONG>(0, 4);
-        SAFEARRAYBOUND bounds[2] = {{count, data.ConsumeIntegralInRange<LONG>(-2, 2)}, {1, 0}};
-        return SafeArrayCreate(type, data.ConsumeIntegralInRange(0, 15) == 0 ? 2 : 1, bounds);
+    SAFEARRAY* Array(VARTYPE type, UINT dimensions, ULONG& count) {
+        const auto lowerBound = static_cast<std::int8_t>(Byte());
+        count = Byte();
+        SAFEARRAYBOUND bounds[2] = {{count, lowerBound}, {1, 0}};
+        return SafeArrayCreate(type, dimensions, bounds);
     }
-    HRESULT Texts(VARIANT& value) {
+    HRESULT Texts(VARIANT& value, UINT dimensions) {
         ULONG count = 0;
-        value.parray = Array(VT_BSTR, count);
+        value.parray = Array(VT_BSTR, dimensions, count);
         value.vt = VT_ARRAY | VT_BSTR;
-        for (ULONG i = 0; i < count; ++i) {
-            static_cast<BSTR*>(value.parray->pvData)[i] = Text().Detach();
-        }
+        for (ULONG i = 0; i < count; ++i) static_cast<BSTR*>(value.parray->pvData)[i] = Text().Detach();
         return S_OK;
     }
-    HRESULT Numbers(VARIANT& value) {
+    HRESULT Numbers(VARIANT& value, VARTYPE saidToBe) {
         ULONG count = 0;
-        value.parray = Array(VT_R8, count);
-        value.vt = VT_ARRAY | VT_R8;
+        value.parray = Array(VT_R8, 1, count);
+        value.vt = static_cast<VARTYPE>(VT_ARRAY | saidToBe);
         for (ULONG i = 0; i < count; ++i) {
-            static_cast<double*>(value.parray->pvData)[i] = data.ConsumeFloatingPoint<double>();
+            double number = 0;
+            reader.ReadF64(number);
+            static_cast<double*>(value.parray->pvData)[i] = number;
         }
         return S_OK;
     }
 
-    FuzzedDataProvider& data;
+    reka::CByteReader& reader;
+};
+
+/// Reads what it is told to the last character, and keeps it until it goes away.
+class CFuzzedErrorLog : public CLentObject<IErrorLog> {
+public:
+    HRESULT STDMETHODCALLTYPE AddError(LPCOLESTR property, EXCEPINFO* exception) override {
+        const std::u16string_view key = reinterpret_cast<const char16_t*>(property);
+        const std::u16string description = reka::StringFromBstr(exception->bstrDescription);
+        if (key.empty() || description.empty() || reka::StringFromBstr(exception->bstrSource) != u"fuzz") std::abort();
+        told += description;
+        return S_OK;
+    }
+
+private:
+    std::u16string told;
 };
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* bytes, std::size_t size) {
-    FuzzedDataProvider data(bytes, size);
-    CFuzzedBag bag(data);
+    reka::CByteReader reader(std::span(bytes, size));
+    std::uint8_t hasErrorLog = 0;
+    reader.ReadU8(hasErrorLog);
+    CFuzzedBag bag(reader);
+    CFuzzedErrorLog errorLog;
     reka::ReactionPackDefinition definition(nullptr);
-    if (reka::ReadDefinitionFromBag(definition, reka::BagReader{&bag, nullptr, u"fuzz"})) {
-        reka::fuzz::UseDefinition(definition);
-    }
+    const reka::BagReader bagReader = {&bag, (hasErrorLog & 1) != 0 ? &errorLog : nullptr, u"fuzz"};
+    if (reka::ReadDefinitionFromBag(definition, bagReader)) reka::fuzz::UseDefinition(definition);
+    if (bag.IsHeld() || errorLog.IsHeld()) std::abort();
     return 0;
 }

@@ -2,6 +2,9 @@
 
 #include "QuietMessages.h"
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 #include <vector>
@@ -19,6 +22,13 @@ public:
     MessageAnswer Show(const UserMessage&) noexcept override { return MessageAnswer::Yes; }
 };
 
+/// Whether two values are the same bit for bit; one NaN is as good as another.
+bool IsSameValue(double first, double second) {
+    if (std::isnan(first) || std::isnan(second)) return std::isnan(first) && std::isnan(second);
+    return std::bit_cast<std::uint64_t>(first) == std::bit_cast<std::uint64_t>(second);
+}
+
+/// Both evaluators must come to the same value, or fail with the same text.
 void Evaluate(const ExpressionRef* expression, const ReactionPackDefinition& definition) {
     if (!expression) return;
     double byProgram = 0;
@@ -26,7 +36,8 @@ void Evaluate(const ExpressionRef* expression, const ReactionPackDefinition& def
     std::u16string programText;
     std::u16string nodeText;
     const bool isDone = EvaluateExpression(*expression, byProgram, definition, programText);
-    if (EvaluateExpression(*expression->root, byNodes, definition, nodeText) != isDone || nodeText != programText) {
+    if (EvaluateExpression(*expression->root, byNodes, definition, nodeText) != isDone || nodeText != programText ||
+        !IsSameValue(byProgram, byNodes)) {
         std::abort();
     }
 }

@@ -9,8 +9,8 @@ namespace reka::fuzz {
 /// Messages go nowhere from here on, and questions are answered yes.
 void SilenceMessages();
 
-/// Uses a definition that was read, whatever is in it: copies it, computes its trees, and stores it. Aborts unless what
-/// was stored reads back to the same bytes.
+/// Uses a definition that was read, whatever is in it: copies it, computes its trees, and stores it. Aborts unless both
+/// evaluators come to the same result, and what was stored reads back to the same bytes.
 void UseDefinition(ReactionPackDefinition& definition);
 
 }  // namespace reka::fuzz

@@ -2,12 +2,15 @@
 //     write_seeds FOLDER DATA-FOLDER
 
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <span>
 #include <string>
 #include <vector>
 
+#include "QuietMessages.h"
+#include "SeedForms.h"
 #include "compounds/LoadPcdFile.h"
 #include "persistence/ByteReader.h"
 #include "persistence/StoredDefinition.h"
@@ -36,6 +39,17 @@ Bytes ReadFile(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
 
+/// An old block that reads; a seed that doesn't would show nothing to a fuzzer.
+void WriteGoodBlock(const fs::path& folder, const Bytes& block) {
+    reka::ReactionPackDefinition definition(nullptr);
+    std::u16string errorText;
+    if (!reka::ReadStoredDefinition(definition, block, errorText)) {
+        std::fprintf(stderr, "bad seed: %s\n", reka::Utf8FromUtf16(errorText).c_str());
+        std::exit(1);
+    }
+    WriteSeed(folder, block);
+}
+
 void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
     WriteSeed(folder / "TemplateFile", bytes);
     reka::CByteReader reader(bytes);
@@ -49,6 +63,10 @@ void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
         reka::ReactionPackDefinition definition(nullptr);
         std::u16string errorText;
         if (!reka::ReadStoredDefinition(definition, block, errorText)) continue;
+        for (std::uint32_t version = 0; version < 3; ++version) {
+            WriteGoodBlock(folder / "StoredBlock", reka::fuzz::OldBlock(definition, version));
+        }
+        WriteSeed(folder / "PropertyBag", reka::fuzz::BagAnswers(definition));
         for (const auto& reaction : definition.reactions) {
             WriteSeed(folder / "ReactionParser", reaction->rateEquation);
             WriteSeed(folder / "ReactionParser", reaction->equilibriumConstantEquation);
@@ -77,9 +95,9 @@ int main(int argc, char** argv) {
         std::fputs("write_seeds FOLDER DATA-FOLDER\n", stderr);
         return 2;
     }
+    reka::fuzz::SilenceMessages();
     WriteTemplateSeeds(argv[1], ReadFile(fs::path(argv[2]) / "REKAConfig.dat"));
     WriteCompoundSeeds(argv[1], fs::path(argv[2]) / "Korvex1.pcd");
     WriteSeed(fs::path(argv[1]) / "NormalForm", u"Al2(SO4)3((CH3)2.5N)2");
-    WriteSeed(fs::path(argv[1]) / "PropertyBag", u"\u0003\u0004some bytes for a bag to begin with");
     return 0;
 }

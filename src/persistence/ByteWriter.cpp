@@ -3,7 +3,6 @@
 #include "persistence/ByteWriter.h"
 
 #include <bit>
-#include <string>
 
 #include "platform/CodePage.h"
 
@@ -41,11 +40,15 @@ void CByteWriter::WriteWideText(const CBstr& text) {
 
 void CByteWriter::WriteNarrowText(std::u16string_view text) {
     const std::u16string_view characters = UpToZero(text);
-    WriteU32(static_cast<std::uint32_t>(characters.size()));
-    if (characters.empty()) return;
-    std::string bytes = NarrowText(characters);
-    bytes.resize(characters.size() + 1, '\0');
-    block.insert(block.end(), bytes.begin(), bytes.end());
+    WriteNarrowBytes(characters.size(), NarrowText(characters));
+}
+
+void CByteWriter::WriteNarrowBytes(std::size_t length, std::string_view bytes) {
+    WriteU32(static_cast<std::uint32_t>(length));
+    if (length == 0) return;
+    const std::string_view stored = bytes.substr(0, length + 1);
+    block.insert(block.end(), stored.begin(), stored.end());
+    block.resize(block.size() + length + 1 - stored.size());  // with zeros, of which the first is the terminator
 }
 
 std::uint64_t WideTextSize(const CBstr& text) {

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string_view>
 #include <vector>
@@ -26,6 +27,8 @@ public:
     /// byte: where the code page needs more of them the end is cut off, where it needs fewer zeros fill up. May throw
     /// std::bad_alloc.
     void WriteNarrowText(std::u16string_view text);
+    /// The same for a text of `length` characters that the code page has as `bytes`.
+    void WriteNarrowBytes(std::size_t length, std::string_view bytes);
 
 private:
     std::vector<std::uint8_t>& block;
