@@ -1,0 +1,158 @@
+// A compound file may hold tens of thousands of compounds, and the rows are made afresh at each key that is typed into
+// the filter: rows are indices, and the texts of a row are made when it is shown.
+
+#include "editor/AddCompounds.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "checking/NumberText.h"
+#include "editor/DefinitionCompounds.h"
+#include "platform/Files.h"
+#include "platform/HostArithmetic.h"
+
+namespace reka {
+
+namespace {
+
+constexpr FileFilter fileFilters[] = {{u"Pure Compound Data files (*.PCD)", u"*.pcd"}, {u"All files (*.*)", u"*.*"}};
+constexpr OpenFileRequest fileRequest = {u"Select PCD File:", fileFilters, u"PCD", 2047};  // and a terminator
+
+char16_t LowerCase(char16_t character) {
+    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character - u'A' + u'a') : character;
+}
+
+int CompareTexts(const CBstr& leftText, const CBstr& rightText) {
+    const std::u16string_view left = leftText.View();
+    const std::u16string_view right = rightText.View();
+    const std::size_t common = std::min(left.size(), right.size());
+    for (std::size_t i = 0; i < common; ++i) {
+        const int difference = LowerCase(left[i]) - LowerCase(right[i]);
+        if (difference != 0) return difference;
+    }
+    return static_cast<int>(left.size() > common) - static_cast<int>(right.size() > common);
+}
+
+int CompareNumbers(double left, double right) {
+    const bool isLeftNaN = std::isnan(left);
+    const bool isRightNaN = std::isnan(right);
+    if (isLeftNaN || isRightNaN) return static_cast<int>(isLeftNaN) - static_cast<int>(isRightNaN);
+    return static_cast<int>(left > right) - static_cast<int>(left < right);
+}
+
+int CompareUpwards(const CompoundDefinition& left, const CompoundDefinition& right, CompoundSortKey key) {
+    switch (key) {
+        case CompoundSortKey::Name:
+            return CompareTexts(left.name, right.name);
+        case CompoundSortKey::Id:
+            return CompareTexts(left.id, right.id);
+        case CompoundSortKey::Formula:
+            return CompareTexts(left.formula, right.formula);
+        case CompoundSortKey::MolecularWeight:
+            return CompareNumbers(left.molecularWeight, right.molecularWeight);
+        case CompoundSortKey::CasNumber:
+            return CompareTexts(left.casNumber, right.casNumber);
+        case CompoundSortKey::Charge:
+            return CompareNumbers(left.charge, right.charge);
+    }
+    return 0;
+}
+
+/// Whether `text` holds `filter`, which is in lower case.
+bool Holds(std::u16string_view text, std::u16string_view filter) {
+    return std::search(text.begin(), text.end(), filter.begin(), filter.end(), [](char16_t character, char16_t wanted) {
+               return LowerCase(character) == wanted;
+           }) != text.end();
+}
+
+}  // namespace
+
+int CompareCompounds(const CompoundDefinition& left, const CompoundDefinition& right, std::int32_t key) {
+    if (key < -6 || key > 6) return 0;
+    return key < 0 ? -CompareUpwards(left, right, static_cast<CompoundSortKey>(-key))
+                   : CompareUpwards(left, right, static_cast<CompoundSortKey>(key));
+}
+
+std::array<int, fileCompoundColumnCount> FitFileCompoundColumns(int clientWidth) {
+    const int wide = 2 * clientWidth / 7;
+    return {wide, wide, clientWidth / 7, wide};
+}
+
+CAddCompounds::CAddCompounds(ReactionPackDefinition& edited, IEditorUi& asked) : definition(edited), ui(asked) {}
+
+std::u16string CAddCompounds::LoadFile() {
+    rows.clear();
+    std::u16string errorText;
+    LoadPcdFile(definition.pcdFile, records, errorText);
+    SetFilter({});
+    return errorText;
+}
+
+void CAddCompounds::SetFilter(std::u16string_view text) {
+    std::u16string filter(text);
+    std::transform(filter.begin(), filter.end(), filter.begin(), LowerCase);
+    rows.clear();
+    for (std::size_t i = 0; i < records.size(); ++i) {
+        if (!records[i]) continue;
+        if (filter.empty()) {
+            rows.push_back({i, false});
+            continue;
+        }
+        for (const CBstr* field : {&records[i]->id, &records[i]->formula, &records[i]->casNumber}) {
+            if (!Holds(field->View(), filter)) continue;
+            rows.push_back({i, field->View().size() == filter.size()});
+            break;  // the other fields don't count
+        }
+    }
+}
+
+void CAddCompounds::SortByColumn(std::size_t column) {
+    if (column >= directions.size()) return;
+    directions[column] = -directions[column];
+    // The keys are those of the compounds page, which has one column more at its start: each column but the first sorts
+    // by what its left neighbour shows here. Users know it so.
+    const std::int32_t key = (static_cast<std::int32_t>(column) + 1) * directions[column];
+    const COwnArithmetic arithmetic;
+    std::stable_sort(rows.begin(), rows.end(), [this, key](const FileCompoundRow& left, const FileCompoundRow& right) {
+        const CompoundDefinition* const first = records[left.record].get();
+        const CompoundDefinition* const second = records[right.record].get();
+        if (!first || !second) return !first && second;  // gaps come first
+        return CompareCompounds(*first, *second, key) < 0;
+    });
+}
+
+std::array<std::u16string, fileCompoundColumnCount> CAddCompounds::RowTexts(std::size_t row) const {
+    if (row >= rows.size() || !records[rows[row].record]) return {};
+    const CompoundDefinition& compound = *records[rows[row].record];
+    return {std::u16string(compound.id.View()), std::u16string(compound.formula.View()),
+            FormatGeneral(compound.molecularWeight), std::u16string(compound.casNumber.View())};
+}
+
+bool CAddCompounds::Browse() {
+    std::u16string path;
+    const bool isPreset = definition.pcdFile.size() <= fileRequest.longestPath && Files().Exists(definition.pcdFile);
+    if (isPreset) path = definition.pcdFile;
+    switch (ui.AskForFile(fileRequest, path)) {
+        case OpenFileAnswer::Chosen:
+            definition.pcdFile = std::move(path);
+            return true;
+        case OpenFileAnswer::NoMemory:
+            ui.ShowMessage(u"out of memory", u"Error:", messagestyle::ok);
+            return false;
+        default:
+            return false;
+    }
+}
+
+bool CAddCompounds::Accept(const std::vector<std::size_t>& selectedRows) {
+    if (selectedRows.empty()) return false;
+    for (const std::size_t row : selectedRows) {
+        if (row >= rows.size()) continue;
+        auto& record = records[rows[row].record];
+        if (record) AddCompoundToDefinition(definition, std::move(record));
+    }
+    return true;
+}
+
+}  // namespace reka

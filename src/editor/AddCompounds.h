@@ -1,0 +1,85 @@
+// The dialog that adds compounds of a compound file: which of them it lists, in which order, and what it adds.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "compounds/LoadPcdFile.h"
+#include "editor/EditorUi.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+/// By what compounds are sorted, as a positive key; the same key with a minus sign sorts the other way round.
+enum class CompoundSortKey : std::int32_t {
+    Name = 1,
+    Id = 2,
+    Formula = 3,
+    MolecularWeight = 4,
+    CasNumber = 5,
+    Charge = 6,
+};
+
+/// Below 0 if `left` comes before `right` by `key`, above 0 if it comes behind it, otherwise 0, as for a key that isn't
+/// one. Texts are compared without regard to the case of A to Z, an absent one as an empty one. NaN comes behind all
+/// other numbers.
+int CompareCompounds(const CompoundDefinition& left, const CompoundDefinition& right, std::int32_t key);
+
+constexpr const char16_t* fileCompoundColumns[] = {u"Name", u"Formula", u"Mol Weight", u"CAS"};
+constexpr std::size_t fileCompoundColumnCount = std::size(fileCompoundColumns);
+
+/// The widths of the columns for a list whose client area has that width, in pixels.
+std::array<int, fileCompoundColumnCount> FitFileCompoundColumns(int clientWidth);
+
+/// One row of the list, which stands for a compound of the file.
+struct FileCompoundRow {
+    std::size_t record;  // the index of the compound in the file
+    bool isSelected;     // as the filter has it
+    bool operator==(const FileCompoundRow&) const = default;
+};
+
+/// The dialog for one definition under edit, which outlives it, as `asked` does. May throw std::bad_alloc.
+class CAddCompounds {
+public:
+    CAddCompounds(ReactionPackDefinition& edited, IEditorUi& asked);
+
+    /// The path in the field of the file.
+    const std::u16string& FilePath() const { return definition.pcdFile; }
+
+    /// Reads the file: the filter becomes empty, and the rows are those of its compounds. The reason of a failure, or
+    /// nothing; the list is to be shown empty then before the user is told by `ShowError`.
+    std::u16string LoadFile();
+
+    /// The text of the filter has changed. The rows are then those of the compounds that pass it, in the order of the
+    /// file.
+    void SetFilter(std::u16string_view text);
+    /// A click on the header of a column, counted from 0, sorts the rows: by the first click upwards, by the next one
+    /// downwards. What is selected is for the list to keep; the compound of a row tells.
+    void SortByColumn(std::size_t column);
+
+    const std::vector<FileCompoundRow>& Rows() const { return rows; }
+    /// The texts of a row, one for each column.
+    std::array<std::u16string, fileCompoundColumnCount> RowTexts(std::size_t row) const;
+
+    /// The button that chooses another file. True: one was chosen, which the definition names from now on whatever
+    /// comes; it is to be loaded.
+    bool Browse();
+
+    /// OK, and the double click on a row, with the rows that are selected in their order. True: the dialog ends, and
+    /// their compounds are part of the definition. False: it stays open.
+    bool Accept(const std::vector<std::size_t>& selectedRows);
+
+private:
+    ReactionPackDefinition& definition;
+    IEditorUi& ui;
+    CompoundList records;  // a compound that was added leaves a gap
+    std::vector<FileCompoundRow> rows;
+    std::array<std::int32_t, fileCompoundColumnCount> directions = {-1, -1, -1, -1};
+};
+
+}  // namespace reka

@@ -1,0 +1,76 @@
+// Every change goes into the definition at once.
+
+#include "editor/CompoundPage.h"
+
+#include <utility>
+
+#include "checking/NumberText.h"
+#include "editor/CompoundsOfMaterial.h"
+#include "editor/DefinitionCompounds.h"
+#include "package/SameText.h"
+#include "platform/Files.h"
+
+namespace reka {
+
+CCompoundPage::CCompoundPage(ReactionPackDefinition& edited, IEditorUi& asked) : definition(edited), ui(asked) {}
+
+std::vector<CompoundRow> CCompoundPage::Rows() const {
+    std::vector<CompoundRow> rows;
+    rows.reserve(definition.compounds.size());
+    for (const auto& compound : definition.compounds) {
+        rows.push_back({std::u16string(compound->name.View()), std::u16string(compound->id.View()),
+                        std::u16string(compound->formula.View()), FormatGeneral(compound->molecularWeight),
+                        std::u16string(compound->casNumber.View()), FormatGeneral(compound->charge)});
+    }
+    return rows;
+}
+
+std::int32_t CCompoundPage::Selection() const {
+    // a negative one is beyond any list
+    return static_cast<std::size_t>(selection) < definition.compounds.size() ? selection : -1;
+}
+
+CompoundPageChange CCompoundPage::Add() {
+    switch (ImportFromMaterialTemplate(definition, ui)) {
+        case MaterialImport::Cancelled:
+            return {};
+        case MaterialImport::Ended:
+            return {false, true};
+        case MaterialImport::Added:
+            selection = -1;
+            return {true, true};
+        case MaterialImport::UseFile:
+            break;
+    }
+    if (!Files().Exists(definition.pcdFile)) SetDefaultPcdFile(definition);
+    const bool isAdded = ui.AddCompoundsOfFile(definition);
+    if (isAdded) selection = -1;
+    return {isAdded, true};
+}
+
+CompoundPageChange CCompoundPage::Delete() {
+    const std::int32_t index = Selection();
+    if (index < 0) return {};
+    const std::u16string id(definition.compounds[static_cast<std::size_t>(index)]->id.View());
+    if (ui.ShowMessage(u"Are you sure you want to delete compound " + id + u"?", u"Delete compound:",
+                       messagestyle::yesNo | messagestyle::iconQuestion) != MessageAnswer::Yes) {
+        return {};
+    }
+    RemoveCompoundFromDefinition(definition, static_cast<std::size_t>(index));
+    selection = -1;
+    return {true, true};
+}
+
+bool CCompoundPage::TakeName(std::size_t row, std::u16string_view text) {
+    if (row >= definition.compounds.size() || text.empty()) return false;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        if (i != row && SameText(definition.compounds[i]->name.View(), text)) {
+            ShowError(ui, u"The compound name must be unique");
+            return false;
+        }
+    }
+    definition.compounds[row]->name = CBstr::Make(text);
+    return true;
+}
+
+}  // namespace reka

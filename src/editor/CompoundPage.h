@@ -1,0 +1,61 @@
+// The compounds page of the editor: what it shows of the definition, and what its buttons and the editing of a name
+// write into it.
+
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "editor/EditorUi.h"
+#include "editor/ReactionPage.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+constexpr ListColumn compoundColumns[] = {{u"Name", 120}, {u"ID", 120},  {u"Formula", 120},
+                                          {u"MW", 80},    {u"CAS", 120}, {u"charge", 120}};
+using CompoundRow = std::array<std::u16string, std::size(compoundColumns)>;
+
+/// What an event has changed, to be shown again, the list of compounds first.
+struct CompoundPageChange {
+    bool list = false;          // the list of compounds, which then has no selection
+    bool reactionPage = false;  // the page of the selected reaction
+    bool operator==(const CompoundPageChange&) const = default;
+};
+
+/// The page of one definition under edit, which outlives it, as `asked` does. May throw std::bad_alloc; the definition
+/// then has the same number of coefficients in each reaction as it has compounds.
+class CCompoundPage {
+public:
+    CCompoundPage(ReactionPackDefinition& edited, IEditorUi& asked);
+
+    /// The list, one row for each compound in its order. An absent text is an empty cell.
+    std::vector<CompoundRow> Rows() const;
+
+    /// The index of the selected row; -1 for none, as after each filling of the list.
+    std::int32_t Selection() const;
+    /// Any index that isn't one of a compound selects none.
+    void Select(std::int32_t index) { selection = index; }
+    /// Delete can be used for a selected row alone; Add and Rename always can.
+    bool IsDeleteEnabled() const { return Selection() >= 0; }
+
+    CompoundPageChange Add();
+    CompoundPageChange Delete();
+
+    /// Whether Rename starts the editing of the selected row's name.
+    bool CanRename() const { return Selection() >= 0; }
+    /// Takes the text that was typed for the name of a row; an editing that was cancelled gives none. True: the list
+    /// takes the text, and the page of the reaction is to be shown again. False: the list keeps its old text.
+    bool TakeName(std::size_t row, std::u16string_view text);
+
+private:
+    ReactionPackDefinition& definition;
+    IEditorUi& ui;
+    std::int32_t selection = -1;
+};
+
+}  // namespace reka

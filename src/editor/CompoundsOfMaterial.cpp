@@ -1,0 +1,95 @@
+// See CompoundsOfMaterial.h.
+
+#include "editor/CompoundsOfMaterial.h"
+
+#include <memory>
+#include <utility>
+
+#include "capeopen/ArrayHelpers.h"
+#include "checking/NumberText.h"
+#include "editor/DefinitionCompounds.h"
+
+namespace reka {
+
+namespace {
+
+std::unique_ptr<CompoundDefinition> MakeCompound(const MaterialCompounds& compounds, std::size_t row) {
+    auto compound = std::make_unique<CompoundDefinition>();
+    compound->name = BstrFromString(compounds.names[row]);
+    compound->id = BstrFromString(compounds.ids[row]);
+    compound->casNumber = BstrFromString(compounds.casNumbers[row]);
+    compound->formula = BstrFromString(compounds.formulas[row]);
+    compound->molecularWeight = compounds.molecularWeights[row];
+    compound->charge = IsMissingNumber(compounds.charges[row]) ? 0.0 : compounds.charges[row];
+    return compound;
+}
+
+void ShowFailure(IEditorUi& ui, const MaterialFailure& failure) {
+    if (failure.text.empty()) return;
+    ui.ShowMessage(failure.text, u"Error:",
+                   failure.hasIcon ? messagestyle::ok | messagestyle::iconError : messagestyle::ok);
+}
+
+}  // namespace
+
+MaterialImport ImportFromMaterialTemplate(ReactionPackDefinition& definition, IEditorUi& ui) {
+    const CComRef<IDispatch> context = definition.simulationContext;
+    const std::vector<std::u16string> names = ListMaterialTemplates(context.Get());
+    if (names.empty()) return MaterialImport::UseFile;
+    std::int32_t selectedTemplate = -1;
+    if (!ui.AskForCompoundSource(names, selectedTemplate)) return MaterialImport::Cancelled;
+    const auto selected = static_cast<std::size_t>(selectedTemplate);  // a negative one is beyond any list
+    if (selected >= names.size()) return MaterialImport::UseFile;
+
+    MaterialFailure failure;
+    // Held until the user has chosen: the simulator may take a material that is given back as the end of the matter.
+    const CComRef<IDispatch> material = MakeTemplateMaterial(context.Get(), names[selected], failure);
+    if (!material) {
+        ShowFailure(ui, failure);
+        return MaterialImport::Ended;
+    }
+    MaterialCompounds compounds;
+    std::u16string errorText;
+    const bool isRead = ReadMaterialCompounds(*material, definition.thermoVersion, compounds, errorText);
+    if (isRead && compounds.names.empty()) {
+        errorText = u"There are no compound definitions for the selected material template";
+    }
+    if (!errorText.empty()) {
+        ShowError(ui, errorText);
+        return MaterialImport::Ended;
+    }
+    return ui.AddCompoundsOfMaterial(compounds, definition) ? MaterialImport::Added : MaterialImport::Ended;
+}
+
+bool CCompoundSourceChoice::Accept() {
+    if (!isFromDatabase && selectedListIndex < 0) return false;
+    selectedTemplate = isFromDatabase ? -1 : selectedListIndex;
+    return true;
+}
+
+CCompoundsOfMaterial::CCompoundsOfMaterial(const MaterialCompounds& offered, ReactionPackDefinition& edited)
+    : compounds(offered), definition(edited) {}
+
+std::vector<MaterialCompoundRow> CCompoundsOfMaterial::Rows() const {
+    std::vector<MaterialCompoundRow> rows;
+    for (std::size_t i = 0; i < compounds.names.size(); ++i) {
+        const double weight = compounds.molecularWeights[i];
+        rows.push_back({compounds.names[i], compounds.formulas[i],
+                        IsMissingNumber(weight) ? u"N/A" : FormatGeneral(weight), compounds.casNumbers[i]});
+    }
+    return rows;
+}
+
+bool CCompoundsOfMaterial::Accept(const std::vector<std::size_t>& tickedRows, IEditorUi& ui) {
+    for (const std::size_t row : tickedRows) {
+        if (row >= compounds.names.size() || !IsMissingNumber(compounds.molecularWeights[row])) continue;
+        ShowError(ui, u"Cannot add compound " + compounds.names[row] + u": molar weight is unknown");
+        return false;
+    }
+    for (const std::size_t row : tickedRows) {
+        if (row < compounds.names.size()) AddCompoundToDefinition(definition, MakeCompound(compounds, row));
+    }
+    return true;
+}
+
+}  // namespace reka

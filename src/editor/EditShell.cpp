@@ -1,0 +1,172 @@
+// See EditShell.h.
+
+#include "editor/EditShell.h"
+
+#include <iterator>
+#include <memory>
+#include <utility>
+
+#include "capeopen/ArrayHelpers.h"
+#include "checking/ValidateDefinition.h"
+#include "package/SameText.h"
+
+namespace reka {
+
+namespace {
+
+constexpr const char16_t* helpFile = u"NAVO.chm";
+constexpr const char16_t* helpTopic = u"REKA/reka.htm";
+
+/// What the check of a definition asks, as message boxes of the editor.
+class CCheckBoxes : public IDefinitionCheckUi {
+public:
+    explicit CCheckBoxes(IEditorUi& asked) : ui(asked) {}
+    void ShowWarning(const std::u16string& text, const std::u16string& caption) override {
+        ui.ShowMessage(text, caption, messagestyle::ok | messagestyle::iconExclamation);
+    }
+    bool AskToContinue(const std::u16string& text, const std::u16string& caption) override {
+        return ui.ShowMessage(text, caption, messagestyle::okCancel | messagestyle::iconExclamation) ==
+               MessageAnswer::Ok;
+    }
+
+private:
+    IEditorUi& ui;
+};
+
+std::unique_ptr<ReactionPackDefinition>* FindTemplate(TemplateStore& store, const std::u16string& name) {
+    for (auto& candidate : store.templates) {
+        if (SameText(candidate->name.View(), name)) return &candidate;
+    }
+    return nullptr;
+}
+
+/// A template brings everything but the package's own name and description.
+void TakeContent(ReactionPackDefinition& definition, const ReactionPackDefinition& source) {
+    ReactionPackDefinition copy(nullptr);
+    copy.CopyFrom(source);
+    definition.compounds.swap(copy.compounds);
+    definition.reactions.swap(copy.reactions);
+    definition.pcdFile.swap(copy.pcdFile);
+    definition.thermoVersion = copy.thermoVersion;
+}
+
+}  // namespace
+
+EditPage PageOfTab(std::int32_t selectedTab) {
+    const bool isPage = selectedTab >= 0 && selectedTab < static_cast<std::int32_t>(std::size(editPageLabels));
+    return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
+}
+
+EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons) {
+    constexpr int margin = 5;   // pixels, of the dialog and between OK and Cancel
+    constexpr int leftGap = 2;  // between the buttons at the left
+    EditShellLayout layout;
+    const int bottom = client.height - margin;
+    const auto place = [bottom](int left, const ControlSize& size) {
+        return PlaceAt(left, bottom - size.height, size);
+    };
+    layout.help = place(margin, buttons.help);
+    layout.load = place(layout.help.right + leftGap, buttons.load);
+    layout.store = place(layout.load.right + leftGap, buttons.store);
+    layout.cancel = place(client.width - margin - buttons.cancel.width, buttons.cancel);
+    layout.ok = place(layout.cancel.left - margin - buttons.ok.width, buttons.ok);
+    layout.tabs = {margin, margin, client.width - margin, layout.ok.top - margin};
+    return layout;
+}
+
+CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource* templates, TemplateSourceFactory makeTemplates,
+                       IEditorUi& asked)
+    : compoundPage(edited, asked),
+      reactionPage(edited, asked),
+      definition(edited),
+      ui(asked),
+      templateSource(templates),
+      makeTemplateSource(std::move(makeTemplates)),
+      storeAllowed(!templates) {}
+
+CEditShell::CEditShell(ReactionPackDefinition& edited, TemplateSourceFactory makeTemplates, IEditorUi& asked)
+    : CEditShell(edited, nullptr, std::move(makeTemplates), asked) {}
+
+CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource& templates, IEditorUi& asked)
+    : CEditShell(edited, &templates, nullptr, asked) {}
+
+bool CEditShell::Check(const GeneralPageFields& general, std::u16string& errorText) {
+    CCheckBoxes boxes(ui);
+    const TemplateStore* const store = templateSource ? &templateSource->Store() : nullptr;
+    return ValidateDefinition(definition, store, storeAllowed, general.name, general.description, general.versionIndex,
+                              errorText, boxes);
+}
+
+bool CEditShell::Accept(const GeneralPageFields& general) {
+    std::u16string errorText;
+    if (Check(general, errorText)) return true;
+    ShowError(ui, errorText);
+    return false;
+}
+
+std::unique_ptr<ITemplateSource> CEditShell::MakeTemplateSource() {
+    std::unique_ptr<ITemplateSource> made = makeTemplateSource ? makeTemplateSource() : nullptr;
+    if (!made) ShowError(ui, u"out of memory");
+    return made;
+}
+
+bool CEditShell::Load(const GeneralPageFields& general) {
+    const std::unique_ptr<ITemplateSource> made = templateSource ? nullptr : MakeTemplateSource();
+    ITemplateSource* const templates = templateSource ? templateSource : made.get();
+    if (!templates) return false;
+    definition.name = BstrFromString(general.name);
+    std::u16string templateName = general.name;
+    if (!ui.AskForTemplateToLoad(*templates, templateName)) return false;
+    const auto* const found = FindTemplate(templates->Store(), templateName);
+    if (!found) {
+        ShowError(ui, u"Error: specified template not found");
+        return false;
+    }
+    TakeContent(definition, **found);
+    compoundPage.Select(-1);
+    reactionPage.Select(0);
+    return true;
+}
+
+void CEditShell::Store(const GeneralPageFields& general) {
+    if (templateSource) {  // the button is hidden
+        ui.ShowMessage(u"Internal error.", u"Error:", messagestyle::ok);
+        return;
+    }
+    std::u16string errorText;
+    if (!Check(general, errorText)) {
+        ui.ShowMessage(errorText, u"Cannot store:", messagestyle::ok | messagestyle::iconError);
+        return;
+    }
+    const std::unique_ptr<ITemplateSource> templates = MakeTemplateSource();
+    if (!templates) return;
+    std::u16string templateName = general.name;
+    if (!ui.AskForTemplateToStore(*templates, templateName)) return;
+    StoreAs(templateName, templates->Store());
+}
+
+// The list is written whatever the user answers, so that a file that was set aside as damaged is whole again.
+void CEditShell::StoreAs(const std::u16string& templateName, TemplateStore& store) {
+    definition.name = BstrFromString(templateName);  // the field keeps its text, which counts again at the next check
+    auto copy = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
+    copy->CopyFrom(definition);
+    if (auto* const found = FindTemplate(store, templateName)) {
+        const std::u16string question =
+            u"A reaction package template with the name " + templateName + u" already exists. Overwrite?";
+        if (ui.ShowMessage(question, u"Store template:", messagestyle::okCancel) == MessageAnswer::Ok) {
+            found->swap(copy);
+        }
+    } else {
+        store.templates.push_back(std::move(copy));
+    }
+    store.StoreTemplates();
+}
+
+void CEditShell::ShowHelp() {
+    const std::u16string path = ComponentFolder() + helpFile;
+    if (ui.ShowHelp(path, helpTopic)) return;
+    ui.ShowMessage(u"Failed to load HTML Help file " + path, u"Error starting Help:",
+                   messagestyle::ok | messagestyle::iconError);
+}
+
+}  // namespace reka

@@ -1,0 +1,86 @@
+// The editor of one expression: the message under the text, what of the text is red, and which brackets are bold.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "package/Definition.h"
+
+namespace reka {
+
+/// Characters from `first` up to `end`, which isn't one of them.
+struct TextRange {
+    std::int32_t first = 0;
+    std::int32_t end = 0;
+    bool operator==(const TextRange&) const = default;
+};
+
+constexpr std::uint32_t expressionTextColour = 0x000000;   // black, as the platform writes colours
+constexpr std::uint32_t expressionErrorColour = 0x0000FF;  // red
+
+/// How a part of the text is shown.
+struct ExpressionRun {
+    TextRange range;
+    bool isBold = false;
+    std::uint32_t colour = expressionTextColour;
+    bool operator==(const ExpressionRun&) const = default;
+};
+
+constexpr std::int32_t noPosition = -1;
+
+/// The bracket that the selection points to: the one at its start if at most one character is selected, otherwise the
+/// one in front of the caret. `noPosition` for none.
+std::int32_t BracketAt(std::u16string_view text, TextRange selection);
+
+/// The partner of the bracket at `position`; `noPosition` if it has none, and where no bracket is. Quotes don't count.
+std::int32_t PartnerOf(std::u16string_view text, std::int32_t position);
+
+/// The runs that make up the text, in its order. From `errorPosition` on all is red and nothing bold; it is
+/// `noPosition` for no error.
+std::vector<ExpressionRun> ColourExpression(std::u16string_view text, TextRange selection, std::int32_t errorPosition);
+
+/// The field of the text and the line under it, as a window has them. Ranges count the characters of `Text`: where the
+/// field counts a line end otherwise, the window gives the text as the field counts it.
+class IExpressionField {
+public:
+    virtual ~IExpressionField() = default;
+    virtual std::u16string Text() = 0;
+    virtual TextRange Selection() = 0;
+    /// Selects and formats, which the field may report as changes.
+    virtual void Show(const ExpressionRun& run) = 0;
+    virtual void Select(TextRange range) = 0;
+    virtual void ShowStatus(const std::u16string& message) = 0;
+};
+
+/// The dialog on the expression of one definition. Both parameters outlive this. No text is ever refused: what is wrong
+/// with it is shown while the user types, and told by the check of the definition. May throw std::bad_alloc; events
+/// count again then.
+class CExpressionEditor {
+public:
+    CExpressionEditor(const ReactionPackDefinition& edited, IExpressionField& shown);
+
+    // What the field reports. A change that this class itself brings about is none. Opening is a change of the text.
+    void TextChanged();
+    void SelectionChanged();
+
+    /// OK: the text, faulty or not.
+    std::u16string Accept() { return field.Text(); }
+
+    /// Where reading the text stopped; `noPosition` while there is no error.
+    std::int32_t ErrorPosition() const { return errorPosition; }
+
+private:
+    void ReparseExpression();
+    void RecolourExpression();
+
+    const ReactionPackDefinition& definition;
+    IExpressionField& field;
+    std::int32_t errorPosition = noPosition;
+    bool eventsOn = true;
+};
+
+}  // namespace reka

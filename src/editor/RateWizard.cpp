@@ -1,0 +1,209 @@
+// The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing.
+
+#include "editor/RateWizard.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "checking/NumberText.h"
+#include "expression/EvaluateScalarInput.h"
+#include "platform/HostArithmetic.h"
+
+namespace reka {
+
+namespace {
+
+constexpr std::size_t fieldLength = 2047;  // characters of a field that are read
+
+// A factor or a power this close to 1 isn't written.
+bool IsNearOne(double number) {
+    return std::fabs(number - 1.0) <= 1e-6;
+}
+
+bool IsWordCharacter(char16_t character) {
+    return (character >= u'A' && character <= u'Z') || (character >= u'a' && character <= u'z') ||
+           (character >= u'0' && character <= u'9') || character == u'_';
+}
+
+char16_t LetterOf(RateVariable variable) {
+    switch (variable) {
+        case RateVariable::MoleFraction:
+            return u'X';
+        case RateVariable::Molarity:
+            return u'C';
+        default:
+            return u'A';
+    }
+}
+
+struct DirectionInputs {
+    double constant = 0.0;
+    double energy = 0.0;
+};
+
+bool ReadNumber(std::u16string_view text, double& number, const char16_t* complaint, std::u16string& errorText) {
+    if (ParseFieldNumber(text, number)) return true;
+    errorText = complaint;
+    return false;
+}
+
+}  // namespace
+
+std::u16string QuoteCompoundName(std::u16string_view name) {
+    if (std::all_of(name.begin(), name.end(), IsWordCharacter)) return std::u16string(name);
+    return u"\"" + std::u16string(name) + u"\"";
+}
+
+bool ParseFieldNumber(std::u16string_view text, double& value) {
+    std::u16string reason;  // the field is named instead
+    return EvaluateScalarInput(text.substr(0, fieldLength), value, reason);
+}
+
+InhibitionColumnWidths FitInhibitionColumns(int listWidth) {
+    const int quarter = listWidth / 4;
+    return {quarter - 1, quarter * 3 - 3};
+}
+
+struct CRateWizard::Inputs {
+    DirectionInputs forward;
+    DirectionInputs backward;
+    double referenceTemperature = 0.0;  // 0: none
+    double inhibitionPower = 0.0;
+};
+
+CRateWizard::CRateWizard(const ReactionDefinition& rateReaction, const ReactionPackDefinition& definition)
+    : unitText(rateReaction.rateBasis == RateBasis::Heterogeneous ? u"Unit: mol/s/kg-cat" : u"Unit: mol/s/m3") {
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        const double coefficient = rateReaction.stoichiometry[i];
+        if (coefficient == 0.0) continue;
+        compoundNames.emplace_back(definition.compounds[i]->name.View());
+        stoichiometricCoefficients.push_back(coefficient);
+        inhibitionConstants.push_back(0.0);
+    }
+}
+
+bool CRateWizard::EditInhibitionConstant(std::size_t row, std::u16string_view text) {
+    if (row >= inhibitionConstants.size() || text.empty()) return false;
+    if (!ParseFieldNumber(text, inhibitionConstants[row])) return false;
+    UpdatePreview();
+    return true;
+}
+
+const std::u16string& CRateWizard::UpdatePreview() {
+    std::u16string errorText;  // told at OK
+    BuildRateExpression(errorText);
+    return rateText;
+}
+
+bool CRateWizard::Accept(IEditorUi& ui) {
+    std::u16string errorText;
+    if (BuildRateExpression(errorText)) return true;
+    ShowError(ui, errorText);
+    return false;
+}
+
+bool CRateWizard::BuildRateExpression(std::u16string& errorText) {
+    rateText.clear();
+    const COwnArithmetic arithmetic;
+    Inputs inputs;
+    if (!ReadInputs(inputs, errorText)) return false;
+    const bool hasBoth = fields.forward.isOn && fields.backward.isOn;
+    if (hasBoth) rateText += u"(";
+    if (fields.forward.isOn) WriteDirection(true, inputs);
+    if (fields.backward.isOn) WriteDirection(false, inputs);
+    if (hasBoth) rateText += u")";
+    if (IsInhibited()) WriteInhibition(inputs.inhibitionPower);
+    return true;
+}
+
+bool CRateWizard::IsInhibited() const {
+    return std::any_of(inhibitionConstants.begin(), inhibitionConstants.end(),
+                       [](double constant) { return constant != 0.0; });
+}
+
+// The fields in the order in which their complaints come. What isn't needed isn't read, so a bad text there does no
+// harm.
+bool CRateWizard::ReadInputs(Inputs& inputs, std::u16string& errorText) const {
+    const auto& [variable, forward, backward, referenceTemperature, inhibitionPower] = fields;
+    if (forward.isOn && !ReadNumber(forward.constant, inputs.forward.constant,
+                                    u"Number expected for forward reaction rate constant", errorText)) {
+        return false;
+    }
+    if (forward.IsEnergyEnabled() && !ReadNumber(forward.energy, inputs.forward.energy,
+                                                 u"Number expected for forward reaction Arrhenius energy", errorText)) {
+        return false;
+    }
+    if (backward.isOn && !ReadNumber(backward.constant, inputs.backward.constant,
+                                     u"Number expected for backward reaction rate constant", errorText)) {
+        return false;
+    }
+    if (backward.IsEnergyEnabled() &&
+        !ReadNumber(backward.energy, inputs.backward.energy, u"Number expected for backward reaction Arrhenius energy",
+                    errorText)) {
+        return false;
+    }
+    if (!forward.isOn && !backward.isOn) {
+        errorText = u"No forward or backward rate selected.";
+        return false;
+    }
+    if ((forward.IsEnergyEnabled() || backward.IsEnergyEnabled()) && !referenceTemperature.empty() &&
+        !ReadNumber(referenceTemperature, inputs.referenceTemperature,
+                    u"Number expected for Arrhenius reference temperature", errorText)) {
+        return false;
+    }
+    return !IsInhibited() ||
+           ReadNumber(inhibitionPower, inputs.inhibitionPower, u"Number expected for inhibition power", errorText);
+}
+
+// The number in front of a product.
+void CRateWizard::WriteFactor(double number) {
+    if (!IsNearOne(number)) rateText += FormatGeneral(number) + u"*";
+}
+
+void CRateWizard::WriteVariable(std::u16string_view name) {
+    rateText += LetterOf(fields.variable);
+    rateText += u"(" + QuoteCompoundName(name) + u")";
+}
+
+// Rate constant, Arrhenius term and the powers of what reacts in this direction: the negative coefficients forward, the
+// positive ones backward. With none of them the text ends in its "*", which the check of the definition reports.
+void CRateWizard::WriteDirection(bool isForward, const Inputs& inputs) {
+    const RateDirectionFields& direction = isForward ? fields.forward : fields.backward;
+    const auto& [constant, energy] = isForward ? inputs.forward : inputs.backward;
+    if (!isForward) rateText += u"-";
+    WriteFactor(constant);
+    if (direction.hasEnergy) WriteArrheniusTerm(energy, inputs.referenceTemperature);
+    bool isFirst = true;
+    for (std::size_t i = 0; i < compoundNames.size(); ++i) {
+        const double amount = isForward ? -stoichiometricCoefficients[i] : stoichiometricCoefficients[i];
+        if (!(amount > 0.0)) continue;
+        if (!isFirst) rateText += u"*";
+        isFirst = false;
+        WriteVariable(compoundNames[i]);
+        if (!IsNearOne(amount)) rateText += u"^" + FormatGeneral(amount);
+    }
+}
+
+void CRateWizard::WriteArrheniusTerm(double energy, double referenceTemperature) {
+    rateText += u"exp(-" + FormatGeneral(energy);
+    if (referenceTemperature != 0.0) {
+        rateText += u"/R*(1/T-1/" + FormatGeneral(referenceTemperature) + u")";
+    } else {
+        rateText += u"/(R*T)";
+    }
+    rateText += u")*";
+}
+
+void CRateWizard::WriteInhibition(double power) {
+    rateText += u"/(1.0";
+    for (std::size_t i = 0; i < compoundNames.size(); ++i) {
+        if (inhibitionConstants[i] == 0.0) continue;
+        rateText += u"+";
+        WriteFactor(inhibitionConstants[i]);
+        WriteVariable(compoundNames[i]);
+    }
+    rateText += u")";
+    if (!IsNearOne(power)) rateText += u"^" + FormatGeneral(power);
+}
+
+}  // namespace reka

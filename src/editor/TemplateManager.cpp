@@ -1,0 +1,128 @@
+// Each template is edited as a copy, which takes its place at OK. While a dialog is open anything may read the list of
+// templates afresh - the dialog itself, to load one, or the simulator - so that nothing but its index leads back to a
+// template.
+
+#include "editor/TemplateManager.h"
+
+#include <memory>
+#include <utility>
+
+namespace reka {
+
+namespace {
+
+constexpr int gap = 5;  // pixels
+
+ReactionPackDefinition* TemplateAt(const TemplateStore& store, std::size_t index) {
+    return index < store.templates.size() ? store.templates[index].get() : nullptr;
+}
+
+/// The templates as the shell sees them while that of one index is open in it: whenever they are asked for, the one at
+/// that index counts as the one under edit, with which the check of a name compares nothing.
+class CTemplatesUnderEdit : public ITemplateSource {
+public:
+    CTemplatesUnderEdit(ITemplateSource& all, std::size_t editedIndex) : source(all), index(editedIndex) {}
+    ~CTemplatesUnderEdit() override { source.Store().templateUnderEdit = nullptr; }
+    CTemplatesUnderEdit(const CTemplatesUnderEdit&) = delete;
+    CTemplatesUnderEdit& operator=(const CTemplatesUnderEdit&) = delete;
+
+    HRESULT GetListOfReactionsPackages(VARIANT* names) override { return source.GetListOfReactionsPackages(names); }
+    TemplateStore& Store() override {
+        TemplateStore& store = source.Store();
+        store.templateUnderEdit = TemplateAt(store, index);
+        return store;
+    }
+
+private:
+    ITemplateSource& source;
+    std::size_t index;
+};
+
+}  // namespace
+
+TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons) {
+    TemplateManagerLayout layout;
+    int top = gap;
+    const auto stack = [&](ControlPlace& place, const ControlSize& size) {
+        place = PlaceAt(client.width - gap - size.width, top, size);
+        top = place.bottom + gap;
+    };
+    stack(layout.create, buttons.create);
+    stack(layout.edit, buttons.edit);
+    stack(layout.erase, buttons.erase);
+    layout.close =
+        PlaceAt(client.width - gap - buttons.close.width, client.height - gap - buttons.close.height, buttons.close);
+    layout.list = {gap, gap, layout.create.left - gap, client.height - gap};
+    return layout;
+}
+
+CTemplateManager::CTemplateManager(ITemplateSource& manager, IEditorUi& asked) : source(manager), ui(asked) {
+    FillList();
+}
+
+void CTemplateManager::FillList() {
+    selection = -1;
+    names.clear();
+    for (const auto& definition : source.Store().templates) names.emplace_back(definition->name.View());
+}
+
+std::int32_t CTemplateManager::Selection() const {
+    // a negative one is beyond any list
+    return static_cast<std::size_t>(selection) < names.size() ? selection : -1;
+}
+
+bool CTemplateManager::Create() {
+    TemplateStore& store = source.Store();
+    auto created = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
+    store.templateUnderEdit = nullptr;
+    store.LoadTemplates();
+    if (!ui.EditTemplate(*created, source)) return false;
+    store.templates.push_back(std::move(created));
+    FillList();
+    store.StoreTemplates();
+    return true;
+}
+
+bool CTemplateManager::Edit() {
+    TemplateStore& store = source.Store();
+    const auto index = static_cast<std::size_t>(Selection());
+    const ReactionPackDefinition* const original = TemplateAt(store, index);
+    if (!original) return false;
+    auto copy = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
+    copy->CopyFrom(*original);
+    store.LoadTemplates();
+    {
+        CTemplatesUnderEdit others(source, index);
+        others.Store();
+        if (!ui.EditTemplate(*copy, others)) return false;
+    }
+    if (index < store.templates.size()) {
+        store.templates[index].swap(copy);  // the old one goes when all is done: its end may let the simulator call in
+    } else {
+        store.templates.push_back(std::move(copy));  // the file has become shorter: what was edited isn't lost
+    }
+    FillList();
+    store.StoreTemplates();
+    return true;
+}
+
+bool CTemplateManager::Delete() {
+    TemplateStore& store = source.Store();
+    const auto index = static_cast<std::size_t>(Selection());
+    const ReactionPackDefinition* const doomed = TemplateAt(store, index);
+    if (!doomed) return false;
+    const std::u16string question = u"Are you sure you want to permanently delete the reaction package definition " +
+                                    std::u16string(doomed->name.View()) + u"?";
+    constexpr std::uint32_t style =
+        messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
+    if (ui.ShowMessage(question, u"Delete Reaction Package Definition:", style) != MessageAnswer::Yes) return false;
+    std::unique_ptr<ReactionPackDefinition> erased;
+    if (index < store.templates.size()) {
+        erased.swap(store.templates[index]);
+        store.templates.erase(store.templates.begin() + static_cast<std::ptrdiff_t>(index));
+    }
+    FillList();
+    return true;
+}
+
+}  // namespace reka

@@ -1,0 +1,68 @@
+// The dialog in which a user keeps the templates: the list of their names, and what its buttons do with the templates.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "editor/DialogLayout.h"
+#include "editor/EditorUi.h"
+#include "editor/TemplateSource.h"
+
+namespace reka {
+
+struct TemplateManagerSizes {
+    ControlSize create;
+    ControlSize edit;
+    ControlSize erase;
+    ControlSize close;
+};
+struct TemplateManagerLayout {
+    ControlPlace list;
+    ControlPlace create;
+    ControlPlace edit;
+    ControlPlace erase;
+    ControlPlace close;
+    bool operator==(const TemplateManagerLayout&) const = default;
+};
+/// The buttons in a column at the right edge, Close at its bottom, and the list in the rest.
+TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons);
+
+/// The dialog on the templates of `manager`, which are read by whoever opens it, and stored when it has ended. Both
+/// outlive this. May throw std::bad_alloc; the list of templates is then whole, and the file may lack the last change.
+///
+/// The list shows the templates as they were when it was filled. A template is told by its index there, also after the
+/// templates were read afresh from the file meanwhile: the one that stands there now is meant.
+class CTemplateManager {
+public:
+    /// Fills the list.
+    CTemplateManager(ITemplateSource& manager, IEditorUi& asked);
+
+    /// The names in the list, in the order of the templates.
+    const std::vector<std::u16string>& Names() const { return names; }
+
+    /// The index of the selected row; -1 for none, as after each filling of the list.
+    std::int32_t Selection() const;
+    /// Any index that isn't one of a row selects none.
+    void Select(std::int32_t index) { selection = index; }
+    /// Edit and Delete can be used for a selected row alone; Create and Close always can.
+    bool IsEditEnabled() const { return Selection() >= 0; }
+    bool IsDeleteEnabled() const { return IsEditEnabled(); }
+
+    // The buttons. True: the list is filled afresh, to be shown again.
+    bool Create();
+    bool Edit();
+    bool Delete();
+
+private:
+    void FillList();
+
+    ITemplateSource& source;
+    IEditorUi& ui;
+    std::vector<std::u16string> names;
+    std::int32_t selection = -1;
+};
+
+}  // namespace reka

@@ -1,0 +1,43 @@
+// See TemplateNames.h.
+
+#include "editor/TemplateNames.h"
+
+#include <utility>
+
+#include "capeopen/ArrayHelpers.h"
+#include "package/SameText.h"
+
+namespace reka {
+
+CTemplateNames::CTemplateNames(TemplateNamePurpose use, std::u16string name, IEditorUi& asked)
+    : purpose(use), templateName(std::move(name)), ui(asked) {}
+
+void CTemplateNames::Fill(ITemplateSource& templates) {
+    names.clear();
+    suggestedPosition = -1;
+    CVariant list;
+    if (FAILED(templates.GetListOfReactionsPackages(&list.Get()))) return;
+    std::u16string errorText;
+    const std::int32_t count = CheckArrayVariant(list.Get(), VT_BSTR, errorText);
+    if (count < 0) {
+        ShowError(ui, errorText);
+        return;
+    }
+    if (count == 0) return;  // no array at all
+    ReadStringArray(names, list.Get());
+    for (std::size_t i = 0; i < names.size() && suggestedPosition < 0; ++i) {
+        if (SameText(names[i], templateName)) suggestedPosition = static_cast<std::int32_t>(i);
+    }
+}
+
+bool CTemplateNames::Accept(std::u16string_view text) {
+    if (text.empty()) {
+        ShowError(ui, purpose == TemplateNamePurpose::Load ? u"No reaction package template name selected."
+                                                           : u"A template name must be specified.");
+        return false;
+    }
+    templateName = text;
+    return true;
+}
+
+}  // namespace reka

@@ -1,0 +1,277 @@
+// The dialog of the templates: what its list shows, and what its buttons do with the list and its file.
+
+#include "editor/TemplateManager.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "editor/TemplateFixture.h"
+
+namespace reka::test {
+namespace {
+
+class TemplateManager : public TemplateFixture {
+protected:
+    /// The dialog as the manager opens it, on templates of these names.
+    CTemplateManager& Open(const Names& names) {
+        PutTemplates(names);
+        source.Store().LoadTemplates();
+        dialog = std::make_unique<CTemplateManager>(source, ui);
+        files.operations.clear();
+        return *dialog;
+    }
+    Names Templates() { return NamesOf(source.Store()); }
+
+    /// The user ends the shell with OK after giving the template a name.
+    void WillName(const char16_t* name) {
+        ui.inTemplate = [name](ReactionPackDefinition& definition, ITemplateSource&) {
+            definition.name = CBstr::Make(name);
+            return true;
+        };
+    }
+    void WillAnswer(MessageAnswer answer) { ui.messageAnswer = answer; }
+
+    CManagerTemplates source;
+    std::unique_ptr<CTemplateManager> dialog;
+};
+
+TEST_F(TemplateManager, ListsTheNamesInTheirOrder) {
+    EXPECT_EQ(Open({u"B", u"", u"A"}).Names(), (Names{u"B", u"", u"A"}));
+}
+
+TEST_F(TemplateManager, HasButtonsForASelectionAlone) {
+    Open({u"B", u"A"});
+    EXPECT_EQ(dialog->Selection(), -1);
+    EXPECT_FALSE(dialog->IsEditEnabled());
+    EXPECT_FALSE(dialog->IsDeleteEnabled());
+    dialog->Select(1);
+    EXPECT_EQ(dialog->Selection(), 1);
+    EXPECT_TRUE(dialog->IsEditEnabled());
+    EXPECT_TRUE(dialog->IsDeleteEnabled());
+    for (const std::int32_t index : {2, -1, std::numeric_limits<std::int32_t>::min()}) {
+        dialog->Select(index);
+        EXPECT_EQ(dialog->Selection(), -1);
+        EXPECT_FALSE(dialog->IsEditEnabled());
+        EXPECT_FALSE(dialog->Edit());
+        EXPECT_FALSE(dialog->Delete());
+    }
+    EXPECT_EQ(ui.asked, Lines{});
+    EXPECT_EQ(files.operations, Lines{});
+}
+
+TEST_F(TemplateManager, CanDoLittleWithoutTemplates) {
+    Open({});
+    dialog->Select(0);
+    EXPECT_FALSE(dialog->IsEditEnabled());
+    EXPECT_FALSE(dialog->IsDeleteEnabled());
+}
+
+TEST_F(TemplateManager, CreatesATemplateAtTheEnd) {
+    Open({u"B", u"A"});
+    dialog->Select(0);
+    const ReactionPackDefinition stale(nullptr);
+    source.Store().templateUnderEdit = &stale;
+    ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource& templates) {
+        EXPECT_TRUE(definition.name.IsAbsent());
+        EXPECT_TRUE(definition.compounds.empty());
+        EXPECT_EQ(&templates.Store(), &source.Store());
+        EXPECT_EQ(templates.Store().templateUnderEdit, nullptr);
+        definition.name = CBstr::Make(u"New");
+        return true;
+    };
+    EXPECT_TRUE(dialog->Create());
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"New"}));
+    EXPECT_EQ(dialog->Selection(), -1);
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"New"}));
+    EXPECT_EQ(ui.asked, Lines{"template|"});
+}
+
+TEST_F(TemplateManager, LeavesTheListAfterACancelledCreate) {
+    Open({u"B", u"A"});
+    dialog->Select(1);
+    EXPECT_FALSE(dialog->Create());
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A"}));
+    EXPECT_EQ(Templates(), (Names{u"B", u"A"}));
+    EXPECT_EQ(dialog->Selection(), 1);
+    EXPECT_FALSE(IsFileWritten());
+}
+
+TEST_F(TemplateManager, GivesTemplatesTheContextOfTheManager) {
+    CFakeObject context;
+    Open({u"A"});
+    source.Store().simulationContext = CComRef<IDispatch>(&context);
+    ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource&) {
+        EXPECT_EQ(definition.simulationContext.Get(), &context);
+        return false;
+    };
+    dialog->Create();
+    dialog->Select(0);
+    dialog->Edit();
+    EXPECT_EQ(ui.asked.size(), 2U);
+    source.Store().simulationContext.Reset();
+    source.Store().DiscardTemplates();
+    EXPECT_EQ(context.references.Held(), 0);
+}
+
+TEST_F(TemplateManager, EditsACopy) {
+    Open({u"B", u"A", u"C"});
+    dialog->Select(1);
+    ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource& templates) {
+        EXPECT_EQ(definition.name.View(), u"A");
+        const ReactionPackDefinition* const original = source.Store().templates[1].get();
+        EXPECT_NE(&definition, original);
+        EXPECT_EQ(templates.Store().templateUnderEdit, original);
+        definition.name = CBstr::Make(u"A2");
+        EXPECT_EQ(Templates(), (Names{u"B", u"A", u"C"}));
+        return true;
+    };
+    EXPECT_TRUE(dialog->Edit());
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A2", u"C"}));
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A2", u"C"}));
+    EXPECT_EQ(dialog->Selection(), -1);
+    EXPECT_EQ(source.Store().templateUnderEdit, nullptr);
+    EXPECT_EQ(ui.asked, Lines{"template|A"});
+}
+
+TEST_F(TemplateManager, LeavesTheTemplateAfterACancelledEdit) {
+    Open({u"B", u"A"});
+    dialog->Select(1);
+    ui.inTemplate = [](ReactionPackDefinition& definition, ITemplateSource&) {
+        definition.name = CBstr::Make(u"half edited");
+        return false;
+    };
+    EXPECT_FALSE(dialog->Edit());
+    EXPECT_EQ(Templates(), (Names{u"B", u"A"}));
+    EXPECT_EQ(dialog->Selection(), 1);
+    EXPECT_EQ(source.Store().templateUnderEdit, nullptr);
+    EXPECT_FALSE(IsFileWritten());
+}
+
+TEST_F(TemplateManager, KnowsTheTemplateUnderEditAfterTheListWasReadAgain) {
+    Open({u"B", u"A"});
+    dialog->Select(1);
+    ui.inTemplate = [&](ReactionPackDefinition&, ITemplateSource& templates) {
+        CVariant names;
+        EXPECT_EQ(templates.GetListOfReactionsPackages(&names.Get()), S_OK);  // as the shell does to load one
+        EXPECT_EQ(Show(names.Get()), "['B', 'A']");
+        EXPECT_EQ(templates.Store().templateUnderEdit, source.Store().templates[1].get());
+        PutTemplates({u"B"});  // another program has made the file shorter
+        source.Store().LoadTemplates();
+        EXPECT_EQ(templates.Store().templateUnderEdit, nullptr);
+        return false;
+    };
+    EXPECT_FALSE(dialog->Edit());
+    EXPECT_EQ(source.timesListed, 1);
+}
+
+TEST_F(TemplateManager, ReadsTheFileBeforeTheShellOpens) {
+    Open({u"B", u"A"});
+    PutTemplates({u"X", u"Y", u"Z"});
+    dialog->Select(1);
+    ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource&) {
+        EXPECT_EQ(Templates(), (Names{u"X", u"Y", u"Z"}));
+        EXPECT_EQ(definition.name.View(), u"A");  // the copy was made before
+        return true;
+    };
+    EXPECT_TRUE(dialog->Edit());
+    EXPECT_EQ(NamesInFile(), (Names{u"X", u"A", u"Z"}));  // in the place that it had
+}
+
+TEST_F(TemplateManager, KeepsWhatWasEditedIfItsPlaceIsGone) {
+    Open({u"B", u"A", u"C"});
+    PutTemplates({u"X"});
+    dialog->Select(2);
+    WillName(u"C2");
+    EXPECT_TRUE(dialog->Edit());
+    EXPECT_EQ(NamesInFile(), (Names{u"X", u"C2"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"X", u"C2"}));
+}
+
+TEST_F(TemplateManager, DoesNothingToATemplateThatIsNoLongerThere) {
+    Open({u"B", u"A"});
+    dialog->Select(1);
+    PutTemplates({u"X"});
+    source.Store().LoadTemplates();
+    EXPECT_FALSE(dialog->Edit());
+    EXPECT_FALSE(dialog->Delete());
+    EXPECT_EQ(ui.asked, Lines{});
+}
+
+TEST_F(TemplateManager, DeletesAfterAQuestion) {
+    Open({u"B", u"A", u"C"});
+    dialog->Select(1);
+    WillAnswer(MessageAnswer::Yes);
+    EXPECT_TRUE(dialog->Delete());
+    // yes or no 4, question 32, the second button is the default 256
+    EXPECT_EQ(ui.asked, Lines{"message|Delete Reaction Package Definition:|Are you sure you want to permanently delete "
+                              "the reaction package definition A?|292"});
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"C"}));
+    EXPECT_EQ(Templates(), (Names{u"B", u"C"}));
+    EXPECT_EQ(dialog->Selection(), -1);
+    EXPECT_FALSE(dialog->IsEditEnabled());
+    EXPECT_FALSE(dialog->IsDeleteEnabled());
+    EXPECT_EQ(files.operations, Lines{});  // the file waits for the end of the dialog
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"C"}));
+}
+
+TEST_F(TemplateManager, DeletesNothingOnAnyOtherAnswer) {
+    Open({u"B", u"A"});
+    dialog->Select(0);
+    for (const MessageAnswer answer :
+         {MessageAnswer::No, MessageAnswer::None, MessageAnswer::Cancel, MessageAnswer::Ok}) {
+        WillAnswer(answer);
+        EXPECT_FALSE(dialog->Delete());
+    }
+    EXPECT_EQ(Templates(), (Names{u"B", u"A"}));
+    EXPECT_EQ(dialog->Selection(), 0);
+}
+
+TEST_F(TemplateManager, TakesAListThatChangesDuringTheQuestion) {
+    Open({u"B", u"A"});
+    dialog->Select(1);
+    WillAnswer(MessageAnswer::Yes);
+    ui.onMessage = [this] {
+        PutTemplates({u"X"});
+        source.Store().LoadTemplates();
+    };
+    EXPECT_TRUE(dialog->Delete());
+    EXPECT_EQ(dialog->Names(), Names{u"X"});
+}
+
+TEST_F(TemplateManager, BringsADeletedTemplateBackWithTheNextCreate) {
+    Open({u"B", u"A"});
+    dialog->Select(0);
+    WillAnswer(MessageAnswer::Yes);
+    EXPECT_TRUE(dialog->Delete());
+    EXPECT_EQ(dialog->Names(), Names{u"A"});
+    WillName(u"New");
+    EXPECT_TRUE(dialog->Create());
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"New"}));
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"New"}));
+}
+
+TEST_F(TemplateManager, GoesByTheIndexAfterADelete) {
+    Open({u"B", u"A"});
+    dialog->Select(0);
+    WillAnswer(MessageAnswer::Yes);
+    EXPECT_TRUE(dialog->Delete());
+    dialog->Select(0);  // A, before the file is read
+    WillName(u"A2");
+    EXPECT_TRUE(dialog->Edit());
+    EXPECT_EQ(ui.asked.back(), "template|A");
+    EXPECT_EQ(dialog->Names(), (Names{u"A2", u"A"}));  // in the place of B, which had come back
+}
+
+TEST(TemplateManagerLayout, KeepsTheButtonsAtTheRightEdge) {
+    const TemplateManagerSizes buttons = {{100, 20}, {100, 20}, {100, 20}, {90, 25}};
+    const TemplateManagerLayout layout = LayOutTemplateManager({400, 300}, buttons);
+    EXPECT_EQ(layout.create, (ControlPlace{295, 5, 395, 25}));
+    EXPECT_EQ(layout.edit, (ControlPlace{295, 30, 395, 50}));
+    EXPECT_EQ(layout.erase, (ControlPlace{295, 55, 395, 75}));
+    EXPECT_EQ(layout.close, (ControlPlace{305, 270, 395, 295}));
+    EXPECT_EQ(layout.list, (ControlPlace{5, 5, 290, 295}));
+}
+
+}  // namespace
+}  // namespace reka::test
