@@ -82,8 +82,14 @@ void BaseObject::SetError(const char16_t* name, const char16_t* description, con
     errorInterface = CopyLiteral(interfaceName);
 }
 
+std::span<const IID> BaseObject::LateBoundInterfaces() const {
+    static constexpr IID interfaces[] = {ICapeIdentification::iid, ECapeRoot::iid, ECapeUser::iid};
+    return interfaces;
+}
+
 void* BaseObject::FindInterface(REFIID iid) {
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == ECapeRoot::iid) return static_cast<ECapeRoot*>(this);
+    if (iid == IID_IUnknown || iid == ECapeRoot::iid) return static_cast<ECapeRoot*>(this);
+    if (iid == IID_IDispatch) return static_cast<CMergedDispatch*>(this);
     if (iid == ECapeUnknown::iid) return static_cast<ECapeUnknown*>(this);
     if (iid == ECapeUser::iid) return static_cast<ECapeUser*>(this);
     if (iid == ICapeIdentification::iid) return static_cast<ICapeIdentification*>(this);

@@ -7,25 +7,28 @@
 #include <stdexcept>
 
 #include "capeopen/DualInterface.h"
+#include "capeopen/MergedDispatch.h"
+#include "capeopen/ModuleLocks.h"
 #include "platform/Holders.h"
 
 namespace reka {
 
 /// Answers `ECapeRoot`, `ECapeUnknown`, `ECapeUser` and `ICapeIdentification` for the object derived from it. There is
 /// no separate error object: after a failed call the object itself is asked. A success leaves the last failure in
-/// place. Reference counts come with `CComObject` or `CAggregatedObject`.
+/// place. Reference counts come with `CComObject` or `CAggregatedObject`. The module stays loaded while it lives.
 class BaseObject : public CDualInterface<ECapeRoot>,
                    public CDualInterface<ECapeUnknown>,
                    public CDualInterface<ECapeUser>,
-                   public CDualInterface<ICapeIdentification> {
+                   public CDualInterface<ICapeIdentification>,
+                   public CMergedDispatch {
 public:
     BaseObject() = default;
     BaseObject(const BaseObject&) = delete;
     BaseObject& operator=(const BaseObject&) = delete;
+    virtual ~BaseObject() = default;
 
     // ECapeRoot and ECapeUser
     HRESULT STDMETHODCALLTYPE get_name(BSTR* name) override;
-    virtual ~BaseObject() = default;
     HRESULT STDMETHODCALLTYPE get_code(LONG* code) override;
     HRESULT STDMETHODCALLTYPE get_description(BSTR* description) override;
     HRESULT STDMETHODCALLTYPE get_scope(BSTR* scope) override;
@@ -45,13 +48,18 @@ public:
                   const char16_t* interfaceName) noexcept;
 
     /// The interface that `iid` names, without a count; null if the object hasn't got it. `IUnknown` and `IDispatch`
-    /// are always the same ones.
-    void* FindInterface(REFIID iid);
+    /// are always the same ones; the latter knows the members of all interfaces.
+    void* FindInterface(REFIID iid) override;
 
     /// Gives back all that the object holds of others, before it is destroyed.
     virtual void FinalRelease() {}
 
+private:
+    CModuleLock moduleLock;  // goes last
+
 protected:
+    std::span<const IID> LateBoundInterfaces() const override;
+
     CBstr componentName;
     CBstr componentDescription;
 
@@ -67,8 +75,8 @@ private:
 HRESULT GiveCopy(const CBstr& text, BSTR* output);
 
 /// Runs the body of an interface method. The object lives until it has returned, whatever a call that goes out gives
-/// back. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as
-/// name and description and the result is `ECapeUnknownHR`; the same code without a text answers anything else.
+/// back. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as name and description and the
+/// result is `ECapeUnknownHR`; the same code without a text answers anything else.
 template <class Body>
 HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* interfaceName, Body&& body) noexcept {
     const CComRef<ECapeRoot> self(&object);

@@ -3,27 +3,37 @@
 #pragma once
 
 #include "capeopen/CapeOpenInterfaces.h"
+#include "platform/TypeLibrary.h"
 
 namespace reka {
 
-/// Base for an object's implementation of one dual interface. There is no type information yet, so a late-bound call is
-/// answered with `E_NOTIMPL`; everything is reached through the interface's own slots.
+/// The operations of `IDispatch` for the interface `iid`, of which `object` is a pointer. A locale is not asked for:
+/// the names are the same in every language. Null where a pointer is needed gives `E_POINTER`, and so does an argument
+/// by reference that refers to nothing; an identifier in the reserved place gives `DISP_E_UNKNOWNINTERFACE`. `adapt` is
+/// told by platform/TypeLibrary.h.
+HRESULT CountTypes(UINT* count);
+HRESULT GiveType(REFIID iid, UINT index, ITypeInfo** typeInfo) noexcept;
+HRESULT FindMembers(REFIID iid, REFIID reserved, LPOLESTR* names, UINT count, DISPID* members) noexcept;
+HRESULT CallMember(void* object, REFIID iid, DISPID member, REFIID reserved, WORD flags, DISPPARAMS* parameters,
+                   VARIANT* result, EXCEPINFO* exception, UINT* badArgument, AdaptArgument adapt = nullptr) noexcept;
+
+/// Base for an object's implementation of one dual interface: answers late-bound calls with that interface's own
+/// identifiers.
 template <class Interface>
 class CDualInterface : public Interface {
 public:
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        if (!count) return E_POINTER;
-        *count = 0;
-        return S_OK;
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return CountTypes(count); }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** typeInfo) override {
+        return GiveType(InterfaceId<Interface>(), index, typeInfo);
     }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo** typeInfo) override {
-        if (!typeInfo) return E_POINTER;
-        *typeInfo = nullptr;
-        return E_NOTIMPL;
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID reserved, LPOLESTR* names, UINT count, LCID,
+                                            DISPID* members) override {
+        return FindMembers(InterfaceId<Interface>(), reserved, names, count, members);
     }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID, REFIID, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*, UINT*) override {
-        return E_NOTIMPL;
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override {
+        return CallMember(static_cast<Interface*>(this), InterfaceId<Interface>(), member, reserved, flags, parameters,
+                          result, exception, badArgument);
     }
 };
 

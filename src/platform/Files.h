@@ -24,7 +24,8 @@ public:
     virtual bool Flush() = 0;
 };
 
-/// Paths are absolute, with the separators of the platform. Nothing here throws but std::bad_alloc.
+/// Paths are absolute, with the separators of the platform. Nothing here throws but std::bad_alloc, and that only what
+/// opens a file or gives a text.
 class IFileSystem {
 public:
     virtual ~IFileSystem() = default;
@@ -38,7 +39,8 @@ public:
     /// Time of the last write in units of 100 ns, of use for comparison alone; 0 for a file that can't be opened.
     virtual std::uint64_t LastWriteTime(const std::u16string& path) = 0;
     virtual bool CreateFolder(const std::u16string& path) = 0;
-    /// Replaces `to`; it gets the last-write time of `from`.
+    /// Replaces `to`; it gets the last-write time of `from`. A copy that fails leaves `to` as it was if `from` can't be
+    /// read, and otherwise no file rather than part of one.
     virtual bool Copy(const std::u16string& from, const std::u16string& to) = 0;
     /// Fails if `to` is there already.
     virtual bool Rename(const std::u16string& from, const std::u16string& to) = 0;

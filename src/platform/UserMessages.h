@@ -12,6 +12,7 @@ namespace messagestyle {
 constexpr std::uint32_t ok = 0x00;
 constexpr std::uint32_t okCancel = 0x01;
 constexpr std::uint32_t yesNo = 0x04;
+constexpr std::uint32_t buttons = 0x0F;  // the part of a style that tells the buttons
 constexpr std::uint32_t iconError = 0x10;
 constexpr std::uint32_t iconQuestion = 0x20;
 constexpr std::uint32_t iconExclamation = 0x30;
@@ -38,8 +39,8 @@ public:
     virtual MessageAnswer Show(const UserMessage& message) noexcept = 0;
 };
 
-/// The system's message boxes. Where there are none a message goes to standard error, a question is answered no, and
-/// everything else is acknowledged.
+/// The system's message boxes. Where there are none a message goes to standard error, what has only an OK is
+/// acknowledged, a question for yes or no is answered no, and everything else is cancelled.
 IUserMessages& SystemMessageBoxes();
 
 /// What messages go through in this process.

@@ -36,15 +36,33 @@ char32_t TakeCodePoint(std::string_view& bytes) {
     return point;
 }
 
-void AppendUtf8(std::string& bytes, char32_t point) {
+/// Hands the bytes of a code point to `append`.
+template <class Append>
+void AppendUtf8(char32_t point, const Append& append) {
     if (point < 0x80) {
-        bytes += static_cast<char>(point);
+        append(static_cast<char>(point));
         return;
     }
     const int trailing = point < 0x800 ? 1 : point < 0x10000 ? 2 : 3;
     const unsigned lead = trailing == 1 ? 0xC0 : trailing == 2 ? 0xE0 : 0xF0;
-    bytes += static_cast<char>(lead | point >> (6 * trailing));
-    for (int i = trailing - 1; i >= 0; --i) bytes += static_cast<char>(0x80U | (point >> (6 * i) & 0x3FU));
+    append(static_cast<char>(lead | point >> (6 * trailing)));
+    for (int i = trailing - 1; i >= 0; --i) append(static_cast<char>(0x80U | (point >> (6 * i) & 0x3FU)));
+}
+
+/// Hands the bytes of a text to `append`.
+template <class Append>
+void ConvertToUtf8(std::u16string_view text, const Append& append) {
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        char32_t point = text[i];
+        const bool high = point >= 0xD800 && point <= 0xDBFF;
+        const bool paired = high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
+        if (paired) {
+            point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00U);
+        } else if (point >= 0xD800 && point <= 0xDFFF) {
+            point = replacement;
+        }
+        AppendUtf8(point, append);
+    }
 }
 
 }  // namespace
@@ -67,18 +85,17 @@ std::u16string Utf16FromUtf8(std::string_view bytes) {
 std::string Utf8FromUtf16(std::u16string_view text) {
     std::string bytes;
     bytes.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t point = text[i];
-        const bool high = point >= 0xD800 && point <= 0xDBFF;
-        const bool paired = high && i + 1 < text.size() && text[i + 1] >= 0xDC00 && text[i + 1] <= 0xDFFF;
-        if (paired) {
-            point = 0x10000 + ((point - 0xD800) << 10) + (text[++i] - 0xDC00U);
-        } else if (point >= 0xD800 && point <= 0xDFFF) {
-            point = replacement;
-        }
-        AppendUtf8(bytes, point);
-    }
+    ConvertToUtf8(text, [&](char byte) { bytes += byte; });
     return bytes;
+}
+
+std::size_t WriteUtf8(std::u16string_view text, std::span<char> buffer) noexcept {
+    std::size_t size = 0;
+    ConvertToUtf8(text, [&](char byte) {
+        if (size < buffer.size()) buffer[size++] = byte;
+    });
+    if (size < buffer.size()) buffer[size] = '\0';
+    return size;
 }
 
 }  // namespace reka

@@ -83,6 +83,21 @@ TEST_F(BaseObjectTest, OffersItsInterfacesWithOneIdentity) {
     }
 }
 
+TEST(ModuleLocks, CountTheLivingObjects) {
+    const std::int32_t before = moduleLockCount;
+    void* first = nullptr;
+    void* second = nullptr;
+    ASSERT_EQ(CreateObject<CSmallObject>(nullptr, IID_IUnknown, &first), S_OK);
+    ASSERT_EQ(CreateObject<CSmallObject>(nullptr, IID_IDispatch, &second), S_OK);
+    EXPECT_EQ(moduleLockCount, before + 2);
+    static_cast<IUnknown*>(first)->Release();
+    EXPECT_EQ(moduleLockCount, before + 1);
+    static_cast<IDispatch*>(second)->Release();
+    EXPECT_EQ(moduleLockCount, before);
+    EXPECT_EQ(CreateObject<CSmallObject>(nullptr, IID_IErrorLog, &first), E_NOINTERFACE);
+    EXPECT_EQ(moduleLockCount, before);
+}
+
 TEST(RunMethod, LetsNothingThrownOut) {
     CComObject<CSmallObject>* const object = new CComObject<CSmallObject>();
     IUnknown* const unknown = static_cast<ECapeRoot*>(object);

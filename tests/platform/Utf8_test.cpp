@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 namespace reka::test {
 namespace {
 
@@ -49,6 +52,26 @@ TEST(Utf8FromUtf16, ReplacesLoneSurrogates) {
               "\xEF\xBF\xBD"
               "a\xEF\xBF\xBD"
               "b\xEF\xBF\xBD");
+}
+
+TEST(WriteUtf8, FillsABufferThatIsLargeEnough) {
+    const std::u16string_view text = u"a\u00E9\u4E2D\U0001F600";  // of one to four bytes
+    const std::string bytes = Utf8FromUtf16(text);
+    ASSERT_EQ(bytes.size(), 10U);
+    char buffer[12];
+    std::fill(std::begin(buffer), std::end(buffer), '#');
+    EXPECT_EQ(WriteUtf8(text, std::span(buffer, 11)), 10U);
+    EXPECT_EQ(std::string(buffer, 12), bytes + std::string("\0#", 2));
+    for (std::size_t room = 0; room <= 10; ++room) {  // without room for the zero at least
+        std::fill(std::begin(buffer), std::end(buffer), '#');
+        EXPECT_EQ(WriteUtf8(text, std::span(buffer, room)), room);
+        EXPECT_EQ(std::string(buffer + room, 12 - room), std::string(12 - room, '#'));
+    }
+    EXPECT_EQ(WriteUtf8(u"", std::span(buffer, 1)), 0U);
+    EXPECT_EQ(buffer[0], '\0');
+    const char16_t lone[] = {0xD800, 0};
+    EXPECT_EQ(WriteUtf8(lone, buffer), utf8BytesPerUnit);
+    EXPECT_STREQ(buffer, "\xEF\xBF\xBD");
 }
 
 }  // namespace

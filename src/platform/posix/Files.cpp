@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -52,7 +53,8 @@ public:
         while (done < size) {
             const ssize_t part = write(number, static_cast<const char*>(data) + done, size - done);
             if (part < 0 && errno == EINTR) continue;
-            if (part < 0) return false;
+            if (part == 0) errno = EIO;  // a device that takes nothing gives no reason
+            if (part <= 0) return false;
             done += static_cast<std::size_t>(part);
         }
         return true;
@@ -77,8 +79,21 @@ private:
     CDescriptor descriptor;
 };
 
+/// A path in the system's encoding. It lies on the stack: once a sequence of operations has begun to delete and rename,
+/// none of them may fail for want of memory. One too long for the system is empty, which no operation accepts.
+class CNativePath {
+public:
+    explicit CNativePath(const std::u16string& path) {
+        if (WriteUtf8(path, characters) == sizeof characters) characters[0] = '\0';
+    }
+    const char* Get() const { return characters; }
+
+private:
+    char characters[PATH_MAX];
+};
+
 CDescriptor Open(const std::u16string& path, int flags) {
-    return CDescriptor(open(Utf8FromUtf16(path).c_str(), flags | O_CLOEXEC, 0666));
+    return CDescriptor(open(CNativePath(path).Get(), flags | O_CLOEXEC, 0666));
 }
 
 std::unique_ptr<IFile> MakeFile(CDescriptor descriptor) {
@@ -86,14 +101,34 @@ std::unique_ptr<IFile> MakeFile(CDescriptor descriptor) {
     return std::make_unique<CPosixFile>(std::move(descriptor));
 }
 
-bool CopyBytes(const CDescriptor& source, const CDescriptor& target) {
-    char buffer[65536];
+/// Up to `size` bytes, at least one unless the file ends; negative for a failure.
+ssize_t ReadPart(const CDescriptor& source, char* buffer, std::size_t size) {
     for (;;) {
-        const ssize_t part = read(source.Number(), buffer, sizeof buffer);
-        if (part < 0 && errno == EINTR) continue;
-        if (part <= 0) return part == 0;
-        if (!target.Write(buffer, static_cast<std::size_t>(part))) return false;
+        const ssize_t part = read(source.Number(), buffer, size);
+        if (part >= 0 || errno != EINTR) return part;
     }
+}
+
+/// Copies into the file at `to`, which isn't touched before the source has shown that it can be read.
+bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const std::u16string& to) {
+    char buffer[65536];
+    ssize_t part = ReadPart(source, buffer, sizeof buffer);
+    if (part < 0) return false;
+    const CDescriptor target = Open(to, O_WRONLY | O_CREAT | O_TRUNC);
+    struct stat made;
+    if (!target.IsOpen() || fstat(target.Number(), &made) != 0) return false;
+    while (part > 0 && target.Write(buffer, static_cast<std::size_t>(part))) {
+        part = ReadPart(source, buffer, sizeof buffer);
+    }
+    if (part == 0) {
+        const timespec times[] = {sourceStatus.st_atim, sourceStatus.st_mtim};
+        return futimens(target.Number(), times) == 0;
+    }
+    // Part of a copy is worse than none: it would count as the user's file, or as a backup. A device stays.
+    const int error = errno;
+    if (S_ISREG(made.st_mode)) unlink(CNativePath(to).Get());
+    errno = error;
+    return false;
 }
 
 /// Makes the folder and those above it. The path has no separator at its end.
@@ -129,47 +164,48 @@ public:
         return MakeFile(Open(path, O_WRONLY | O_CREAT | O_TRUNC));
     }
 
-    bool Exists(const std::u16string& path) override { return access(Utf8FromUtf16(path).c_str(), F_OK) == 0; }
+    bool Exists(const std::u16string& path) override { return access(CNativePath(path).Get(), F_OK) == 0; }
 
     std::uint64_t LastWriteTime(const std::u16string& path) override {
         struct stat found;
-        if (stat(Utf8FromUtf16(path).c_str(), &found) != 0) return 0;
+        if (stat(CNativePath(path).Get(), &found) != 0) return 0;
         return static_cast<std::uint64_t>(found.st_mtim.tv_sec) * 10'000'000U +
                static_cast<std::uint64_t>(found.st_mtim.tv_nsec) / 100U;
     }
 
-    bool CreateFolder(const std::u16string& path) override { return mkdir(Utf8FromUtf16(path).c_str(), 0777) == 0; }
+    bool CreateFolder(const std::u16string& path) override { return mkdir(CNativePath(path).Get(), 0777) == 0; }
 
     bool Copy(const std::u16string& from, const std::u16string& to) override {
-        const CDescriptor source = Open(from, O_RDONLY);
+        const CDescriptor source = Open(from, O_RDONLY | O_NONBLOCK);  // a pipe would wait for its other end
         struct stat found;
         if (!source.IsOpen() || fstat(source.Number(), &found) != 0) return false;
+        if (!S_ISREG(found.st_mode)) {
+            errno = S_ISDIR(found.st_mode) ? EISDIR : EINVAL;
+            return false;
+        }
         struct stat existing;
-        if (stat(Utf8FromUtf16(to).c_str(), &existing) == 0 && existing.st_dev == found.st_dev &&
+        if (stat(CNativePath(to).Get(), &existing) == 0 && existing.st_dev == found.st_dev &&
             existing.st_ino == found.st_ino) {
             errno = EEXIST;  // the same file, which opening for writing would empty
             return false;
         }
-        const CDescriptor target = Open(to, O_WRONLY | O_CREAT | O_TRUNC);
-        if (!target.IsOpen() || !CopyBytes(source, target)) return false;
-        const timespec times[] = {found.st_atim, found.st_mtim};
-        return futimens(target.Number(), times) == 0;
+        return CopyBytes(source, found, to);
     }
 
     bool Rename(const std::u16string& from, const std::u16string& to) override {
-        const std::string source = Utf8FromUtf16(from);
-        const std::string target = Utf8FromUtf16(to);
-        if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return true;
+        const CNativePath source(from);
+        const CNativePath target(to);
+        if (renameat2(AT_FDCWD, source.Get(), AT_FDCWD, target.Get(), RENAME_NOREPLACE) == 0) return true;
         if (errno != EINVAL && errno != ENOSYS) return false;
         // A file system that can't rename without replacing.
-        if (access(target.c_str(), F_OK) == 0) {
+        if (access(target.Get(), F_OK) == 0) {
             errno = EEXIST;
             return false;
         }
-        return rename(source.c_str(), target.c_str()) == 0;
+        return rename(source.Get(), target.Get()) == 0;
     }
 
-    bool Delete(const std::u16string& path) override { return unlink(Utf8FromUtf16(path).c_str()) == 0; }
+    bool Delete(const std::u16string& path) override { return unlink(CNativePath(path).Get()) == 0; }
 
     bool FindUserFolder(std::u16string& path) override {
         const char* const configured = std::getenv("XDG_CONFIG_HOME");

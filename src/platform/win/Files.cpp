@@ -134,10 +134,12 @@ public:
     }
 };
 
+// Not local to its function: the runtime's guard would hold handles that stay when the module is unloaded.
+CWindowsFiles files;
+
 }  // namespace
 
 IFileSystem& SystemFiles() {
-    static CWindowsFiles files;
     return files;
 }
 

@@ -18,10 +18,12 @@ public:
     }
 };
 
+// Not local to its function: the runtime's guard would hold handles that stay when the module is unloaded.
+CMessageBoxes boxes;
+
 }  // namespace
 
 IUserMessages& SystemMessageBoxes() {
-    static CMessageBoxes boxes;
     return boxes;
 }
 

@@ -1,0 +1,55 @@
+// See DualInterface.h.
+
+#include "capeopen/DualInterface.h"
+
+namespace reka {
+
+namespace {
+
+/// Whether the argument, or the variable that it refers to, is a reference to nothing.
+bool RefersToNothing(const VARIANT& argument) {
+    if (!(argument.vt & VT_BYREF)) return false;
+    if (!argument.byref) return true;
+    if (argument.vt != (VT_BYREF | VT_VARIANT)) return false;
+    return (argument.pvarVal->vt & VT_BYREF) && !argument.pvarVal->byref;
+}
+
+}  // namespace
+
+HRESULT CountTypes(UINT* count) {
+    if (!count) return E_POINTER;
+    *count = CountTypesOfInterface();
+    return S_OK;
+}
+
+HRESULT GiveType(REFIID iid, UINT index, ITypeInfo** typeInfo) noexcept {
+    if (!typeInfo) return E_POINTER;
+    *typeInfo = nullptr;
+    if (index != 0) return DISP_E_BADINDEX;
+    return FindTypeOfInterface(iid, typeInfo);
+}
+
+HRESULT FindMembers(REFIID iid, REFIID reserved, LPOLESTR* names, UINT count, DISPID* members) noexcept {
+    if (!names || !members) return E_POINTER;
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    for (UINT i = 0; i < count; ++i) {
+        if (!names[i]) return E_POINTER;
+    }
+    if (count == 0) return S_OK;
+    return FindMembersOfInterface(iid, names, count, members);
+}
+
+HRESULT CallMember(void* object, REFIID iid, DISPID member, REFIID reserved, WORD flags, DISPPARAMS* parameters,
+                   VARIANT* result, EXCEPINFO* exception, UINT* badArgument, AdaptArgument adapt) noexcept {
+    if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
+    if (!parameters) return E_POINTER;
+    if (parameters->cArgs > 0 && !parameters->rgvarg) return E_POINTER;
+    if (parameters->cNamedArgs > 0 && !parameters->rgdispidNamedArgs) return E_POINTER;
+    if (parameters->cNamedArgs > parameters->cArgs) return DISP_E_PARAMNOTFOUND;
+    for (UINT i = 0; i < parameters->cArgs; ++i) {
+        if (RefersToNothing(parameters->rgvarg[i])) return E_POINTER;
+    }
+    return CallMemberOfInterface(object, iid, member, flags, parameters, result, exception, badArgument, adapt);
+}
+
+}  // namespace reka

@@ -1,0 +1,165 @@
+// See ReferenceArguments.h.
+
+#include "platform/win/ReferenceArguments.h"
+
+#include <cstddef>
+#include <cstring>
+
+namespace reka {
+
+namespace {
+
+/// A member's description, given back at the end.
+class CMemberDescription {
+public:
+    explicit CMemberDescription(ITypeInfo& type) : typeInfo(type) {}
+    ~CMemberDescription() { Release(); }
+    CMemberDescription(const CMemberDescription&) = delete;
+    CMemberDescription& operator=(const CMemberDescription&) = delete;
+
+    bool Find(DISPID member, WORD flags) {
+        for (UINT i = 0; SUCCEEDED(typeInfo.GetFuncDesc(i, &description)); ++i) {
+            if (description->memid == member && (description->invkind & flags)) return true;
+            Release();
+        }
+        return false;
+    }
+    const FUNCDESC& operator*() const { return *description; }
+
+private:
+    void Release() {
+        if (description) typeInfo.ReleaseFuncDesc(description);
+        description = nullptr;
+    }
+
+    ITypeInfo& typeInfo;
+    FUNCDESC* description = nullptr;
+};
+
+/// What a parameter refers to, if that is a number or an object; otherwise VT_EMPTY.
+VARTYPE ReferredType(const ELEMDESC& parameter) {
+    if (parameter.tdesc.vt != VT_PTR) return VT_EMPTY;
+    const VARTYPE type = parameter.tdesc.lptdesc->vt;
+    return type == VT_I4 || type == VT_R8 || type == VT_DISPATCH ? type : static_cast<VARTYPE>(VT_EMPTY);
+}
+
+/// The variable that an argument refers to, which may be a reference itself.
+const VARIANT& Target(const VARIANT& argument) {
+    const bool isNested = argument.vt == (VT_BYREF | VT_VARIANT) && (argument.pvarVal->vt & VT_BYREF);
+    return isNested ? *argument.pvarVal : argument;
+}
+
+/// Bytes of a number that a client's reference refers to; 0 for anything else.
+std::size_t NumberSize(VARTYPE type) {
+    switch (type) {
+        case VT_I1:
+        case VT_UI1:
+            return 1;
+        case VT_I2:
+        case VT_UI2:
+            return 2;
+        case VT_I4:
+        case VT_UI4:
+        case VT_INT:
+        case VT_UINT:
+        case VT_R4:
+            return 4;
+        case VT_I8:
+        case VT_UI8:
+        case VT_R8:
+            return 8;
+        default:
+            return 0;
+    }
+}
+
+/// Whether nothing has been put there yet.
+bool IsEmpty(const VARIANT& target) {
+    return target.vt == VT_EMPTY || (target.vt == (VT_BYREF | VT_VARIANT) && target.pvarVal->vt == VT_EMPTY);
+}
+
+}  // namespace
+
+HRESULT CReferenceArguments::Prepare(ITypeInfo& typeInfo, DISPID member, WORD flags, AdaptArgument adapt,
+                                     UINT* badArgument) {
+    if (given.cArgs == 0 || given.cArgs > most) return S_OK;
+    CMemberDescription description(typeInfo);
+    if (!description.Find(member, flags)) return S_OK;
+    changed.rgvarg = arguments.data();
+    for (UINT i = 0; i < given.cArgs; ++i) arguments[i] = given.rgvarg[i];
+    for (UINT i = 0; i < given.cArgs; ++i) {
+        // Named arguments come first, the others after them from the last to the first.
+        const DISPID place =
+            i < given.cNamedArgs ? given.rgdispidNamedArgs[i] : static_cast<DISPID>(given.cArgs - 1 - i);
+        if (place < 0 || place >= (*description).cParams) continue;
+        const HRESULT result = Fit(i, (*description).lprgelemdescParam[place], adapt);
+        if (SUCCEEDED(result)) continue;
+        if (badArgument) *badArgument = i;
+        return result;
+    }
+    return S_OK;
+}
+
+HRESULT CReferenceArguments::Fit(UINT place, const ELEMDESC& parameter, AdaptArgument adapt) {
+    const USHORT direction = parameter.paramdesc.wParamFlags;
+    if (direction & PARAMFLAG_FRETVAL) return S_OK;  // no argument of a late-bound call
+    if (parameter.tdesc.vt == VT_VARIANT) return MakeValue(place, adapt);
+    const VARTYPE type = ReferredType(parameter);
+    if (type == VT_EMPTY || arguments[place].vt == (VT_BYREF | type)) return S_OK;
+    return MakeReference(place, type, direction & PARAMFLAG_FOUT);
+}
+
+HRESULT CReferenceArguments::MakeValue(UINT place, AdaptArgument adapt) {
+    VARIANT& argument = arguments[place];
+    constexpr VARTYPE variants = VT_ARRAY | VT_VARIANT;
+    if (!(argument.vt & VT_BYREF) && !(adapt && argument.vt == variants)) return S_OK;
+    // A copy, since the call may run code of the client's that changes the variable.
+    VARIANT& value = values[place].Get();
+    const HRESULT result = VariantCopyInd(&value, &argument);
+    if (FAILED(result)) return result;
+    if (adapt && value.vt == variants) adapt(value);
+    argument = value;
+    return S_OK;
+}
+
+HRESULT CReferenceArguments::MakeReference(UINT place, VARTYPE type, bool isOutput) {
+    VARIANT& argument = arguments[place];
+    const VARIANT& target = Target(argument);
+    const auto targetType = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
+    isWrittenBack[place] = isOutput && (target.vt & VT_BYREF);
+    // What couldn't be written back later is refused before anything is called.
+    if (isWrittenBack[place] && targetType != VT_VARIANT && NumberSize(targetType) == 0) return DISP_E_TYPEMISMATCH;
+    VARIANT& value = values[place].Get();
+    if (IsEmpty(target)) {
+        value.vt = type;  // a missing number counts as 0, and a missing object as none
+        value.dblVal = 0;
+        if (type == VT_DISPATCH) value.pdispVal = nullptr;
+    } else {
+        const HRESULT result = VariantChangeType(&value, &argument, 0, type);
+        if (FAILED(result)) return result;
+    }
+    argument.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    argument.byref = &value.lVal;
+    return S_OK;
+}
+
+HRESULT CReferenceArguments::WriteBack(HRESULT called) {
+    HRESULT result = called;
+    for (UINT i = 0; i < most; ++i) {
+        const HRESULT written = isWrittenBack[i] ? WriteBack(i) : S_OK;
+        if (FAILED(written) && SUCCEEDED(result)) result = written;
+    }
+    return result;
+}
+
+HRESULT CReferenceArguments::WriteBack(UINT place) {
+    const VARIANT& target = Target(given.rgvarg[place]);
+    const auto type = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
+    if (type == VT_VARIANT) return VariantCopy(target.pvarVal, &values[place].Get());
+    CVariant converted;
+    const HRESULT result = VariantChangeType(&converted.Get(), &values[place].Get(), 0, type);
+    if (SUCCEEDED(result)) std::memcpy(target.byref, &converted.Get().lVal, NumberSize(type));
+    return result;
+}
+
+}  // namespace reka
