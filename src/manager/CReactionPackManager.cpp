@@ -52,8 +52,19 @@ CReactionPackManager::CReactionPackManager() {
 }
 
 void CReactionPackManager::FinalRelease() {
-    store.templates.clear();
-    store.simulationContext.Reset();
+    // A release may call in, and that call may read templates again; nothing must be left for the destructor to
+    // release.
+    do {
+        store.simulationContext.Reset();
+        store.DiscardTemplates();
+    } while (!store.templates.empty() || store.simulationContext);
+}
+
+std::span<const IID> CReactionPackManager::LateBoundInterfaces() const {
+    static constexpr IID interfaces[] = {
+        ICapeReactionsPackageManager::iid, ICapeUtilities::iid, ICapeThermoNewPropertyPackage::iid,
+        ICapeIdentification::iid,          ECapeRoot::iid,      ECapeUser::iid};
+    return interfaces;
 }
 
 void* CReactionPackManager::FindInterface(REFIID iid) {

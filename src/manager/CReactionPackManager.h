@@ -19,7 +19,7 @@ public:
     void FinalRelease() override;
 
     /// The interface that `iid` names, without a count; null if the manager hasn't got it.
-    void* FindInterface(REFIID iid);
+    void* FindInterface(REFIID iid) override;
 
     /// The templates as they were last read.
     TemplateStore& Store() { return store; }
@@ -39,6 +39,8 @@ public:
     HRESULT STDMETHODCALLTYPE NewPropertyPackage(IDispatch** package) override;
 
 private:
+    std::span<const IID> LateBoundInterfaces() const override;
+
     TemplateStore store;
 };
 

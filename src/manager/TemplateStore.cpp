@@ -9,7 +9,6 @@
 
 #include "manager/ConfigFileNames.h"
 #include "persistence/ByteReader.h"
-#include "persistence/ByteWriter.h"
 #include "persistence/StoredDefinition.h"
 #include "platform/Files.h"
 #include "platform/OutOfMemoryText.h"
@@ -20,6 +19,12 @@ namespace reka {
 namespace {
 
 const char16_t* const shortFile = u"read error / unexpected end of file";
+
+// What is told when memory runs out where nothing else can be. Made when the program starts, since it takes some.
+const UserMessage notLoadedForMemory = {u"There was an error reading the reaction package templates: out of memory.",
+                                        u"REKA:", messagestyle::ok | messagestyle::iconError, MessageOwner::None};
+const UserMessage notStoredForMemory = {u"Failed to store templates: out of memory", u"Error:",
+                                        messagestyle::ok | messagestyle::iconError, MessageOwner::ActiveWindow};
 
 // Reading
 
@@ -84,21 +89,24 @@ bool SetAside(const std::u16string& userFile, const std::u16string& backup, std:
     return false;
 }
 
-void TellDamagedFile(const std::u16string& text) {
-    UserMessages().Show({text, u"REKA:", messagestyle::ok | messagestyle::iconError, MessageOwner::None});
+UserMessage DamagedFileMessage(const std::u16string& text) {
+    return {text, u"REKA:", messagestyle::ok | messagestyle::iconError, MessageOwner::None};
 }
 
 /// Keeps a file that couldn't be read for repair by hand; the next load begins with the system's again.
 void Recover(const std::u16string& userFile, const std::u16string& errorText) {
     const std::u16string start = u"There was an error reading the reaction package templates in " + userFile + u": ";
     const std::u16string backup = BackupName(userFile, 0);
+    // Made beforehand: where the file went must be told even if there is no memory left by then.
+    const UserMessage setAside = DamagedFileMessage(start + errorText + u".\r\nThe file has been renamed to " + backup);
     std::u16string failed;
     if (SetAside(userFile, backup, failed)) {
-        TellDamagedFile(start + errorText + u".\r\nThe file has been renamed to " + backup);
+        UserMessages().Show(setAside);
         return;
     }
     const std::u16string reason = Files().LastErrorText();
-    TellDamagedFile(start + reason + u".\r\nFailed rename " + failed + u"; " + userFile + u" was not removed.\r\n");
+    UserMessages().Show(DamagedFileMessage(start + reason + u".\r\nFailed rename " + failed + u"; " + userFile +
+                                           u" was not removed.\r\n"));
 }
 
 // Writing
@@ -108,9 +116,9 @@ void TellNotStored(const std::u16string& text) {
 }
 
 bool WriteWord(IFile& file, std::size_t word) {
-    std::vector<std::uint8_t> bytes;
-    CByteWriter(bytes).WriteU32(static_cast<std::uint32_t>(word));
-    return file.Write(bytes.data(), bytes.size());
+    std::uint8_t bytes[4];
+    for (std::size_t i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<std::uint8_t>(word >> 8 * i);
+    return file.Write(bytes, sizeof bytes);
 }
 
 enum class WriteResult { Written, NotWritten, NotStorable };
@@ -155,20 +163,26 @@ TemplateStore::TemplateList TemplateStore::ReadTemplates(const std::u16string& p
         isWhole = ReadFile(*file, context.Get(), read, errorText);
     }
     if (isWhole) return read;
-    read.clear();
+    read.clear();  // before the user is told
     Recover(path, errorText);
     return {};
 }
 
+void TemplateStore::DiscardTemplates() noexcept {
+    TemplateList discarded;
+    discarded.swap(templates);
+}
+
 void TemplateStore::LoadTemplates() noexcept {
     try {
-        templates.clear();
+        DiscardTemplates();
         std::u16string path;
         GetConfigFilePath(path, true);
         TemplateList read = ReadTemplates(path);
-        templates = std::move(read);  // at the end: a message box may have let the host call in meanwhile
+        templates.swap(read);  // at the end: a message box may have let the host call in meanwhile
     } catch (const std::exception&) {
-        templates.clear();
+        DiscardTemplates();
+        UserMessages().Show(notLoadedForMemory);
     }
 }
 
@@ -189,15 +203,16 @@ void TemplateStore::StoreTemplates() noexcept {
             TellNotStored(u"Failed to store templates: " + errorText);
             return;
         }
-        // What isn't on the disk must not replace what is: there, unlike after a failed write, the old file stays.
-        const bool isOnDisk = result == WriteResult::NotWritten || file->Flush();
+        const bool isOnDisk = file->Flush();
         if (result == WriteResult::NotWritten || !isOnDisk) {
             TellNotStored(u"An error occurred while writing to reaction package template file " + userFile +
                           u". The current state of the reaction package templates cannot be stored.");
         }
         file.reset();
-        if (isOnDisk) MoveIntoPlace(temporaryFile, userFile);
-    } catch (const std::exception&) {  // without memory the file stays as it is
+        // What isn't on the disk must not replace what is: there, unlike after a failed write, the old file stays.
+        if (isOnDisk || result == WriteResult::NotWritten) MoveIntoPlace(temporaryFile, userFile);
+    } catch (const std::exception&) {
+        UserMessages().Show(notStoredForMemory);
     }
 }
 

@@ -19,14 +19,18 @@ namespace reka {
 /// The list of templates with its file. The list is a throwaway mirror: it is read again before almost every use, and
 /// the file is all that counts in between. There is no lock on the file, so the last writer wins.
 ///
-/// Nothing here reports to its caller. Trouble with the file is shown to the user (platform/UserMessages.h) and ends in
-/// an empty list or an unchanged file. Nothing here throws.
+/// Nothing here reports to its caller. Trouble with the file, and want of memory, is shown to the user
+/// (platform/UserMessages.h) and ends in an empty list or an unchanged file.
 class TemplateStore {
 public:
     /// The user's file, with its folders made if need be. With `reconcile` a user without a file gets a copy of the
     /// system's, and one whose file is older than the system's is asked whether to replace it; the file replaced is
     /// kept as a numbered backup. May throw std::bad_alloc.
     static void GetConfigFilePath(std::u16string& path, bool reconcile);
+
+    /// Destroys the templates. That releases the context of each, which may run code of the host and let it call in: by
+    /// then the list is empty, or already holds what was read in that call.
+    void DiscardTemplates() noexcept;
 
     /// Reads the list afresh from the user's file. A file that can't be read whole gives an empty list: it is kept
     /// under the name of a backup, and the user is told. Pointers into the list are good until the next call.
@@ -35,7 +39,8 @@ public:
     /// Writes the list to the user's file: to a temporary file first, which then takes its place.
     ///
     /// Where writing fails half-way the user is told that nothing could be stored, and the partial file takes the place
-    /// of the old one all the same; the next load sets it aside as damaged. That loses what the old file held.
+    /// of the old one all the same; the next load sets it aside as damaged. That loses what the old file held. Want of
+    /// memory never does: once the old file is deleted, nothing needs any until the new one is in its place.
     void StoreTemplates() noexcept;
 
     std::vector<std::unique_ptr<ReactionPackDefinition>> templates;  // in the order of the file

@@ -19,6 +19,20 @@ void CReactionPack::FinalRelease() {
     simulationContext.Reset();
 }
 
+std::span<const IID> CReactionPack::LateBoundInterfaces() const {
+    // Both thermo contexts have a SetMaterial, which does the same.
+    static constexpr IID interfaces[] = {ICapeReactionChemistry::iid,
+                                         ICapeReactionsRoutine::iid,
+                                         ICapeKineticReactionContext::iid,
+                                         ICapeThermoMaterialContext::iid,
+                                         ICapeThermoContext10::iid,
+                                         ICapeUtilities::iid,
+                                         ICapeIdentification::iid,
+                                         ECapeRoot::iid,
+                                         ECapeUser::iid};
+    return interfaces;
+}
+
 void* CReactionPack::FindInterface(REFIID iid) {
     if (iid == ICapeKineticReactionContext::iid) return static_cast<ICapeKineticReactionContext*>(this);
     if (iid == ICapeReactionChemistry::iid) return static_cast<ICapeReactionChemistry*>(this);

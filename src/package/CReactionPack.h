@@ -43,7 +43,7 @@ public:
     bool IsResolvedOrLoaded() const { return resolvedOrLoaded != 0; }
 
     /// The interface that `iid` names, without a count; null if the package hasn't got it.
-    void* FindInterface(REFIID iid);
+    void* FindInterface(REFIID iid) override;
 
     // ICapeIdentification: the package's identity is that of its definition.
     HRESULT STDMETHODCALLTYPE get_ComponentName(BSTR* name) override;
@@ -99,6 +99,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;
 
 private:
+    std::span<const IID> LateBoundInterfaces() const override;
+
     /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.
     int FindReaction(BSTR reactionId, const char16_t* scope);
 

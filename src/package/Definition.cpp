@@ -73,10 +73,10 @@ void ReactionPackDefinition::CopyFrom(const ReactionPackDefinition& source) {
 void ReactionPackDefinition::AllocateWorkArrays() {
     ReleaseWorkArrays();
     const std::size_t size = compounds.size();
-    molarity.reset(new double[size]);
-    activity.reset(new double[size]);
-    fugacity.reset(new double[size]);
-    moleFraction.reset(new double[size]);
+    molarity = std::make_unique<double[]>(size);
+    activity = std::make_unique<double[]>(size);
+    fugacity = std::make_unique<double[]>(size);
+    moleFraction = std::make_unique<double[]>(size);
     workArraySize = size;
 }
 

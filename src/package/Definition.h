@@ -81,8 +81,8 @@ struct ReactionPackDefinition {
     /// every compound; the context and the working values are not copied.
     void CopyFrom(const ReactionPackDefinition& source);
 
-    /// Makes the four working arrays afresh, one element per compound, with undefined contents. Every owner that takes
-    /// a new or copied definition into service calls it.
+    /// Makes the four working arrays afresh, one element per compound, all zero: a stored mask may hide what its tree
+    /// reads, and then nobody fills it. Every owner that takes a new or copied definition into service calls it.
     void AllocateWorkArrays();
     void ReleaseWorkArrays();
 

@@ -4,6 +4,7 @@
 #include "manager/CreateReactionPackManager.h"
 #include "manager/StoreFixture.h"
 #include "package/CReactionPack.h"
+#include "support/AllocationCounter.h"
 #include "support/CountedFake.h"
 #include "support/Values.h"
 
@@ -132,6 +133,83 @@ TEST_F(Manager, ReleasesThePackageThatItsCallerHeld) {
     package->Release();
 }
 
+TEST_F(Manager, ReleasesMakesAndLoadsInThisOrder) {
+    Put(userFile, FileOf({u"A"}), 100);
+    const CBstr name = CBstr::Make(u"A");
+    CFakeObject held;
+    held.AddRef();
+    held.onRelease = [&] { files.operations.push_back("release"); };
+    IDispatch* package = &held;
+    files.operations.clear();
+    EXPECT_EQ(manager->ResolveReactionsPackage(name.Get(), &package), S_OK);
+    package->Release();
+    ASSERT_GT(files.operations.size(), 1U);
+    EXPECT_EQ(files.operations[0], "release");
+    // A package that can't be made leaves the file alone.
+    held.AddRef();
+    package = &held;
+    files.operations.clear();
+    FailAllocation(1);
+    const HRESULT result = manager->ResolveReactionsPackage(name.Get(), &package);
+    EXPECT_FALSE(IsAllocationToFail());
+    FailAllocation(0);
+    EXPECT_EQ(result, ECapeUnknownHR);
+    EXPECT_EQ(package, nullptr);
+    EXPECT_EQ(held.references.Held(), 0);
+    EXPECT_EQ(files.operations, Lines{});
+    EXPECT_TRUE(ErrorOf(manager.Get()).description.starts_with("Failed to create reaction package: "));
+}
+
+TEST_F(Manager, LetsAHostListWhileItsContextIsReleased) {
+    Put(userFile, FileOf({u"A", u"B"}), 100);
+    CFakeObject context;
+    const auto utilities = Ask<ICapeUtilities>(manager.Get());
+    utilities->put_simulationContext(&context);
+    List();
+    std::string listed;
+    context.onRelease = [&] { listed = List(); };
+    EXPECT_EQ(List(), "['A', 'B']");
+    EXPECT_EQ(listed, "['A', 'B']");
+    EXPECT_EQ(context.references.Held(), 3);
+    listed.clear();
+    context.onRelease = [&] { listed = List(); };
+    utilities->Terminate();
+    EXPECT_EQ(listed, "['A', 'B']");
+    EXPECT_EQ(context.references.Held(), 0);  // what the host listed then has no context any more
+}
+
+TEST_F(Manager, LetsAHostListWhileItEnds) {
+    Put(userFile, FileOf({u"A"}), 100);
+    CFakeObject context;
+    Ask<ICapeUtilities>(manager.Get())->put_simulationContext(&context);
+    List();
+    ICapeReactionsPackageManager* const ending = manager.Get();
+    Lines listed;
+    const auto list = [&] {
+        CVariant names;
+        EXPECT_EQ(ending->GetListOfReactionsPackages(&names.Get()), S_OK);
+        listed.push_back(Show(names.Get()));
+    };
+    // The host lists when its context is given back, then gives it again and lists once more; so twice in all, and the
+    // last time when only templates that were read meanwhile are left.
+    const auto giveAndList = [&] {
+        list();
+        Ask<ICapeUtilities>(ending)->put_simulationContext(&context);
+        list();
+    };
+    context.onRelease = [&] {
+        giveAndList();
+        context.onRelease = [&] {
+            giveAndList();
+            context.onRelease = list;
+        };
+    };
+    manager.Reset();
+    EXPECT_FALSE(context.onRelease);
+    EXPECT_EQ(listed, Lines(5, "['A']"));
+    EXPECT_EQ(context.references.Held(), 0);
+}
+
 TEST_F(Manager, SharesNothingWithItsPackages) {
     Put(userFile, FileOf({u"A"}), 100);
     CFakeObject context;
@@ -158,6 +236,17 @@ TEST_F(Manager, ResolvesAPackageThatCalculates) {
 }
 
 TEST_F(Manager, MakesNewPackages) {
+    class CCountedObject : public CFakeObject {
+    public:
+        ULONG STDMETHODCALLTYPE AddRef() override {
+            ++asked;
+            return CFakeObject::AddRef();
+        }
+        int asked = 0;
+    };
+    CCountedObject context;
+    Ask<ICapeUtilities>(manager.Get())->put_simulationContext(&context);
+    const int asked = context.asked;
     CComRef<IDispatch> package;
     EXPECT_EQ(Ask<ICapeThermoNewPropertyPackage>(manager.Get())->NewPropertyPackage(package.Receive()), S_OK);
     EXPECT_EQ(NameOf(package.Get()), "'New Reaction Package'");
@@ -167,6 +256,16 @@ TEST_F(Manager, MakesNewPackages) {
     EXPECT_EQ(Ask<IPersistStream>(package.Get())->IsDirty(), S_OK);
     EXPECT_EQ(Ask<ICapeUtilities>(package.Get())->Initialize(), S_OK);
     EXPECT_EQ(files.operations.size(), 1U);  // without a look at the templates
+    const auto* const made = dynamic_cast<CReactionPack*>(package.Get());
+    ASSERT_NE(made, nullptr);
+    EXPECT_TRUE(made->IsResolvedOrLoaded());
+    const ReactionPackDefinition& definition = *made->Definition();
+    EXPECT_TRUE(definition.compounds.empty());
+    EXPECT_TRUE(definition.description.IsAbsent());
+    EXPECT_EQ(definition.pcdFile, ComponentFolder() + u"data" + Slash() + u"Korvex1.pcd");
+    EXPECT_EQ(definition.thermoVersion, ThermoVersion::Version10);
+    EXPECT_FALSE(definition.simulationContext);
+    EXPECT_EQ(context.asked, asked);  // the manager's context goes nowhere
 }
 
 TEST_F(Manager, HasNoParametersAndNoStates) {

@@ -27,6 +27,8 @@ inline std::u16string Slash() {
 
 class StoreFixture : public testing::Test {
 protected:
+    StoreFixture() { messages.operations = &files.operations; }
+
     CFakeFiles files;
     CFakeMessages messages;
     TemplateStore store;

@@ -1,8 +1,9 @@
 // Each file operation of the store fails in turn, and the outcome is what it must be.
 
-#include <limits>
+#include <cctype>
 
 #include "manager/StoreFixture.h"
+#include "support/AllocationCounter.h"
 
 namespace reka::test {
 namespace {
@@ -10,7 +11,7 @@ namespace {
 /// What a failing operation of a store leads to.
 struct StoreFault {
     const char* operation;  // the start of its record
-    enum Outcome { Stored, OldKept, PartialStored, TemporaryLeft } outcome;
+    enum Outcome { Stored, OldKept, PartialStored, BothLeft, TemporaryLeft } outcome;
     const char* text;  // with U for the user's file and T for the temporary one; null for none
 };
 
@@ -31,11 +32,11 @@ const StoreFault storeFaults[] = {
     {"write 36", StoreFault::PartialStored,
      "An error occurred while writing to reaction package template file U. The current state of the reaction package "
      "templates cannot be stored."},
-    {"flush", StoreFault::TemporaryLeft,
+    {"flush", StoreFault::BothLeft,
      "An error occurred while writing to reaction package template file U. The current state of the reaction package "
      "templates cannot be stored."},
     {"close", StoreFault::Stored, nullptr},
-    {"delete", StoreFault::TemporaryLeft,
+    {"delete", StoreFault::BothLeft,
      "Failed to remove U; unable to move new T; the current configuration is not stored."},
     {"exists", StoreFault::Stored, nullptr},  // taken for gone, as it is
     {"rename", StoreFault::TemporaryLeft,
@@ -103,7 +104,12 @@ TEST_F(StoreFaults, LeadToWhatTheyMust) {
                                        fresh.begin()));
                 EXPECT_FALSE(files.entries.contains(temporaryFile));
                 break;
-            case StoreFault::TemporaryLeft:
+            case StoreFault::BothLeft:
+                EXPECT_EQ(files.entries[userFile].bytes, old);
+                EXPECT_EQ(files.entries[temporaryFile].bytes, fresh);
+                break;
+            case StoreFault::TemporaryLeft:  // the old file is deleted by then
+                EXPECT_FALSE(files.entries.contains(userFile));
                 EXPECT_EQ(files.entries[temporaryFile].bytes, fresh);
                 break;
         }
@@ -127,6 +133,48 @@ TEST_F(StoreFaults, LoseTheOldFileToOneThatIsPartlyWritten) {
     EXPECT_TRUE(files.entries.contains(backup));
 }
 
+TEST_F(StoreFaults, BringAPartialFileToTheDiskBeforeTheOldOneGoes) {
+    Put(userFile, FileOf({u"old"}), 100);
+    store.LoadTemplates();
+    const Lines rest = {"close", Line("delete", userFile), Line("exists", userFile),
+                        Line("rename", temporaryFile, userFile)};
+    for (const int failCount : {1, 2}) {  // of the write, or of the flush as well, which changes nothing then
+        files.operations.clear();
+        messages.shown.clear();
+        files.failAt = 7;
+        files.failCount = failCount;
+        store.StoreTemplates();
+        EXPECT_EQ(files.operations, Join(Join(FolderLines(), {Line("open to write", temporaryFile), "write 4",
+                                                              "write 4", "write 40", "flush", "box Error:"}),
+                                         rest));
+        EXPECT_EQ(messages.shown.size(), 1U);
+        EXPECT_EQ(files.entries[userFile].bytes.size(), 8U + 20U);
+        EXPECT_FALSE(files.entries.contains(temporaryFile));
+    }
+}
+
+TEST_F(StoreFaults, AreToldInTheirPlace) {
+    Put(userFile, FileOf({u"old"}), 100);
+    const Lines folders = FolderLines();
+    const Lines written = Join(folders, {Line("open to write", temporaryFile), "write 4"});
+    const struct {
+        int failAt;
+        Lines lines;
+    } rows[] = {
+        {4, Join(folders, {Line("open to write", temporaryFile), "box Error:"})},
+        {6, Join(written, {"flush", "box Error:", "close"})},
+        {8, Join(written, {"flush", "close", Line("delete", userFile), Line("exists", userFile), "box Error:"})},
+        {10, Join(written, {"flush", "close", Line("delete", userFile), Line("exists", userFile),
+                            Line("rename", temporaryFile, userFile), "box Error:"})},
+    };
+    for (const auto& row : rows) {
+        files.operations.clear();
+        files.failAt = row.failAt;
+        store.StoreTemplates();
+        EXPECT_EQ(files.operations, row.lines) << row.failAt;
+    }
+}
+
 TEST_F(StoreFaults, KeepTheOldFileWhenItCanNotBeRemoved) {
     const auto old = FileOf({u"old"});
     Put(userFile, old, 100);
@@ -134,21 +182,24 @@ TEST_F(StoreFaults, KeepTheOldFileWhenItCanNotBeRemoved) {
     store.StoreTemplates();
     EXPECT_EQ(files.entries[userFile].bytes, old);
     EXPECT_EQ(files.entries[temporaryFile].bytes, (std::vector<std::uint8_t>{0, 0, 0, 0}));
-    EXPECT_EQ(files.operations.back(), Line("exists", userFile));
+    EXPECT_EQ(files.operations,
+              Join(FolderLines(), {Line("open to write", temporaryFile), "write 4", "flush", "close",
+                                   Line("delete", userFile), Line("exists", userFile), "box Error:"}));
 }
 
 TEST_F(StoreFaults, NameATemplateThatCanNotBeStored) {
     const auto old = FileOf({u"old"});
     Put(userFile, old, 100);
     store.templates.push_back(MakePackage({}));
-    auto& huge = *store.templates[0];
-    huge.reactions.push_back(std::make_unique<ReactionDefinition>(0));
-    huge.reactions[0]->stoichiometry.resize(1U << 28);  // 2 GiB of stored coefficients
+    files.onWritten = [] { FailAllocation(1); };  // of the block, which comes next behind the count
     store.StoreTemplates();
+    EXPECT_FALSE(IsAllocationToFail());
     EXPECT_EQ(messages.shown, (std::vector<UserMessage>{{u"Failed to store templates: out of memory", u"Error:", 16,
                                                          MessageOwner::ActiveWindow}}));
     EXPECT_EQ(files.entries[userFile].bytes, old);
     EXPECT_EQ(files.entries[temporaryFile].bytes, (std::vector<std::uint8_t>{1, 0, 0, 0}));
+    EXPECT_EQ(files.operations,
+              Join(FolderLines(), {Line("open to write", temporaryFile), "write 4", "box Error:", "close"}));
     EXPECT_EQ(files.openFiles, 0);
 }
 
@@ -258,13 +309,100 @@ TEST_F(StoreFixture, TellsWhatItCouldNotRename) {
     }
 }
 
+TEST_F(StoreFixture, TellsAFailedRenameBehindIt) {
+    Put(userFile, {9}, 100);
+    files.failAt = 12;
+    store.LoadTemplates();
+    EXPECT_EQ(files.operations,
+              Join(FolderLines(), {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
+                                   Line("open to read", userFile), "read 4", "close", Line("exists", backup),
+                                   Line("delete", backup), Line("rename", userFile, backup), "box REKA:"}));
+}
+
+TEST_F(StoreFixture, HasNoTemplatesIfAFirstCopyFails) {
+    Put(systemFile, FileOf({u"S"}), 50);
+    files.failAt = 5;
+    store.LoadTemplates();
+    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy", systemFile, userFile),
+                                                     Line("open to read", userFile)}));
+    EXPECT_TRUE(store.templates.empty());
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_FALSE(files.entries.contains(userFile));
+    files.failAt = 0;
+    store.LoadTemplates();
+    EXPECT_EQ(Loaded(), Names{u"S"});
+}
+
+/// What a failing operation leads to on the road from a yes to the newer file.
+struct ReplacementFault {
+    const char* operation;
+    std::size_t boxes;
+    const char16_t* loaded;   // null for none
+    const char16_t* backup1;  // the package in the backup of that number, null for no such file
+    const char16_t* backup2;
+};
+
+/// Replacing the user's file, of which there is one backup already.
+const ReplacementFault replacementFaults[] = {
+    {"user folder", 0, u"theirs", u"older", nullptr},  // both files are the system's then
+    {"folder", 2, u"theirs", u"older", u"mine"},
+    {"folder", 2, u"theirs", u"older", u"mine"},
+    {"exists", 0, u"theirs", u"older", nullptr},  // taken for a new user: what was there is overwritten
+    {"time", 2, u"theirs", u"older", u"mine"},
+    {"time", 0, u"mine", u"older", nullptr},      // a system file without a time is the oldest
+    {"exists", 2, u"theirs", u"mine", nullptr},   // the older backup is taken for gone, and overwritten
+    {"exists", 2, u"theirs", u"older", u"mine"},  // the second isn't there anyway
+    {"copy", 2, u"theirs", u"older", nullptr},    // the user's templates are lost
+    {"copy", 2, u"mine", u"older", u"mine"},
+    {"open to read", 2, nullptr, u"older", u"mine"},
+    {"read 4", 3, nullptr, u"older", u"mine"},
+    {"read 4", 3, nullptr, u"older", u"mine"},
+    {"read 46", 3, nullptr, u"older", u"mine"},
+    {"close", 2, u"theirs", u"older", u"mine"},
+};
+
+TEST_F(StoreFixture, ReplacesTheUsersFileWhicheverOperationFails) {
+    messages.answer = MessageAnswer::Yes;
+    std::size_t operationCount = 0;
+    int fault = 0;
+    for (const ReplacementFault& row : replacementFaults) {
+        SCOPED_TRACE(std::to_string(++fault) + " " + row.operation);
+        files.entries.clear();
+        files.operations.clear();
+        messages.shown.clear();
+        Put(userFile, FileOf({u"mine"}), 99);
+        Put(systemFile, FileOf({u"theirs"}), 100);
+        Put(backup + u"1", FileOf({u"older"}), 1);
+        files.failAt = fault;
+        store.LoadTemplates();
+        Lines operations;
+        for (const std::string& line : files.operations) {
+            if (!line.starts_with("box ")) operations.push_back(line);
+        }
+        EXPECT_TRUE(operations.at(static_cast<std::size_t>(fault) - 1).starts_with(row.operation));
+        operationCount = operations.size();
+        EXPECT_EQ(messages.shown.size(), row.boxes);
+        EXPECT_EQ(Loaded(), row.loaded ? Names{row.loaded} : Names{});
+        const std::pair<const char16_t*, const char16_t*> backups[] = {{u"1", row.backup1}, {u"2", row.backup2}};
+        for (const auto& [number, expected] : backups) {
+            const auto found = files.entries.find(backup + number);
+            ASSERT_EQ(found != files.entries.end(), expected != nullptr) << Utf8FromUtf16(number);
+            if (expected) {
+                EXPECT_EQ(found->second.bytes, FileOf({expected}));
+            }
+        }
+        EXPECT_EQ(files.openFiles, 0);
+    }
+    EXPECT_EQ(operationCount, std::size(replacementFaults));  // the close is the last
+}
+
 TEST_F(StoreFixture, ReplacesTheUsersFileEvenIfTheBackupFails) {
     messages.answer = MessageAnswer::Yes;
     Put(userFile, FileOf({u"mine"}), 99);
     Put(systemFile, FileOf({u"theirs"}), 100);
     files.failAt = 8;  // the copy to the backup
     store.LoadTemplates();
-    EXPECT_EQ(files.operations[7], Line("copy", userFile, backup + u"1"));
+    EXPECT_EQ(files.operations[8], Line("copy", userFile, backup + u"1"));  // behind the question
     EXPECT_EQ(Loaded(), Names{u"theirs"});
     EXPECT_FALSE(files.entries.contains(backup + u"1"));
     EXPECT_EQ(messages.shown.size(), 2U);

@@ -1,8 +1,7 @@
 #include "manager/TemplateStore.h"
 
-#include <limits>
-
 #include "manager/StoreFixture.h"
+#include "support/AllocationCounter.h"
 #include "support/CountedFake.h"
 
 namespace reka::test {
@@ -111,15 +110,51 @@ TEST_F(StoreFixture, KeepsABackupOfAFileThatIsReplaced) {
     EXPECT_EQ(messages.shown, (std::vector<UserMessage>{question, told}));
     EXPECT_EQ(files.operations,
               Join(FolderLines(), {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
-                                   Line("exists", backup + u"1"), Line("copy", userFile, backup + u"1"),
-                                   Line("copy", systemFile, userFile), Line("open to read", userFile), "read 4",
-                                   "read 4", "read 46", "close"}));
+                                   "box Newer REKA configuration:", Line("exists", backup + u"1"),
+                                   Line("copy", userFile, backup + u"1"), Line("copy", systemFile, userFile),
+                                   "box REKA Configuration:", Line("open to read", userFile), "read 4", "read 4",
+                                   "read 46", "close"}));
     store.LoadTemplates();  // both are of the same time now
     EXPECT_EQ(messages.shown.size(), 2U);
     files.entries[systemFile].time = 200;
     store.LoadTemplates();
     EXPECT_TRUE(files.entries.contains(backup + u"2"));
     EXPECT_FALSE(files.entries.contains(backup));
+}
+
+TEST_F(StoreFixture, TakesTheFirstFreeNumberForTheBackup) {
+    messages.answer = MessageAnswer::Yes;
+    const auto mine = FileOf({u"mine"});
+    Put(userFile, mine, 99);
+    Put(systemFile, FileOf({u"theirs"}), 100);
+    for (const char16_t* const taken : {u"1", u"2", u"3", u"5"}) Put(backup + taken, {9}, 1);
+    store.LoadTemplates();
+    EXPECT_EQ(files.entries[backup + u"4"].bytes, mine);
+    for (const char16_t* const taken : {u"1", u"2", u"3", u"5"}) {
+        EXPECT_EQ(files.entries[backup + taken].bytes, std::vector<std::uint8_t>{9});
+    }
+    EXPECT_NE(messages.shown.back().text.find(u"\" to \"" + backup + u"4\" and"), std::u16string::npos);
+}
+
+TEST_F(StoreFixture, CountsBackupsInDecimal) {
+    messages.answer = MessageAnswer::Yes;
+    Put(userFile, FileOf({u"mine"}), 99);
+    Put(systemFile, FileOf({u"theirs"}), 100);
+    for (char16_t digit = u'1'; digit <= u'9'; ++digit) Put(backup + digit, {9}, 1);
+    store.LoadTemplates();
+    EXPECT_TRUE(files.entries.contains(backup + u"10"));
+}
+
+TEST_F(StoreFixture, HasAnEmptyListWhileItAsks) {
+    Put(userFile, FileOf({u"mine"}), 100);
+    Put(systemFile, FileOf({u"theirs"}), 50);
+    store.LoadTemplates();
+    files.entries[systemFile].time = 200;
+    bool wasEmpty = false;
+    messages.onShow = [&] { wasEmpty = store.templates.empty(); };
+    store.LoadTemplates();
+    EXPECT_TRUE(wasEmpty);
+    EXPECT_EQ(Loaded(), Names{u"mine"});
 }
 
 TEST_F(StoreFixture, EndsTheQuestionByStoring) {
@@ -235,16 +270,52 @@ TEST_F(DamagedFile, IsSetAsideForOneBadBlock) {
                                   u"may have been saved with newer version")});
 }
 
+TEST_F(DamagedFile, HasNoTemplatesLeftWhenItIsTold) {
+    Put(userFile, FileOf({u"A", u"B"}), 100);
+    CFakeObject context;
+    store.simulationContext = CComRef<IDispatch>(&context);
+    store.LoadTemplates();
+    EXPECT_EQ(context.references.Held(), 3);
+    files.entries[userFile].bytes.pop_back();
+    int held = 0;
+    bool wasEmpty = false;
+    messages.onShow = [&] {
+        held = context.references.Held();
+        wasEmpty = store.templates.empty();
+    };
+    store.LoadTemplates();
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_TRUE(wasEmpty);
+    EXPECT_EQ(held, 1);  // the store's own: neither the older templates nor the first one of the file are left
+    store.simulationContext.Reset();
+}
+
+TEST_F(DamagedFile, IsOneWithABlockOfNoBytes) {
+    Put(userFile, CStoredBytes().U32(1).U32(0).bytes, 100);
+    store.LoadTemplates();
+    EXPECT_TRUE(store.templates.empty());
+    EXPECT_EQ(messages.shown, std::vector<UserMessage>{ToldOf(u"data corrupted")});
+    messages.shown.clear();
+    Put(userFile, CStoredBytes().U32(2).U32(0).U32(36).Add(Block(u"A")).bytes, 100);
+    store.LoadTemplates();
+    EXPECT_EQ(messages.shown, std::vector<UserMessage>{ToldOf(u"data corrupted")});
+}
+
 TEST_F(DamagedFile, CostsNoMemoryForASizeThatLies) {
+    constexpr std::size_t enough = std::size_t{6} << 20;  // a part of 4 MiB, and what the fakes take
+    const CAllocationCounter counter;
     for (const std::uint32_t size : {0x7FFFFFFFU, 0xFFFFFFFFU}) {
         Put(userFile, CStoredBytes().U32(1).U32(size).Add(Block(u"A")).bytes, 100);
         store.LoadTemplates();
         EXPECT_EQ(messages.shown.back(), ToldOf(u"read error / unexpected end of file"));
         files.entries.clear();
     }
+    EXPECT_LT(counter.Bytes(), 2 * enough);
+    const CAllocationCounter ofTheCount;
     Put(userFile, CStoredBytes().U32(0x7FFFFFFF).U32(36).Add(Block(u"A")).bytes, 100);
     store.LoadTemplates();
     EXPECT_EQ(messages.shown.back(), ToldOf(u"read error / unexpected end of file"));
+    EXPECT_LT(ofTheCount.Bytes(), enough);
 }
 
 TEST_F(DamagedFile, MovesOlderOnesUp) {
@@ -265,12 +336,12 @@ TEST_F(DamagedFile, IsMovedInTheseSteps) {
     Put(backup + u"3", {4}, 1);  // behind a gap, which ends the row
     store.LoadTemplates();
     EXPECT_EQ(files.operations,
-              Join(FolderLines(),
-                   {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
-                    Line("open to read", userFile), "read 4", "close", Line("exists", backup),
-                    Line("exists", backup + u"1"), Line("exists", backup + u"2"), Line("delete", backup + u"2"),
-                    Line("rename", backup + u"1", backup + u"2"), Line("delete", backup + u"1"),
-                    Line("rename", backup, backup + u"1"), Line("delete", backup), Line("rename", userFile, backup)}));
+              Join(FolderLines(), {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
+                                   Line("open to read", userFile), "read 4", "close", Line("exists", backup),
+                                   Line("exists", backup + u"1"), Line("exists", backup + u"2"),
+                                   Line("delete", backup + u"2"), Line("rename", backup + u"1", backup + u"2"),
+                                   Line("delete", backup + u"1"), Line("rename", backup, backup + u"1"),
+                                   Line("delete", backup), Line("rename", userFile, backup), "box REKA:"}));
     EXPECT_EQ(files.entries[backup + u"3"].bytes, std::vector<std::uint8_t>{4});
 }
 
@@ -318,12 +389,78 @@ TEST_F(StoreFixture, LetsTheLastWriterWin) {
 
 TEST_F(StoreFixture, SurvivesACallWhileABoxIsOpen) {
     Put(userFile, File({OldBlock(u"A"), Block(u"B")}).bytes, 100);
-    messages.onShow = [&] {
-        messages.onShow = nullptr;
-        store.LoadTemplates();
-    };
+    messages.onNextShow = [&] { store.LoadTemplates(); };
     store.LoadTemplates();
     EXPECT_EQ(Loaded(), (Names{u"A", u"B"}));
+}
+
+// Calls of a host while its context is released
+
+TEST_F(StoreFixture, LetsAHostLoadWhileOlderTemplatesGo) {
+    Put(userFile, FileOf({u"A", u"B", u"C"}), 100);
+    CFakeObject context;
+    store.simulationContext = CComRef<IDispatch>(&context);
+    store.LoadTemplates();
+    EXPECT_EQ(context.references.Held(), 4);
+    bool hasCalled = false;
+    Names seen;
+    context.onRelease = [&] {
+        hasCalled = true;
+        EXPECT_TRUE(store.templates.empty());
+        store.LoadTemplates();
+        seen = Loaded();
+    };
+    store.LoadTemplates();
+    EXPECT_TRUE(hasCalled);
+    EXPECT_EQ(seen, (Names{u"A", u"B", u"C"}));
+    EXPECT_EQ(Loaded(), (Names{u"A", u"B", u"C"}));
+    EXPECT_EQ(context.references.Held(), 4);  // each reference is given back once
+    store.DiscardTemplates();
+    store.simulationContext.Reset();
+    EXPECT_EQ(context.references.Held(), 0);
+}
+
+TEST_F(StoreFixture, LetsAHostLoadWhileWhatAnotherCallReadGoes) {
+    Put(userFile, File({OldBlock(u"A"), Block(u"B")}).bytes, 100);
+    CFakeObject context;
+    store.simulationContext = CComRef<IDispatch>(&context);
+    messages.onNextShow =
+        [&] {  // while the outer call reads, an inner one fills the list, which the outer one replaces
+            store.LoadTemplates();
+            // The first release is of the reading's own reference, the next one of a template that is replaced.
+            context.onRelease = [&] { context.onRelease = [&] { store.LoadTemplates(); }; };
+        };
+    store.LoadTemplates();
+    EXPECT_FALSE(context.onRelease);
+    EXPECT_EQ(Loaded(), (Names{u"A", u"B"}));
+    EXPECT_EQ(context.references.Held(), 3);
+    store.DiscardTemplates();
+    store.simulationContext.Reset();
+    EXPECT_EQ(context.references.Held(), 0);
+}
+
+TEST_F(StoreFixture, LetsAHostLoadWhileTemplatesGoForWantOfMemory) {
+    Put(userFile, FileOf({u"A", u"B"}), 100);
+    Put(systemFile, FileOf({u"S"}), 200);
+    CFakeObject context;
+    store.simulationContext = CComRef<IDispatch>(&context);
+    messages.onNextShow = [&] {
+        files.entries[systemFile].time = 50;
+        store.LoadTemplates();
+        context.onRelease = [&] { store.LoadTemplates(); };
+        FailAllocation(1);
+    };
+    store.LoadTemplates();
+    EXPECT_FALSE(IsAllocationToFail());
+    EXPECT_FALSE(context.onRelease);
+    EXPECT_EQ(messages.shown.back(),
+              (UserMessage{u"There was an error reading the reaction package templates: out of memory.", u"REKA:", 16,
+                           MessageOwner::None}));
+    EXPECT_EQ(Loaded(), (Names{u"A", u"B"}));  // as the host's own call left it
+    EXPECT_EQ(context.references.Held(), 3);
+    store.DiscardTemplates();
+    store.simulationContext.Reset();
+    EXPECT_EQ(context.references.Held(), 0);
 }
 
 }  // namespace

@@ -6,8 +6,11 @@
 #include "package/CReactionPack.h"
 #include "platform/Utf8.h"
 #include "support/Builders.h"
+#include "support/FakeMaterial.h"
 #include "support/FakeMessages.h"
+#include "support/FakeReactionObject.h"
 #include "support/FakeStream.h"
+#include "support/Garbage.h"
 #include "support/StoredBytes.h"
 
 namespace reka::test {
@@ -107,12 +110,18 @@ TEST_F(PackageStream, GivesBackTheResultOfAStreamThatEnds) {
 TEST_F(PackageStream, BelievesNoStreamThatSaysItReadWhatItDidNot) {
     stream.shortResult = S_OK;
     const auto whole = Framed(EmptyBlock());
-    for (std::size_t size = 0; size < whole.size() - 20; ++size) {
+    constexpr std::size_t endOfMarker = 20;  // behind it zeros are a block too: its version, counts and thermo version
+    for (std::size_t size = 0; size < endOfMarker; ++size) {
+        LeaveGarbage(whole.size() - 4);
         stream.bytes.assign(whole.begin(), whole.begin() + static_cast<long>(size));
         stream.position = 0;
-        const HRESULT result = package->Load(&stream);
-        EXPECT_TRUE(result == E_FAIL || result == S_OK) << size;
+        EXPECT_EQ(package->Load(&stream), E_FAIL) << size;
+        ExpectUntouched();
     }
+    stream.bytes.assign(whole.begin(), whole.begin() + endOfMarker);
+    stream.position = 0;
+    EXPECT_EQ(package->Load(&stream), S_OK);
+    EXPECT_TRUE(package->Definition()->compounds.empty());
 }
 
 TEST_F(PackageStream, GivesBackTheResultOfTheCallThatFailed) {
@@ -156,6 +165,36 @@ TEST_F(PackageStream, FailsOnABlockThatIsNone) {
     EXPECT_EQ(ErrorOf(package.Unknown()).name, "<null>");  // nobody is told why
 }
 
+TEST(PackageOutOfAStream, ComputesWithZeroWhatItsMaskHides) {
+    constexpr std::size_t compoundCount = 8;
+    CStoredBytes block = CStoredBytes().Wide(u"").Wide(u"").Narrow("").U32(0xFFFFFFFF).U32(3).U32(compoundCount);
+    for (const char16_t* const name : {u"A", u"B", u"C", u"D", u"E", u"F", u"G", u"H"}) {
+        block.Wide(name).Wide(u"").Wide(name).Wide(u"").F64(1).F64(0);
+    }
+    block.U32(1).Wide(u"R").Wide(u"Liquid").U32(1).U32(0).Narrow("C(H)").Narrow("").Narrow("");
+    for (std::size_t i = 0; i < compoundCount; ++i) block.F64(0);
+    block.U8(1).U32(0).U32(30).U32(7);  // the molarity of the last compound, of which the mask says nothing
+    block.U8(0).U8(0).U32(0).U32(0);
+    CFakeStream stream;
+    stream.bytes = Framed(block);
+    CFakeMaterial material({u"A", u"B", u"C", u"D", u"E", u"F", u"G", u"H"});
+    CFakeReactionObject results;
+    IDispatch* pointer = results.Dispatch();
+    const CPackageHolder package;
+    LeaveGarbage(compoundCount * sizeof(double));
+    ASSERT_EQ(package->Load(&stream), S_OK);
+    ASSERT_EQ(package->SetReactionObject(&pointer), S_OK);
+    ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
+    material.log.Clear();
+    const CVariant props = Strings({u"ReactionRate"});
+    const CVariant ids = Strings({u"R"});
+    const CBstr phase = CBstr::Make(u"Liquid");
+    EXPECT_EQ(package->CalcReactionProp(props.Get(), phase.Get(), ids.Get(), nullptr), S_OK);
+    EXPECT_EQ(results.log.calls, Lines{"SetReactionProp('ReactionRate', 'Liquid', ['R'], null, [0])"});
+    EXPECT_TRUE(material.log.calls.empty());
+    package->Terminate();
+}
+
 TEST_F(PackageStream, WarnsOfAnOldBlockAndIsNotDirty) {
     CFakeMessages messages;
     CStoredBytes block = CStoredBytes().Wide(u"").Wide(u"").Narrow("").U32(0).U32(1);
@@ -180,6 +219,24 @@ TEST_F(PackageStream, LivesThroughAHostThatLetsGoWhileTheWarningIsOpen) {
     };
     EXPECT_EQ(package->Load(&stream), S_OK);
     EXPECT_EQ(package->Definition()->reactions[0]->rateEquation, u"(T)/3.6");
+}
+
+TEST(PackageWithoutDefinition, StaysWithoutOneWhenALoadFails) {
+    const CPackageHolder package;
+    CFakeStream stream;
+    const auto good = Framed(EmptyBlock());
+    const std::vector<std::uint8_t> streams[] = {{}, {good.begin(), good.end() - 1}, Framed(EmptyBlock().U8(0))};
+    const HRESULT results[] = {S_FALSE, S_FALSE, E_FAIL};
+    for (std::size_t i = 0; i < 3; ++i) {
+        stream.bytes = streams[i];
+        stream.position = 0;
+        EXPECT_EQ(package->Load(&stream), results[i]);
+        EXPECT_EQ(package->Definition(), nullptr);
+        EXPECT_FALSE(package->IsResolvedOrLoaded());
+        EXPECT_EQ(package->IsDirty(), S_FALSE);
+    }
+    EXPECT_EQ(package->Initialize(), ECapeUnknownHR);
+    EXPECT_EQ(ErrorOf(package.Unknown()).description, "Reaction package was not resolved or loaded");
 }
 
 TEST(PackageWithoutDefinition, CanNotBeSaved) {

@@ -5,6 +5,7 @@
 #include "expression/EvaluateExpression.h"
 #include "support/Builders.h"
 #include "support/CountedFake.h"
+#include "support/Garbage.h"
 
 namespace reka::test {
 namespace {
@@ -179,6 +180,19 @@ TEST(ReactionPackDefinition, MakesItsWorkingArraysAfresh) {
     EXPECT_EQ(definition->fugacity, nullptr);
     EXPECT_EQ(definition->moleFraction, nullptr);
     EXPECT_EQ(definition->workArraySize, 0U);
+}
+
+TEST(ReactionPackDefinition, StartsItsWorkingArraysAtZero) {
+    ReactionPackDefinition definition(nullptr);
+    for (int i = 0; i < 8; ++i) definition.compounds.push_back(std::make_unique<CompoundDefinition>());
+    LeaveGarbage(8 * sizeof(double));
+    definition.AllocateWorkArrays();
+    for (std::size_t i = 0; i < 8; ++i) {
+        EXPECT_EQ(definition.molarity[i], 0.0);
+        EXPECT_EQ(definition.activity[i], 0.0);
+        EXPECT_EQ(definition.fugacity[i], 0.0);
+        EXPECT_EQ(definition.moleFraction[i], 0.0);
+    }
 }
 
 TEST(ReactionPackDefinition, MakesArraysOfNoElementsForNoCompounds) {

@@ -10,14 +10,17 @@ namespace reka::test {
 namespace {
 
 thread_local std::size_t allocationCount = 0;
+thread_local std::size_t allocationBytes = 0;
 thread_local std::ptrdiff_t allocationsLeft = 0;
 thread_local std::size_t allocationsUntilFailure = 0;  // 0 for none to fail
+thread_local std::size_t failuresLeft = 0;             // once the first has failed
 
 void* Allocate(std::size_t size) noexcept {
-    if (allocationsUntilFailure != 0 && --allocationsUntilFailure == 0) return nullptr;
+    if (CountAllocation()) return nullptr;
     void* const block = std::malloc(size != 0 ? size : 1);
     if (block) {
         ++allocationCount;
+        allocationBytes += size;
         ++allocationsLeft;
     }
     return block;
@@ -37,18 +40,31 @@ void Free(void* block) noexcept {
 
 }  // namespace
 
-CAllocationCounter::CAllocationCounter() : countBefore(allocationCount), leftBefore(allocationsLeft) {}
+CAllocationCounter::CAllocationCounter()
+    : countBefore(allocationCount), bytesBefore(allocationBytes), leftBefore(allocationsLeft) {}
 
 std::size_t CAllocationCounter::Count() const {
     return allocationCount - countBefore;
+}
+
+std::size_t CAllocationCounter::Bytes() const {
+    return allocationBytes - bytesBefore;
 }
 
 std::ptrdiff_t CAllocationCounter::Left() const {
     return allocationsLeft - leftBefore;
 }
 
-void FailAllocation(std::size_t n) {
+void FailAllocation(std::size_t n, std::size_t count) {
     allocationsUntilFailure = n;
+    failuresLeft = n == 0 ? 0 : count - 1;
+}
+
+bool CountAllocation() {
+    if (allocationsUntilFailure != 0) return --allocationsUntilFailure == 0;
+    if (failuresLeft == 0) return false;
+    --failuresLeft;
+    return true;
 }
 
 bool IsAllocationToFail() {

@@ -4,6 +4,7 @@
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "capeopen/DualInterface.h"
@@ -49,9 +50,14 @@ public:
         return S_OK;
     }
     ULONG STDMETHODCALLTYPE AddRef() override { return references.Add(); }
-    ULONG STDMETHODCALLTYPE Release() override { return references.Remove(); }
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = references.Remove();
+        if (onRelease) std::exchange(onRelease, nullptr)();
+        return left;
+    }
 
     CReferences references;
+    std::function<void()> onRelease;  // runs once, in the next release: a host that calls back
 };
 
 /// The error interfaces of a fake. Offered as it is told; absent texts stay null.

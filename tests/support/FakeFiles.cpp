@@ -35,6 +35,7 @@ public:
         auto& entry = files.entries.at(path);
         entry.bytes.insert(entry.bytes.end(), first, first + part);
         entry.time = files.now++;
+        if (files.onWritten) files.onWritten();
         return !fails;
     }
     bool Seek(std::uint64_t offset) override {
@@ -54,7 +55,11 @@ private:
 
 bool CFakeFiles::Record(const std::string& operation) {
     operations.push_back(operation);
-    return failAt > 0 && static_cast<int>(operations.size()) == failAt;
+    if (failAt == 0) return false;
+    const auto isBox = [](const std::string& line) { return line.starts_with("box "); };
+    const auto boxes = std::count_if(operations.begin(), operations.end(), isBox);
+    const auto number = static_cast<int>(operations.size()) - static_cast<int>(boxes);
+    return number >= failAt && number < failAt + failCount;
 }
 
 std::unique_ptr<IFile> CFakeFiles::OpenForReading(const std::u16string& path) {

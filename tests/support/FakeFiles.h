@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -31,7 +32,7 @@ public:
     bool FindUserFolder(std::u16string& path) override;
     std::u16string LastErrorText() override { return errorText; }
 
-    /// Records an operation; true if it is the one that fails.
+    /// Records an operation; true if it is one that fails. Boxes aren't counted.
     bool Record(const std::string& operation);
 
     struct Entry {
@@ -45,8 +46,10 @@ public:
     bool hasUserFolder = true;
     std::u16string errorText = u"the system's reason\r\n";
 
-    std::vector<std::string> operations;  // in order: "copy A -> B", "read 4", ...
+    std::vector<std::string> operations;  // in order: "copy A -> B", "read 4", ...; a test may add lines like "box ..."
     int failAt = 0;                       // number of the operation that fails, counted from 1; 0 for none
+    int failCount = 1;                    // so many fail from there on
+    std::function<void()> onWritten;      // runs at the end of each write
     int openFiles = 0;
 
 private:

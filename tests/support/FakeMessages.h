@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 #include "platform/UserMessages.h"
@@ -30,13 +31,17 @@ public:
 
     MessageAnswer Show(const UserMessage& message) noexcept override {
         shown.push_back(message);
+        if (operations) operations->push_back("box " + Utf8FromUtf16(message.title));
         if (onShow) onShow();
-        return (message.style & messagestyle::yesNo) != 0 ? answer : MessageAnswer::Ok;
+        if (onNextShow) std::exchange(onNextShow, nullptr)();
+        return (message.style & messagestyle::buttons) != 0 ? answer : MessageAnswer::Ok;
     }
 
     std::vector<UserMessage> shown;
     MessageAnswer answer = MessageAnswer::No;
-    std::function<void()> onShow;  // what happens while a box is open
+    std::function<void()> onShow;                    // what happens while a box is open
+    std::function<void()> onNextShow;                // the same, for the next box alone
+    std::vector<std::string>* operations = nullptr;  // a list that gets a line for each box, if one is given
 
 private:
     IUserMessages* before;

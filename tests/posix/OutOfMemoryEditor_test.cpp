@@ -1,0 +1,165 @@
+// Allocations fail in turn in the dialogs that change a definition or the templates. What a user edits further is
+// whole.
+
+#include <gtest/gtest.h>
+
+#include <new>
+
+#include "editor/EditShell.h"
+#include "editor/ExpressionEditor.h"
+#include "editor/TemplateFixture.h"
+#include "editor/TemplateManager.h"
+#include "editor/TemplateNames.h"
+#include "posix/AllocationFailures.h"
+
+namespace reka::test {
+namespace {
+
+/// The result of a dialog's action, which may run out of memory.
+template <class Action>
+HRESULT Attempt(Action&& action) {
+    try {
+        return action() ? S_OK : S_FALSE;
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+/// Templates in memory alone: reading them is not what is tested here.
+class CStillTemplates : public ITemplateSource {
+public:
+    HRESULT GetListOfReactionsPackages(VARIANT* names) override { return CopyVariant(names, list.Get()); }
+    TemplateStore& Store() override { return store; }
+    CVariant list;
+    TemplateStore store;
+};
+
+class OutOfMemoryEditor : public TemplateFixture {
+protected:
+    static std::unique_ptr<ReactionPackDefinition> MakeTemplate() {
+        auto made = MakePackage({u"A1", u"B1"});
+        made->name = CBstr::Make(u"Template");
+        made->compounds[0]->molecularWeight = made->compounds[1]->molecularWeight = 10.0;
+        AddKinetic(*made, u"r", u"T*C(A1)").stoichiometry = {-1.0, 1.0};
+        return made;
+    }
+    static void ExpectWhole(const ReactionPackDefinition& definition) {
+        for (const auto& compound : definition.compounds) EXPECT_NE(compound, nullptr);
+        for (const auto& reaction : definition.reactions) {
+            ASSERT_NE(reaction, nullptr);
+            EXPECT_EQ(reaction->stoichiometry.size(), definition.compounds.size());
+        }
+    }
+};
+
+TEST_F(OutOfMemoryEditor, LoadsATemplateWholeOrNotAtAll) {
+    CStillTemplates templates;
+    templates.store.templates.push_back(MakeTemplate());
+    ui.inTemplateNames = [](ITemplateSource&, std::u16string& name) {
+        name = u"Template";
+        return true;
+    };
+    std::unique_ptr<ReactionPackDefinition> definition;
+    std::unique_ptr<CEditShell> shell;
+    const GeneralPageFields general = {u"Mine", u"", 0};
+    ForEachFailure(
+        [&] {
+            definition = MakePackage({u"X"});
+            AddKinetic(*definition, u"mine", u"").stoichiometry = {2.0};
+            shell = std::make_unique<CEditShell>(*definition, templates, ui);
+        },
+        [&] { return Attempt([&] { return shell->Load(general); }); },
+        [&](HRESULT result, bool isReached) {
+            ExpectWhole(*definition);
+            // A copy of a string that can't be made may be left out, and then nothing has failed.
+            EXPECT_TRUE(isReached || result == S_OK);
+            EXPECT_EQ(definition->compounds.size(), result == S_OK ? 2U : 1U);
+            EXPECT_EQ(definition->reactions[0]->id.View(), result == S_OK ? u"r" : u"mine");
+        });
+}
+
+TEST_F(OutOfMemoryEditor, KeepsTheListOfTemplatesWhole) {
+    TemplateStore stored;
+    stored.templates.push_back(MakeTemplate());
+    stored.StoreTemplates();
+    CManagerTemplates source;
+    std::unique_ptr<CTemplateManager> dialog;
+    ui.inTemplate = [](ReactionPackDefinition&, ITemplateSource&) { return true; };
+    ui.messageAnswer = MessageAnswer::Yes;
+    const auto entries = files.entries;
+    const auto expectWhole = [&](HRESULT result, bool isReached) {
+        EXPECT_TRUE(isReached || result == S_OK);
+        EXPECT_EQ(source.Store().templateUnderEdit, nullptr);
+        for (const auto& definition : source.Store().templates) {
+            ASSERT_NE(definition, nullptr);
+            ExpectWhole(*definition);
+        }
+    };
+    const auto open = [&] {
+        files.entries = entries;
+        messages.shown.clear();
+        source.Store().LoadTemplates();
+        dialog = std::make_unique<CTemplateManager>(source, ui);
+        dialog->Select(0);
+    };
+    for (bool (CTemplateManager::*const action)() : {&CTemplateManager::Create, &CTemplateManager::Edit}) {
+        ForEachFailure(
+            open, [&] { return Attempt([&] { return (dialog.get()->*action)(); }); }, expectWhole);
+    }
+}
+
+TEST_F(OutOfMemoryEditor, ListsAllNamesOrNone) {
+    CStillTemplates templates;
+    templates.list = Strings({u"a name that is too long for a small string", u"another name that is too long for it"});
+    std::unique_ptr<CTemplateNames> dialog;
+    for (std::size_t n = 1;; ++n) {
+        CTemplateNames names(TemplateNamePurpose::Load, u"", ui);
+        FailAllocation(n);
+        const HRESULT result = Attempt([&] {
+            names.Fill(templates);
+            return true;
+        });
+        const bool isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        EXPECT_EQ(result, isReached ? E_OUTOFMEMORY : S_OK);
+        if (isReached) continue;
+        EXPECT_EQ(names.Names().size(), 2U);
+        EXPECT_GT(n, 2U);
+        break;
+    }
+}
+
+TEST_F(OutOfMemoryEditor, ColoursTheTextAgainAfterAFailure) {
+    class CStillField : public IExpressionField {
+    public:
+        std::u16string Text() override { return u"T+C(A1)*(2+unknown)"; }
+        TextRange Selection() override { return {0, 0}; }
+        void Show(const ExpressionRun&) override { ++runs; }
+        void Select(TextRange) override {}
+        void ShowStatus(const std::u16string&) override {}
+        int runs = 0;
+    };
+    const auto definition = MakeTemplate();
+    CStillField field;
+    CExpressionEditor editor(*definition, field);
+    for (std::size_t n = 1; n < 200; ++n) {
+        FailAllocation(n);
+        const HRESULT result = Attempt([&] {
+            editor.TextChanged();
+            return true;
+        });
+        const bool isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        field.runs = 0;
+        editor.SelectionChanged();
+        EXPECT_GT(field.runs, 0);  // events count
+        if (isReached) continue;
+        EXPECT_EQ(result, S_OK);
+        EXPECT_GT(n, 3U);
+        return;
+    }
+    FAIL() << "never succeeds";
+}
+
+}  // namespace
+}  // namespace reka::test
