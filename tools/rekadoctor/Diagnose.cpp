@@ -1,0 +1,299 @@
+// Each registration is held against what the component writes itself; then comes what a program gets that asks for the
+// manager. Faults count for the width of the program that they hurt.
+
+#include "Diagnose.h"
+
+#include <algorithm>
+
+#include "Advice.h"
+
+namespace rekadoctor {
+
+namespace {
+
+bool Is(const std::optional<std::string>& text, std::string_view expected) {
+    return text && IsSameName(*text, expected);
+}
+
+/// What is there instead of a right text.
+std::string Instead(const std::optional<std::string>& text) {
+    return text ? "it is \"" + *text + "\"" : "there is none";
+}
+
+std::string Joined(const std::vector<std::string>& words) {
+    std::string text;
+    for (const std::string& word : words) text += (text.empty() ? "" : ", ") + word;
+    return text;
+}
+
+std::string TitleOf(RegistryPlace place) {
+    return "Registered for " + std::string(place.owner == Owner::Machine ? "all users" : "this user alone") + ", for " +
+           WordOf(place.width) + " programs";
+}
+
+void DiagnoseCategories(const Registration& found, Section& section) {
+    std::vector<std::string> offered;
+    for (std::size_t i = 0; i < categoryCount; ++i) {
+        if (found.hasCategory[i]) offered.emplace_back(categories[i].meaning);
+    }
+    if (!offered.empty()) section.Good("offered as " + Joined(offered));
+    for (std::size_t i = 0; i < categoryCount; ++i) {
+        if (found.hasCategory[i]) continue;
+        section.Wrong("not offered as " + std::string(categories[i].meaning) + ": " +
+                      std::string(categories[i].consequence));
+    }
+}
+
+void DiagnoseNames(const Registration& found, Section& section) {
+    const std::size_t before = section.findings.size();
+    if (!Is(found.threadingModel, threadingModel)) {
+        section.Wrong("the threading model has to be \"Apartment\", but " + Instead(found.threadingModel));
+    }
+    if (!Is(found.progId, progId)) {
+        section.Wrong("the ProgID has to be \"" + std::string(progId) + "\", but " + Instead(found.progId));
+    }
+    if (!Is(found.versionIndependentProgId, versionIndependentProgId)) {
+        section.Wrong("the ProgID without version has to be \"" + std::string(versionIndependentProgId) + "\", but " +
+                      Instead(found.versionIndependentProgId));
+    }
+    if (!Is(found.typeLibrary, typeLibraryId)) {
+        section.Wrong("the type library has to be " + std::string(typeLibraryId) + ", but " +
+                      Instead(found.typeLibrary));
+    }
+    if (!Is(found.classOfProgId, classId)) {
+        section.Wrong("the name \"" + std::string(progId) + "\" has to lead to " + std::string(classId) + ", but " +
+                      Instead(found.classOfProgId));
+    }
+    if (!Is(found.classOfVersionIndependentProgId, classId)) {
+        section.Wrong("the name \"" + std::string(versionIndependentProgId) + "\" has to lead to " +
+                      std::string(classId) + ", but " + Instead(found.classOfVersionIndependentProgId));
+    }
+    if (section.findings.size() == before) section.Good("threading model, ProgID and type library are right");
+}
+
+void DiagnoseBeside(const Registration& found, Section& section) {
+    const std::string folder = FolderOf(*found.file);
+    const auto missing = [&](const std::string& name, const std::string& purpose) {
+        section.Wrong(folder + "\\data\\" + name + " is missing: " + purpose);
+        section.Advise("Copy the folder data of the package to " + folder + "\\data");
+    };
+    if (!found.server.hasTemplates) missing("REKAConfig.dat", "a new user's list of packages starts empty without it");
+    if (!found.server.hasCompounds) missing("Korvex1.pcd", "there is no list of compounds to choose from without it");
+    if (found.server.hasTemplates && found.server.hasCompounds) section.Good("its data are beside it");
+    if (!found.server.hasHelp) section.Note(folder + "\\NAVO.chm is not there: the Help buttons show nothing");
+}
+
+std::string WordOf(ModuleKind kind) {
+    switch (kind) {
+        case ModuleKind::X86:
+            return "a 32-bit module";
+        case ModuleKind::X64:
+            return "a 64-bit module";
+        case ModuleKind::Other:
+            return "a module for another processor";
+        case ModuleKind::NotAModule:
+            break;
+    }
+    return "no module at all";
+}
+
+void DiagnoseLoading(const Loading& loading, Section& section) {
+    if (!loading.isLoaded) {
+        section.Wrong("the file does not load: " + loading.reason);
+        section.Advise(
+            "Install REKA anew, or unpack its package anew; look whether a virus scanner holds the file back.");
+    } else if (!loading.missingExports.empty()) {
+        section.Wrong("the file loads but lacks " + Joined(loading.missingExports) + ", so it is not REKA's");
+        section.Advise("Install REKA anew, or unpack its package anew.");
+    } else {
+        section.Good("the file loads");
+    }
+}
+
+/// True where the file is one that programs of that width can load.
+bool DiagnoseFile(const Registration& found, Section& section) {
+    if (!found.file) {
+        section.Wrong("no file is named (InprocServer32 is missing)");
+        return false;
+    }
+    if (!found.server.isThere) {
+        section.Wrong("its file " + *found.file + " is not there");
+        return false;
+    }
+    const ModuleKind kind = found.place.width == Width::Bits64 ? ModuleKind::X64 : ModuleKind::X86;
+    if (found.server.kind != kind) {
+        section.Wrong("its file " + *found.file + " is " + WordOf(found.server.kind) + ", which " +
+                      WordOf(found.place.width) + " programs can't load");
+        return false;
+    }
+    section.Good("its file is " + *found.file + ", " + WordOf(kind));
+    return true;
+}
+
+Section DiagnoseRegistration(const Registration& found, const Examination& examination) {
+    Section section{TitleOf(found.place), found.place.width, {}, {}};
+    if (!found.isThere) {
+        section.Note("no");
+        return section;
+    }
+    section.Good("yes: \"" + found.shownName.value_or("") + "\", version " + found.version.value_or("unknown"));
+    if (!found.shownName) section.Wrong("it has no name (CapeDescription): simulators may leave it out");
+    DiagnoseCategories(found, section);
+    DiagnoseNames(found, section);
+    const bool isFileRight = DiagnoseFile(found, section);
+    const bool isRegistrationWrong = std::any_of(section.findings.begin(), section.findings.end(),
+                                                 [](const Finding& one) { return one.weight == Weight::Wrong; });
+    if (isRegistrationWrong) AdviseToRegister(examination, found.place, section);
+    if (found.file && !found.server.isThere) AdviseToRemove(found.place, section);
+    if (!isFileRight) return section;
+    if (found.server.loading) DiagnoseLoading(*found.server.loading, section);
+    DiagnoseBeside(found, section);
+    return section;
+}
+
+const Registration* Find(const Examination& examination, RegistryPlace place) {
+    for (const Registration& found : examination.registrations) {
+        if (found.place == place && found.isThere) return &found;
+    }
+    return nullptr;
+}
+
+/// For a width that has no registration at all.
+void DiagnoseAbsence(const Examination& examination, Width width, Section& section) {
+    const bool isOwn = width == examination.surroundings.ownWidth;
+    const std::string text =
+        "not registered for " + WordOf(width) + " programs, neither for all users nor for this one";
+    if (isOwn) {
+        section.Wrong(text);
+    } else {
+        section.Note(text + "; that is well if no simulator here is a " + WordOf(width) + " program");
+    }
+    AdviseToRegisterForAnyone(examination, width, section);
+}
+
+void DiagnoseBothOwners(const Registration& ofMachine, const Registration& ofUser, Section& section) {
+    if (Is(ofMachine.file, ofUser.file.value_or(""))) {
+        section.Note("registered for all users and for this user too, with the same file");
+        return;
+    }
+    section.Note(
+        "this user's registration hides that for all users, which names another file; programs that run as "
+        "administrator use the latter");
+}
+
+/// Where the registration is right and yet nobody gets the manager, the place of the registration may be the reason.
+void ExplainOwner(const Examination& examination, Section& section) {
+    const Width own = examination.surroundings.ownWidth;
+    if (Find(examination, {Owner::Machine, own}) || !Find(examination, {Owner::User, own})) return;
+    if (examination.surroundings.isWine) {
+        section.Note("this is Wine, whose look-up passes over what is registered for one user");
+        AdviseToRegister(examination, {Owner::Machine, own}, section);
+    } else if (examination.surroundings.isElevated) {
+        section.Note("this program runs as administrator, and such programs pass over what is registered for one user");
+        section.Advise("Run rekadoctor in an ordinary command prompt, and the simulator without administrator rights.");
+        section.Advise("Or register for all users:");
+        AdviseToRegister(examination, {Owner::Machine, own}, section);
+    }
+}
+
+void DiagnosePackages(const Examination& examination, Section& section) {
+    const Trial& trial = examination.trial;
+    const Width own = examination.surroundings.ownWidth;
+    const Registration* used = examination.surroundings.isElevated ? nullptr : Find(examination, {Owner::User, own});
+    if (!used) used = Find(examination, {Owner::Machine, own});
+    section.Good("it gets the manager, out of " + trial.file);
+    if (used && used->file && !IsSameName(*used->file, trial.file)) {
+        section.Note("the registration names " + *used->file);
+    }
+    if (trial.packages.empty()) {
+        section.Note("the manager lists no package: make one in the manager's dialog");
+    } else {
+        section.Good("the manager lists " + std::to_string(trial.packages.size()) +
+                     (trial.packages.size() == 1 ? " package" : " packages"));
+        for (const std::string& package : trial.packages) section.findings.push_back({Weight::Listed, package});
+    }
+}
+
+void DiagnoseTrial(const Examination& examination, Section& section) {
+    const Trial& trial = examination.trial;
+    const std::string name = "\"" + std::string(versionIndependentProgId) + "\"";
+    switch (trial.end) {
+        case TrialEnd::NameUnknown:
+            section.Wrong("the system does not know the name " + name + ": " + trial.reason);
+            break;
+        case TrialEnd::OtherClass:
+            section.Wrong("the name " + name + " leads to the class " + trial.reason + ", which is not REKA's");
+            break;
+        case TrialEnd::NotCreated:
+            section.Wrong("the manager can't be created: " + trial.reason);
+            break;
+        case TrialEnd::NotAManager:
+            section.Wrong("what is created is no reaction package manager: " + trial.reason);
+            section.Advise("Install REKA anew, or unpack its package anew.");
+            break;
+        case TrialEnd::NoList:
+            section.Wrong("the manager can't list its packages: " + trial.reason);
+            break;
+        case TrialEnd::Done:
+            DiagnosePackages(examination, section);
+            return;
+    }
+    ExplainOwner(examination, section);
+}
+
+/// What a program of this width meets.
+Section DiagnoseUse(const Examination& examination) {
+    const Width own = examination.surroundings.ownWidth;
+    Section section{"A " + WordOf(own) + " program that asks for the manager", own, {}, {}};
+    const Registration* ofMachine = Find(examination, {Owner::Machine, own});
+    const Registration* ofUser = Find(examination, {Owner::User, own});
+    if (!ofMachine && !ofUser) DiagnoseAbsence(examination, own, section);
+    if (ofMachine && ofUser) DiagnoseBothOwners(*ofMachine, *ofUser, section);
+    DiagnoseTrial(examination, section);
+    if (examination.currentUser == "1") {
+        section.Note(
+            "the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers, and unregisters, for this "
+            "user alone");
+    }
+    return section;
+}
+
+void Count(Diagnosis& diagnosis, Width ownWidth) {
+    for (const Section& section : diagnosis.sections) {
+        const auto wrong = std::count_if(section.findings.begin(), section.findings.end(),
+                                         [](const Finding& one) { return one.weight == Weight::Wrong; });
+        int& sum = section.width == ownWidth ? diagnosis.wrongForOwnWidth : diagnosis.wrongForOtherWidth;
+        sum += static_cast<int>(wrong);
+    }
+}
+
+}  // namespace
+
+void Section::Advise(std::string text, std::vector<std::string> commands) {
+    Step step{std::move(text), std::move(commands)};
+    if (std::find(advice.begin(), advice.end(), step) == advice.end()) advice.push_back(std::move(step));
+}
+
+std::string WordOf(Width width) {
+    return width == Width::Bits64 ? "64-bit" : "32-bit";
+}
+
+Diagnosis Diagnose(const Examination& examination) {
+    Diagnosis diagnosis;
+    const Width own = examination.surroundings.ownWidth;
+    const Width other = own == Width::Bits64 ? Width::Bits32 : Width::Bits64;
+    for (const Registration& found : examination.registrations) {
+        diagnosis.sections.push_back(DiagnoseRegistration(found, examination));
+    }
+    diagnosis.sections.push_back(DiagnoseUse(examination));
+    if (examination.surroundings.isWindows64Bit && !Find(examination, {Owner::Machine, other}) &&
+        !Find(examination, {Owner::User, other})) {
+        Section section{WordOf(other) + " programs", other, {}, {}};
+        DiagnoseAbsence(examination, other, section);
+        diagnosis.sections.push_back(std::move(section));
+    }
+    Count(diagnosis, own);
+    return diagnosis;
+}
+
+}  // namespace rekadoctor

@@ -1,0 +1,60 @@
+// Everything that rekadoctor finds out before it says a word about it.
+
+#pragma once
+
+#include <array>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Computer.h"
+#include "ModuleKind.h"
+#include "RegistrationNames.h"
+
+namespace rekadoctor {
+
+/// A file named in a registration, and what is beside it.
+struct ServerFile {
+    bool isThere = false;
+    ModuleKind kind = ModuleKind::NotAModule;
+    std::optional<Loading> loading;  // only where the file and this program have one width
+    bool hasTemplates = false;
+    bool hasCompounds = false;
+    bool hasHelp = false;
+};
+
+/// The registration in one half of the registry. What isn't there, or is no text, is absent.
+struct Registration {
+    RegistryPlace place;
+    bool isThere = false;  // the class has a key; otherwise the rest, but for the classes of the names, is empty
+    std::optional<std::string> file;
+    std::optional<std::string> threadingModel;
+    std::optional<std::string> progId;
+    std::optional<std::string> versionIndependentProgId;
+    std::optional<std::string> typeLibrary;
+    std::optional<std::string> shownName;
+    std::optional<std::string> version;
+    std::array<bool, categoryCount> hasCategory = {};
+    std::optional<std::string> classOfProgId;
+    std::optional<std::string> classOfVersionIndependentProgId;
+    ServerFile server;
+};
+
+struct Examination {
+    Surroundings surroundings;
+    std::vector<Registration> registrations;  // this program's width first, and the machine's first
+    std::optional<std::string> currentUser;   // the setting that sends a registration to the user
+    std::optional<std::string> module32;      // modules of the right kind near this program, which can be registered
+    std::optional<std::string> module64;
+    Trial trial;
+};
+
+Examination Examine(CComputer& computer);
+
+/// The folder of a path, without a backslash at its end; empty for a bare name.
+std::string FolderOf(const std::string& path);
+
+/// Whether two paths or names are the same but for the case of the letters A to Z.
+bool IsSameName(std::string_view first, std::string_view second);
+
+}  // namespace rekadoctor

@@ -1,0 +1,101 @@
+// The command line of rekadoctor and the look of its report.
+
+#include "RunRekadoctor.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <ostream>
+
+#include "Diagnose.h"
+
+namespace rekadoctor {
+
+namespace {
+
+constexpr int wrong = 1;
+constexpr int misused = 2;
+
+const char* MarkOf(Weight weight) {
+    switch (weight) {
+        case Weight::Good:
+            return "  ok     ";
+        case Weight::Note:
+            return "  note   ";
+        case Weight::Listed:
+            return "           ";
+        case Weight::Wrong:
+            break;
+    }
+    return "  WRONG  ";
+}
+
+void Print(const Section& section, std::ostream& out) {
+    out << section.title << "\n";
+    for (const Finding& finding : section.findings) out << MarkOf(finding.weight) << finding.text << "\n";
+    if (section.advice.empty()) return;
+    const bool isAnyWrong = std::any_of(section.findings.begin(), section.findings.end(),
+                                        [](const Finding& one) { return one.weight == Weight::Wrong; });
+    out << (isAnyWrong ? "  What to do:\n" : "  If you need it:\n");
+    for (const Step& step : section.advice) {
+        out << "    " << step.text << "\n";
+        for (const std::string& command : step.commands) out << "      " << command << "\n";
+    }
+}
+
+void PrintVerdict(int count, Width width, std::ostream& out) {
+    if (count == 0) {
+        out << "All is well for " << WordOf(width) << " programs.\n";
+    } else {
+        out << count << (count == 1 ? " thing is" : " things are") << " wrong for " << WordOf(width) << " programs.\n";
+    }
+}
+
+int Report(const Examination& examination, std::ostream& out) {
+    const Surroundings& surroundings = examination.surroundings;
+    const Width own = surroundings.ownWidth;
+    const Width other = own == Width::Bits64 ? Width::Bits32 : Width::Bits64;
+    const Diagnosis diagnosis = Diagnose(examination);
+    out << "rekadoctor " REKA_VERSION ", a " << WordOf(own) << " program on " << (surroundings.isWine ? "Wine as " : "")
+        << (surroundings.isWindows64Bit ? "64-bit" : "32-bit") << " Windows\n";
+    for (const Section& section : diagnosis.sections) {
+        out << "\n";
+        Print(section, out);
+    }
+    out << "\n";
+    PrintVerdict(diagnosis.wrongForOwnWidth, own, out);
+    if (diagnosis.wrongForOtherWidth > 0) PrintVerdict(diagnosis.wrongForOtherWidth, other, out);
+    if (surroundings.isWindows64Bit) {
+        out << "Loading and creating were tried for " << WordOf(own) << " programs. For " << WordOf(other)
+            << " ones, run the rekadoctor of the folder " << (other == Width::Bits64 ? "x64" : "x86") << ".\n";
+    }
+    return diagnosis.wrongForOwnWidth == 0 ? 0 : wrong;
+}
+
+}  // namespace
+
+int RunRekadoctor(const std::vector<std::string>& arguments, CComputer& computer, std::ostream& out,
+                  std::ostream& err) {
+    CLI::App app;
+    app.name("rekadoctor");
+    app.description(
+        "rekadoctor: is REKA registered, does it load, and what to do if not. Looks and tries, and changes nothing.");
+    app.footer(
+        "Exit status: 0 all is well for programs with as many bits as this one, 1 something is wrong for them,\n"
+        "2 misuse or a failure of its own.");
+    app.set_version_flag("--version", "rekadoctor " REKA_VERSION);
+    try {
+        app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
+        const int status = Report(Examine(computer), out);
+        out.flush();
+        if (out) return status;
+        err << "rekadoctor: the output can't be written\n";
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help or version was asked for
+        err << "rekadoctor: " << error.what() << " (--help tells more)\n";
+    } catch (const std::exception& error) {
+        err << "rekadoctor: " << error.what() << "\n";
+    }
+    return misused;
+}
+
+}  // namespace rekadoctor

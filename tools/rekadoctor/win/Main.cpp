@@ -1,0 +1,23 @@
+// rekadoctor's start: the wide command line becomes UTF-8, and the console shows UTF-8 until the end.
+
+#include <windows.h>
+
+#include <iostream>
+
+#include "CWindowsComputer.h"
+#include "RunRekadoctor.h"
+#include "platform/Utf8.h"
+
+int wmain(int argc, wchar_t** argv) {
+    const UINT codePage = GetConsoleOutputCP();
+    SetConsoleOutputCP(CP_UTF8);
+    std::vector<std::string> arguments;
+    for (int i = 1; i < argc; ++i) {
+        arguments.push_back(reka::Utf8FromUtf16(reinterpret_cast<const char16_t*>(argv[i])));
+    }
+    rekadoctor::CWindowsComputer computer;
+    const int status = rekadoctor::RunRekadoctor(arguments, computer, std::cout, std::cerr);
+    std::cout.flush();
+    if (codePage != 0) SetConsoleOutputCP(codePage);
+    return status;
+}
