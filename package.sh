@@ -1,0 +1,63 @@
+#!/usr/bin/env bash
+# Makes what is handed out, in build/package: a zip with both Windows builds, their data and documents, and an installer
+# with the same files. Runs no tests: see ./test.sh, and packaging/test-installer.sh for what is made here.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")"
+. scripts/install-packages.sh
+install_packages "${native_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" "${package_packages[@]}"
+
+version=$(sed -n 's/^project(REKA VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
+package=$PWD/build/package
+name=REKA-$version
+stage=$package/$name
+
+# build PRESET: what is packed, and whatever else the build folder is set up for stays as it is.
+build() {
+    echo "== Building $1"
+    local log=$package/$1.log
+    {
+        cmake --preset "$1" -DREKA_BUILD_EXAMPLES=ON &&
+            cmake --build --preset "$1" --target reka rekadoctor rekatool reka_data reka_help
+    } >"$log" 2>&1 || { cat "$log"; return 1; }
+}
+
+# stage_build PRESET FOLDER COMPILER-FAMILY: one width of the component with what belongs beside it.
+stage_build() {
+    local from=build/$1/bin to=$stage/$2 program
+    mkdir -p "$to/data"
+    for program in REKA.dll rekadoctor.exe rekatool.exe; do
+        "$3-strip" -o "$to/$program" "$from/$program"
+    done
+    cp "$from/data/REKAConfig.dat" "$from/data/Korvex1.pcd" "$to/data/"
+    cp "$from/NAVO.chm" "$to/"
+}
+
+# stage_text FILE NAME: with the line ends that every Windows editor knows.
+stage_text() {
+    sed -e "s/@VERSION@/$version/g" -e 's/\r*$/\r/' "$1" >"$stage/$2"
+}
+
+mkdir -p "$package"
+build mingw64-release
+build mingw32-release
+
+echo "== Packing"
+rm -rf "$stage"
+mkdir -p "$stage/docs"
+stage_build mingw64-release x64 x86_64-w64-mingw32
+stage_build mingw32-release x86 i686-w64-mingw32
+stage_text packaging/README.txt README.txt
+stage_text LICENSE LICENSE.txt
+for document in expression-language reaction-systems rekadoctor rekatool; do
+    stage_text "docs/$document.md" "docs/$document.md"
+done
+
+zip=$package/$name-windows.zip
+rm -f "$zip"
+(cd "$package" && zip -q -X -r "$zip" "$name")
+
+setup=$package/$name-setup.exe
+packaging/write-file-list.sh "$stage" "$package/files.nsh"
+makensis -V2 -WX -INPUTCHARSET UTF8 -DVERSION="$version" -DSOURCE="$PWD" -DFILES="$package/files.nsh" \
+    -DINSTALLED_KB="$(du -sk --apparent-size "$stage" | cut -f1)" -DOUTPUT="$setup" packaging/REKA.nsi
+ls -l "$zip" "$setup"
