@@ -77,7 +77,7 @@ bool MakeManager(reka::CComRef<Interface>& manager, Failure& failure) {
     void* made = nullptr;
     const HRESULT result = CreateManager(reka::InterfaceId<Interface>(), &made);
     if (FAILED(result)) {
-        failure = {"the package manager can't be made: " + TextOfResult(result), "", ""};
+        failure = {"the package manager can't be made: " + TextOfResult(result) + AdviceWithoutManager(), "", ""};
         return false;
     }
     manager.Reset(static_cast<Interface*>(made));

@@ -32,11 +32,18 @@ std::vector<Reaction> ChooseReactions(std::vector<Reaction> reactions, ReactorKi
     return reactions;
 }
 
+/// A size that nothing counts by would be a mistake.
 double SizeOf(const Reaction& reaction, const ReactorOptions& options) {
     const auto& size = reaction.isHeterogeneous ? options.catalyst : options.volume;
-    if (size) return *size;
-    throw ReactorFailure(reaction.isHeterogeneous ? "the rates count per mass of catalyst: --catalyst gives it in kg"
-                                                  : "the rates count per volume: --volume gives it in m3");
+    const auto& other = reaction.isHeterogeneous ? options.volume : options.catalyst;
+    if (!size) {
+        throw ReactorFailure(reaction.isHeterogeneous
+                                 ? "the rates count per mass of catalyst: --catalyst gives it in kg"
+                                 : "the rates count per volume: --volume gives it in m3");
+    }
+    if (!other) return *size;
+    throw ReactorFailure(reaction.isHeterogeneous ? "the rates count per mass of catalyst: --volume has no use"
+                                                  : "the rates count per volume: --catalyst has no use");
 }
 
 /// The compound that was asked for, or the one of which the first reaction uses up the feed first.
@@ -64,7 +71,10 @@ std::size_t FindKey(const CReactorModel& model, const std::string& wanted) {
 }
 
 std::vector<ReactorPoint> Solve(CReactorModel& model, const ReactorOptions& options) {
-    if (options.kind == ReactorKind::Equilibrium) return SolveEquilibrium(model, options.isAdiabatic);
+    if (options.kind == ReactorKind::Equilibrium) {
+        if (options.volume || options.catalyst) throw ReactorFailure("an equilibrium has no size");
+        return SolveEquilibrium(model, options.isAdiabatic);
+    }
     const double size = SizeOf(model.ReactionAt(0), options);
     if (options.kind == ReactorKind::StirredTank) return SolveStirredTank(model, size, options.isAdiabatic);
     return SolvePlugFlow(model, size, options.pointCount, options.isAdiabatic);

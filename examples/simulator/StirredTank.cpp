@@ -1,4 +1,6 @@
-// The stirred tank by Newton's method, continued from a very small tank to the one that was asked for.
+// The stirred tank, followed in time from its start, filled with feed, until it is steady. The time steps are implicit
+// ones that grow, each solved by Newton's method, so where several steady states exist the one that such a start leads
+// to is found.
 
 #include <algorithm>
 #include <cmath>
@@ -15,10 +17,11 @@ namespace {
 using Vector = std::vector<double>;
 
 constexpr int mostIterations = 50;
-constexpr double tolerance = 1e-12;  // of unknowns of the order of 1
+constexpr double tolerance = 1e-12;   // of unknowns of the order of 1
+constexpr double slowestPace = 1e-9;  // a step of this length has reached the steady state
+constexpr double fastestPace = 1e20;
 
-/// The equations of a tank of part `scale` of the size: extents as parts of the feed flow, and the temperature as a
-/// multiple of the feed's.
+/// The equations of one time step: extents as parts of the feed flow, and the temperature as a multiple of the feed's.
 class CTank {
 public:
     CTank(CReactorModel& reactorModel, double tankSize, bool adiabatic)
@@ -49,13 +52,15 @@ public:
         return std::all_of(flows.begin(), flows.end(), [](double flow) { return flow >= 0; });
     }
 
-    Vector Residuals(const Vector& unknowns, double scale) const {
+    /// What is left over of the balances after a step of 1 / `pace` residence times from `before`; with a pace of 0, of
+    /// those of the steady state.
+    Vector Residuals(const Vector& unknowns, const Vector& before, double pace) const {
         const std::vector<double> extents = Extents(unknowns);
         const double temperature = Temperature(unknowns);
         const std::vector<double> rates = model.Rates(extents, temperature);
         Vector residuals(UnknownCount());
         for (std::size_t r = 0; r < rates.size(); ++r) {
-            residuals[r] = rates[r] * scale * size / model.FeedFlow() - unknowns[r];
+            residuals[r] = rates[r] * size / model.FeedFlow() - unknowns[r] - pace * (unknowns[r] - before[r]);
         }
         if (isAdiabatic) {
             const std::vector<double> heats = model.Heats(extents, temperature);
@@ -81,7 +86,8 @@ double LargestOf(const Vector& values) {
 }
 
 /// The step that Newton's method takes; false where the equations have no slope.
-bool NewtonStep(const CTank& tank, const Vector& unknowns, double scale, const Vector& residuals, Vector& step) {
+bool NewtonStep(const CTank& tank, const Vector& unknowns, const Vector& before, double pace, const Vector& residuals,
+                Vector& step) {
     const std::size_t count = unknowns.size();
     std::vector<Vector> rows(count, Vector(count + 1));
     for (std::size_t column = 0; column < count; ++column) {
@@ -92,7 +98,7 @@ bool NewtonStep(const CTank& tank, const Vector& unknowns, double scale, const V
             distance = -distance;
             moved[column] = unknowns[column] + distance;
         }
-        const Vector values = tank.Residuals(moved, scale);
+        const Vector values = tank.Residuals(moved, before, pace);
         for (std::size_t row = 0; row < count; ++row) rows[row][column] = (values[row] - residuals[row]) / distance;
     }
     for (std::size_t row = 0; row < count; ++row) rows[row][count] = -residuals[row];
@@ -108,21 +114,21 @@ Vector Move(const Vector& from, const Vector& step, double part) {
     return to;
 }
 
-/// Solves the tank from `unknowns` on; false, with `unknowns` as they were, if it doesn't converge.
-bool Solve(const CTank& tank, double scale, Vector& unknowns) {
+/// Takes `unknowns` one time step on; false, with `unknowns` as they were, if it doesn't converge.
+bool Advance(const CTank& tank, double pace, Vector& unknowns) {
     Vector current = unknowns;
-    Vector residuals = tank.Residuals(current, scale);
+    Vector residuals = tank.Residuals(current, unknowns, pace);
     for (int iteration = 0; iteration < mostIterations; ++iteration) {
         Vector step;
-        if (!NewtonStep(tank, current, scale, residuals, step)) return false;
+        if (!NewtonStep(tank, current, unknowns, pace, residuals, step)) return false;
         double part = 1.0;
         while (part > 1e-6 && !tank.IsPossible(Move(current, step, part))) part /= 2;
         const Vector next = Move(current, step, part);
         if (!tank.IsPossible(next)) return false;
-        const double change = part * LargestOf(step);
         current = next;
-        residuals = tank.Residuals(current, scale);
-        if (change > tolerance || LargestOf(residuals) > 1e-9) continue;
+        residuals = tank.Residuals(current, unknowns, pace);
+        // The step counts and not the residuals, which fast reactions leave large by rounding alone.
+        if (part < 1 || LargestOf(step) > tolerance) continue;
         unknowns = current;
         return true;
     }
@@ -154,18 +160,16 @@ std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bo
     }
     const CTank tank(model, size, isAdiabatic);
     Vector unknowns = tank.Inlet();
-    double solved = 0;
-    for (double next = 1.0; solved < 1.0;) {
-        if (Solve(tank, next, unknowns)) {
-            solved = next;
-            next = std::min(1.0, 4 * solved);
+    double pace = 1;
+    while (pace > slowestPace) {
+        if (Advance(tank, pace, unknowns)) {
+            pace /= 4;
         } else {
-            next = solved == 0 ? next / 10 : solved + (next - solved) / 4;
-            if (next < 1e-15 || next - solved < 1e-6 * solved) {
-                throw ReactorFailure("no steady state of the tank is found");
-            }
+            pace *= 10;
         }
+        if (pace > fastestPace) throw ReactorFailure("no steady state of the tank is found");
     }
+    if (!Advance(tank, 0, unknowns)) throw ReactorFailure("no steady state of the tank is found");
     return {{0, feedTemperature, model.FeedFlows()},
             {size, tank.Temperature(unknowns), model.Flows(tank.Extents(unknowns))}};
 }

@@ -204,6 +204,30 @@ TEST(StirredTank, ClosesItsHeatBalance) {
     EXPECT_GT(x, 0.1);
 }
 
+TEST(StirredTank, IgnitesWhereTheColdStateEnds) {
+    GasDocument document;
+    document.rate = "1E13*EXP(-15000/T)*C(one)";
+    document.heat = "-15000";  // 500 K in all
+    const auto rateOfConversion = [](double x, double volume) {
+        const double outlet = 500 + 500 * x;
+        return 1e13 * std::exp(-15000 / outlet) * (1 - x) * 1e5 / (8.314462618 * outlet) * volume;
+    };
+    // Up to some 2e-4 m3 there are three steady states, and a tank full of feed comes to rest in the coldest.
+    const double cold = Solve(document, {"--cstr", "--volume", "1E-5", "--adiabatic"})[1][conversion];
+    EXPECT_NEAR(rateOfConversion(cold, 1e-5), cold, 1e-9);
+    EXPECT_LT(cold, 0.01);
+    ASSERT_GT(rateOfConversion(0.9, 1e-5), 0.9);  // a hotter one exists
+    for (const std::string size : {"1E-3", "1", "1E6"}) {
+        const double volume = std::stod(size);
+        const auto lines = Solve(document, {"--cstr", "--volume", size, "--adiabatic"});
+        const double x = lines[1][conversion];
+        EXPECT_GT(x, 0.999) << volume;
+        EXPECT_NEAR(lines[1][temperature], 500 + 500 * x, 1e-6) << volume;
+        const double left = 8.314462618 * 1000 / (1e13 * std::exp(-15) * 1e5 * volume);  // r V = x with x near 1
+        EXPECT_NEAR(lines[1][firstFlow] / left, 1, 0.01) << volume;
+    }
+}
+
 TEST(ReactionEquilibrium, OfTheShiftIsTheRootOfItsSquare) {
     const RunResult result = RunProgram(
         {"reactor", "--csv", "--document", ExamplePath("water-gas-shift.json"), "--equilibrium", "--key", "co"});
@@ -330,6 +354,8 @@ TEST(PlugFlowReactor, FollowsATraceToItsEnd) {
 TEST(ReactorCommand, SaysWhatIsMissing) {
     EXPECT_NE(FailureOf({}, {"--pfr"}).find("--volume gives it in m3"), std::string::npos);
     EXPECT_NE(FailureOf({}, {"--equilibrium"}).find("no equilibrium reaction"), std::string::npos);
+    EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "1", "--catalyst", "1"}).find("--catalyst has no use"),
+              std::string::npos);
     EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "1", "--key", "nobody"}).find("the feed has no nobody"),
               std::string::npos);
     EXPECT_NE(FailureOf({}, {"--pfr", "--volume", "-1"}).find("is not a number above 0"), std::string::npos);

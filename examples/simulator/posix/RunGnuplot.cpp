@@ -2,15 +2,23 @@
 
 #include "RunGnuplot.h"
 
+#include <csignal>
 #include <cstdio>
 
 namespace rekasim {
 
 bool RunGnuplot(const std::string& script) {
-    std::FILE* const input = popen("gnuplot", "w");
+    std::FILE* const input = popen("command -v gnuplot >/dev/null && exec gnuplot", "w");
     if (!input) return false;
+    // Writing to a program that has ended already must fail, and not end this one too.
+    struct sigaction ignored = {};
+    struct sigaction before = {};
+    ignored.sa_handler = SIG_IGN;
+    sigaction(SIGPIPE, &ignored, &before);
     const bool isWritten = std::fwrite(script.data(), 1, script.size(), input) == script.size();
-    return pclose(input) == 0 && isWritten;
+    const bool isDone = pclose(input) == 0 && isWritten;
+    sigaction(SIGPIPE, &before, nullptr);
+    return isDone;
 }
 
 }  // namespace rekasim

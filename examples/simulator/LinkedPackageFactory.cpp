@@ -10,4 +10,8 @@ HRESULT CreateManager(REFIID iid, void** manager) {
     return reka::CreateReactionPackManager(iid, manager);
 }
 
+std::string AdviceWithoutManager() {
+    return {};
+}
+
 }  // namespace rekasim
