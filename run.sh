@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Builds the example simulator and has it list the packages that the manager offers, show one, print its table and solve
 # a reactor, whose profile is drawn into build/toluene-hydrodealkylation.svg. With --windows the Windows build does the
-# same under Wine, but for the drawing. Further arguments replace all that: ./run.sh show "Ammonia synthesis"
+# same under Wine with the registered component, but for the drawing. Further arguments replace all that:
+#   ./run.sh show "Ammonia synthesis"
 set -euo pipefail
 started_in=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")"
@@ -21,7 +22,9 @@ fi
 
 mkdir -p build
 log=build/$preset.run.log
-{ cmake --preset "$preset" -DREKA_BUILD_TESTS=OFF && cmake --build --preset "$preset" --target rekasim reka_data; } \
+targets=(rekasim reka_data)
+if [ "$preset" = mingw64-release ]; then targets+=(reka); fi
+{ cmake --preset "$preset" -DREKA_BUILD_TESTS=OFF && cmake --build --preset "$preset" --target "${targets[@]}"; } \
     >"$log" 2>&1 || { cat "$log"; exit 1; }
 
 # The templates of this user's own stay untouched: the simulator gets a configuration folder in the build folder.
@@ -29,6 +32,7 @@ export XDG_CONFIG_HOME=$PWD/build/user
 simulator=("$PWD/build/$preset/bin/rekasim")
 if [ "$preset" = mingw64-release ]; then
     start_wine "$PWD/build/wine-run"  # apart from that of the tests, which may run at the same time
+    wine regsvr32 /s "Z:$PWD/build/$preset/bin/REKA.dll"
     simulator=(wine "$PWD/build/$preset/bin/rekasim.exe")
 fi
 

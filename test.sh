@@ -1,13 +1,17 @@
 #!/usr/bin/env bash
-# Builds every build and runs all tests: natively, under the sanitizers, and for Windows x64 under Wine. The x86 build is
-# compiled without tests and examples, which nothing here could run. Returns non-zero when anything failed.
+# Builds and runs all tests: natively under the sanitizers, for Windows x64 under Wine, and the installer with both widths.
+#
+#   ./test.sh PRESET...   only these builds, of native-debug, native-asan and mingw64-release
+#   ./test.sh --x86       only the x86 build, under a 32-bit Wine in a 32-bit system that is made in the build folder
+#
+# Returns non-zero when anything failed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
 . scripts/wine-environment.sh
+. scripts/x86-root.sh
 
-install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" "${windows_packages[@]}"
-
+native_preset=native-asan  # it makes the data and the figures that the Windows builds take and compare
 summary=()
 failed=0
 
@@ -21,11 +25,11 @@ build() {
     cmake --build --preset "$preset"
 }
 
-# run_tests PRESET: a failure is remembered, and the next build still gets its turn.
+# run_tests PRESET [OPTION...]: a failure is remembered, and the next build still gets its turn.
 run_tests() {
     echo "== Testing $1"
     local log=build/$1.test.log passed=1
-    ctest --preset "$1" --parallel 2 >"$log" 2>&1 || passed=0
+    ctest --preset "$1" --parallel 2 "${@:2}" >"$log" 2>&1 || passed=0
     grep -qE '^[0-9]+% tests passed' "$log" || passed=0
     if [ "$passed" -eq 0 ]; then
         failed=1
@@ -34,15 +38,64 @@ run_tests() {
     summary+=("$1: $(grep -E '^[0-9]+% tests passed' "$log" || echo 'no test ran')")
 }
 
-mkdir -p build
-for preset in native-debug native-asan mingw64-release; do build "$preset"; done
-build mingw32-release -DREKA_BUILD_TESTS=OFF -DREKA_BUILD_EXAMPLES=OFF
-run_tests native-debug
-run_tests native-asan
-start_wine "$PWD/build/wine-x64"
-run_tests mingw64-release
+# What the Windows builds are compared with.
+make_native_figures() {
+    build "$native_preset"
+    run_tests "$native_preset" -R '^figures$'
+}
 
-echo
-grep -E '^Total Test time' build/*.test.log | sed 's/^build\///; s/\.test\.log:/: /' || true
-printf '%s\n' "${summary[@]}"
+test_windows_x64() {
+    build mingw64-release -DREKA_NATIVE_PRESET="$native_preset"
+    start_wine "$PWD/build/wine-x64"
+    run_tests mingw64-release
+}
+
+test_installer() {
+    cmake --preset mingw32-release -DREKA_BUILD_TESTS=OFF -DREKA_NATIVE_PRESET="$native_preset" \
+        >build/mingw32-release.configure.log
+    ./package.sh
+    echo "== Testing the installer"
+    local log=build/installer.test.log
+    packaging/test-installer.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
+    summary+=("installer: $(tail -1 "$log")")
+}
+
+test_x86() {
+    make_x86_root
+    make_native_figures
+    build mingw32-release -DREKA_NATIVE_PRESET="$native_preset"
+    put_into_x86_root build/mingw32-release "build/$native_preset/figures.txt" examples/documents data docs
+    start_x86_wine
+    run_tests mingw32-release
+}
+
+print_summary() {
+    echo
+    grep -E '^Total Test time' build/*.test.log | sed 's/^build\///; s/\.test\.log:/: /' || true
+    printf '%s\n' "${summary[@]}"
+}
+
+install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" "${windows_packages[@]}"
+mkdir -p build
+rm -f build/*.test.log
+if [ "${1:-}" = --x86 ]; then
+    install_packages "${x86_packages[@]}"
+    test_x86
+elif [ "$#" -gt 0 ]; then
+    for preset in "$@"; do
+        if [ "$preset" = mingw64-release ]; then
+            make_native_figures
+            test_windows_x64
+        else
+            build "$preset"
+            run_tests "$preset"
+        fi
+    done
+else
+    build "$native_preset"
+    run_tests "$native_preset"
+    test_windows_x64
+    test_installer
+fi
+print_summary
 exit "$failed"

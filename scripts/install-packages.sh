@@ -14,8 +14,11 @@ install_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox)
-test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales)
+native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox fp-utils)
+test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils)
 fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)
+icon_packages=(librsvg2-bin icoutils)
+package_packages=(nsis zip unzip)
+x86_packages=(debootstrap)
