@@ -8,12 +8,13 @@ registry() {
     iconv -f UTF-16 -t UTF-8 "$work/export.reg" | tr -d '\r'
 }
 
-# What Wine's session keeps for itself in the registry of the machine, and changes with every program: the devices that its
-# services have seen, its network cards, and the number of the next service.
+# What Wine's session keeps for itself in the registry, and changes with every program: the devices that its services have
+# seen, its network cards, the number of the next service, and the user's settings for as long as the session lasts.
 without_session() {
     awk 'BEGIN { RS = ""; ORS = "\n\n" }
         /^\[HKEY_LOCAL_MACHINE\\(HARDWARE|System\\CurrentControlSet\\(Enum|Control\\(DeviceClasses|ServiceCurrent)))/ { next }
         /^\[HKEY_LOCAL_MACHINE\\Software\\(Wow6432Node\\)?Microsoft\\Windows NT\\CurrentVersion\\NetworkCards/ { next }
+        /^\[HKEY_CURRENT_USER\\Software\\Wine\\Temporary System Parameters/ { next }
         { print }'
 }
 
@@ -21,7 +22,7 @@ without_session() {
 # change, from which a file that was written anew is known as well as from its contents.
 take_snapshot() {
     registry HKEY_LOCAL_MACHINE | without_session >"$work/$1.machine"
-    registry HKEY_CURRENT_USER >"$work/$1.user"
+    registry HKEY_CURRENT_USER | without_session >"$work/$1.user"
     (cd "$drive" && find . -type d -printf '%p\n' -o -printf '%p %s %T@\n') | LC_ALL=C sort >"$work/$1.files"
 }
 
@@ -29,7 +30,7 @@ take_snapshot() {
 take_user_snapshot() {
     cp "$work/$1.machine" "$work/$2.machine"
     cp "$work/$1.files" "$work/$2.files"
-    registry HKEY_CURRENT_USER >"$work/$2.user"
+    registry HKEY_CURRENT_USER | without_session >"$work/$2.user"
 }
 
 is_same_snapshot() {
