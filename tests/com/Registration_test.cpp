@@ -22,8 +22,14 @@ bool IsOfOthers(const std::wstring& path) {
     return path.find(L"NAVO") == std::wstring::npos && path.find(L"{95E42661") == std::wstring::npos;
 }
 
+/// What a service of the system notes when it gets round to it.
+bool IsOfSession(const std::wstring& path) {
+    return path == L"HKLM\\Microsoft\\Windows NT\\CurrentVersion\\NetworkCards";
+}
+
 /// Adds all keys and values below `key`, which is written as `path`.
 void AddEntries(HKEY key, const std::wstring& path, bool isThorough, Entries& entries) {
+    if (IsOfSession(path)) return;
     entries.insert(path);
     if (!isThorough && IsOfOthers(path)) return;
     std::vector<wchar_t> name(16384);

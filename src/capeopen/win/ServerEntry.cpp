@@ -6,10 +6,15 @@
 #include "capeopen/win/ClassTable.h"
 #include "capeopen/win/Module.h"
 #include "capeopen/win/Registration.h"
+#include "capeopen/win/ThreadsOfRuntime.h"
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* reserved) {
     if (reason == DLL_PROCESS_ATTACH) reka::StartModule(instance);
-    if (reason == DLL_PROCESS_DETACH) reka::EndModule(reserved != nullptr);  // otherwise the module is unloaded
+    if (reason == DLL_PROCESS_DETACH) {
+        const bool isProcessEnding = reserved != nullptr;  // otherwise the module is unloaded
+        reka::EndModule(isProcessEnding);
+        if (!isProcessEnding) reka::LeaveThisThread();
+    }
     return TRUE;
 }
 
