@@ -5,6 +5,9 @@
 
 #pragma once
 
+#include <bit>
+#include <cstdint>
+
 namespace reka {
 
 /// The number `high + low`, where `low` is at most half a unit in the last place of `high`.
@@ -30,6 +33,13 @@ constexpr DoubleDouble TwoSum(double a, double b) {
 constexpr double UpperHalf(double a) {
     const double spread = 134217729.0 * a;  // 2^27 + 1
     return spread - (spread - a);
+}
+
+/// The first 26 digits of `a`, cut off and not rounded. What is left of `a` is a double, and the square of what is cut
+/// off one too.
+constexpr double UpperDigits(double a) {
+    constexpr std::uint64_t mask = ~((std::uint64_t{1} << 27) - 1);
+    return std::bit_cast<double>(std::bit_cast<std::uint64_t>(a) & mask);
 }
 
 /// The product of two doubles without error, by the halves of their digits.

@@ -1,11 +1,9 @@
-// Evaluation of a parsed expression, along the nodes of a tree or along the steps laid out from it. Both go through the
-// arguments of a node from first to last and then compute the node, and both compute it here, by `ComputeStep`.
+// Evaluation of a parsed expression along the nodes of its tree.
 
 #include "expression/EvaluateExpression.h"
 
 #include <limits>
 
-#include "expression/ExpressionProgram.h"
 #include "expression/NodeOperation.h"
 #include "expression/WalkStack.h"
 
@@ -13,32 +11,9 @@ namespace reka {
 
 namespace {
 
-// Why an operation is refused for these operands, or null. A NaN passes every guard, and so does a zero where only
-// negative operands are refused: LOG(0) is minus infinity and 0^0 is 1. The natural logarithm speaks of "ln".
-const char16_t* FindRefusal(NodeKind kind, double a, double b) {
-    switch (kind) {
-        case NodeKind::Division:
-            return b == 0 ? u"division by zero" : nullptr;
-        case NodeKind::Power:
-            return a < 0 ? u"negative base in power" : nullptr;
-        case NodeKind::Sqrt:
-            return a < 0 ? u"sqrt of negative number" : nullptr;
-        case NodeKind::Asin:
-            return a < -1 || a > 1 ? u"domain error in asin" : nullptr;
-        case NodeKind::Acos:
-            return a < -1 || a > 1 ? u"domain error in acos" : nullptr;
-        case NodeKind::Log:
-            return a < 0 ? u"ln of negative number" : nullptr;
-        case NodeKind::Log10:
-            return a < 0 ? u"log of negative number" : nullptr;
-        default:
-            return nullptr;
-    }
-}
-
 // The working value of a compound; false where there is none.
-bool ReadWorkingValue(const std::unique_ptr<double[]>& values, std::int32_t compoundIndex,
-                      const ReactionPackDefinition& definition, double& value) {
+bool ReadWorkingValue(const CWorkArray& values, std::int32_t compoundIndex, const ReactionPackDefinition& definition,
+                      double& value) {
     if (!values || compoundIndex < 0 || static_cast<std::size_t>(compoundIndex) >= definition.workArraySize) {
         return false;
     }
@@ -47,10 +22,10 @@ bool ReadWorkingValue(const std::unique_ptr<double[]>& values, std::int32_t comp
 }
 
 // The value of a node without operands; false for a kind that has none.
-bool ReadLeaf(const ExpressionStep& step, const ReactionPackDefinition& definition, double& value) {
-    switch (step.kind) {
+bool ReadLeaf(const ExpressionNode& node, const ReactionPackDefinition& definition, double& value) {
+    switch (node.kind) {
         case NodeKind::RealConstant:
-            value = step.value;
+            value = node.value;
             return true;
         case NodeKind::Pressure:
             value = definition.pressure;
@@ -59,13 +34,13 @@ bool ReadLeaf(const ExpressionStep& step, const ReactionPackDefinition& definiti
             value = definition.temperature;
             return true;
         case NodeKind::Molarity:
-            return ReadWorkingValue(definition.molarity, step.compoundIndex, definition, value);
+            return ReadWorkingValue(definition.molarity, node.compoundIndex, definition, value);
         case NodeKind::MoleFraction:
-            return ReadWorkingValue(definition.moleFraction, step.compoundIndex, definition, value);
+            return ReadWorkingValue(definition.moleFraction, node.compoundIndex, definition, value);
         case NodeKind::Activity:
-            return ReadWorkingValue(definition.activity, step.compoundIndex, definition, value);
+            return ReadWorkingValue(definition.activity, node.compoundIndex, definition, value);
         case NodeKind::Fugacity:
-            return ReadWorkingValue(definition.fugacity, step.compoundIndex, definition, value);
+            return ReadWorkingValue(definition.fugacity, node.compoundIndex, definition, value);
         default:
             return false;
     }
@@ -77,17 +52,18 @@ bool FailAsUnknown(std::u16string& errorText) {
 }
 
 // Computes one node from the values of its arguments.
-bool ComputeStep(const ExpressionStep& step, const double* operands, const ReactionPackDefinition& definition,
+bool ComputeNode(const ExpressionNode& node, const double* operands, const ReactionPackDefinition& definition,
                  double& value, std::u16string& errorText) {
-    const std::int32_t operandCount = OperandCount(step.kind);
-    if (operandCount == 0) return ReadLeaf(step, definition, value) || FailAsUnknown(errorText);
+    const std::int32_t operandCount = OperandCount(node.kind);
+    if (node.argumentCount < operandCount) return FailAsUnknown(errorText);
+    if (operandCount == 0) return ReadLeaf(node, definition, value) || FailAsUnknown(errorText);
     const double a = operands[0];
     const double b = operandCount == 2 ? operands[1] : 0.0;
-    if (const char16_t* refusal = FindRefusal(step.kind, a, b)) {
+    if (const char16_t* refusal = FindRefusal(node.kind, a, b)) {
         errorText = refusal;
         return false;
     }
-    value = ComputeOperation(step.kind, a, b);
+    value = ComputeOperation(node.kind, a, b);
     return true;
 }
 
@@ -112,7 +88,7 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Reacti
             continue;
         }
         double value;
-        if (!ComputeStep(StepOf(*visit.node), visit.operands, definition, value, errorText)) return false;
+        if (!ComputeNode(*visit.node, visit.operands, definition, value, errorText)) return false;
         visits.Pop();
         if (visits.IsEmpty()) {
             result = value;
@@ -122,23 +98,6 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Reacti
         if (parent.nextArgument < 2) parent.operands[parent.nextArgument] = value;
         ++parent.nextArgument;
     }
-}
-
-bool EvaluateExpression(const ExpressionRef& expression, double& result, const ReactionPackDefinition& definition,
-                        std::u16string& errorText) {
-    result = std::numeric_limits<double>::quiet_NaN();
-    double localValues[localValueCount];
-    double* deepStack = expression.program->ValueStack();
-    double* values = deepStack ? deepStack : localValues;
-    std::size_t depth = 0;
-    for (const ExpressionStep& step : expression.program->Steps()) {
-        depth -= static_cast<std::size_t>(step.argumentCount);
-        double value;
-        if (!ComputeStep(step, values + depth, definition, value, errorText)) return false;
-        values[depth++] = value;
-    }
-    result = values[0];
-    return true;
 }
 
 }  // namespace reka

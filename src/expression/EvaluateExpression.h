@@ -6,6 +6,7 @@
 #include <string>
 
 #include "expression/ExpressionNode.h"
+#include "expression/RunProgram.h"
 #include "package/Definition.h"
 
 namespace reka {
@@ -22,7 +23,10 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Reacti
 
 /// The same for the tree of `expression`, with the same results and texts. This is what runs once per reaction and
 /// property: it takes no lock, and allocates only to report a failure. One expression serves one caller at a time.
-bool EvaluateExpression(const ExpressionRef& expression, double& result, const ReactionPackDefinition& definition,
-                        std::u16string& errorText);
+inline bool EvaluateExpression(const ExpressionRef& expression, double& result,
+                               const ReactionPackDefinition& definition, std::u16string& errorText) {
+    if (RunProgram(*expression.program, result, definition)) return true;
+    return EvaluateExpression(*expression.root, result, definition, errorText);  // which finds the reason
+}
 
 }  // namespace reka

@@ -1,6 +1,6 @@
-// The exponential, the logarithms, the power and the hyperbolic functions of the language. They round once, at the end
-// of a computation in higher precision, and use nothing of the runtime's mathematics, so that they give the same
-// numbers on every build.
+// The exponential, the logarithms, the power and the hyperbolic functions of the language. Where the runtime's are not
+// known to be good, and the runtime of one build is as unlike another's as their makers are, they are computed here: in
+// higher precision, rounded once at the end.
 
 #include <cmath>
 #include <limits>
@@ -8,6 +8,8 @@
 #include "expression/Exponential.h"
 #include "expression/Logarithm.h"
 #include "expression/MathFunctions.h"
+
+#include "RuntimeMath.h"
 
 namespace reka::math {
 
@@ -85,6 +87,7 @@ double HalfExponential(double x) {
 }  // namespace
 
 double Exp(double x) {
+    if constexpr (hasGoodExponentials) return std::exp(x);
     if (x > 720.0) return infinity;
     if (x < -760.0) return 0.0;
     if (x != x) return x;
@@ -92,6 +95,7 @@ double Exp(double x) {
 }
 
 double Log(double x) {
+    if constexpr (hasGoodExponentials) return std::log(x);
     if (x == 0.0) return -infinity;
     if (x < 0.0) return notANumber;
     if (!std::isfinite(x)) return x;
@@ -102,10 +106,18 @@ double Log10(double x) {
     if (x == 0.0) return -infinity;
     if (x < 0.0) return notANumber;
     if (!std::isfinite(x)) return x;
-    return Round(LogarithmOf(x) * constants::inverseLogOfTen);
+    // The factor in two parts, of which the first has 26 bits, as have the upper digits of the logarithm: their product
+    // is without error, and all others are far smaller.
+    constexpr double factorUpper = 0x1.bcb7b18p-2;
+    constexpr double factorLower = constants::inverseLogOfTen.high - factorUpper + constants::inverseLogOfTen.low;
+    const DoubleDouble logarithm = LogarithmOf(x);
+    const double upper = UpperDigits(logarithm.high);
+    const double lower = (logarithm.high - upper) + logarithm.low;
+    return upper * factorUpper + (upper * factorLower + lower * constants::inverseLogOfTen.high);
 }
 
 double Pow(double base, double exponent) {
+    if constexpr (hasGoodExponentials) return std::pow(base, exponent);
     if (exponent == 0.0 || base == 1.0) return 1.0;
     if (base != base || exponent != exponent) return base + exponent;
     if (base == 0.0 || std::isinf(base) || std::isinf(exponent)) return PowerAtALimit(base, exponent);
@@ -113,6 +125,12 @@ double Pow(double base, double exponent) {
     if (!IsWhole(exponent)) return notANumber;
     const double magnitude = PowerOfPositive(-base, exponent);
     return IsOdd(exponent) ? -magnitude : magnitude;
+}
+
+double PowOfLogarithm(DoubleDouble logarithm, double base, double exponent) {
+    if constexpr (hasGoodExponentials) return std::pow(base, exponent);
+    if (!(std::fabs(exponent * logarithm.high) <= 700.0)) return Pow(base, exponent);
+    return RoundScaled(ExponentialOf(logarithm * exponent));
 }
 
 double Sinh(double x) {

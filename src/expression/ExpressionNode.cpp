@@ -103,7 +103,7 @@ ExpressionTree CloneExpression(const ExpressionNode& source) {
 }
 
 ExpressionRef::ExpressionRef(ExpressionTree tree)
-    : root(std::move(tree)), program(std::make_unique<const CExpressionProgram>(*root)) {
+    : root(std::move(tree)), program(std::make_unique<CExpressionProgram>(*root)) {
     CollectDependencies(*root, *this);
 }
 

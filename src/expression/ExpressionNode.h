@@ -116,7 +116,7 @@ struct ExpressionRef {
 
     std::uint32_t dependencies = 0;  // bits of `dependency`; a reader of stored data puts the stored mask here
     const std::unique_ptr<const ExpressionNode, ExpressionDeleter> root;
-    const std::unique_ptr<const CExpressionProgram> program;  // of `root`; what `EvaluateExpression` runs
+    const std::unique_ptr<CExpressionProgram> program;  // of `root`; what `EvaluateExpression` runs
 };
 
 /// ORs the bits of `node` and of everything under it into `expression.dependencies`. A compound leaf, the pressure and

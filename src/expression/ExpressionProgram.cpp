@@ -1,51 +1,487 @@
-// Lays a tree out for evaluation: one walk in postfix order, which also finds how many values stand at one time.
+// Writes the steps of a tree. The operands of a node are computed from left to right, so that of two failures the first
+// one is met first; an operand that is a leaf can't fail, and waits until its node is computed.
 
 #include "expression/ExpressionProgram.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <utility>
 
+#include "expression/Logarithm.h"
 #include "expression/NodeOperation.h"
 #include "expression/WalkStack.h"
 
 namespace reka {
 
-ExpressionStep StepOf(const ExpressionNode& node) {
-    ExpressionStep step;
-    step.argumentCount = std::max(node.argumentCount, 0);
-    if (node.argumentCount < OperandCount(node.kind)) return step;
-    step.kind = node.kind;
-    if (node.kind == NodeKind::RealConstant) step.value = node.value;
-    if (IsCompoundLeaf(node.kind)) step.compoundIndex = node.compoundIndex;
-    return step;
+namespace {
+
+bool IsLeaf(const ExpressionNode& node) {
+    return node.argumentCount == 0;
 }
 
-CExpressionProgram::CExpressionProgram(const ExpressionNode& root) {
-    struct Visit {
+const ExpressionNode& Left(const ExpressionNode& node) {
+    return *node.arguments[0];
+}
+
+const ExpressionNode& Right(const ExpressionNode& node) {
+    return *node.arguments[1];
+}
+
+bool IsConstant(const ExpressionNode& node, double value) {
+    return node.kind == NodeKind::RealConstant && node.value == value;
+}
+
+bool IsOfLeaves(const ExpressionNode& node, NodeKind kind) {
+    return node.kind == kind && IsLeaf(Left(node)) && IsLeaf(Right(node));
+}
+
+/// A leaf to the power of `exponent`.
+bool IsPowerOfLeaf(const ExpressionNode& node, double exponent) {
+    return IsOfLeaves(node, NodeKind::Power) && IsConstant(Right(node), exponent);
+}
+
+/// What a step computes from leaves alone.
+struct Term {
+    ProgramCode code = ProgramCode::Count;  // as it begins a value; `Count` for none
+    std::size_t leafCount = 0;
+    const ExpressionNode* leaves[operandLimit] = {};
+
+    explicit operator bool() const { return code != ProgramCode::Count; }
+    Term With(ProgramCode longerCode, const ExpressionNode& leaf) const {
+        Term longer = *this;
+        longer.code = longerCode;
+        longer.leaves[longer.leafCount++] = &leaf;
+        return longer;
+    }
+};
+
+Term TermOf(ProgramCode code, std::initializer_list<const ExpressionNode*> leaves) {
+    Term term;
+    term.code = code;
+    for (const ExpressionNode* leaf : leaves) term.leaves[term.leafCount++] = leaf;
+    return term;
+}
+
+Term FindArrhenius(const ExpressionNode& node) {
+    if (node.kind != NodeKind::Exp) return {};
+    const ExpressionNode& quotient = Left(node);
+    if (quotient.kind != NodeKind::Division || !IsLeaf(Left(quotient))) return {};
+    const ExpressionNode& divisor = Right(quotient);
+    if (!IsOfLeaves(divisor, NodeKind::Multiplication)) return {};
+    return TermOf(ProgramCode::Arrhenius, {&Left(quotient), &Left(divisor), &Right(divisor)});
+}
+
+/// An Arrhenius term with a factor, in whatever order.
+Term FindScaledArrhenius(const ExpressionNode& node) {
+    if (node.kind != NodeKind::Multiplication) return {};
+    const bool isFactorFirst = IsLeaf(Left(node));
+    const ExpressionNode& factor = isFactorFirst ? Left(node) : Right(node);
+    if (!IsLeaf(factor)) return {};
+    const Term term = FindArrhenius(isFactorFirst ? Right(node) : Left(node));
+    return term ? term.With(ProgramCode::ScaledArrhenius, factor) : term;
+}
+
+Term FindProductWithLeaf(const ExpressionNode& left, const ExpressionNode& leaf) {
+    if (IsOfLeaves(left, NodeKind::Multiplication)) {
+        return TermOf(ProgramCode::TripleProduct, {&Left(left), &Right(left), &leaf});
+    }
+    if (const Term scaled = FindScaledArrhenius(left)) return scaled.With(ProgramCode::RateTerm, leaf);
+    if (left.kind != NodeKind::Multiplication || !IsLeaf(Right(left))) return {};
+    const Term scaled = FindScaledArrhenius(Left(left));
+    if (!scaled) return {};
+    return scaled.With(ProgramCode::RateTerm, Right(left)).With(ProgramCode::LongRateTerm, leaf);
+}
+
+Term FindProduct(const ExpressionNode& node) {
+    const ExpressionNode& left = Left(node);
+    const ExpressionNode& right = Right(node);
+    if (IsLeaf(left) && IsLeaf(right)) return TermOf(ProgramCode::Product, {&left, &right});
+    if (const Term scaled = FindScaledArrhenius(node)) return scaled;
+    if (IsLeaf(right)) return FindProductWithLeaf(left, right);
+    if (IsLeaf(left) && IsPowerOfLeaf(right, 0.5)) return TermOf(ProgramCode::RootProduct, {&left, &Left(right)});
+    if (IsLeaf(left) && IsPowerOfLeaf(right, 2.0)) return TermOf(ProgramCode::SquareProduct, {&left, &Left(right)});
+    if (IsLeaf(left) && right.kind == NodeKind::Log10 && IsLeaf(Left(right))) {
+        return TermOf(ProgramCode::LogarithmProduct, {&left, &Left(right)});
+    }
+    if (!IsPowerOfLeaf(right, 0.5)) return {};
+    const Term scaled = FindScaledArrhenius(left);
+    return scaled ? scaled.With(ProgramCode::RootRateTerm, Left(right)) : scaled;
+}
+
+Term FindQuotient(const ExpressionNode& node) {
+    const ExpressionNode& left = Left(node);
+    const ExpressionNode& right = Right(node);
+    if (!IsLeaf(left)) return {};
+    if (IsLeaf(right)) return TermOf(ProgramCode::Quotient, {&left, &right});
+    const Term scaled = FindScaledArrhenius(right);
+    return scaled ? scaled.With(ProgramCode::InverseRateTerm, left) : scaled;
+}
+
+Term FindTerm(const ExpressionNode& node) {
+    if (IsLeaf(node)) return TermOf(ProgramCode::Value, {&node});
+    switch (node.kind) {
+        case NodeKind::Multiplication:
+            return FindProduct(node);
+        case NodeKind::Division:
+            return FindQuotient(node);
+        case NodeKind::Power:
+            return IsPowerOfLeaf(node, 0.5) ? TermOf(ProgramCode::Root, {&Left(node)}) : Term();
+        default:
+            return FindArrhenius(node);
+    }
+}
+
+/// What becomes of a term, by the distance of its code from the term's first one.
+enum class TermUse { Begin = 0, Push = 1, Add = 2, Subtract = 3 };
+
+ProgramCode CodeFor(ProgramCode term, TermUse use) {
+    return static_cast<ProgramCode>(static_cast<int>(term) + static_cast<int>(use));
+}
+
+/// The step of an operation for a value that was put aside and the running value.
+ProgramCode CodeWithPopped(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Addition:
+            return ProgramCode::AddPopped;
+        case NodeKind::Subtraction:
+            return ProgramCode::SubtractPopped;
+        case NodeKind::Multiplication:
+            return ProgramCode::MultiplyPopped;
+        case NodeKind::Division:
+            return ProgramCode::DividePopped;
+        case NodeKind::Power:
+            return ProgramCode::PowerPopped;
+        default:
+            return ProgramCode::FunctionPopped;
+    }
+}
+
+/// The step of an operation with one operand.
+ProgramCode CodeOfFunction(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Negation:
+            return ProgramCode::Negate;
+        case NodeKind::Sqrt:
+            return ProgramCode::SquareRoot;
+        case NodeKind::Exp:
+            return ProgramCode::Exponential;
+        case NodeKind::Log:
+            return ProgramCode::Logarithm;
+        case NodeKind::Log10:
+            return ProgramCode::DecimalLogarithm;
+        default:
+            return ProgramCode::Function;
+    }
+}
+
+/// Whether an evaluation of the node looks at nothing but what is there: an operation with just its operands, or a leaf
+/// that has a value.
+bool IsSound(const ExpressionNode& node) {
+    const std::int32_t operandCount = OperandCount(node.kind);
+    if (node.argumentCount != operandCount) return false;
+    for (std::int32_t i = 0; i < operandCount; ++i) {
+        if (!node.arguments[i]) return false;
+    }
+    if (operandCount > 0) return true;
+    switch (node.kind) {
+        case NodeKind::RealConstant:
+        case NodeKind::Temperature:
+        case NodeKind::Pressure:
+            return true;
+        case NodeKind::Molarity:
+        case NodeKind::Activity:
+        case NodeKind::Fugacity:
+        case NodeKind::MoleFraction:
+            return node.compoundIndex >= 0;
+        default:
+            return false;
+    }
+}
+
+bool IsSoundTree(const ExpressionNode& root) {
+    CWalkStack<const ExpressionNode*> waiting;
+    waiting.Push(&root);
+    while (!waiting.IsEmpty()) {
+        const ExpressionNode& node = *waiting.Top();
+        waiting.Pop();
+        if (!IsSound(node)) return false;
+        for (std::int32_t i = 0; i < node.argumentCount; ++i) waiting.Push(node.arguments[i]);
+    }
+    return true;
+}
+
+}  // namespace
+
+/// One walk over a sound tree. What is still to be done lies on a stack: a node to be computed, or a step to be written
+/// once what it works on is computed.
+class CProgramWriter {
+public:
+    explicit CProgramWriter(CExpressionProgram& written) : program(written) {}
+
+    void Write(const ExpressionNode& root) {
+        Compute(root, false);
+        while (!tasks.IsEmpty()) {
+            const Task task = tasks.Top();
+            tasks.Pop();
+            if (task.node) {
+                WriteNode(*task.node, task.isPushing);
+            } else {
+                AddStep(task.step);
+            }
+        }
+        program.steps.push_back({});
+        program.steps.shrink_to_fit();
+        program.constants.shrink_to_fit();
+    }
+
+    std::size_t GreatestDepth() const { return greatestDepth; }
+
+private:
+    struct Task {
         const ExpressionNode* node;
-        std::int32_t nextArgument;
+        bool isPushing;  // the running value is to be put aside first
+        ProgramStep step;
     };
-    std::size_t depth = 0;
-    std::size_t greatestDepth = 0;
-    const auto addStep = [&](const ExpressionStep& step) {
-        steps.push_back(step);
-        depth = depth - static_cast<std::size_t>(step.argumentCount) + 1;
-        greatestDepth = std::max(greatestDepth, depth);
-    };
-    CWalkStack<Visit> visits;
-    visits.Push({&root, 0});
-    while (!visits.IsEmpty()) {
-        Visit& visit = visits.Top();
-        if (visit.nextArgument >= visit.node->argumentCount) {
-            addStep(StepOf(*visit.node));
-            visits.Pop();
-        } else if (const ExpressionNode* argument = visit.node->arguments[visit.nextArgument++]) {
-            visits.Push({argument, 0});
-        } else {
-            addStep(ExpressionStep());  // an empty slot fails when its turn comes
+
+    void Compute(const ExpressionNode& node, bool isPushing) { tasks.Push({&node, isPushing, {}}); }
+    void Append(const ProgramStep& step) { tasks.Push({nullptr, false, step}); }
+
+    // ---- The nodes
+
+    void WriteNode(const ExpressionNode& node, bool isPushing) {
+        if (const Term term = FindTerm(node)) {
+            AddStep(StepOf(term, isPushing ? TermUse::Push : TermUse::Begin));
+            if (isPushing) greatestDepth = std::max(greatestDepth, ++depth);
+        } else if (node.argumentCount == 1) {
+            Append(StepOf(CodeOfFunction(node.kind), node.kind));
+            Compute(Left(node), isPushing);
+        } else if (!WriteSum(node, isPushing) && !WritePower(node, isPushing) && !WriteWithLeaf(node, isPushing)) {
+            Append(StepOf(CodeWithPopped(node.kind), node.kind));
+            Compute(Right(node), true);
+            Compute(Left(node), isPushing);
         }
     }
-    steps.shrink_to_fit();
-    if (greatestDepth > localValueCount) valueStack = std::make_unique<double[]>(greatestDepth);
+
+    /// A sum with a term, or a difference whose second operand is one.
+    bool WriteSum(const ExpressionNode& node, bool isPushing) {
+        const bool isSum = node.kind == NodeKind::Addition;
+        if (!isSum && node.kind != NodeKind::Subtraction) return false;
+        if (const Term term = FindTerm(Right(node))) {
+            Append(isSum ? StepOf(term, TermUse::Add) : SubtractionOf(term));
+            Compute(Left(node), isPushing);
+            return true;
+        }
+        const Term term = isSum ? FindTerm(Left(node)) : Term();
+        if (!term) return false;
+        Append(StepOf(term, TermUse::Add));
+        Compute(Right(node), isPushing);
+        return true;
+    }
+
+    /// A term whose factor is a constant is as well added with the other sign, which sums have steps of their own for.
+    ProgramStep SubtractionOf(const Term& term) {
+        const bool isProduct = term.code == ProgramCode::Value || term.code == ProgramCode::Product ||
+                               term.code == ProgramCode::TripleProduct;
+        if (!isProduct || term.leaves[0]->kind != NodeKind::RealConstant) return StepOf(term, TermUse::Subtract);
+        ProgramStep step = StepOf(term, TermUse::Add);
+        step.indices[0] = IndexOf(-term.leaves[0]->value);
+        return step;
+    }
+
+    /// A power that has a step of its own: with one of the exponents 2, 3 and 0.5, or of a constant.
+    bool WritePower(const ExpressionNode& node, bool isPushing) {
+        if (node.kind != NodeKind::Power) return false;
+        const ExpressionNode& base = Left(node);
+        const ExpressionNode& exponent = Right(node);
+        for (const auto& [value, code] : {std::pair{2.0, ProgramCode::Square}, std::pair{3.0, ProgramCode::Cube},
+                                          std::pair{0.5, ProgramCode::PowerOfHalf}}) {
+            if (!IsConstant(exponent, value)) continue;
+            Append(StepOf(code, node.kind));
+            Compute(base, isPushing);
+            return true;
+        }
+        const bool isOfConstant =
+            base.kind == NodeKind::RealConstant && base.value > 1e-300 && base.value < 1e300 && base.value != 1.0;
+        if (!isOfConstant) return false;
+        const DoubleDouble logarithm = LogarithmOf(base.value);
+        ProgramStep step = StepOf(ProgramCode::PowerOfConstant, node.kind);
+        for (const double constant : {logarithm.high, logarithm.low, base.value}) AddConstant(step, constant);
+        Append(step);
+        Compute(exponent, isPushing);
+        return true;
+    }
+
+    /// An operator with a leaf on one side.
+    bool WriteWithLeaf(const ExpressionNode& node, bool isPushing) {
+        struct {
+            NodeKind kind;
+            ProgramCode withRight;
+            ProgramCode withLeft;
+        } constexpr operators[] = {
+            {NodeKind::Subtraction, ProgramCode::Count, ProgramCode::SubtractFrom},
+            {NodeKind::Multiplication, ProgramCode::Multiply, ProgramCode::Multiply},
+            {NodeKind::Division, ProgramCode::Divide, ProgramCode::DivideInto},
+            {NodeKind::Power, ProgramCode::Power, ProgramCode::PowerOf},
+        };
+        for (const auto& [kind, withRight, withLeft] : operators) {
+            if (node.kind != kind) continue;
+            const bool isRight = IsLeaf(Right(node)) && withRight != ProgramCode::Count;
+            if (!isRight && !IsLeaf(Left(node))) return false;
+            ProgramStep step = StepOf(isRight ? withRight : withLeft, kind);
+            AddOperand(step, isRight ? Right(node) : Left(node));
+            Append(step);
+            Compute(isRight ? Left(node) : Right(node), isPushing);
+            return true;
+        }
+        return false;
+    }
+
+    // ---- The steps
+
+    static ProgramStep StepOf(ProgramCode code, NodeKind kind) {
+        ProgramStep step;
+        step.code = code;
+        step.kind = kind;
+        return step;
+    }
+
+    ProgramStep StepOf(const Term& term, TermUse use) {
+        ProgramStep step;
+        step.code = CodeFor(term.code, use);
+        for (std::size_t i = 0; i < term.leafCount; ++i) AddOperand(step, *term.leaves[i]);
+        return step;
+    }
+
+    void AddOperand(ProgramStep& step, const ExpressionNode& leaf) {
+        if (leaf.kind == NodeKind::RealConstant) {
+            AddConstant(step, leaf.value);
+            return;
+        }
+        step.places[step.operandCount] = PlaceOf(leaf.kind);
+        if (IsCompoundLeaf(leaf.kind)) {
+            step.indices[step.operandCount] = leaf.compoundIndex;
+            program.compoundCount = std::max(program.compoundCount, static_cast<std::size_t>(leaf.compoundIndex) + 1);
+        }
+        ++step.operandCount;
+    }
+
+    void AddConstant(ProgramStep& step, double constant) { step.indices[step.operandCount++] = IndexOf(constant); }
+
+    std::int32_t IndexOf(double constant) {
+        program.constants.push_back(constant);
+        return static_cast<std::int32_t>(program.constants.size() - 1);
+    }
+
+    static OperandPlace PlaceOf(NodeKind leaf) {
+        switch (leaf) {
+            case NodeKind::Temperature:
+                return OperandPlace::Temperature;
+            case NodeKind::Pressure:
+                return OperandPlace::Pressure;
+            case NodeKind::Molarity:
+                return OperandPlace::Molarity;
+            case NodeKind::Activity:
+                return OperandPlace::Activity;
+            case NodeKind::Fugacity:
+                return OperandPlace::Fugacity;
+            default:
+                return OperandPlace::MoleFraction;
+        }
+    }
+
+    /// Writes a step, or makes one step of it and the step before.
+    void AddStep(const ProgramStep& step) {
+        if (step.code >= ProgramCode::AddPopped && step.code <= ProgramCode::FunctionPopped) --depth;
+        if (program.steps.empty() || !Merge(program.steps.back(), step)) program.steps.push_back(step);
+    }
+
+    bool Merge(ProgramStep& before, const ProgramStep& step) {
+        switch (step.code) {
+            case ProgramCode::Multiply:
+                return MergeCodes(before, step, ProgramCode::Multiply, ProgramCode::MultiplyTwice);
+            case ProgramCode::AddProduct:
+                return MergeCodes(before, step, ProgramCode::Value, ProgramCode::Sum) ||
+                       MergeCodes(before, step, ProgramCode::PushValue, ProgramCode::PushSum) ||
+                       MergeCodes(before, step, ProgramCode::Sum, ProgramCode::LongSum) ||
+                       MergeCodes(before, step, ProgramCode::PushSum, ProgramCode::PushLongSum) ||
+                       MergeProduct(before, step);
+            case ProgramCode::AddValue:
+                return MergeProduct(before, step);
+            case ProgramCode::AddRateTerm:
+                return MergeOffset(before, step, ProgramCode::Value, ProgramCode::OffsetRateTerm) ||
+                       MergeOffset(before, step, ProgramCode::PushValue, ProgramCode::PushOffsetRateTerm);
+            case ProgramCode::DividePopped:
+                return MergeSumSquare(before) ||
+                       MergeCodes(before, step, ProgramCode::Square, ProgramCode::DivideBySquare) ||
+                       MergeCodes(before, step, ProgramCode::Cube, ProgramCode::DivideByCube);
+            default:
+                return false;
+        }
+    }
+
+    static bool MergeCodes(ProgramStep& before, const ProgramStep& step, ProgramCode wanted, ProgramCode merged) {
+        if (before.code != wanted) return false;
+        AppendOperands(before, step);
+        before.code = merged;
+        return true;
+    }
+
+    /// Of a sum, its square and the division by that.
+    bool MergeSumSquare(const ProgramStep& before) {
+        std::vector<ProgramStep>& steps = program.steps;
+        if (before.code != ProgramCode::Square || steps[steps.size() - 2].code != ProgramCode::PushLongSum)
+            return false;
+        steps.pop_back();
+        steps.back().code = ProgramCode::DivideBySumSquare;
+        return true;
+    }
+
+    /// Of a value and what is added to it, with the operand of the value as the last one.
+    static bool MergeOffset(ProgramStep& before, const ProgramStep& step, ProgramCode wanted, ProgramCode merged) {
+        if (before.code != wanted) return false;
+        ProgramStep both = step;
+        AppendOperands(both, before);
+        both.code = merged;
+        before = both;
+        return true;
+    }
+
+    bool MergeProduct(ProgramStep& before, const ProgramStep& step) {
+        ProgramCode merged = ProgramCode::AddTwoProducts;
+        if (before.code == ProgramCode::AddTripleProduct) {
+            merged = ProgramCode::AddUnequalProducts;
+        } else if (before.code == ProgramCode::AddTwoProducts) {
+            merged = ProgramCode::AddThreeProducts;
+        } else if (before.code == ProgramCode::AddValue) {
+            AddConstant(before, 1.0);
+        } else if (before.code != ProgramCode::AddProduct) {
+            return false;
+        }
+        AppendOperands(before, step);
+        if (step.code == ProgramCode::AddValue) AddConstant(before, 1.0);
+        before.code = merged;
+        return true;
+    }
+
+    static void AppendOperands(ProgramStep& before, const ProgramStep& step) {
+        for (std::size_t i = 0; i < step.operandCount; ++i) {
+            before.places[before.operandCount] = step.places[i];
+            before.indices[before.operandCount++] = step.indices[i];
+        }
+    }
+
+    CExpressionProgram& program;
+    CWalkStack<Task> tasks;
+    std::size_t depth = 0;
+    std::size_t greatestDepth = 0;
+};
+
+CExpressionProgram::CExpressionProgram(const ExpressionNode& root) {
+    if (!IsSoundTree(root)) return;
+    CProgramWriter writer(*this);
+    writer.Write(root);
+    binding.steps = std::make_unique<BoundStep[]>(steps.size());
+    valueStack = std::make_unique<double[]>(writer.GreatestDepth());
 }
 
 }  // namespace reka

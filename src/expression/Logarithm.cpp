@@ -51,7 +51,6 @@ constexpr std::array<Factor, factorCount> factors = MakeFactors();
 constexpr int mantissaBits = 52;
 constexpr std::uint64_t mantissaMask = (std::uint64_t{1} << mantissaBits) - 1;
 constexpr std::uint64_t bitsOfOne = std::bit_cast<std::uint64_t>(1.0);
-constexpr std::uint64_t upperHalfMask = ~((std::uint64_t{1} << 27) - 1);
 
 // log(1 + r) - r + r^2 / 2, for |r| up to 1/128. Pairs of terms, since a sum from the last term on has to wait longer.
 double SeriesFromTheCube(double r) {
@@ -76,10 +75,11 @@ DoubleDouble LogarithmOf(double x) {
 
     // m in two halves, so that their products with the factor are without error.
     const double m = std::bit_cast<double>(mantissa | bitsOfOne);
-    const double upper = std::bit_cast<double>((mantissa | bitsOfOne) & upperHalfMask);
+    const double upper = UpperDigits(m);
     const DoubleDouble r = TwoSum(upper * factor.factor - 1.0, (m - upper) * factor.factor);
 
-    const DoubleDouble square = TwoProduct(r.high, r.high);
+    const double rUpper = UpperDigits(r.high);
+    const DoubleDouble square = {rUpper * rUpper, (r.high - rUpper) * (r.high + rUpper)};
     const DoubleDouble series = FastTwoSum(r.high, -0.5 * square.high);
     const double seriesLow = series.low + (r.low - r.high * r.low) + (SeriesFromTheCube(r.high) - 0.5 * square.low);
     if (exponent == 0 && factor.logarithm.high == 0.0) return FastTwoSum(series.high, seriesLow);

@@ -3,10 +3,14 @@
 
 #pragma once
 
+#include "expression/DoubleDouble.h"
+
 namespace reka::math {
 
 double Sqrt(double x);
 double Pow(double base, double exponent);
+/// The same for a base above 0 whose natural logarithm is known to more than a double.
+double PowOfLogarithm(DoubleDouble logarithm, double base, double exponent);
 double Exp(double x);
 double Log(double x);
 double Log10(double x);

@@ -26,6 +26,36 @@ std::int32_t OperandCount(NodeKind kind) {
     }
 }
 
+// A NaN passes every guard, and so does a zero where only negative operands are refused: LOG(0) is minus infinity and
+// 0^0 is 1. The natural logarithm speaks of "ln".
+const char16_t* FindRefusal(NodeKind kind, double a, double b) {
+    switch (kind) {
+        case NodeKind::Division:
+            return b == 0 ? u"division by zero" : nullptr;
+        case NodeKind::Power:
+            return a < 0 ? u"negative base in power" : nullptr;
+        case NodeKind::Sqrt:
+            return a < 0 ? u"sqrt of negative number" : nullptr;
+        case NodeKind::Asin:
+            return a < -1 || a > 1 ? u"domain error in asin" : nullptr;
+        case NodeKind::Acos:
+            return a < -1 || a > 1 ? u"domain error in acos" : nullptr;
+        case NodeKind::Log:
+            return a < 0 ? u"ln of negative number" : nullptr;
+        case NodeKind::Log10:
+            return a < 0 ? u"log of negative number" : nullptr;
+        default:
+            return nullptr;
+    }
+}
+
+double RaiseTo(double base, double exponent) {
+    if (exponent == 2.0) return base * base;
+    if (exponent == 3.0) return base * base * base;
+    if (exponent == 0.5) return math::Sqrt(base + 0.0);  // a zero loses its sign
+    return math::Pow(base, exponent);
+}
+
 double ComputeOperation(NodeKind kind, double a, double b) {
     switch (kind) {
         case NodeKind::Addition:
@@ -39,7 +69,7 @@ double ComputeOperation(NodeKind kind, double a, double b) {
         case NodeKind::Negation:
             return -a;
         case NodeKind::Power:
-            return math::Pow(a, b);
+            return RaiseTo(a, b);
         case NodeKind::Sqrt:
             return math::Sqrt(a);
         case NodeKind::Sin:

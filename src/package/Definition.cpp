@@ -73,19 +73,18 @@ void ReactionPackDefinition::CopyFrom(const ReactionPackDefinition& source) {
 void ReactionPackDefinition::AllocateWorkArrays() {
     ReleaseWorkArrays();
     const std::size_t size = compounds.size();
-    molarity = std::make_unique<double[]>(size);
-    activity = std::make_unique<double[]>(size);
-    fugacity = std::make_unique<double[]>(size);
-    moleFraction = std::make_unique<double[]>(size);
+    workBlock = std::make_unique<double[]>(4 * size);
+    molarity.values = workBlock.get();
+    activity.values = molarity.values + size;
+    fugacity.values = activity.values + size;
+    moleFraction.values = fugacity.values + size;
     workArraySize = size;
 }
 
 void ReactionPackDefinition::ReleaseWorkArrays() {
     workArraySize = 0;
-    molarity.reset();
-    activity.reset();
-    fugacity.reset();
-    moleFraction.reset();
+    for (CWorkArray* array : {&molarity, &activity, &fugacity, &moleFraction}) array->values = nullptr;
+    workBlock.reset();
 }
 
 std::u16string ComponentFolder() {

@@ -64,6 +64,20 @@ struct ReactionDefinition {
     std::unique_ptr<ExpressionRef> heatExpression;
 };
 
+/// The working values of one quantity, an element for each compound: a part of the one block that a definition
+/// allocates. Null without that.
+class CWorkArray {
+public:
+    double* get() const { return values; }
+    double& operator[](std::size_t i) const { return values[i]; }
+    explicit operator bool() const { return values != nullptr; }
+    bool operator==(std::nullptr_t) const { return values == nullptr; }
+
+private:
+    friend struct ReactionPackDefinition;
+    double* values = nullptr;
+};
+
 /// A reaction package: its compounds, its reactions, and the working values of a calculation. One owner at a time,
 /// which serves one calculation at a time.
 struct ReactionPackDefinition {
@@ -95,13 +109,16 @@ struct ReactionPackDefinition {
     CComRef<IDispatch> simulationContext;
 
     // Working values, fresh only where the expressions of the property at hand read them.
-    double pressure = 0.0;                   // Pa
-    double temperature = 0.0;                // K
-    std::unique_ptr<double[]> molarity;      // mol/m3, per compound
-    std::unique_ptr<double[]> activity;      // per compound
-    std::unique_ptr<double[]> fugacity;      // Pa, per compound
-    std::unique_ptr<double[]> moleFraction;  // per compound
-    std::size_t workArraySize = 0;           // elements of each working array
+    double pressure = 0.0;     // Pa
+    double temperature = 0.0;  // K
+    CWorkArray molarity;       // mol/m3
+    CWorkArray activity;
+    CWorkArray fugacity;  // Pa
+    CWorkArray moleFraction;
+    std::size_t workArraySize = 0;  // elements of each working array
+
+private:
+    std::unique_ptr<double[]> workBlock;
 };
 
 /// The folder of the loaded module file, with the separator at its end. Empty if the system doesn't tell.

@@ -1,0 +1,135 @@
+// The evaluation of one formula: by the component, by the C++ compiler, by muParser. Each evaluation has another
+// temperature and pressure. In the form "throughput" evaluations don't wait for each other; in the form "latency" the
+// temperature takes in the result before it.
+
+#include "bench/Evaluation_bench.h"
+
+#include <cmath>
+#include <cstdio>
+#include <memory>
+#include <stdexcept>
+#include <string>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/AllocationCount.h"
+#include "bench/Formulas.h"
+#include "bench/MuFormula.h"
+#include "expression/EvaluateExpression.h"
+#include "expression/ParseExpression.h"
+#include "platform/Utf8.h"
+
+namespace reka::bench {
+
+namespace {
+
+/// The text as the expression language wants it, in which the letters a and c are words of their own: the compounds are
+/// called aa to dd.
+std::u16string DoubleCompounds(std::u16string_view text) {
+    std::u16string doubled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isCompound = i > 0 && i + 1 < text.size() && text[i - 1] == u'(' && text[i + 1] == u')' &&
+                                text[i] >= u'a' && text[i] <= u'd';
+        doubled.append(isCompound ? 2 : 1, text[i]);
+    }
+    return doubled;
+}
+
+/// What one formula is evaluated with.
+struct Sides {
+    explicit Sides(const Formula& formula)
+        : definition(MakeBenchDefinition()), native(formula.native), muParser(formula.text, *definition) {
+        std::u16string parseErrors;
+        ExpressionTree tree = ParseExpression(*definition, DoubleCompounds(formula.text), parseErrors, nullptr);
+        if (!tree) throw std::runtime_error(formula.name + (": " + Utf8FromUtf16(parseErrors)));
+        expression = std::make_unique<ExpressionRef>(std::move(tree));
+    }
+
+    void SetState(std::size_t n, double before) {
+        definition->temperature = TemperatureAt(n) + before * 1e-300;
+        definition->pressure = PressureAt(n) + before * 1e-300;
+    }
+    double Reka() {
+        double value = 0.0;
+        EvaluateExpression(*expression, value, *definition, errorText);
+        return value;
+    }
+    double Native() {
+        double value = 0.0;
+        native(value, *definition, errorText);
+        return value;
+    }
+    double MuParser() { return muParser.Evaluate(); }
+
+    std::unique_ptr<ReactionPackDefinition> definition;
+    std::unique_ptr<ExpressionRef> expression;
+    volatile NativeFormula native;
+    CMuFormula muParser;
+    std::u16string errorText;
+};
+
+template <double (Sides::*evaluate)()>
+void MeasureThroughput(benchmark::State& state, Sides& sides) {
+    std::size_t n = 0;
+    for (auto _ : state) {
+        sides.SetState(n++, 0.0);
+        benchmark::DoNotOptimize((sides.*evaluate)());
+    }
+}
+
+template <double (Sides::*evaluate)()>
+void MeasureLatency(benchmark::State& state, Sides& sides) {
+    std::size_t n = 0;
+    double value = 0.0;
+    for (auto _ : state) {
+        sides.SetState(n++, value);
+        value = (sides.*evaluate)();
+    }
+    benchmark::DoNotOptimize(value);
+}
+
+template <double (Sides::*evaluate)()>
+void Register(const std::string& formula, const char* side, const std::shared_ptr<Sides>& sides) {
+    benchmark::RegisterBenchmark((formula + "/throughput/" + side).c_str(),
+                                 [sides](benchmark::State& state) { MeasureThroughput<evaluate>(state, *sides); });
+    benchmark::RegisterBenchmark((formula + "/latency/" + side).c_str(),
+                                 [sides](benchmark::State& state) { MeasureLatency<evaluate>(state, *sides); });
+}
+
+bool IsNear(double a, double b) {
+    return std::abs(a - b) <= 1e-13 * std::abs(b);
+}
+
+bool CheckFormula(const char* name, Sides& sides) {
+    for (std::size_t n = 0; n < 256; ++n) {
+        sides.SetState(n, 0.0);
+        const std::size_t before = AllocationCount();
+        const double own = sides.Reka();
+        if (AllocationCount() != before) {
+            std::fprintf(stderr, "%s: the evaluation has allocated memory\n", name);
+            return false;
+        }
+        const double native = sides.Native();
+        const double muParser = sides.MuParser();
+        if (IsNear(own, native) && IsNear(muParser, native)) continue;
+        std::fprintf(stderr, "%s differs: REKA %.17g, C++ %.17g, muParser %.17g\n", name, own, native, muParser);
+        return false;
+    }
+    return true;
+}
+
+}  // namespace
+
+bool RegisterEvaluation() {
+    bool isAllWell = true;
+    for (const Formula& formula : Formulas()) {
+        const auto sides = std::make_shared<Sides>(formula);
+        isAllWell = CheckFormula(formula.name, *sides) && isAllWell;
+        Register<&Sides::Reka>(formula.name, "reka", sides);
+        Register<&Sides::Native>(formula.name, "native", sides);
+        Register<&Sides::MuParser>(formula.name, "muparser", sides);
+    }
+    return isAllWell;
+}
+
+}  // namespace reka::bench

@@ -1,0 +1,28 @@
+// A formula for muParser: the same text, with its compounds as variables.
+
+#pragma once
+
+#include <string>
+
+#include <muParser.h>
+
+#include "package/Definition.h"
+
+namespace reka::bench {
+
+class CMuFormula {
+public:
+    /// Of a text of ASCII, with compounds that are single letters. Reads the working values of `definition`, which
+    /// outlives this. The one-letter functions A, C, F and X of a compound become variables such as `A_a`.
+    CMuFormula(std::u16string_view text, ReactionPackDefinition& definition);
+    CMuFormula(const CMuFormula&) = delete;
+    CMuFormula& operator=(const CMuFormula&) = delete;
+
+    double Evaluate() const { return parser.Eval(); }
+
+private:
+    mu::Parser parser;
+    double gasConstant = 8.314;
+};
+
+}  // namespace reka::bench

@@ -1,0 +1,218 @@
+// See RunProgram.h. Each step leads straight to the next one where the compiler can jump to a label out of a table, so
+// that the processor learns each jump by itself; elsewhere one switch leads to all of them.
+
+#include "expression/RunProgram.h"
+
+#include <bit>
+#include <cmath>
+#include <cstdint>
+
+#include "RuntimeMath.h"
+#include "expression/MathFunctions.h"
+#include "expression/NodeOperation.h"
+
+namespace reka {
+
+namespace {
+
+/// What `math::Exp` is, without the way there.
+inline double ExpOf(double x) {
+    if constexpr (hasGoodExponentials) return std::exp(x);
+    return math::Exp(x);
+}
+
+/// The power 0.5, which has no sign for a zero.
+inline double RootOf(double x) {
+    return math::Sqrt(x + 0.0);
+}
+
+/// A power of a constant with that logarithm.
+inline double RaiseConstant(DoubleDouble logarithm, double base, double exponent) {
+    const bool mayBeSimple =
+        std::bit_cast<std::uint64_t>(exponent) << 16 == 0;  // few digits: a test that costs nothing
+    if (mayBeSimple && IsSimpleExponent(exponent)) return RaiseTo(base, exponent);
+    if constexpr (hasGoodExponentials) return std::pow(base, exponent);
+    return math::PowOfLogarithm(logarithm, base, exponent);
+}
+
+/// Whether the program can run on the working values of a definition.
+bool IsRunnable(const CExpressionProgram& program, const ReactionPackDefinition& definition) {
+    return !program.Steps().empty() && program.CompoundCount() <= definition.workArraySize &&
+           (program.CompoundCount() == 0 || definition.molarity);
+}
+
+/// Binds a program to the working values of a definition. `handlers` are those of the codes, or null for a run that
+/// goes by the codes. False if the program can't run on them.
+bool Bind(CExpressionProgram& program, const ReactionPackDefinition& definition, const void* const* handlers) noexcept {
+    if (!IsRunnable(program, definition)) return false;
+    // By `OperandPlace`.
+    const double* const places[] = {program.Constants(),          &definition.temperature,   &definition.pressure,
+                                    definition.molarity.get(),    definition.activity.get(), definition.fugacity.get(),
+                                    definition.moleFraction.get()};
+    static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
+    BoundStep* bound = program.binding.steps.get();
+    for (const ProgramStep& step : program.Steps()) {
+        if (handlers) {
+            bound->handler = handlers[static_cast<std::size_t>(step.code)];
+        } else {
+            bound->code = step.code;
+        }
+        if (step.operandCount == 0) {
+            bound->kind = step.kind;
+        } else {
+            for (std::size_t i = 0; i < step.operandCount; ++i) {
+                bound->operands[i] = places[static_cast<std::size_t>(step.places[i])] + step.indices[i];
+            }
+        }
+        ++bound;
+    }
+    program.binding.definition = &definition;
+    program.binding.workValues = definition.molarity.get();
+    program.binding.workArraySize = definition.workArraySize;
+    return true;
+}
+
+bool IsBound(const CExpressionProgram& program, const ReactionPackDefinition& definition) {
+    return program.binding.definition == &definition && program.binding.workValues == definition.molarity.get() &&
+           program.binding.workArraySize == definition.workArraySize;
+}
+
+}  // namespace
+
+// A step is `STEP(code) { ... NEXT; }`; without `NEXT` it goes on with the step that is written behind it.
+#if defined(__GNUC__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wpedantic"
+#define STEP(code) \
+    code:
+#define NEXT goto*(++step)->handler
+#else
+#define STEP(code) case ProgramCode::code:
+#define NEXT \
+    ++step;  \
+    continue
+#endif
+#define OPERAND(i) *step->operands[i]
+#define REFUSE_IF(condition) \
+    if (condition) return false
+// A step that leaves `value` in `a`.
+#define CODE(code, preparation, refusal, value) \
+    STEP(code) {                                \
+        preparation;                            \
+        REFUSE_IF(refusal);                     \
+        a = value;                              \
+        NEXT;                                   \
+    }
+#define SUM(sum, preparation, refusal, value) \
+    STEP(Push##sum) {                         \
+        *top++ = a;                           \
+    }                                         \
+    CODE(sum, preparation, refusal, value)
+#define TERM(term, preparation, refusal, value)      \
+    SUM(term, preparation, refusal, value)           \
+    CODE(Add##term, preparation, refusal, a + value) \
+    CODE(Subtract##term, preparation, refusal, a - value)
+
+bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackDefinition& definition) noexcept {
+#if defined(__GNUC__)
+#define TERM_LABELS(term) &&term, &&Push##term, &&Add##term, &&Subtract##term,
+#define SUM_LABELS(sum) &&sum, &&Push##sum,
+#define OPERATION_LABEL(operation) &&operation,
+    static const void* const labels[] = {REKA_PROGRAM_TERMS(TERM_LABELS) REKA_PROGRAM_SUMS(SUM_LABELS)
+                                             REKA_PROGRAM_OPERATIONS(OPERATION_LABEL)};
+#undef OPERATION_LABEL
+#undef SUM_LABELS
+#undef TERM_LABELS
+    static_assert(sizeof labels / sizeof labels[0] == static_cast<std::size_t>(ProgramCode::Count));
+#else
+    constexpr const void* const* labels = nullptr;
+#endif
+    if (!IsBound(program, definition) && !Bind(program, definition, labels)) [[unlikely]]
+        return false;
+    double* top = program.ValueStack();
+    const BoundStep* step = program.binding.steps.get();
+    double a = 0.0;
+
+#if defined(__GNUC__)
+    goto * step->handler;
+    {
+        {
+#else
+    for (;;) {
+        switch (step->code) {
+#endif
+            TERM(Value, , false, OPERAND(0))
+            TERM(Product, , false, OPERAND(0) * OPERAND(1))
+            TERM(TripleProduct, , false, OPERAND(0) * OPERAND(1) * OPERAND(2))
+            TERM(Quotient, , OPERAND(1) == 0, OPERAND(0) / OPERAND(1))
+            TERM(Root, , OPERAND(0) < 0, RootOf(OPERAND(0)))
+            TERM(RootProduct, , OPERAND(1) < 0, OPERAND(0) * RootOf(OPERAND(1)))
+            TERM(SquareProduct, , OPERAND(1) < 0, OPERAND(0) * (OPERAND(1) * OPERAND(1)))
+            TERM(Arrhenius, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0, ExpOf(OPERAND(0) / divisor))
+            TERM(ScaledArrhenius, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+                 OPERAND(3) * ExpOf(OPERAND(0) / divisor))
+            TERM(RateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+                 OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4))
+            TERM(LongRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+                 OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4) * OPERAND(5))
+            TERM(RootRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0 || OPERAND(4) < 0,
+                 OPERAND(3) * ExpOf(OPERAND(0) / divisor) * RootOf(OPERAND(4)))
+            TERM(InverseRateTerm, const double divisor = OPERAND(1) * OPERAND(2);
+                 const double rate = OPERAND(3) * ExpOf(OPERAND(0) / divisor), divisor == 0 || rate == 0,
+                 OPERAND(4) / rate)
+            SUM(OffsetRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+                OPERAND(5) + OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4))
+            TERM(LogarithmProduct, , OPERAND(1) < 0, OPERAND(0) * math::Log10(OPERAND(1)))
+            SUM(Sum, , false, OPERAND(0) + OPERAND(1) * OPERAND(2))
+            SUM(LongSum, , false, OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4))
+            CODE(AddTwoProducts, , false, a + OPERAND(0) * OPERAND(1) + OPERAND(2) * OPERAND(3))
+            CODE(AddThreeProducts, , false,
+                 a + OPERAND(0) * OPERAND(1) + OPERAND(2) * OPERAND(3) + OPERAND(4) * OPERAND(5))
+            CODE(AddUnequalProducts, , false, a + OPERAND(0) * OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4))
+            CODE(SubtractFrom, , false, OPERAND(0) - a)
+            CODE(Multiply, , false, a * OPERAND(0))
+            CODE(MultiplyTwice, , false, a * OPERAND(0) * OPERAND(1))
+            CODE(Divide, , OPERAND(0) == 0, a / OPERAND(0))
+            CODE(DivideInto, , a == 0, OPERAND(0) / a)
+            CODE(Power, , a < 0, RaiseTo(a, OPERAND(0)))
+            CODE(PowerOf, , OPERAND(0) < 0, RaiseTo(OPERAND(0), a))
+            CODE(PowerOfConstant, , false, RaiseConstant({OPERAND(0), OPERAND(1)}, OPERAND(2), a))
+            CODE(AddPopped, , false, *--top + a)
+            CODE(SubtractPopped, , false, *--top - a)
+            CODE(MultiplyPopped, , false, *--top * a)
+            CODE(DividePopped, , a == 0, *--top / a)
+            CODE(DivideBySquare, const double divisor = a * a, a < 0 || divisor == 0, *--top / divisor)
+            CODE(DivideByCube, const double divisor = a * a * a, a < 0 || divisor == 0, *--top / divisor)
+            CODE(DivideBySumSquare, const double sum = OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4),
+                 sum < 0 || sum * sum == 0, a / (sum * sum))
+            CODE(PowerPopped, const double base = *--top, base < 0, RaiseTo(base, a))
+            CODE(FunctionPopped, --top, false, ComputeOperation(step->kind, *top, a))
+            CODE(Negate, , false, -a)
+            CODE(Square, , a < 0, a * a)
+            CODE(Cube, , a < 0, a * a * a)
+            CODE(PowerOfHalf, , a < 0, RootOf(a))
+            CODE(SquareRoot, , a < 0, math::Sqrt(a))
+            CODE(Exponential, , false, ExpOf(a))
+            CODE(Logarithm, , a < 0, math::Log(a))
+            CODE(DecimalLogarithm, , a < 0, math::Log10(a))
+            CODE(Function, , FindRefusal(step->kind, a, 0.0), ComputeOperation(step->kind, a, 0.0))
+            STEP(End) {
+                result = a;
+                return true;
+            }
+        }
+    }
+}
+
+#undef TERM
+#undef SUM
+#undef CODE
+#undef REFUSE_IF
+#undef OPERAND
+#undef NEXT
+#undef STEP
+#if defined(__GNUC__)
+#pragma GCC diagnostic pop
+#endif
+
+}  // namespace reka
