@@ -21,6 +21,7 @@ void CCompoundDlg::OnInit() {
 }
 
 void CCompoundDlg::RefillCompoundList() {
+    if (!Window()) return;
     const HWND control = Item(IDC_COMPOUNDS_LIST);
     {
         const CSilence silence(*this);

@@ -16,7 +16,7 @@ class CCompoundDlg final : public CDialog {
 public:
     CCompoundDlg(CCompoundPage& compoundPage, CReactionDlg& reactionDialog);
 
-    /// Shows the list afresh; no row is selected then.
+    /// Shows the list afresh; no row is selected then. Does nothing where the system has refused the page.
     void RefillCompoundList();
 
 protected:

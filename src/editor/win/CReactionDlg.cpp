@@ -80,6 +80,7 @@ void CReactionDlg::FillChoices() {
 }
 
 void CReactionDlg::RefillReactionList() {
+    if (!Window()) return;
     const CSilence silence(*this);
     const HWND list = Item(IDC_REACTIONS_LIST);
     SendMessageW(list, LB_RESETCONTENT, 0, 0);
@@ -90,6 +91,7 @@ void CReactionDlg::RefillReactionList() {
 }
 
 void CReactionDlg::RefreshReactionPage() {
+    if (!Window()) return;
     const CSilence silence(*this);
     const ReactionPageContent content = page.Content();
     FillStoichiometry(content);

@@ -9,7 +9,7 @@
 
 namespace reka {
 
-/// The parameter outlives it.
+/// The parameter outlives it. To refill and to refresh does nothing where the system has refused the page.
 class CReactionDlg final : public CDialog {
 public:
     explicit CReactionDlg(CReactionPage& reactionPage);
