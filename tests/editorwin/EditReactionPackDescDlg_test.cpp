@@ -281,9 +281,9 @@ TEST_F(EditShellDialog, StoresOnlyWhatPassesTheCheck) {
 }
 
 TEST_F(EditShellDialog, AsksBeforeItOverwritesATemplate) {
-    const ExpectedBox question = {
-        u"Store template:", u"A reaction package template with the name MINE already exists. Overwrite?",
-        messagestyle::okCancel};
+    const ExpectedBox question = {u"Store template:",
+                                  u"A reaction package template with the name MINE already exists. Overwrite?",
+                                  messagestyle::okCancel};
     for (const int answer : {IDCANCEL, IDOK}) {
         const auto stored = MakeValid(u"Mine");
         stored->description = CBstr::Make(u"Stored before");

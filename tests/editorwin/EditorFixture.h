@@ -29,7 +29,6 @@ using Work = std::function<void(CUser&, const CDrivenWindow&)>;
 
 class EditorFixture : public StoreFixture {
 protected:
-
     /// Two of First make one of Second, by a reaction "R1".
     static std::unique_ptr<ReactionPackDefinition> MakeValid(const char16_t* name = u"Mine") {
         auto definition = MakePackage({u"First", u"Second"});

@@ -145,7 +145,8 @@ void CDialog::Notify(LPARAM lParam) {
 void CDialog::Size(WPARAM kind, LPARAM size) {
     if (!isInitialised || kind == SIZE_MINIMIZED) return;
     OnSize(LOWORD(size), HIWORD(size));
-    InvalidateRect(window, nullptr, TRUE);  // group boxes don't erase what they uncover
+    // Group boxes don't erase what they uncover, and what was moved over other controls leaves traces there.
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void CDialog::OnCommand(int control, int /*notification*/) {
