@@ -27,6 +27,13 @@ constexpr std::uint32_t deleteBox =
 /// What a person does in a dialog that has just opened.
 using Work = std::function<void(CUser&, const CDrivenWindow&)>;
 
+/// Also true for a page of the shell, and for a message box.
+inline bool IsDialogWindow(HWND window) {
+    wchar_t name[20] = {};
+    GetClassNameW(window, name, 20);
+    return lstrcmpW(name, L"#32770") == 0;
+}
+
 class EditorFixture : public StoreFixture {
 protected:
     /// Two of First make one of Second, by a reaction "R1".
@@ -74,16 +81,10 @@ protected:
     }
     static CDrivenWindow VisiblePage(CUser& u, const CDrivenWindow& shell) {
         for (HWND child = GetWindow(shell.Get(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-            if (IsPage(child) && IsWindowVisible(child)) return {u, child};
+            if (IsDialogWindow(child) && IsWindowVisible(child)) return {u, child};
         }
         u.GiveUp("no page is shown");
     }
-    static bool IsPage(HWND window) {
-        wchar_t name[20] = {};
-        GetClassNameW(window, name, 20);
-        return lstrcmpW(name, L"#32770") == 0;
-    }
-
     /// Makes the user's file hold these definitions.
     void PutDefinitions(const std::vector<const ReactionPackDefinition*>& definitions) {
         TemplateStore stored;

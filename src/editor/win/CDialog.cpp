@@ -58,10 +58,17 @@ bool CDialog::CreateChild(HWND parent) {
                               reinterpret_cast<LPARAM>(this)) != nullptr;
 }
 
+// The system's own answer doesn't count: a dialog that a message to quit has ended gives that of OK.
 INT_PTR CDialog::RunModal(HWND owner) {
-    const INT_PTR code = DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
-                                         reinterpret_cast<LPARAM>(this));
-    return code > 0 ? code : notShown;
+    endCode = 0;
+    DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
+                    reinterpret_cast<LPARAM>(this));
+    return endCode > 0 ? endCode : notShown;
+}
+
+void CDialog::End(int code) {
+    endCode = code;
+    EndDialog(window, code);
 }
 
 INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {

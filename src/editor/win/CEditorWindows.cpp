@@ -159,7 +159,7 @@ OpenFileAnswer CEditorWindows::AskForFile(const OpenFileRequest& request, std::u
 }
 
 bool CEditorWindows::ShowHelp(const std::u16string& path, const std::u16string& topic) {
-    return ShowHtmlHelp(Owner(), path, topic);
+    return HtmlHelp().Show(Owner(), path, topic);
 }
 
 }  // namespace reka

@@ -1,9 +1,8 @@
-// HTML Help is reached through its control library, which is loaded when help is first asked for.
+// See HtmlHelp.h.
 
 #include "editor/win/HtmlHelp.h"
 
 #include <array>
-#include <atomic>
 
 #include "capeopen/win/Module.h"
 
@@ -11,15 +10,12 @@ namespace reka {
 
 namespace {
 
-using HtmlHelpFunction = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
-
 constexpr UINT displayTopic = 0;  // the command HH_DISPLAY_TOPIC
 constexpr WORD htmlHelpOrdinal = 15;
 constexpr DWORD longestPath = 260;  // characters
 
-// What was found at the first time. Two threads that find it at once find the same.
-std::atomic<bool> isLookedFor = false;
-std::atomic<HtmlHelpFunction> htmlHelp = nullptr;
+// Not local to a function: the runtime's guard would hold handles that stay when the module is unloaded.
+CHtmlHelp help;
 
 // The library stays loaded: the windows of help live on after the call, and freeing a library while the process
 // detaches isn't allowed.
@@ -29,12 +25,18 @@ HMODULE LoadHelpLibrary() {
     return library ? library : LoadSystemLibrary(L"hhctrl.ocx");
 }
 
-HtmlHelpFunction FindHtmlHelp() {
+}  // namespace
+
+CHtmlHelp& HtmlHelp() {
+    return help;
+}
+
+CHtmlHelp::Function CHtmlHelp::Find() {
     if (isLookedFor) return htmlHelp;
-    HtmlHelpFunction found = nullptr;
+    Function found = nullptr;
     if (const HMODULE library = LoadHelpLibrary()) {
-        const auto entry = reinterpret_cast<void*>(GetProcAddress(library, MAKEINTRESOURCEA(htmlHelpOrdinal)));
-        found = reinterpret_cast<HtmlHelpFunction>(entry);
+        found = reinterpret_cast<Function>(
+            reinterpret_cast<void*>(GetProcAddress(library, MAKEINTRESOURCEA(htmlHelpOrdinal))));
         if (!found) FreeLibrary(library);
     }
     htmlHelp = found;
@@ -42,7 +44,11 @@ HtmlHelpFunction FindHtmlHelp() {
     return found;
 }
 
-}  // namespace
+bool CHtmlHelp::Show(HWND owner, const std::u16string& path, const std::u16string& topic) {
+    const Function show = Find();
+    return show && show(owner, reinterpret_cast<LPCWSTR>(path.c_str()), displayTopic,
+                        reinterpret_cast<DWORD_PTR>(topic.c_str())) != nullptr;
+}
 
 std::u16string FindHelpLibrary() {
     constexpr const wchar_t* name = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
@@ -59,12 +65,6 @@ std::u16string FindHelpLibrary() {
     const DWORD length = ExpandEnvironmentStringsW(value.data(), expanded.data(), longestPath);
     if (length == 0 || length > longestPath) return {};
     return reinterpret_cast<const char16_t*>(expanded.data());
-}
-
-bool ShowHtmlHelp(HWND owner, const std::u16string& path, const std::u16string& topic) {
-    const HtmlHelpFunction show = FindHtmlHelp();
-    return show && show(owner, reinterpret_cast<LPCWSTR>(path.c_str()), displayTopic,
-                        reinterpret_cast<DWORD_PTR>(topic.c_str())) != nullptr;
 }
 
 }  // namespace reka

@@ -2,17 +2,35 @@
 
 #pragma once
 
+#include <atomic>
 #include <string>
 
 #include <windows.h>
 
 namespace reka {
 
-/// Shows `topic` of the help file at `path`, in a window of its own that lies above `owner`. False if there is no HTML
-/// Help on the system, which counts for as long as the module stays loaded, or if it shows nothing.
-bool ShowHtmlHelp(HWND owner, const std::u16string& path, const std::u16string& topic);
+/// HTML Help by its control library, which is loaded when help is first asked for. What was found then counts as long
+/// as this lives: where there is no HTML Help it is looked for once.
+class CHtmlHelp {
+public:
+    /// Shows `topic` of the help file at `path`, in a window of its own that lies above `owner`. False if there is no
+    /// HTML Help on the system, or if it shows nothing.
+    bool Show(HWND owner, const std::u16string& path, const std::u16string& topic);
 
-/// Path of the control library as the system's classes name it, without the names of variables; empty if they don't.
+private:
+    using Function = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
+
+    Function Find();
+
+    // Two threads that look for it at once find the same.
+    std::atomic<bool> isLookedFor = false;
+    std::atomic<Function> htmlHelp = nullptr;
+};
+
+/// The one of the module.
+CHtmlHelp& HtmlHelp();
+
+/// Path of the control library as the system's classes name it, with the values of variables; empty if they don't.
 std::u16string FindHelpLibrary();
 
 }  // namespace reka
