@@ -90,7 +90,8 @@ TEST_F(ManagerDialog, IsLaidOutAtEverySize) {
         const RECT create = PlaceOf(dialog.Item(IDC_MANAGER_CREATE));
         const RECT before = PlaceOf(dialog.Get());
         dialog.DragCorner(-50, -50);
-        EXPECT_TRUE(EqualRect(&before, std::data({PlaceOf(dialog.Get())})));
+        const RECT after = PlaceOf(dialog.Get());
+        EXPECT_TRUE(EqualRect(&before, &after));
         dialog.DragCorner(90, 70);
         EXPECT_EQ(offset(IDOK), close);
         EXPECT_EQ(offset(IDC_MANAGER_LIST), list);
