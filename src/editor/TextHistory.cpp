@@ -33,15 +33,35 @@ bool LooksLike(const ExpressionRun& one, const ExpressionRun& other) {
     return one.isBold == other.isBold && one.colour == other.colour;
 }
 
-/// Where the runs stand after the change; what was inserted has none.
-std::vector<ExpressionRun> MoveRuns(const std::vector<ExpressionRun>& runs, const TextChange& change) {
+/// The run that what was inserted takes its look from; null where that isn't sure, as at the start of a line.
+const ExpressionRun* LookOfInserted(std::u16string_view before, const std::vector<ExpressionRun>& runs,
+                                    const TextChange& change) {
+    if (change.removed.empty()) {
+        if (change.position == 0) return nullptr;
+        const char16_t inFront = before[static_cast<std::size_t>(change.position) - 1];
+        if (inFront == u'\r' || inFront == u'\n') return nullptr;
+    }
+    const std::int32_t model = change.removed.empty() ? change.position - 1 : change.position;
+    const auto found = std::find_if(runs.begin(), runs.end(), [&](const ExpressionRun& run) {
+        return run.range.first <= model && model < run.range.end;
+    });
+    return found == runs.end() ? nullptr : &*found;
+}
+
+/// Where the runs stand after the change, in order.
+std::vector<ExpressionRun> MoveRuns(std::u16string_view before, const std::vector<ExpressionRun>& runs,
+                                    const TextChange& change) {
     const std::int32_t removedEnd = change.position + Signed(change.removed.size());
-    const std::int32_t shift = Signed(change.inserted.size()) - Signed(change.removed.size());
+    const std::int32_t insertedEnd = change.position + Signed(change.inserted.size());
     std::vector<ExpressionRun> moved;
     const auto add = [&](std::int32_t first, std::int32_t end, const ExpressionRun& look) {
         if (first < end) moved.push_back({{first, end}, look.isBold, look.colour});
     };
     for (const ExpressionRun& run : runs) add(run.range.first, std::min(run.range.end, change.position), run);
+    if (const ExpressionRun* const model = LookOfInserted(before, runs, change)) {
+        add(change.position, insertedEnd, *model);
+    }
+    const std::int32_t shift = insertedEnd - removedEnd;
     for (const ExpressionRun& run : runs) {
         add(std::max(run.range.first, removedEnd) + shift, run.range.end + shift, run);
     }
@@ -181,11 +201,17 @@ std::optional<TextReplacement> CTextHistory::Redo() {
 std::vector<ExpressionRun> CShownFormat::Change(std::u16string_view newText, std::int32_t caret,
                                                 const std::vector<ExpressionRun>& wanted) {
     const TextChange change = ChangeBetween(text, newText, caret);
-    std::vector<ExpressionRun> differing = Differences(MoveRuns(shown, change), wanted);
+    std::vector<ExpressionRun> differing = Differences(MoveRuns(text, shown, change), wanted);
     std::vector<ExpressionRun> copy = wanted;
     if (!change.IsNone()) text.assign(newText);
     shown.swap(copy);
     return differing;
+}
+
+void CShownFormat::Start(std::u16string_view newText) {
+    std::vector<ExpressionRun> plain = {{{0, Signed(newText.size())}}};
+    text.assign(newText);
+    shown.swap(plain);
 }
 
 void CShownFormat::Forget() {

@@ -74,11 +74,15 @@ private:
     bool isLastOpen = false;    // typing may join the last step
 };
 
-/// How a field shows its text, so that only what differs from what is wanted is formatted afresh.
+/// How a field shows its text, so that only what differs from what is wanted is formatted afresh. What is put into the
+/// field as plain text takes the look of the character in front, or that of the first one it replaces.
 class CShownFormat {
 public:
+    /// The field shows all of this text plain.
+    void Start(std::u16string_view newText);
+
     /// The field has this text, with the caret there, and is to show it as `wanted` says, which covers the text: the
-    /// parts to format. What was typed or pasted since the call before counts as formatted in some unknown way.
+    /// parts to format.
     std::vector<ExpressionRun> Change(std::u16string_view newText, std::int32_t caret,
                                       const std::vector<ExpressionRun>& wanted);
 

@@ -205,14 +205,24 @@ TEST_F(TextHistory, IsAsItWasWithoutMemory) {
     EXPECT_EQ(text, before);
 }
 
-/// What a field shows, a letter for each character: "." as wanted at first, "?" unknown, "B" bold, "r" red.
+/// What a field shows, a letter for each character: "." plain, "B" bold, "r" red, "?" unknown.
 class ShownFormat : public testing::Test {
 protected:
+    void Start(std::u16string_view text) {
+        format.Start(text);
+        shownText = text;
+        letters.assign(text.size(), '.');
+    }
+
     /// The user has changed the text; gives the number of characters formatted.
     int Show(std::u16string_view text, std::size_t caret, TextRange selection, std::int32_t errorPosition) {
         const TextChange change = ChangeBetween(shownText, text, static_cast<std::int32_t>(caret));
-        letters.replace(static_cast<std::size_t>(change.position), change.removed.size(),
-                        std::string(change.inserted.size(), '?'));
+        const auto position = static_cast<std::size_t>(change.position);
+        // As a field does it.
+        const std::size_t model = change.removed.empty() ? position - 1 : position;
+        const bool isAtStart = change.removed.empty() && (position == 0 || shownText[model] == u'\n');
+        const char look = isAtStart || model >= letters.size() ? '?' : letters[model];
+        letters.replace(position, change.removed.size(), std::string(change.inserted.size(), look));
         shownText = text;
         const std::vector<ExpressionRun> wanted = ColourExpression(text, selection, errorPosition);
         int formatted = 0;
@@ -237,23 +247,34 @@ protected:
 };
 
 TEST_F(ShownFormat, FormatsOnlyWhatDiffers) {
-    EXPECT_EQ(Show(u"2*(T+1)", 0, {0, 0}, -1), 7);    // all, at first
+    Start(u"2*(T+1)");
+    EXPECT_EQ(Show(u"2*(T+1)", 0, {0, 0}, -1), 0);
     EXPECT_EQ(Show(u"2*(T+1)", 7, {7, 7}, -1), 2);    // the brackets
     EXPECT_EQ(Show(u"2*(T+1)", 7, {7, 7}, -1), 0);    // nothing new
-    EXPECT_EQ(Show(u"2*(T+1)*", 8, {8, 8}, 8), 3);    // the brackets again, and what was typed
-    EXPECT_EQ(Show(u"2*(T+1)*P", 9, {9, 9}, -1), 1);  // what was typed
+    EXPECT_EQ(Show(u"2*(T+1)*", 8, {8, 8}, 8), 3);    // the brackets again, and what was typed behind a bold one
+    EXPECT_EQ(Show(u"2*(T+1)*P", 9, {9, 9}, -1), 0);  // typed in the right look
     EXPECT_EQ(Show(u"2*(T1)*P", 4, {4, 4}, 4), 4);    // red from there on
-    EXPECT_EQ(Show(u"2*(T+1)*P", 5, {5, 5}, -1), 5);
+    EXPECT_EQ(Show(u"2*(T1)*PP", 9, {9, 9}, 4), 0);   // typed in red
+    EXPECT_EQ(Show(u"2*(T+1)*PP", 5, {5, 5}, -1), 5);
     EXPECT_EQ(Show(u"", 0, {0, 0}, -1), 0);
+    EXPECT_EQ(Show(u"T", 1, {1, 1}, -1), 1);  // nothing in front
 }
 
-TEST_F(ShownFormat, DoesNotKnowWhatWasPasted) {
-    Show(u"(T)", 0, {0, 0}, -1);
-    EXPECT_EQ(Show(u"(T+P+1)", 6, {6, 6}, -1), 5);  // the paste, and the closing bracket is bold already
+TEST_F(ShownFormat, KnowsWhatWasPasted) {
+    Start(u"(T)");
+    EXPECT_EQ(Show(u"(T)", 0, {0, 0}, -1), 2);
+    EXPECT_EQ(Show(u"(T+P+1)", 6, {6, 6}, -1), 0);
+    EXPECT_EQ(Show(u"(P+1)", 2, {2, 2}, 4), 2);   // part of the text deleted
+    EXPECT_EQ(Show(u"(P+1TT", 6, {6, 6}, 4), 1);  // the bracket replaced, in its red
+}
+
+TEST_F(ShownFormat, IsNotSureAtTheStartOfALine) {
+    Start(u"T\r\n");
+    EXPECT_EQ(Show(u"T\r\nP", 4, {4, 4}, -1), 1);
 }
 
 TEST_F(ShownFormat, FormatsAllAfterAFailure) {
-    Show(u"T+1", 0, {0, 0}, -1);
+    Start(u"T+1");
     format.Forget();
     shownText.clear();
     letters.clear();

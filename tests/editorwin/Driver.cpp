@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <exception>
 #include <optional>
 #include <vector>
@@ -327,7 +328,10 @@ void CUser::Type(std::u16string_view text) {
 }
 
 void CUser::ClickAt(POINT place, int count, std::initializer_list<WORD> held) {
-    Sleep(GetDoubleClickTime() + 20);  // no click before is part of this one
+    if (std::abs(place.x - lastClick.x) < 10 && std::abs(place.y - lastClick.y) < 10) {
+        Sleep(GetDoubleClickTime() + 20);  // no click before is part of this one
+    }
+    lastClick = place;
     Put({MouseInput(moveFlags, place)});
     Settle();
     std::vector<INPUT> clicks;

@@ -89,6 +89,7 @@ private:
     HWND bell;  // of the test's thread; rings when that has nothing else to do
     HANDLE rung;
     HANDLE finished;
+    POINT lastClick = {-100, -100};
     std::atomic<bool> isOver{false};
     std::thread thread;  // at the end, since it uses what stands above
 };

@@ -25,6 +25,7 @@ void CEditFormulaDlg::OnInit() {
     field.SetText(expression);
     openingText = field.Text();
     history.Start(openingText);
+    format.Start(openingText);
     FocusOn(IDC_EXPRESSION_TEXT);
     const auto end = static_cast<std::int32_t>(openingText.size());
     field.Select({end, end});
@@ -94,7 +95,16 @@ void CEditFormulaDlg::Show(const ExpressionRun& run) {
 
 /// All runs are known: only what differs is formatted, which moves no selection.
 void CEditFormulaDlg::Select(TextRange range) {
-    if (!field.Format(format.Change(field.Text(), range.end, wanted))) format.Forget();
+    const std::u16string text = field.Text();
+    const std::vector<ExpressionRun> differing = format.Change(text, range.end, wanted);
+    bool isFormatted = false;
+    try {
+        isFormatted = field.Format(text, differing);
+    } catch (...) {
+        format.Forget();
+        throw;
+    }
+    if (!isFormatted) format.Forget();
 }
 
 void CEditFormulaDlg::ShowStatus(const std::u16string& message) {

@@ -3,7 +3,8 @@
 
 #include "editor/win/ExpressionField.h"
 
-#include <commctrl.h>
+#include <ole2.h>
+
 #include <richedit.h>
 #include <richole.h>
 #include <tom.h>
@@ -17,6 +18,8 @@ namespace {
 constexpr UINT unicode = 1200;  // the code page
 constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
 
+constexpr std::int32_t longestFormatted = 1000;  // characters that are formatted as they stand
+
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
 }
@@ -26,6 +29,11 @@ void PutText(HWND field, const char16_t* text, DWORD flags) {
     how.flags = flags;
     how.codepage = unicode;
     SendMessageW(field, EM_SETTEXTEX, reinterpret_cast<WPARAM>(&how), reinterpret_cast<LPARAM>(text));
+}
+
+void PutCharacter(HWND field, char16_t character) {
+    const char16_t text[] = {character, 0};
+    PutText(field, text, ST_SELECTION | ST_KEEPUNDO);
 }
 
 void Request(HWND field, FieldRequest request) {
@@ -92,7 +100,12 @@ CExpressionField::~CExpressionField() = default;
 
 void CExpressionField::Attach(HWND richEdit, const CTextHistory& shownHistory) {
     field = richEdit;
-    SetWindowSubclass(field, Procedure, 1, reinterpret_cast<DWORD_PTR>(&shownHistory));
+    history = &shownHistory;
+    // This way the window becomes a Unicode one: characters are no longer translated before they come.
+    SetWindowLongPtrW(field, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ownProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    RevokeDragDrop(field);  // what is dropped may have a look of its own
     SendMessageW(field, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
     SendMessageW(field, EM_SETUNDOLIMIT, 0, 0);
     SendMessageW(field, EM_SETEVENTMASK, 0, ENM_CHANGE | ENM_SELCHANGE);
@@ -143,68 +156,85 @@ void CExpressionField::Replace(const TextReplacement& replacement) {
     SendMessageW(field, EM_SCROLLCARET, 0, 0);
 }
 
-bool CExpressionField::Format(const std::vector<ExpressionRun>& runs) {
+bool CExpressionField::Format(const std::u16string& text, const std::vector<ExpressionRun>& runs) {
     if (runs.empty()) return true;
     if (!document) return false;
     const CFieldFilling filling(field);
     bool isFormatted = true;
-    for (const ExpressionRun& run : runs) isFormatted = FormatRun(run) && isFormatted;
+    for (const ExpressionRun& run : runs) isFormatted = FormatRun(text, run) && isFormatted;
     return isFormatted;
 }
 
-bool CExpressionField::FormatRun(const ExpressionRun& run) {
+/// A long run is put in afresh behind its first character, whose look it takes: there are fields that need a
+/// millisecond to format a word that is there, and hardly any time for a new text.
+bool CExpressionField::FormatRun(const std::u16string& text, const ExpressionRun& run) {
+    const bool isLong = run.range.end - run.range.first > longestFormatted;
     CComRef<ITextRange> range;
     CComRef<ITextFont> font;
-    if (FAILED(document->Range(run.range.first, run.range.end, range.Receive())) || !range) return false;
-    if (FAILED(range->GetFont(font.Receive())) || !font) return false;
+    if (FAILED(document->Range(run.range.first, isLong ? run.range.first + 1 : run.range.end, range.Receive()))) {
+        return false;
+    }
+    if (!range || FAILED(range->GetFont(font.Receive())) || !font) return false;
     // Black is what the system writes in: on a screen of high contrast that may be white.
-    const COLORREF colour = run.colour == expressionTextColour ? GetSysColor(COLOR_WINDOWTEXT) : run.colour;
+    const long colour =
+        static_cast<long>(run.colour == expressionTextColour ? static_cast<std::uint32_t>(tomAutoColor) : run.colour);
     const HRESULT isBoldSet = font->SetBold(run.isBold ? tomTrue : tomFalse);
-    const HRESULT isColourSet = font->SetForeColor(static_cast<long>(colour));
-    return SUCCEEDED(isBoldSet) && SUCCEEDED(isColourSet);
+    const HRESULT isColourSet = font->SetForeColor(colour);
+    if (FAILED(isBoldSet) || FAILED(isColourSet)) return false;
+    if (!isLong) return true;
+    const TextRange selection = Selection();
+    Select(run.range);
+    Insert(text.substr(static_cast<std::size_t>(run.range.first),
+                       static_cast<std::size_t>(run.range.end - run.range.first)));
+    Select(selection);
+    return true;
 }
 
-LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
-                                             DWORD_PTR data) {
-    const auto& history = *reinterpret_cast<const CTextHistory*>(data);
+LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto* const field = reinterpret_cast<const CExpressionField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    LRESULT result = 0;
+    if (field->Handle(message, wParam, result)) return result;
+    return CallWindowProcW(field->ownProcedure, window, message, wParam, lParam);
+}
+
+/// Nothing here throws: what may is left to the dialog.
+bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) const {
     FieldRequest request;
     switch (message) {
         case WM_GETDLGCODE:
-            return DLGC_WANTCHARS | DLGC_WANTARROWS | DLGC_HASSETSEL;  // Tab, Enter and Escape are the dialog's
+            result = DLGC_WANTCHARS | DLGC_WANTARROWS | DLGC_HASSETSEL;  // Tab, Enter and Escape are the dialog's
+            return true;
         case WM_KEYDOWN:
         case WM_SYSKEYDOWN:
-            if (!IsRequest(message, wParam, request)) break;
-            Request(window, request);
-            return 0;
+            if (!IsRequest(message, wParam, request)) return false;
+            Request(field, request);
+            return true;
         case WM_CHAR:
-            if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return 0;  // dealt with as a key
-            if (wParam >= 0x80 && wParam <= 0xFFFF) {
-                const char16_t character[] = {static_cast<char16_t>(wParam), 0};
-                PutText(window, character, ST_SELECTION | ST_KEEPUNDO);
-                return 0;
-            }
-            break;
+            if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
+            if (wParam < 0x80 || wParam > 0xFFFF) return false;
+            PutCharacter(field, static_cast<char16_t>(wParam));
+            return true;
         case WM_PASTE:
-            Request(window, FieldRequest::Paste);
-            return 0;
+            Request(field, FieldRequest::Paste);
+            return true;
         case WM_UNDO:
         case EM_UNDO:
-            Request(window, FieldRequest::Undo);
-            return TRUE;
+            Request(field, FieldRequest::Undo);
+            result = TRUE;
+            return true;
         case EM_REDO:
-            Request(window, FieldRequest::Redo);
-            return TRUE;
+            Request(field, FieldRequest::Redo);
+            result = TRUE;
+            return true;
         case EM_CANUNDO:
-            return history.CanUndo();
+            result = history->CanUndo();
+            return true;
         case EM_CANREDO:
-            return history.CanRedo();
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(window, Procedure, id);
-            break;
+            result = history->CanRedo();
+            return true;
         default:
-            break;
+            return false;
     }
-    return DefSubclassProc(window, message, wParam, lParam);
 }
 
 std::u16string ClipboardText(HWND window) {
