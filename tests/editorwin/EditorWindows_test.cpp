@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <limits>
 #include <string>
 #include <thread>
 
@@ -13,6 +14,7 @@
 #include "capeopen/win/Module.h"
 #include "editor/win/HtmlHelp.h"
 #include "editor/win/WindowsEditor.h"
+#include "platform/HostArithmetic.h"
 #include "support/AllocationCounter.h"
 
 namespace reka::test {
@@ -207,6 +209,30 @@ TEST_F(EditorWindows, EndWithTheSimulator) {
     });
     EXPECT_EQ(package->Edit(), S_FALSE);
     user.Finish();
+}
+
+TEST_F(EditorWindows, ComputeWhateverTheSimulatorTrapsOn) {
+    definition->compounds[0]->charge = std::numeric_limits<double>::quiet_NaN();
+    const ArithmeticSettings before = CurrentArithmetic();
+    ArithmeticSettings trapping = before;
+    trapping.sse &= ~0x1F80U;  // no exception is masked
+    EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
+        u.OnTestThread([&] { SetArithmetic(trapping); });
+        for (const char16_t* const text : {u"1/3", u"-1/7", u"0/3"}) {
+            reactions.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+            reactions.TypeIntoCell(IDC_REACTIONS_STOICHIOMETRY, text);
+        }
+        reactions.Click(IDC_REACTIONS_EQUILIBRIUM);
+        std::uint32_t after = 0;
+        u.OnTestThread([&] {
+            after = CurrentArithmetic().sse;
+            SetArithmetic(before);
+        });
+        EXPECT_EQ(after & 0x1F80U, 0U);
+        shell.Click(IDCANCEL);
+    }));
+    EXPECT_EQ(definition->reactions[0]->stoichiometry[0], 0.0);
 }
 
 // Memory

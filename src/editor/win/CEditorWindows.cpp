@@ -2,12 +2,7 @@
 
 #include "editor/win/CEditorWindows.h"
 
-#include <algorithm>
-#include <new>
 #include <utility>
-
-#include <cderr.h>
-#include <commdlg.h>
 
 #include "editor/EditShell.h"
 #include "editor/TemplateManager.h"
@@ -21,6 +16,7 @@
 #include "editor/win/CPowerLawDlg.h"
 #include "editor/win/CSelectCompoundMatTemplateDlg.h"
 #include "editor/win/CStoreDlg.h"
+#include "editor/win/ChooseFile.h"
 #include "editor/win/HtmlHelp.h"
 
 namespace reka {
@@ -126,36 +122,7 @@ bool CEditorWindows::AskForTemplateToStore(ITemplateSource& templates, std::u16s
 }
 
 OpenFileAnswer CEditorWindows::AskForFile(const OpenFileRequest& request, std::u16string& path) {
-    std::u16string filters;
-    std::u16string buffer;
-    try {
-        for (const FileFilter& filter : request.filters) {
-            filters.append(filter.label).push_back(u'\0');
-            filters.append(filter.pattern).push_back(u'\0');
-        }
-        buffer.resize(request.longestPath);
-    } catch (const std::bad_alloc&) {
-        return OpenFileAnswer::NoMemory;
-    }
-    if (path.size() < buffer.size()) std::copy(path.begin(), path.end(), buffer.begin());
-    OPENFILENAMEW dialog = {};
-    dialog.lStructSize = sizeof dialog;
-    dialog.hwndOwner = Owner();
-    dialog.lpstrFilter = WideText(filters);
-    dialog.lpstrFile = reinterpret_cast<wchar_t*>(buffer.data());
-    dialog.nMaxFile = static_cast<DWORD>(buffer.size());
-    dialog.lpstrTitle = WideText(request.title);
-    dialog.lpstrDefExt = WideText(request.defaultExtension);
-    // The folder that the simulator works in stays what it is.
-    dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    bool isChosen = GetOpenFileNameW(&dialog) != FALSE;
-    if (!isChosen && CommDlgExtendedError() == FNERR_INVALIDFILENAME) {  // the path to begin with is none
-        buffer.front() = u'\0';
-        isChosen = GetOpenFileNameW(&dialog) != FALSE;
-    }
-    if (!isChosen) return OpenFileAnswer::Cancelled;
-    path = buffer.c_str();
-    return OpenFileAnswer::Chosen;
+    return ChooseFile(Owner(), request, path);
 }
 
 bool CEditorWindows::ShowHelp(const std::u16string& path, const std::u16string& topic) {
