@@ -337,10 +337,9 @@ TEST_F(FormulaDialog, WorksOnALongText) {
 TEST_F(FormulaDialog, GoesOnAfterAWantOfMemory) {
     expression = u"T";
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
-        u.OnTestThread([] { FailAllocation(1, 3); });
+        u.OnTestThread([] { FailAllocation(1); });
         u.Type(u"+");
         u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
-        u.OnTestThread([] { FailAllocation(0); });
         u.Type(u"1*(P)");
         EXPECT_EQ(Text(u, dialog), u"T+1*(P)");
         EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
