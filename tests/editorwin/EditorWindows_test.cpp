@@ -216,22 +216,23 @@ TEST_F(EditorWindows, ComputeWhateverTheSimulatorTrapsOn) {
     const ArithmeticSettings before = CurrentArithmetic();
     ArithmeticSettings trapping = before;
     trapping.sse &= ~0x1F80U;  // no exception is masked
-    EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+    CUser user([&](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
         const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
-        u.OnTestThread([&] { SetArithmetic(trapping); });
         for (const char16_t* const text : {u"1/3", u"-1/7", u"0/3"}) {
             reactions.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
             reactions.TypeIntoCell(IDC_REACTIONS_STOICHIOMETRY, text);
         }
         reactions.Click(IDC_REACTIONS_EQUILIBRIUM);
-        std::uint32_t after = 0;
-        u.OnTestThread([&] {
-            after = CurrentArithmetic().sse;
-            SetArithmetic(before);
-        });
-        EXPECT_EQ(after & 0x1F80U, 0U);
         shell.Click(IDCANCEL);
-    }));
+    });
+    SetArithmetic(trapping);
+    const bool isAccepted = WindowsEditor().EditPackage(*definition);
+    const ArithmeticSettings after = CurrentArithmetic();
+    SetArithmetic(before);
+    user.Finish();
+    EXPECT_FALSE(isAccepted);
+    EXPECT_EQ(after.sse & 0x1F80U, 0U);
     EXPECT_EQ(definition->reactions[0]->stoichiometry[0], 0.0);
 }
 

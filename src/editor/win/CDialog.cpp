@@ -3,7 +3,6 @@
 #include "editor/win/CDialog.h"
 
 #include "capeopen/win/Module.h"
-#include "platform/HostArithmetic.h"
 
 namespace reka {
 
@@ -79,7 +78,6 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     }
     auto* const dialog = reinterpret_cast<CDialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!dialog) return FALSE;
-    const COwnArithmetic arithmetic;  // a host may trap on what the pages compute
     try {
         return dialog->Handle(message, wParam, lParam);
     } catch (...) {  // nothing here throws but for want of memory
