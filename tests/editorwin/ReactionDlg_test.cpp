@@ -175,6 +175,24 @@ TEST_F(ReactionsPage, TakesTypedAndChosenPhases) {
     });
 }
 
+TEST_F(ReactionsPage, TakesTheSamePhaseForAnotherReaction) {
+    OnReactions([this](CUser& u, const CDrivenWindow& page) {
+        page.ChooseComboItem(IDC_REACTIONS_PHASE, 1);
+        EXPECT_EQ(Reaction(0).phase.View(), u"Vapor");
+        page.ClickListItem(IDC_REACTIONS_LIST, 1);
+        EXPECT_EQ(page.Text(IDC_REACTIONS_PHASE), u"Plasma");
+        page.ChooseComboItem(IDC_REACTIONS_PHASE, 1);
+        EXPECT_EQ(Reaction(1).phase.View(), u"Vapor");
+        page.Fill(IDC_REACTIONS_PHASE, u"Gas");
+        u.Press(VK_F4);  // opens the list
+        u.Press(VK_HOME);
+        u.Press(VK_DOWN);
+        u.Press(VK_RETURN);
+        EXPECT_EQ(Reaction(1).phase.View(), page.Text(IDC_REACTIONS_PHASE));
+        EXPECT_EQ(u.CountDialogs(), 1);
+    });
+}
+
 TEST_F(ReactionsPage, TicksEquilibrium) {
     OnReactions([this](CUser&, const CDrivenWindow& page) {
         page.Click(IDC_REACTIONS_EQUILIBRIUM);

@@ -100,6 +100,7 @@ void CReactionDlg::RefreshReactionPage() {
     SetText(IDC_REACTIONS_RATE, content.rate);
     SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, content.equilibriumConstant);
     SetText(IDC_REACTIONS_HEAT, content.heat);
+    SendMessageW(Item(IDC_REACTIONS_PHASE), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);  // any item can be chosen then
     SetText(IDC_REACTIONS_PHASE, content.phase);
     SetReactionControlsEnabled(content.enabled);
     if (content.enabled.reaction) {
@@ -206,7 +207,8 @@ void CReactionDlg::OnCommand(int control, int notification) {
             break;
         case IDC_REACTIONS_PHASE:
             if (notification == CBN_EDITCHANGE) page.SetPhase(Text(IDC_REACTIONS_PHASE));
-            if (notification == CBN_SELCHANGE) ChoosePhase();
+            // The second one alone where the item was the chosen one before other text was typed.
+            if (notification == CBN_SELCHANGE || notification == CBN_SELENDOK) ChoosePhase();
             break;
         default:
             if (notification == BN_CLICKED) Clicked(control);
