@@ -1,6 +1,9 @@
 // The two dialogs of compounds out of a material template: the choice of the source, and that of the compounds.
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
 
 #include <limits>
 
@@ -135,7 +138,9 @@ TEST_F(MaterialDialog, ListsTheCompoundsUnticked) {
         const std::u16string titles[] = {u"Name", u"Formula", u"Mol Weight", u"CAS"};
         for (int column = 0; column < 4; ++column) {
             EXPECT_EQ(dialog.ColumnTitle(list, column), titles[column]);
-            EXPECT_GT(dialog.ColumnWidth(list, column), 20);
+            const auto text = static_cast<int>(
+                u.Send(dialog.Item(list), LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(titles[column].c_str())));
+            EXPECT_GT(dialog.ColumnWidth(list, column), text + 12);
         }
         ASSERT_EQ(dialog.RowCount(list), 5);
         const std::u16string cells[] = {u"Sodium ion", u"Na", u"22.9898", u""};

@@ -3,6 +3,9 @@
 #include "editor/win/CPowerLawDlg.h"
 
 #include <gtest/gtest.h>
+#include <windows.h>
+
+#include <commctrl.h>
 
 #include "BoxUi.h"
 #include "editor/win/resource.h"
@@ -57,6 +60,9 @@ TEST_F(RateWizardDialog, OpensWithBlankFields) {
         GetClientRect(dialog.Item(list), &client);
         EXPECT_EQ(dialog.ColumnWidth(list, 0), client.right / 4 - 1);
         EXPECT_EQ(dialog.ColumnWidth(list, 1), client.right / 4 * 3 - 3);
+        const auto text =
+            static_cast<int>(u.Send(dialog.Item(list), LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(u"Constant")));
+        EXPECT_GT(dialog.ColumnWidth(list, 0), text + 12);
         // The compound with a coefficient of 0 isn't offered.
         ASSERT_EQ(dialog.RowCount(list), 2);
         EXPECT_EQ(dialog.Cell(list, 0, 0), u"0");

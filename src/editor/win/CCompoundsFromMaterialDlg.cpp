@@ -9,6 +9,12 @@
 
 namespace reka {
 
+namespace {
+
+constexpr int headerMargin = 24;  // pixels on both sides of a header's text together
+
+}  // namespace
+
 CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
                                                      ReactionPackDefinition& definition, IEditorUi& asked)
     : CDialog(IDD_MATERIAL_COMPOUNDS), compounds(offered, definition), ui(asked) {}
@@ -26,15 +32,17 @@ void CCompoundsFromMaterialDlg::OnInit() {
     if (list.RowCount() > 0) list.FocusRow(0);
 }
 
-/// Each column is as wide as the widest of its cells and its header.
+/// Each column is as wide as the widest of its cells and its header. What the system fits to a header alone may be too
+/// narrow for it, and is too wide for the last one.
 void CCompoundsFromMaterialDlg::FitColumns() {
     const HWND list = Item(IDC_MATERIAL_COMPOUNDS_LIST);
-    for (WPARAM column = 0; column < std::size(materialCompoundColumns); ++column) {
+    WPARAM column = 0;
+    for (const char16_t* const label : materialCompoundColumns) {
+        const LRESULT text = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(label));
         SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE);
         const LRESULT content = SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0);
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE_USEHEADER);
-        const LRESULT header = SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0);
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, std::max(content, header));
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, std::max<LRESULT>(content, text + Scale(headerMargin)));
+        ++column;
     }
 }
 
