@@ -88,6 +88,25 @@ TEST_F(EditorWindows, NeedNoActiveWindow) {
     EXPECT_EQ(package->Edit(), S_FALSE);
 }
 
+TEST_F(EditorWindows, LeaveThePackageAsItWasAfterCancel) {
+    const auto other = MakePackage({u"A", u"B", u"Cc"});
+    other->name = CBstr::Make(u"Template");
+    PutDefinitions({other.get()});
+    const ReactionPackDefinition* const own = package->Definition();
+    CUser user([](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        shell.Click(IDC_EDIT_LOAD);
+        u.WaitFor(u"Load from reaction package template:").Click(IDOK);
+        EXPECT_EQ(OpenPage(u, shell, EditPage::Compounds).RowCount(IDC_COMPOUNDS_LIST), 3);
+        shell.Click(IDCANCEL);
+    });
+    EXPECT_EQ(package->Edit(), S_FALSE);
+    user.Finish();
+    EXPECT_EQ(package->Definition(), own);
+    EXPECT_EQ(own->compounds.size(), 2U);
+    EXPECT_EQ(own->reactions.size(), 1U);
+}
+
 TEST_F(EditorWindows, CanBeOpenTwiceInOneThread) {
     CUser user([&](CUser& u) {
         const CDrivenWindow first = u.WaitFor(u"Edit:");
