@@ -129,6 +129,20 @@ std::array<std::u16string, fileCompoundColumnCount> CAddCompounds::RowTexts(std:
             FormatGeneral(compound.molecularWeight), std::u16string(compound.casNumber.View())};
 }
 
+std::int32_t CAddCompounds::FindRow(std::size_t start, std::u16string_view beginning) const {
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+        const std::size_t row = (start + i) % rows.size();
+        const CompoundDefinition* const compound = records[rows[row].record].get();
+        const std::u16string_view name = compound ? compound->id.View() : std::u16string_view();
+        if (name.size() < beginning.size()) continue;
+        if (std::equal(beginning.begin(), beginning.end(), name.begin(),
+                       [](char16_t wanted, char16_t character) { return LowerCase(wanted) == LowerCase(character); })) {
+            return static_cast<std::int32_t>(row);
+        }
+    }
+    return -1;
+}
+
 bool CAddCompounds::Browse() {
     std::u16string path;
     const bool isPreset = definition.pcdFile.size() <= fileRequest.longestPath && Files().Exists(definition.pcdFile);

@@ -65,6 +65,9 @@ public:
     const std::vector<FileCompoundRow>& Rows() const { return rows; }
     /// The texts of a row, one for each column.
     std::array<std::u16string, fileCompoundColumnCount> RowTexts(std::size_t row) const;
+    /// The first row from `start` on whose name begins with that text, in letters of any case, going on at the first
+    /// row after the last; -1 if there is none.
+    std::int32_t FindRow(std::size_t start, std::u16string_view beginning) const;
 
     /// The button that chooses another file. True: one was chosen, which the definition names from now on whatever
     /// comes; it is to be loaded.

@@ -18,6 +18,13 @@ struct ControlPlace {
     bool operator==(const ControlPlace&) const = default;
 };
 
+constexpr int referenceDpi = 96;  // dots per inch of the screen that distances between controls are given for
+
+/// A distance on a screen of that many dots per inch, rounded.
+constexpr int ScalePixels(int pixels, int dpi) {
+    return (pixels * dpi + referenceDpi / 2) / referenceDpi;
+}
+
 /// The place of a control of that size with its left top corner there.
 constexpr ControlPlace PlaceAt(int left, int top, const ControlSize& size) {
     return {left, top, left + size.width, top + size.height};

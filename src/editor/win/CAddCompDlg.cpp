@@ -1,0 +1,250 @@
+// See CAddCompDlg.h.
+
+#include "editor/win/CAddCompDlg.h"
+
+#include <algorithm>
+#include <iterator>
+#include <new>
+
+#include "capeopen/win/resource.h"
+#include "editor/win/ListView.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+namespace {
+
+/// What follows the window's right and lower edge as it is sized.
+struct MovingControl {
+    int control;
+    bool leftMoves;
+    bool topMoves;
+    bool rightMoves;
+    bool bottomMoves;
+};
+constexpr MovingControl movingControls[] = {
+    {IDC_ADD_COMPOUNDS_FILE_GROUP, false, false, true, false},
+    {IDC_ADD_COMPOUNDS_FILE, false, false, true, false},
+    {IDC_ADD_COMPOUNDS_BROWSE, true, false, true, false},
+    {IDC_ADD_COMPOUNDS_SELECTION_GROUP, false, false, true, true},
+    {IDC_ADD_COMPOUNDS_LIST, false, false, true, true},
+    {IDC_ADD_COMPOUNDS_FILTER_LABEL, false, true, false, true},
+    {IDC_ADD_COMPOUNDS_FILTER, false, true, true, true},
+    {IDOK, true, true, true, true},
+    {IDCANCEL, true, true, true, true},
+};
+
+/// The pointer that tells the user to wait, while it lives.
+class CWaitPointer {
+public:
+    CWaitPointer() : before(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
+    ~CWaitPointer() { SetCursor(before); }
+    CWaitPointer(const CWaitPointer&) = delete;
+    CWaitPointer& operator=(const CWaitPointer&) = delete;
+
+private:
+    HCURSOR before;
+};
+
+void SetRowState(HWND list, WPARAM row, UINT state, UINT mask) {
+    LVITEMW item = {};
+    item.state = state;
+    item.stateMask = mask;
+    SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+}
+
+constexpr auto allRows = static_cast<WPARAM>(-1);
+
+/// Selects the rows that `isSelected` tells, gives the focus to one of them, and scrolls to it.
+template <class Predicate>
+void SelectRows(HWND list, std::size_t rowCount, std::size_t focused, Predicate isSelected) {
+    SetRowState(list, allRows, 0, LVIS_SELECTED | LVIS_FOCUSED);
+    std::size_t count = 0;
+    for (std::size_t row = 0; row < rowCount; ++row) count += isSelected(row) ? 1 : 0;
+    if (count > 0 && count == rowCount) {
+        SetRowState(list, allRows, LVIS_SELECTED, LVIS_SELECTED);
+    } else if (count > 0) {
+        for (std::size_t row = 0; row < rowCount; ++row) {
+            if (isSelected(row)) SetRowState(list, row, LVIS_SELECTED, LVIS_SELECTED);
+        }
+    }
+    if (focused < rowCount) CListView(list).FocusRow(focused);
+}
+
+}  // namespace
+
+CAddCompDlg::CAddCompDlg(ReactionPackDefinition& definition, IEditorUi& asked)
+    : CDialog(IDD_ADD_COMPOUNDS), compounds(definition, asked), ui(asked) {}
+
+void CAddCompDlg::OnInit() {
+    SetIcon(IDI_COMPONENT);
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    templateSize = {client.right, client.bottom};
+    templatePlaces.clear();
+    for (const MovingControl& moving : movingControls) templatePlaces.push_back(PlaceOf(moving.control));
+    KeepPresentSizeAsSmallest();
+
+    CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
+    list.UseWholeRows();
+    int position = 0;
+    for (const char16_t* const label : fileCompoundColumns) list.InsertColumn(position++, label, 0);
+    FitColumns();
+    FocusOn(IDC_ADD_COMPOUNDS_FILTER);
+    LoadFile();
+}
+
+void CAddCompDlg::LoadFile() {
+    std::u16string errorText;
+    {
+        const CSilence silence(*this);
+        const CWaitPointer pointer;
+        SetText(IDC_ADD_COMPOUNDS_FILTER, u"");
+        SetText(IDC_ADD_COMPOUNDS_FILE, compounds.FilePath());
+        errorText = compounds.LoadFile();
+        RefillList();
+    }
+    if (errorText.empty()) return;
+    ShowWithLayout();
+    ShowError(ui, errorText);
+}
+
+/// The user sees what a message speaks of, also while the dialog opens.
+void CAddCompDlg::ShowWithLayout() {
+    if (IsWindowVisible(Window())) return;
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    OnSize(client.right, client.bottom);
+    ShowWindow(Window(), SW_SHOW);
+}
+
+void CAddCompDlg::RefillList() {
+    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
+    const std::vector<FileCompoundRow>& rows = compounds.Rows();
+    const CSilence silence(*this);
+    const CListFilling filling(list);
+    SendMessageW(list, LVM_SETITEMCOUNT, rows.size(), 0);
+    const auto first =
+        std::find_if(rows.begin(), rows.end(), [](const FileCompoundRow& row) { return row.isSelected; });
+    const auto focused = first == rows.end() ? 0 : static_cast<std::size_t>(first - rows.begin());
+    SelectRows(list, rows.size(), focused, [&](std::size_t row) { return rows[row].isSelected; });
+}
+
+void CAddCompDlg::Sort(int column) {
+    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
+    const std::vector<FileCompoundRow>& rows = compounds.Rows();
+    const CWaitPointer pointer;
+    // What is selected, and where the keyboard is, stays with the compound.
+    std::size_t recordCount = 0;
+    for (const FileCompoundRow& row : rows) recordCount = std::max(recordCount, row.record + 1);
+    std::vector<bool> isSelected(recordCount);
+    for (const std::size_t row : SelectedRows()) isSelected[rows[row].record] = true;
+    const auto focusedRow = static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, allRows, LVNI_FOCUSED));
+    const std::size_t focusedRecord = focusedRow < 0 ? recordCount : rows[static_cast<std::size_t>(focusedRow)].record;
+
+    compounds.SortByColumn(static_cast<std::size_t>(column));
+    const auto focused =
+        std::find_if(rows.begin(), rows.end(), [&](const FileCompoundRow& row) { return row.record == focusedRecord; });
+    const CSilence silence(*this);
+    const CListFilling filling(list);
+    SelectRows(list, rows.size(), static_cast<std::size_t>(focused - rows.begin()),
+               [&](std::size_t row) { return isSelected[rows[row].record]; });
+}
+
+std::vector<std::size_t> CAddCompDlg::SelectedRows() const {
+    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
+    std::vector<std::size_t> selected;
+    const std::size_t rowCount = compounds.Rows().size();
+    WPARAM row = allRows;
+    for (;;) {
+        const auto next = static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, row, LVNI_SELECTED));
+        if (next < 0 || static_cast<std::size_t>(next) >= rowCount) return selected;
+        row = static_cast<WPARAM>(next);
+        selected.push_back(row);
+    }
+}
+
+void CAddCompDlg::Accept() {
+    if (compounds.Accept(SelectedRows())) End(IDOK);
+}
+
+void CAddCompDlg::OnCommand(int control, int notification) {
+    switch (control) {
+        case IDC_ADD_COMPOUNDS_FILTER:
+            if (notification != EN_CHANGE) break;
+            compounds.SetFilter(Text(IDC_ADD_COMPOUNDS_FILTER));
+            RefillList();
+            break;
+        case IDC_ADD_COMPOUNDS_BROWSE:
+            if (compounds.Browse()) LoadFile();
+            break;
+        case IDOK:
+            Accept();
+            break;
+        default:
+            CDialog::OnCommand(control, notification);
+    }
+}
+
+LRESULT CAddCompDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom != IDC_ADD_COMPOUNDS_LIST) return 0;
+    switch (header.code) {
+        case static_cast<UINT>(LVN_GETDISPINFOW):
+            ShowCell(reinterpret_cast<NMLVDISPINFOW&>(header));
+            return 0;
+        case static_cast<UINT>(LVN_COLUMNCLICK):
+            Sort(reinterpret_cast<const NMLISTVIEW&>(header).iSubItem);
+            return 0;
+        case static_cast<UINT>(NM_DBLCLK):
+            if (reinterpret_cast<const NMITEMACTIVATE&>(header).iItem >= 0) Accept();
+            return 0;
+        case static_cast<UINT>(LVN_ODFINDITEMW): {
+            const auto& request = reinterpret_cast<const NMLVFINDITEMW&>(header);
+            if (!(request.lvfi.flags & (LVFI_STRING | LVFI_PARTIAL)) || !request.lvfi.psz) return -1;
+            return compounds.FindRow(static_cast<std::size_t>(std::max(request.iStart, 0)),
+                                     reinterpret_cast<const char16_t*>(request.lvfi.psz));
+        }
+        default:
+            return 0;
+    }
+}
+
+void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
+    LVITEMW& cell = request.item;
+    if (!(cell.mask & LVIF_TEXT) || !cell.pszText || cell.cchTextMax <= 0) return;
+    cell.pszText[0] = 0;
+    if (cell.iItem < 0 || cell.iSubItem < 0 || static_cast<std::size_t>(cell.iSubItem) >= fileCompoundColumnCount) {
+        return;
+    }
+    try {
+        const auto texts = compounds.RowTexts(static_cast<std::size_t>(cell.iItem));
+        lstrcpynW(cell.pszText, WideText(texts[static_cast<std::size_t>(cell.iSubItem)]), cell.cchTextMax);
+    } catch (const std::bad_alloc&) {
+        // Empty until it is drawn again: a message for each cell would have no end.
+    }
+}
+
+void CAddCompDlg::OnSize(int width, int height) {
+    const int right = width - templateSize.width;
+    const int down = height - templateSize.height;
+    auto place = templatePlaces.begin();
+    for (const MovingControl& moving : movingControls) {
+        const ControlPlace& at = *place++;
+        Place(moving.control,
+              {at.left + (moving.leftMoves ? right : 0), at.top + (moving.topMoves ? down : 0),
+               at.right + (moving.rightMoves ? right : 0), at.bottom + (moving.bottomMoves ? down : 0)});
+    }
+    if (width == fittedWidth) return;
+    fittedWidth = width;
+    FitColumns();
+}
+
+void CAddCompDlg::FitColumns() {
+    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
+    WPARAM column = 0;
+    for (const int width : FitFileCompoundColumns(CListView(list).ClientWidth())) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, column++, width);
+    }
+}
+
+}  // namespace reka

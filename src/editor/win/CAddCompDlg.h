@@ -1,0 +1,47 @@
+// Adds compounds of a compound file. Its list holds no rows of its own: a file may have tens of thousands of compounds,
+// and all rows are made afresh at each key that is typed into the filter.
+
+#pragma once
+
+#include <vector>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+#include "editor/AddCompounds.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+class CAddCompDlg : public CDialog {
+public:
+    /// Both outlive the dialog.
+    CAddCompDlg(ReactionPackDefinition& definition, IEditorUi& asked);
+
+    /// True for OK: the selected compounds are part of the definition, whose `pcdFile` may have changed in any case.
+    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+
+private:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+    void OnSize(int width, int height) override;
+
+    void LoadFile();
+    void RefillList();
+    void Sort(int column);
+    void Accept();
+    void ShowCell(NMLVDISPINFOW& request) const;
+    void FitColumns();
+    void ShowWithLayout();
+    std::vector<std::size_t> SelectedRows() const;
+
+    CAddCompounds compounds;
+    IEditorUi& ui;
+    ControlSize templateSize;                  // of the client area
+    std::vector<ControlPlace> templatePlaces;  // of the controls that move or grow
+    int fittedWidth = 0;                       // of the client area that the columns were fitted to
+};
+
+}  // namespace reka

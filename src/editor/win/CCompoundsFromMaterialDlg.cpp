@@ -1,0 +1,54 @@
+// See CCompoundsFromMaterialDlg.h.
+
+#include "editor/win/CCompoundsFromMaterialDlg.h"
+
+#include <algorithm>
+
+#include "editor/win/ListView.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+namespace {
+
+constexpr int headerMargin = 24;  // pixels on both sides of a header's text together
+
+}  // namespace
+
+CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
+                                                     ReactionPackDefinition& definition, IEditorUi& asked)
+    : CDialog(IDD_MATERIAL_COMPOUNDS), compounds(offered, definition), ui(asked) {}
+
+void CCompoundsFromMaterialDlg::OnInit() {
+    const HWND control = Item(IDC_MATERIAL_COMPOUNDS_LIST);
+    CListView list(control);
+    list.UseTicks();
+    list.UseWholeRows();
+    int position = 0;
+    for (const char16_t* const label : materialCompoundColumns) list.InsertColumn(position++, label, 0);
+    const CListFilling filling(control);
+    for (const MaterialCompoundRow& row : compounds.Rows()) list.AddRow(row);
+    FitColumns();
+    if (list.RowCount() > 0) list.FocusRow(0);
+}
+
+/// Each column is as wide as the widest of its cells and its header. What the system fits to a header alone may be too
+/// narrow for it, and is too wide for the last one.
+void CCompoundsFromMaterialDlg::FitColumns() {
+    const HWND list = Item(IDC_MATERIAL_COMPOUNDS_LIST);
+    WPARAM column = 0;
+    for (const char16_t* const label : materialCompoundColumns) {
+        const LRESULT text = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(label));
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE);
+        const LRESULT content = SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0);
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, std::max<LRESULT>(content, text + Scale(headerMargin)));
+        ++column;
+    }
+}
+
+void CCompoundsFromMaterialDlg::OnCommand(int control, int notification) {
+    if (control == IDOK && !compounds.Accept(CListView(Item(IDC_MATERIAL_COMPOUNDS_LIST)).TickedRows(), ui)) return;
+    CDialog::OnCommand(control, notification);
+}
+
+}  // namespace reka

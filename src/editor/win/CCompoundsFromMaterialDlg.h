@@ -1,0 +1,27 @@
+// Offers the compounds of a material, each with a box to tick.
+
+#pragma once
+
+#include "editor/CompoundsOfMaterial.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+class CCompoundsFromMaterialDlg : public CDialog {
+public:
+    /// All outlive the dialog.
+    CCompoundsFromMaterialDlg(const MaterialCompounds& offered, ReactionPackDefinition& definition, IEditorUi& asked);
+
+    /// True for OK: the ticked compounds are part of the definition.
+    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+
+private:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    void FitColumns();
+
+    CCompoundsOfMaterial compounds;
+    IEditorUi& ui;
+};
+
+}  // namespace reka

@@ -1,0 +1,246 @@
+// See CDialog.h.
+
+#include "editor/win/CDialog.h"
+
+#include "capeopen/win/Module.h"
+
+namespace reka {
+
+namespace {
+
+constexpr WPARAM anyLength = 0x7FFFFFFE;
+
+HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
+    return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
+                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
+                                         LR_DEFAULTCOLOR));
+}
+
+bool IsOfClass(HWND control, const wchar_t* name) {
+    wchar_t className[16] = {};
+    GetClassNameW(control, className, 16);
+    return lstrcmpiW(className, name) == 0;
+}
+
+/// Fields take as much as their records do, rather than what the system lets a user type by default.
+BOOL CALLBACK LiftLengthLimit(HWND control, LPARAM /*context*/) {
+    if (IsOfClass(control, L"Edit")) SendMessageW(control, EM_SETLIMITTEXT, anyLength, 0);
+    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyLength, 0);
+    return TRUE;
+}
+
+/// The height that the system wants to be told for a control that is to look that high: that of a box with a list
+/// includes the list when it is open.
+int HeightToSet(HWND control, int height) {
+    RECT open = {};
+    if (!IsOfClass(control, L"ComboBox")) return height;
+    if (!SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&open))) return height;
+    return open.bottom - open.top;
+}
+
+/// Needs no memory of ours.
+void TellThereIsNoMemory(HWND window) {
+    MessageBoxW(window ? GetAncestor(window, GA_ROOT) : nullptr, L"out of memory", L"Error:", MB_OK | MB_ICONERROR);
+}
+
+}  // namespace
+
+CDialog::~CDialog() {
+    if (window) {
+        SetWindowLongPtrW(window, DWLP_USER, 0);  // no virtual function of a part that is gone
+        DestroyWindow(window);
+    }
+    DestroyIcons();
+}
+
+bool CDialog::CreateChild(HWND parent) {
+    return CreateDialogParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), parent, Procedure,
+                              reinterpret_cast<LPARAM>(this)) != nullptr;
+}
+
+// The system's own answer doesn't count: a dialog that a message to quit has ended gives that of OK.
+INT_PTR CDialog::RunModal(HWND owner) {
+    endCode = 0;
+    DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
+                    reinterpret_cast<LPARAM>(this));
+    return endCode > 0 ? endCode : notShown;
+}
+
+void CDialog::End(int code) {
+    endCode = code;
+    EndDialog(window, code);
+}
+
+INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_INITDIALOG) {
+        reinterpret_cast<CDialog*>(lParam)->window = window;
+        SetWindowLongPtrW(window, DWLP_USER, lParam);
+    }
+    auto* const dialog = reinterpret_cast<CDialog*>(GetWindowLongPtrW(window, DWLP_USER));
+    if (!dialog) return FALSE;
+    try {
+        return dialog->Handle(message, wParam, lParam);
+    } catch (...) {  // nothing here throws but for want of memory
+        TellThereIsNoMemory(window);
+        return TRUE;
+    }
+}
+
+INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            return Initialise() ? TRUE : FALSE;
+        case WM_COMMAND:
+            Command(wParam, lParam);
+            return TRUE;
+        case WM_NOTIFY:
+            Notify(lParam);
+            return TRUE;
+        case WM_SIZE:
+            Size(wParam, lParam);
+            return TRUE;
+        case WM_GETMINMAXINFO:
+            reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
+            return TRUE;
+        case WM_CLOSE:
+            OnClose();
+            return TRUE;
+        case WM_NCDESTROY:
+            SetWindowLongPtrW(window, DWLP_USER, 0);
+            window = nullptr;
+            isInitialised = false;
+            DestroyIcons();
+            return FALSE;
+        default:
+            return FALSE;
+    }
+}
+
+// The dialog stays usable where memory runs out meanwhile.
+bool CDialog::Initialise() {
+    isFocusSet = false;
+    EnumChildWindows(window, LiftLengthLimit, 0);
+    try {
+        const CSilence silence(*this);
+        OnInit();
+    } catch (...) {
+        TellThereIsNoMemory(window);
+    }
+    isInitialised = true;
+    RECT client = {};
+    GetClientRect(window, &client);
+    OnSize(client.right, client.bottom);
+    return !isFocusSet;
+}
+
+void CDialog::Command(WPARAM wParam, LPARAM lParam) {
+    const auto control = reinterpret_cast<HWND>(lParam);
+    // Some systems report a button of a page, pressed by a key, to the window around the page.
+    const HWND parent = control ? GetParent(control) : nullptr;
+    if (parent && parent != window && IsChild(window, control)) {
+        SendMessageW(parent, WM_COMMAND, wParam, lParam);
+        return;
+    }
+    if (isInitialised && silences == 0) OnCommand(LOWORD(wParam), HIWORD(wParam));
+}
+
+void CDialog::Notify(LPARAM lParam) {
+    const LRESULT result = isInitialised && silences == 0 ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : LRESULT{0};
+    if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
+}
+
+void CDialog::Size(WPARAM kind, LPARAM size) {
+    if (!isInitialised || kind == SIZE_MINIMIZED) return;
+    OnSize(LOWORD(size), HIWORD(size));
+    // Group boxes don't erase what they uncover, and what was moved over other controls leaves traces there.
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+void CDialog::OnCommand(int control, int /*notification*/) {
+    if (control == IDOK || control == IDCANCEL) End(control);
+}
+
+LRESULT CDialog::OnNotify(NMHDR& /*header*/) {
+    return 0;
+}
+
+void CDialog::OnSize(int /*width*/, int /*height*/) {}
+
+void CDialog::KeepPresentSizeAsSmallest() {
+    RECT frame = {};
+    GetWindowRect(window, &frame);
+    smallest = {frame.right - frame.left, frame.bottom - frame.top};
+}
+
+void CDialog::SetIcon(int iconResource) {
+    DestroyIcons();
+    largeIcon = LoadIconOfSize(iconResource, SM_CXICON, SM_CYICON);
+    smallIcon = LoadIconOfSize(iconResource, SM_CXSMICON, SM_CYSMICON);
+    SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon));
+    SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon));
+}
+
+void CDialog::DestroyIcons() {
+    for (HICON* const icon : {&largeIcon, &smallIcon}) {
+        if (*icon) DestroyIcon(*icon);
+        *icon = nullptr;
+    }
+}
+
+std::u16string CDialog::Text(int control) const {
+    const HWND item = Item(control);
+    const int length = GetWindowTextLengthW(item);
+    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
+    const int copied = GetWindowTextW(item, reinterpret_cast<wchar_t*>(text.data()), length + 1);
+    text.resize(static_cast<std::size_t>(copied));
+    return text;
+}
+
+void CDialog::SetText(int control, const std::u16string& text) {
+    SetWindowTextW(Item(control), WideText(text));
+}
+
+void CDialog::SetChecked(int control, bool isChecked) {
+    CheckDlgButton(window, control, isChecked ? BST_CHECKED : BST_UNCHECKED);
+}
+
+void CDialog::Enable(int control, bool isEnabled) {
+    const HWND item = Item(control);
+    const HWND focus = GetFocus();
+    const bool hasFocus = focus && (focus == item || IsChild(item, focus));
+    if (!isEnabled && hasFocus) SendMessageW(window, WM_NEXTDLGCTL, 0, FALSE);
+    EnableWindow(item, isEnabled);
+}
+
+void CDialog::FocusOn(int control) {
+    isFocusSet = true;
+    // What the dialog's own keys do, so that the frame of the default button follows.
+    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(control)), TRUE);
+}
+
+void CDialog::Place(int control, const ControlPlace& place) {
+    const HWND item = Item(control);
+    SetWindowPos(item, nullptr, place.left, place.top, place.right - place.left,
+                 HeightToSet(item, place.bottom - place.top), SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+ControlPlace CDialog::PlaceOf(int control) const {
+    RECT place = {};
+    GetWindowRect(Item(control), &place);
+    MapWindowPoints(nullptr, window, reinterpret_cast<POINT*>(&place), 2);
+    return {place.left, place.top, place.right, place.bottom};
+}
+
+ControlSize CDialog::SizeOf(int control) const {
+    const ControlPlace place = PlaceOf(control);
+    return {place.right - place.left, place.bottom - place.top};
+}
+
+int CDialog::Dpi() const {
+    const HDC device = GetDC(window);
+    const int dpi = device ? GetDeviceCaps(device, LOGPIXELSX) : referenceDpi;
+    if (device) ReleaseDC(window, device);
+    return dpi;
+}
+
+}  // namespace reka

@@ -1,0 +1,119 @@
+// The base of all dialogs: it leads from the system's messages to virtual functions, and has the operations on controls
+// that the dialogs share. All texts are of any length.
+
+#pragma once
+
+#include <string>
+
+#include <windows.h>
+
+#include "editor/DialogLayout.h"
+
+namespace reka {
+
+/// A dialog on a template among the module's resources: a modal one, or a page that is a child of another window.
+///
+/// No exception leaves it. One that a handler throws, for want of memory, ends in a box that tells the user; the dialog
+/// stays open. An object serves one window at a time, on the thread that shows it.
+class CDialog {
+public:
+    CDialog(const CDialog&) = delete;
+    CDialog& operator=(const CDialog&) = delete;
+    virtual ~CDialog();
+
+    /// Null while the dialog isn't open.
+    HWND Window() const { return window; }
+
+    /// Makes a child of `parent` that is hidden until it is shown. False, with the reason as the thread's last error,
+    /// if the system refuses. It ends with its parent, or with this object.
+    bool CreateChild(HWND parent);
+
+protected:
+    explicit CDialog(int dialogTemplate) : templateId(dialogTemplate) {}
+
+    /// Shows the dialog until it has ended, with `owner` disabled meanwhile; null for no owner. What `End` was called
+    /// with; `notShown` if the system has refused the dialog, or ended it with the program.
+    static constexpr INT_PTR notShown = -1;
+    INT_PTR RunModal(HWND owner);
+
+    /// Ends the modal dialog with a code above 0.
+    void End(int code);
+
+    /// The controls are there; nothing of them is reported before this has returned.
+    virtual void OnInit() {}
+    /// Something was clicked, chosen or typed in a control, or OK or Cancel was asked for by a key. Here, these two end
+    /// the dialog, and all else is left alone.
+    virtual void OnCommand(int control, int notification);
+    /// What a list view or another of the newer controls reports. The result is what the control is told.
+    virtual LRESULT OnNotify(NMHDR& header);
+    /// The client area has that size now, in pixels; called after `OnInit` too, and not for a minimised window.
+    virtual void OnSize(int width, int height);
+    /// The frame's button that closes. Here, the same as Cancel.
+    virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
+
+    /// From now on the window can't be dragged to a size below the present one.
+    void KeepPresentSizeAsSmallest();
+    /// Sets the large and the small icon of the frame.
+    void SetIcon(int iconResource);
+
+    // The controls, by their numbers.
+    HWND Item(int control) const { return GetDlgItem(window, control); }
+    std::u16string Text(int control) const;
+    void SetText(int control, const std::u16string& text);
+    bool IsChecked(int control) const { return IsDlgButtonChecked(window, control) == BST_CHECKED; }
+    void SetChecked(int control, bool isChecked);
+    /// A control that loses the right to the keyboard's focus passes it on.
+    void Enable(int control, bool isEnabled);
+    void Show(int control, bool isShown) { ShowWindow(Item(control), isShown ? SW_SHOWNA : SW_HIDE); }
+    /// Gives the control the keyboard's focus; from `OnInit`, that is where the dialog begins.
+    void FocusOn(int control);
+    void Place(int control, const ControlPlace& place);
+    ControlPlace PlaceOf(int control) const;  // in the client area
+    ControlSize SizeOf(int control) const;
+
+    /// Dots per inch of the screen, to which the system has sized the controls and their font.
+    int Dpi() const;
+    /// So many pixels of a screen of 96 dpi.
+    int Scale(int pixels) const { return ScalePixels(pixels, Dpi()); }
+
+    /// As long as it lives, what controls report doesn't count: the dialog itself changes them.
+    class CSilence {
+    public:
+        explicit CSilence(CDialog& silenced) : dialog(silenced) { ++dialog.silences; }
+        ~CSilence() { --dialog.silences; }
+        CSilence(const CSilence&) = delete;
+        CSilence& operator=(const CSilence&) = delete;
+
+    private:
+        CDialog& dialog;
+    };
+
+private:
+    static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
+    INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+    bool Initialise();
+    void Command(WPARAM wParam, LPARAM lParam);
+    void Notify(LPARAM lParam);
+    void Size(WPARAM kind, LPARAM size);
+    void DestroyIcons();
+
+    int templateId;
+    HWND window = nullptr;
+    HICON largeIcon = nullptr;
+    HICON smallIcon = nullptr;
+    SIZE smallest = {};  // of the window with its frame
+    int endCode = 0;
+    int silences = 0;
+    bool isInitialised = false;
+    bool isFocusSet = false;
+};
+
+/// The text as the system's functions take it.
+inline const wchar_t* WideText(const std::u16string& text) {
+    return reinterpret_cast<const wchar_t*>(text.c_str());
+}
+inline const wchar_t* WideText(const char16_t* text) {
+    return reinterpret_cast<const wchar_t*>(text);
+}
+
+}  // namespace reka

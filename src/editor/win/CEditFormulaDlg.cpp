@@ -1,0 +1,114 @@
+// See CEditFormulaDlg.h.
+
+#include "editor/win/CEditFormulaDlg.h"
+
+#include <richedit.h>
+
+#include <utility>
+
+#include "editor/win/resource.h"
+
+namespace reka {
+
+CEditFormulaDlg::CEditFormulaDlg(const ReactionPackDefinition& definition, const std::u16string& shownItem,
+                                 const std::u16string& shownUnit, std::u16string& editedExpression)
+    : CDialog(IDD_EXPRESSION),
+      item(shownItem),
+      unit(shownUnit),
+      expression(editedExpression),
+      editor(definition, *this) {}
+
+void CEditFormulaDlg::OnInit() {
+    SetText(IDC_EXPRESSION_ITEM, item);
+    SetText(IDC_EXPRESSION_UNIT, unit);
+    field.Attach(Item(IDC_EXPRESSION_TEXT), history);
+    field.SetText(expression);
+    openingText = field.Text();
+    history.Start(openingText);
+    format.Start(openingText);
+    FocusOn(IDC_EXPRESSION_TEXT);
+    const auto end = static_cast<std::int32_t>(openingText.size());
+    field.Select({end, end});
+    editor.TextChanged();
+}
+
+void CEditFormulaDlg::OnCommand(int control, int notification) {
+    if (control == IDOK) {
+        Accept();
+        return;
+    }
+    if (control != IDC_EXPRESSION_TEXT) {
+        CDialog::OnCommand(control, notification);
+        return;
+    }
+    switch (notification) {
+        case EN_CHANGE:
+            TextHasChanged();
+            break;
+        case static_cast<int>(FieldRequest::Undo):
+            Replace(history.Undo());
+            break;
+        case static_cast<int>(FieldRequest::Redo):
+            Replace(history.Redo());
+            break;
+        case static_cast<int>(FieldRequest::Paste):
+            field.Insert(ClipboardText(Window()));
+            break;
+        default:
+            break;
+    }
+}
+
+LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom == IDC_EXPRESSION_TEXT && header.code == EN_SELCHANGE) editor.SelectionChanged();
+    return 0;
+}
+
+void CEditFormulaDlg::TextHasChanged() {
+    history.Change(field.Text(), field.Selection().end);
+    editor.TextChanged();
+}
+
+void CEditFormulaDlg::Replace(const std::optional<TextReplacement>& replacement) {
+    if (replacement) field.Replace(*replacement);
+}
+
+void CEditFormulaDlg::Accept() {
+    std::u16string text = editor.Accept();
+    // What wasn't touched stays to the letter, however the field writes a line end.
+    if (text != openingText) expression = std::move(text);
+    End(IDOK);
+}
+
+std::u16string CEditFormulaDlg::Text() {
+    wanted.clear();
+    return field.Text();
+}
+
+TextRange CEditFormulaDlg::Selection() {
+    return field.Selection();
+}
+
+void CEditFormulaDlg::Show(const ExpressionRun& run) {
+    wanted.push_back(run);
+}
+
+/// All runs are known: only what differs is formatted, which moves no selection.
+void CEditFormulaDlg::Select(TextRange range) {
+    const std::u16string text = field.Text();
+    const std::vector<ExpressionRun> differing = format.Change(text, range.end, wanted);
+    bool isFormatted = false;
+    try {
+        isFormatted = field.Format(text, differing);
+    } catch (...) {
+        format.Forget();
+        throw;
+    }
+    if (!isFormatted) format.Forget();
+}
+
+void CEditFormulaDlg::ShowStatus(const std::u16string& message) {
+    SetText(IDC_EXPRESSION_STATUS, message);
+}
+
+}  // namespace reka

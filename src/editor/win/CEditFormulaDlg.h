@@ -1,0 +1,51 @@
+// The expression editor.
+
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editor/ExpressionEditor.h"
+#include "editor/TextHistory.h"
+#include "editor/win/CDialog.h"
+#include "editor/win/ExpressionField.h"
+
+namespace reka {
+
+class CEditFormulaDlg : public CDialog, private IExpressionField {
+public:
+    /// `definition` and `editedExpression` outlive the dialog.
+    CEditFormulaDlg(const ReactionPackDefinition& definition, const std::u16string& shownItem,
+                    const std::u16string& shownUnit, std::u16string& editedExpression);
+
+    /// True for OK, with the text of the field, faulty or not. Otherwise the expression is as it was.
+    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+
+private:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+
+    std::u16string Text() override;
+    TextRange Selection() override;
+    void Show(const ExpressionRun& run) override;
+    void Select(TextRange range) override;
+    void ShowStatus(const std::u16string& message) override;
+
+    void TextHasChanged();
+    void Replace(const std::optional<TextReplacement>& replacement);
+    void Accept();
+
+    std::u16string item;
+    std::u16string unit;
+    std::u16string& expression;
+    CExpressionField field;
+    CTextHistory history;
+    CShownFormat format;
+    std::vector<ExpressionRun> wanted;  // collected until all runs are known
+    std::u16string openingText;
+    CExpressionEditor editor;
+};
+
+}  // namespace reka

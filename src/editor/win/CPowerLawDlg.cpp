@@ -1,0 +1,128 @@
+// See CPowerLawDlg.h.
+
+#include "editor/win/CPowerLawDlg.h"
+
+#include <array>
+
+#include "editor/win/ListView.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
+                           std::u16string& writtenRate, IEditorUi& asked)
+    : CDialog(IDD_RATE_WIZARD), wizard(reaction, definition), rateText(writtenRate), ui(asked) {}
+
+void CPowerLawDlg::OnInit() {
+    EnableFields();
+    SetText(IDC_RATE_WIZARD_UNIT, wizard.UnitText());
+    FillInhibitionList();
+    SetText(IDC_RATE_WIZARD_INHIBITION_POWER, wizard.fields.inhibitionPower);
+    CheckRadioButton(Window(), IDC_RATE_WIZARD_ACTIVITY, IDC_RATE_WIZARD_MOLE_FRACTION, IDC_RATE_WIZARD_ACTIVITY);
+    ShowPreview(wizard.UpdatePreview());
+}
+
+void CPowerLawDlg::FillInhibitionList() {
+    CListView list(Item(IDC_RATE_WIZARD_INHIBITION));
+    list.UseWholeRows();
+    const InhibitionColumnWidths widths = FitInhibitionColumns(list.ClientWidth());
+    list.InsertColumn(0, u"Constant", widths.constant);
+    list.InsertColumn(1, u"Compound", widths.compound);
+    for (const std::u16string& name : wizard.CompoundNames()) {
+        list.AddRow(std::array<std::u16string, 2>{u"0", name});
+    }
+    if (list.RowCount() > 0) list.FocusRow(0);
+}
+
+void CPowerLawDlg::OnCommand(int control, int notification) {
+    switch (control) {
+        case IDC_RATE_WIZARD_FORWARD:
+        case IDC_RATE_WIZARD_HAS_FORWARD_ENERGY:
+        case IDC_RATE_WIZARD_BACKWARD:
+        case IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY:
+        case IDC_RATE_WIZARD_ACTIVITY:
+        case IDC_RATE_WIZARD_MOLARITY:
+        case IDC_RATE_WIZARD_MOLE_FRACTION:
+            if (notification == BN_CLICKED) FieldsChanged();
+            break;
+        case IDC_RATE_WIZARD_FORWARD_CONSTANT:
+        case IDC_RATE_WIZARD_FORWARD_ENERGY:
+        case IDC_RATE_WIZARD_BACKWARD_CONSTANT:
+        case IDC_RATE_WIZARD_BACKWARD_ENERGY:
+        case IDC_RATE_WIZARD_REFERENCE_TEMPERATURE:
+        case IDC_RATE_WIZARD_INHIBITION_POWER:
+            if (notification == EN_CHANGE) FieldsChanged();
+            break;
+        case IDOK:
+            ReadFields();
+            if (!wizard.Accept(ui)) break;
+            rateText = wizard.RateText();
+            End(IDOK);
+            break;
+        default:
+            CDialog::OnCommand(control, notification);
+    }
+}
+
+LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom != IDC_RATE_WIZARD_INHIBITION) return 0;
+    CListView list(header.hwndFrom);
+    switch (header.code) {
+        case static_cast<UINT>(LVN_BEGINLABELEDITW):
+            list.LiftLengthLimit();
+            return FALSE;  // go on
+        case static_cast<UINT>(LVN_ENDLABELEDITW): {
+            const bool isTaken = wizard.EditInhibitionConstant(EditedRow(header), EditedText(header));
+            if (isTaken) ShowPreview(wizard.RateText());
+            return isTaken;
+        }
+        case static_cast<UINT>(LVN_KEYDOWN):
+            if (IsEditKey(header) && list.SelectedRow() >= 0) {
+                list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
+            }
+            return 0;
+        case static_cast<UINT>(NM_DBLCLK):
+            if (list.SelectedRow() >= 0) list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
+            return 0;
+        default:
+            return 0;
+    }
+}
+
+void CPowerLawDlg::ReadFields() {
+    RateWizardFields& fields = wizard.fields;
+    fields.variable = IsChecked(IDC_RATE_WIZARD_MOLE_FRACTION) ? RateVariable::MoleFraction
+                      : IsChecked(IDC_RATE_WIZARD_MOLARITY)    ? RateVariable::Molarity
+                                                               : RateVariable::Activity;
+    fields.forward = {IsChecked(IDC_RATE_WIZARD_FORWARD), Text(IDC_RATE_WIZARD_FORWARD_CONSTANT),
+                      IsChecked(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY), Text(IDC_RATE_WIZARD_FORWARD_ENERGY)};
+    fields.backward = {IsChecked(IDC_RATE_WIZARD_BACKWARD), Text(IDC_RATE_WIZARD_BACKWARD_CONSTANT),
+                       IsChecked(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY), Text(IDC_RATE_WIZARD_BACKWARD_ENERGY)};
+    fields.referenceTemperature = Text(IDC_RATE_WIZARD_REFERENCE_TEMPERATURE);
+    fields.inhibitionPower = Text(IDC_RATE_WIZARD_INHIBITION_POWER);
+}
+
+void CPowerLawDlg::EnableFields() {
+    const RateDirectionFields& forward = wizard.fields.forward;
+    const RateDirectionFields& backward = wizard.fields.backward;
+    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT, forward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT_LABEL, forward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY, forward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_FORWARD_ENERGY, forward.IsEnergyEnabled());
+    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT, backward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT_LABEL, backward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY, backward.IsConstantEnabled());
+    Enable(IDC_RATE_WIZARD_BACKWARD_ENERGY, backward.IsEnergyEnabled());
+}
+
+void CPowerLawDlg::FieldsChanged() {
+    ReadFields();
+    EnableFields();
+    ShowPreview(wizard.UpdatePreview());
+}
+
+void CPowerLawDlg::ShowPreview(const std::u16string& text) {
+    SetText(IDC_RATE_WIZARD_PREVIEW, text);
+}
+
+}  // namespace reka

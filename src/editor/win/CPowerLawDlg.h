@@ -1,0 +1,37 @@
+// The rate wizard.
+
+#pragma once
+
+#include <string>
+
+#include "editor/RateWizard.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+class CPowerLawDlg : public CDialog {
+public:
+    /// `rateText` and `asked` outlive the dialog.
+    CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
+                 std::u16string& writtenRate, IEditorUi& asked);
+
+    /// True for OK, with the text of the rate. Otherwise that text is as it was.
+    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+
+private:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+
+    void FillInhibitionList();
+    void ReadFields();
+    void EnableFields();
+    void FieldsChanged();
+    void ShowPreview(const std::u16string& text);
+
+    CRateWizard wizard;
+    std::u16string& rateText;
+    IEditorUi& ui;
+};
+
+}  // namespace reka

@@ -1,0 +1,258 @@
+// See ExpressionField.h. Text goes in and out by messages that take it in Unicode, since the control's class isn't a
+// Unicode one; formatting goes through the control's object model, which leaves the selection alone.
+
+#include "editor/win/ExpressionField.h"
+
+#include <ole2.h>
+
+#include <richedit.h>
+#include <richole.h>
+#include <tom.h>
+
+#include <cstring>
+
+namespace reka {
+
+namespace {
+
+constexpr UINT unicode = 1200;  // the code page
+constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+
+constexpr std::int32_t longestFormatted = 1000;  // characters that are formatted as they stand
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+void PutText(HWND field, const char16_t* text, DWORD flags) {
+    SETTEXTEX how = {};
+    how.flags = flags;
+    how.codepage = unicode;
+    SendMessageW(field, EM_SETTEXTEX, reinterpret_cast<WPARAM>(&how), reinterpret_cast<LPARAM>(text));
+}
+
+void PutCharacter(HWND field, char16_t character) {
+    const char16_t text[] = {character, 0};
+    PutText(field, text, ST_SELECTION | ST_KEEPUNDO);
+}
+
+void Request(HWND field, FieldRequest request) {
+    SendMessageW(GetParent(field), WM_COMMAND,
+                 static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(field), static_cast<int>(request))),
+                 reinterpret_cast<LPARAM>(field));
+}
+
+/// Whether the key asks for something that the field passes on.
+bool IsRequest(UINT message, WPARAM key, FieldRequest& request) {
+    const bool isAlone = !IsDown(VK_MENU);
+    if (message == WM_SYSKEYDOWN) {
+        request = IsDown(VK_SHIFT) ? FieldRequest::Redo : FieldRequest::Undo;
+        return key == VK_BACK && !IsDown(VK_CONTROL);
+    }
+    if (isAlone && IsDown(VK_CONTROL)) {
+        request = key == 'Z' && !IsDown(VK_SHIFT) ? FieldRequest::Undo
+                  : key == 'V'                    ? FieldRequest::Paste
+                                                  : FieldRequest::Redo;
+        return key == 'Z' || key == 'Y' || key == 'V';
+    }
+    request = FieldRequest::Paste;
+    return isAlone && key == VK_INSERT && IsDown(VK_SHIFT);
+}
+
+/// What is scrolled to stays, and nothing is drawn, while it lives.
+class CFieldFilling {
+public:
+    explicit CFieldFilling(HWND filled) : field(filled) {
+        SendMessageW(field, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
+        SendMessageW(field, WM_SETREDRAW, FALSE, 0);
+    }
+    ~CFieldFilling() {
+        SendMessageW(field, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
+        SendMessageW(field, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(field, nullptr, FALSE);
+    }
+    CFieldFilling(const CFieldFilling&) = delete;
+    CFieldFilling& operator=(const CFieldFilling&) = delete;
+
+private:
+    HWND field;
+    POINT scrolled = {};
+};
+
+class COpenClipboard {
+public:
+    explicit COpenClipboard(HWND window) : isOpen(OpenClipboard(window) != FALSE) {}
+    ~COpenClipboard() {
+        if (isOpen) CloseClipboard();
+    }
+    COpenClipboard(const COpenClipboard&) = delete;
+    COpenClipboard& operator=(const COpenClipboard&) = delete;
+    bool IsOpen() const { return isOpen; }
+
+private:
+    bool isOpen;
+};
+
+}  // namespace
+
+CExpressionField::CExpressionField() = default;
+CExpressionField::~CExpressionField() = default;
+
+void CExpressionField::Attach(HWND richEdit, const CTextHistory& shownHistory) {
+    field = richEdit;
+    history = &shownHistory;
+    // This way the window becomes a Unicode one: characters are no longer translated before they come.
+    SetWindowLongPtrW(field, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    ownProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
+    RevokeDragDrop(field);  // what is dropped may have a look of its own
+    SendMessageW(field, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
+    SendMessageW(field, EM_SETUNDOLIMIT, 0, 0);
+    SendMessageW(field, EM_SETEVENTMASK, 0, ENM_CHANGE | ENM_SELCHANGE);
+    CComRef<IUnknown> model;
+    if (!SendMessageW(field, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(model.Receive())) || !model) return;
+    model->QueryInterface(textDocumentId, reinterpret_cast<void**>(document.Receive()));
+}
+
+std::u16string CExpressionField::Text() const {
+    GETTEXTLENGTHEX length = {};
+    length.flags = GTL_NUMCHARS | GTL_PRECISE;
+    length.codepage = unicode;
+    const LRESULT count = SendMessageW(field, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+    if (count <= 0) return {};
+    std::u16string text(static_cast<std::size_t>(count) + 1, u'\0');
+    GETTEXTEX how = {};
+    how.cb = static_cast<DWORD>(text.size() * sizeof(char16_t));
+    how.codepage = unicode;
+    const LRESULT copied =
+        SendMessageW(field, EM_GETTEXTEX, reinterpret_cast<WPARAM>(&how), reinterpret_cast<LPARAM>(text.data()));
+    text.resize(static_cast<std::size_t>(copied));
+    return text;
+}
+
+void CExpressionField::SetText(const std::u16string& text) {
+    PutText(field, text.c_str(), ST_DEFAULT);
+}
+
+TextRange CExpressionField::Selection() const {
+    CHARRANGE selection = {};
+    SendMessageW(field, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+    return {selection.cpMin, selection.cpMax};
+}
+
+void CExpressionField::Select(TextRange range) {
+    CHARRANGE selection = {range.first, range.end};
+    SendMessageW(field, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
+}
+
+void CExpressionField::Insert(const std::u16string& text) {
+    PutText(field, text.c_str(), ST_SELECTION | ST_KEEPUNDO);
+}
+
+void CExpressionField::Replace(const TextReplacement& replacement) {
+    Select(replacement.range);
+    Insert(replacement.text);
+    Select(replacement.selection);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+}
+
+bool CExpressionField::Format(const std::u16string& text, const std::vector<ExpressionRun>& runs) {
+    if (runs.empty()) return true;
+    if (!document) return false;
+    const CFieldFilling filling(field);
+    bool isFormatted = true;
+    for (const ExpressionRun& run : runs) isFormatted = FormatRun(text, run) && isFormatted;
+    return isFormatted;
+}
+
+/// A long run is put in afresh behind its first character, whose look it takes: there are fields that need a
+/// millisecond to format a word that is there, and hardly any time for a new text.
+bool CExpressionField::FormatRun(const std::u16string& text, const ExpressionRun& run) {
+    const bool isLong = run.range.end - run.range.first > longestFormatted;
+    CComRef<ITextRange> range;
+    CComRef<ITextFont> font;
+    if (FAILED(document->Range(run.range.first, isLong ? run.range.first + 1 : run.range.end, range.Receive()))) {
+        return false;
+    }
+    if (!range || FAILED(range->GetFont(font.Receive())) || !font) return false;
+    // Black is what the system writes in: on a screen of high contrast that may be white.
+    const long colour =
+        static_cast<long>(run.colour == expressionTextColour ? static_cast<std::uint32_t>(tomAutoColor) : run.colour);
+    const HRESULT isBoldSet = font->SetBold(run.isBold ? tomTrue : tomFalse);
+    const HRESULT isColourSet = font->SetForeColor(colour);
+    if (FAILED(isBoldSet) || FAILED(isColourSet)) return false;
+    if (!isLong) return true;
+    const TextRange selection = Selection();
+    Select(run.range);
+    Insert(text.substr(static_cast<std::size_t>(run.range.first),
+                       static_cast<std::size_t>(run.range.end - run.range.first)));
+    Select(selection);
+    return true;
+}
+
+LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    const auto* const field = reinterpret_cast<const CExpressionField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    LRESULT result = 0;
+    if (field->Handle(message, wParam, result)) return result;
+    return CallWindowProcW(field->ownProcedure, window, message, wParam, lParam);
+}
+
+/// Nothing here throws: what may is left to the dialog.
+bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) const {
+    FieldRequest request;
+    switch (message) {
+        case WM_GETDLGCODE:
+            result = DLGC_WANTCHARS | DLGC_WANTARROWS | DLGC_HASSETSEL;  // Tab, Enter and Escape are the dialog's
+            return true;
+        case WM_KEYDOWN:
+        case WM_SYSKEYDOWN:
+            if (!IsRequest(message, wParam, request)) return false;
+            Request(field, request);
+            return true;
+        case WM_CHAR:
+            if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
+            if (wParam < 0x80 || wParam > 0xFFFF) return false;
+            PutCharacter(field, static_cast<char16_t>(wParam));
+            return true;
+        case WM_PASTE:
+            Request(field, FieldRequest::Paste);
+            return true;
+        case WM_UNDO:
+        case EM_UNDO:
+            Request(field, FieldRequest::Undo);
+            result = TRUE;
+            return true;
+        case EM_REDO:
+            Request(field, FieldRequest::Redo);
+            result = TRUE;
+            return true;
+        case EM_CANUNDO:
+            result = history->CanUndo();
+            return true;
+        case EM_CANREDO:
+            result = history->CanRedo();
+            return true;
+        default:
+            return false;
+    }
+}
+
+std::u16string ClipboardText(HWND window) {
+    const COpenClipboard clipboard(window);
+    if (!clipboard.IsOpen()) return {};
+    const HANDLE held = GetClipboardData(CF_UNICODETEXT);
+    const auto* const text = held ? static_cast<const char16_t*>(GlobalLock(held)) : nullptr;
+    if (!text) return {};
+    const std::u16string_view whole(text, GlobalSize(held) / sizeof(char16_t));
+    std::u16string copy;
+    try {
+        copy = whole.substr(0, whole.find(u'\0'));
+    } catch (...) {
+        GlobalUnlock(held);
+        throw;
+    }
+    GlobalUnlock(held);
+    return copy;
+}
+
+}  // namespace reka

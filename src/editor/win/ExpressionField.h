@@ -1,0 +1,62 @@
+// The rich edit control that an expression is written in, of the library riched32.dll.
+//
+// It counts the two characters of a line end as two, and hands out its text the same way, so that positions in the text
+// are positions in the field. The control's own list of what can be undone would be filled by colouring, so it has
+// none: the keys to undo are passed on.
+
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <windows.h>
+
+#include "editor/TextHistory.h"
+#include "platform/Holders.h"
+
+struct ITextDocument;
+
+namespace reka {
+
+/// What the field reports to its dialog besides its change, as a notification of WM_COMMAND.
+enum class FieldRequest { Undo = 0x1000, Redo = 0x1001, Paste = 0x1002 };
+
+class CExpressionField {
+public:
+    CExpressionField();
+    ~CExpressionField();
+    CExpressionField(const CExpressionField&) = delete;
+    CExpressionField& operator=(const CExpressionField&) = delete;
+
+    /// Takes the control into use, which reports changes of text and selection from now on. `shownHistory` tells
+    /// whether there is anything to undo; it outlives the control.
+    void Attach(HWND richEdit, const CTextHistory& shownHistory);
+
+    std::u16string Text() const;
+    void SetText(const std::u16string& text);
+    TextRange Selection() const;
+    void Select(TextRange range);
+
+    /// Puts the text in place of what is selected.
+    void Insert(const std::u16string& text);
+    void Replace(const TextReplacement& replacement);
+
+    /// Formats these parts. Neither the selection nor what is scrolled to moves; the text, which is that of the field,
+    /// stays. False if the field can't.
+    bool Format(const std::u16string& text, const std::vector<ExpressionRun>& runs);
+
+private:
+    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+    bool Handle(UINT message, WPARAM wParam, LRESULT& result) const;
+    bool FormatRun(const std::u16string& text, const ExpressionRun& run);
+
+    HWND field = nullptr;
+    WNDPROC ownProcedure = nullptr;  // that of the control's class
+    const CTextHistory* history = nullptr;
+    CComRef<ITextDocument> document;
+};
+
+/// The text on the clipboard; empty if there is none.
+std::u16string ClipboardText(HWND window);
+
+}  // namespace reka

@@ -1,0 +1,131 @@
+// See ListView.h.
+
+#include "editor/win/ListView.h"
+
+#include <iterator>
+
+namespace reka {
+
+namespace {
+
+/// The system takes texts that it doesn't change as changeable ones.
+wchar_t* Lend(const char16_t* text) {
+    return reinterpret_cast<wchar_t*>(const_cast<char16_t*>(text));
+}
+
+std::vector<std::size_t> RowsInState(const CListView& list, bool (CListView::*isInState)(std::size_t) const) {
+    std::vector<std::size_t> rows;
+    const std::size_t count = list.RowCount();
+    for (std::size_t row = 0; row < count; ++row) {
+        if ((list.*isInState)(row)) rows.push_back(row);
+    }
+    return rows;
+}
+
+}  // namespace
+
+void CListView::InsertColumn(int position, const char16_t* label, int width) {
+    LVCOLUMNW column = {};
+    column.mask = LVCF_TEXT | LVCF_WIDTH | LVCF_SUBITEM;
+    column.pszText = Lend(label);
+    column.cx = width;
+    column.iSubItem = position;
+    SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(position), reinterpret_cast<LPARAM>(&column));
+}
+
+int CListView::ClientWidth() const {
+    RECT client = {};
+    GetClientRect(list, &client);
+    return client.right;
+}
+
+void CListView::AddRow(std::span<const std::u16string> cells) {
+    LVITEMW item = {};
+    item.iItem = static_cast<int>(RowCount());
+    const auto row = static_cast<int>(SendMessageW(list, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)));
+    if (row < 0) return;
+    for (std::size_t column = 0; column < cells.size(); ++column) {
+        SetText(static_cast<std::size_t>(row), static_cast<int>(column), cells[column]);
+    }
+}
+
+std::u16string CListView::Text(std::size_t row, int column) const {
+    std::u16string text(128, u'\0');
+    for (;;) {
+        LVITEMW item = {};
+        item.iSubItem = column;
+        item.pszText = reinterpret_cast<wchar_t*>(text.data());
+        item.cchTextMax = static_cast<int>(text.size());
+        const auto length =
+            static_cast<std::size_t>(SendMessageW(list, LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item)));
+        if (length + 1 < text.size()) {
+            text.resize(length);
+            return text;
+        }
+        text.resize(2 * text.size());  // it may have been cut
+    }
+}
+
+void CListView::SetText(std::size_t row, int column, const std::u16string& text) {
+    LVITEMW item = {};
+    item.iSubItem = column;
+    item.pszText = Lend(text.c_str());
+    SendMessageW(list, LVM_SETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+}
+
+bool CListView::IsSelected(std::size_t row) const {
+    return (SendMessageW(list, LVM_GETITEMSTATE, row, LVIS_SELECTED) & LVIS_SELECTED) != 0;
+}
+
+std::vector<std::size_t> CListView::SelectedRows() const {
+    return RowsInState(*this, &CListView::IsSelected);
+}
+
+void CListView::Select(std::size_t row, bool isSelected) {
+    LVITEMW item = {};
+    item.stateMask = LVIS_SELECTED;
+    item.state = isSelected ? LVIS_SELECTED : 0;
+    SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+}
+
+void CListView::FocusRow(std::size_t row) {
+    LVITEMW item = {};
+    item.stateMask = LVIS_FOCUSED;
+    item.state = LVIS_FOCUSED;
+    SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
+    SendMessageW(list, LVM_ENSUREVISIBLE, row, FALSE);
+}
+
+bool CListView::IsTicked(std::size_t row) const {
+    return (SendMessageW(list, LVM_GETITEMSTATE, row, LVIS_STATEIMAGEMASK) & LVIS_STATEIMAGEMASK) ==
+           INDEXTOSTATEIMAGEMASK(2);
+}
+
+std::vector<std::size_t> CListView::TickedRows() const {
+    return RowsInState(*this, &CListView::IsTicked);
+}
+
+void CListView::EditFirstCell(std::size_t row) {
+    SetFocus(list);
+    SendMessageW(list, LVM_EDITLABELW, row, 0);
+}
+
+void CListView::LiftLengthLimit() const {
+    const auto field = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETEDITCONTROL, 0, 0));
+    if (field) SendMessageW(field, EM_SETLIMITTEXT, 0x7FFFFFFE, 0);
+}
+
+bool IsEditKey(const NMHDR& header) {
+    return header.code == LVN_KEYDOWN && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2;
+}
+
+std::u16string_view EditedText(const NMHDR& header) {
+    const wchar_t* const text = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
+    return text ? std::u16string_view(reinterpret_cast<const char16_t*>(text)) : std::u16string_view();
+}
+
+std::size_t EditedRow(const NMHDR& header) {
+    return static_cast<std::size_t>(reinterpret_cast<const NMLVDISPINFOW&>(header).item.iItem);
+}
+
+}  // namespace reka

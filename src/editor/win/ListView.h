@@ -1,0 +1,85 @@
+// A list view in report mode, as the dialogs use it.
+
+#pragma once
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <windows.h>
+
+#include <commctrl.h>
+
+namespace reka {
+
+/// Lends the operations; the control is its dialog's. Rows and columns are counted from 0.
+class CListView {
+public:
+    explicit CListView(HWND listView) : list(listView) {}
+
+    /// Selects and shows whole rows instead of their first cells.
+    void UseWholeRows() { AddExtendedStyle(LVS_EX_FULLROWSELECT); }
+    /// A box to tick in front of each row.
+    void UseTicks() { AddExtendedStyle(LVS_EX_CHECKBOXES); }
+
+    /// The columns from `position` on move to the right.
+    void InsertColumn(int position, const char16_t* label, int width);
+    int ClientWidth() const;
+
+    void Clear() { SendMessageW(list, LVM_DELETEALLITEMS, 0, 0); }
+    std::size_t RowCount() const { return static_cast<std::size_t>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
+    /// Appends a row of these cells.
+    void AddRow(std::span<const std::u16string> cells);
+    std::u16string Text(std::size_t row, int column) const;
+    void SetText(std::size_t row, int column, const std::u16string& text);
+
+    /// -1 for none.
+    int SelectedRow() const { return static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, WPARAM(-1), LVNI_SELECTED)); }
+    std::vector<std::size_t> SelectedRows() const;
+    bool IsSelected(std::size_t row) const;
+    /// Changes the selection of that row alone.
+    void Select(std::size_t row, bool isSelected);
+    /// The row gets the focus inside the list, and is scrolled to.
+    void FocusRow(std::size_t row);
+    bool IsTicked(std::size_t row) const;
+    std::vector<std::size_t> TickedRows() const;
+
+    /// Gives the list the keyboard's focus and starts the editing of the first cell of `row`.
+    void EditFirstCell(std::size_t row);
+    /// Lets the field in which a cell is edited take any length; for the time when its editing begins.
+    void LiftLengthLimit() const;
+
+private:
+    void AddExtendedStyle(DWORD style) {
+        SendMessageW(list, LVM_SETEXTENDEDLISTVIEWSTYLE, style, static_cast<LPARAM>(style));
+    }
+
+    HWND list;
+};
+
+/// The key on which a list starts to edit its selected row was pressed.
+bool IsEditKey(const NMHDR& header);
+
+/// What was typed in the cell, for the report that its editing has ended; nothing for one that was cancelled.
+std::u16string_view EditedText(const NMHDR& header);
+/// The row of a report that editing has begun or ended.
+std::size_t EditedRow(const NMHDR& header);
+
+/// While it lives the list doesn't draw itself.
+class CListFilling {
+public:
+    explicit CListFilling(HWND filledList) : list(filledList) { SendMessageW(list, WM_SETREDRAW, FALSE, 0); }
+    ~CListFilling() {
+        SendMessageW(list, WM_SETREDRAW, TRUE, 0);
+        InvalidateRect(list, nullptr, TRUE);
+    }
+    CListFilling(const CListFilling&) = delete;
+    CListFilling& operator=(const CListFilling&) = delete;
+
+private:
+    HWND list;
+};
+
+}  // namespace reka

@@ -1,0 +1,353 @@
+// The expression editor: what a person types and sees.
+
+#include "editor/win/CEditFormulaDlg.h"
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <richedit.h>
+#include <richole.h>
+#include <tom.h>
+
+#include <chrono>
+
+#include "Driver.h"
+#include "editor/win/resource.h"
+#include "expression/ParseExpression.h"
+#include "platform/Utf8.h"
+#include "support/AllocationCounter.h"
+#include "support/Builders.h"
+
+namespace reka::test {
+namespace {
+
+constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
+
+/// Puts a text on the clipboard as plain text.
+void PutOnClipboard(const std::u16string& text) {
+    const std::size_t size = (text.size() + 1) * sizeof(char16_t);
+    const HGLOBAL block = GlobalAlloc(GMEM_MOVEABLE, size);
+    memcpy(GlobalLock(block), text.c_str(), size);
+    GlobalUnlock(block);
+    OpenClipboard(nullptr);
+    EmptyClipboard();
+    SetClipboardData(CF_UNICODETEXT, block);
+    CloseClipboard();
+}
+
+class FormulaDialog : public testing::Test {
+protected:
+    using Work = std::function<void(CUser&, const CDrivenWindow&)>;
+
+    bool Edit(const Work& work) {
+        CUser user([&](CUser& u) {
+            const CDrivenWindow dialog = u.WaitFor(u"Edit formula:");
+            work(u, dialog);
+            dialog.WaitUntilGone();
+        });
+        return CEditFormulaDlg(*definition, u"Rate", u"mol/s", expression).Run(nullptr);
+    }
+
+    /// Each character of the field: "." black, "B" bold, "r" red, "R" red and bold, "?" something else.
+    static std::string Painted(CUser& user, const CDrivenWindow& dialog) {
+        std::string painted;
+        const HWND field = dialog.Item(IDC_EXPRESSION_TEXT);
+        const std::size_t length = Text(user, dialog).size();
+        user.OnTestThread([&] {
+            CComRef<IUnknown> model;
+            SendMessageW(field, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(model.Receive()));
+            CComRef<ITextDocument> document;
+            model->QueryInterface(textDocumentId, reinterpret_cast<void**>(document.Receive()));
+            for (std::size_t i = 0; i < length; ++i) painted += Letter(*document, static_cast<long>(i));
+        });
+        return painted;
+    }
+    static char Letter(ITextDocument& document, long position) {
+        CComRef<ITextRange> range;
+        CComRef<ITextFont> font;
+        document.Range(position, position + 1, range.Receive());
+        range->GetFont(font.Receive());
+        long isBold = 0;
+        long colour = 0;
+        font->GetBold(&isBold);
+        font->GetForeColor(&colour);
+        const bool isBlack = colour == tomAutoColor || colour == static_cast<long>(GetSysColor(COLOR_WINDOWTEXT));
+        if (isBold == tomTrue) return isBlack ? 'B' : colour == 255 ? 'R' : '?';
+        return isBold == tomFalse ? (isBlack ? '.' : colour == 255 ? 'r' : '?') : '?';
+    }
+
+    /// The text in Unicode, which the control's class is not.
+    static std::u16string Text(CUser& user, const CDrivenWindow& dialog) {
+        std::u16string text(200000, u'\0');
+        GETTEXTEX how = {};
+        how.cb = static_cast<DWORD>(text.size() * sizeof(char16_t));
+        how.codepage = 1200;
+        text.resize(
+            static_cast<std::size_t>(user.Send(dialog.Item(IDC_EXPRESSION_TEXT), EM_GETTEXTEX,
+                                               reinterpret_cast<WPARAM>(&how), reinterpret_cast<LPARAM>(text.data()))));
+        return text;
+    }
+    static TextRange Selection(CUser& user, const CDrivenWindow& dialog) {
+        CHARRANGE range = {};
+        user.Send(dialog.Item(IDC_EXPRESSION_TEXT), EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        return {range.cpMin, range.cpMax};
+    }
+    static void Select(CUser& user, const CDrivenWindow& dialog, TextRange selection) {
+        CHARRANGE range = {selection.first, selection.end};
+        user.Send(dialog.Item(IDC_EXPRESSION_TEXT), EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&range));
+        user.Settle();
+    }
+
+    std::unique_ptr<ReactionPackDefinition> definition = MakePackage({u"Water", u"n-butane", u"\u03B1-pinene"});
+    std::u16string expression;
+};
+
+TEST_F(FormulaDialog, SaysNothingOfAnEmptyField) {
+    expression = u"foo";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_TRUE(dialog.HasFocus(IDC_EXPRESSION_TEXT));
+        EXPECT_NE(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        for (int i = 0; i < 3; ++i) u.Press(VK_BACK);
+        EXPECT_EQ(Text(u, dialog), u"");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        EXPECT_EQ(Painted(u, dialog), "");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"");
+}
+
+TEST_F(FormulaDialog, TakesAValidExpression) {
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"2*C(Water)*\"n-butane\"");
+        for (int i = 0; i < 11; ++i) u.Press(VK_BACK);
+        EXPECT_EQ(Text(u, dialog), u"2*C(Water)");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        EXPECT_EQ(Painted(u, dialog), "...B.....B");  // the caret is right behind a closing bracket
+        u.Press(VK_RETURN);
+    }));
+    EXPECT_EQ(expression, u"2*C(Water)");
+}
+
+TEST_F(FormulaDialog, ShowsABracketWithoutPartnerBold) {
+    expression = u"((T)";
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Press(VK_HOME);
+        EXPECT_EQ(Painted(u, dialog).front(), 'B');
+        EXPECT_EQ(Painted(u, dialog).find('B', 1), std::string::npos);
+        u.Press(VK_RIGHT);
+        EXPECT_EQ(Painted(u, dialog).substr(0, 4), ".B.B");
+        u.Press(VK_ESCAPE);
+    }));
+    EXPECT_EQ(expression, u"((T)");
+}
+
+TEST_F(FormulaDialog, ShowsNothingBoldWithSeveralSelected) {
+    expression = u"(T)*2";
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Press(VK_HOME);
+        EXPECT_EQ(Painted(u, dialog), "B.B..");
+        u.Press(VK_RIGHT, {VK_SHIFT});
+        EXPECT_EQ(Painted(u, dialog), "B.B..");
+        u.Press(VK_RIGHT, {VK_SHIFT});
+        EXPECT_EQ(Selection(u, dialog), (TextRange{0, 2}));
+        EXPECT_EQ(Painted(u, dialog), ".....");
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+/// Colouring between the keys leaves the moving end of the selection where it is.
+TEST_F(FormulaDialog, ExtendsASelectionBackwards) {
+    expression = u"2*(T+1)";
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        for (std::int32_t first = 6; first >= 2; --first) {
+            u.Press(VK_LEFT, {VK_SHIFT});
+            EXPECT_EQ(Selection(u, dialog), (TextRange{first, 7}));
+        }
+        u.Press(VK_RIGHT, {VK_SHIFT});
+        EXPECT_EQ(Selection(u, dialog), (TextRange{3, 7}));
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+TEST_F(FormulaDialog, ShowsTheMessageAndTheRestInRedAndTakesItAllTheSame) {
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"2*C(Ether)+1");
+        std::u16string message;
+        std::int32_t position = -1;
+        EXPECT_EQ(ParseExpression(*definition, u"2*C(Ether)+1", message, &position), nullptr);
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), message);
+        ASSERT_GT(position, 0);
+        const auto good = static_cast<std::size_t>(position);
+        EXPECT_EQ(Painted(u, dialog), std::string(good, '.') + std::string(12 - good, 'r'));
+        dialog.TakePicture("ExpressionWithAnError");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"2*C(Ether)+1");
+}
+
+TEST_F(FormulaDialog, TakesCharactersOfEveryScript) {
+    expression = u"C(\"\u03B1-pinene\")";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        EXPECT_EQ(Text(u, dialog), u"C(\"\u03B1-pinene\")");
+        u.Type(u"*C(\"\u03B1-pinene\")");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"C(\"\u03B1-pinene\")*C(\"\u03B1-pinene\")");
+}
+
+TEST_F(FormulaDialog, TakesTypingBackAndNeverColours) {
+    expression = u"1+";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"(T");
+        u.Type(u" foo");
+        const std::string painted = Painted(u, dialog);
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"1+(T ");
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"1+");
+        EXPECT_EQ(Selection(u, dialog), (TextRange{2, 2}));
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"1+");  // what was there at first
+        u.Press('Y', {VK_CONTROL});
+        u.Press('Z', {VK_CONTROL, VK_SHIFT});
+        EXPECT_EQ(Text(u, dialog), u"1+(T foo");
+        EXPECT_EQ(Painted(u, dialog), painted);
+        u.Press(VK_BACK, {VK_MENU});
+        EXPECT_EQ(Text(u, dialog), u"1+(T ");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"1+(T ");
+}
+
+TEST_F(FormulaDialog, PastesPlainTextAndTakesItBack) {
+    expression = u"2*T";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.OnTestThread([] { PutOnClipboard(u"*C(\"\u03B1-pinene\")"); });
+        u.Press('V', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"2*T*C(\"\u03B1-pinene\")");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"2*T");
+        u.Press('A', {VK_CONTROL});
+        u.Press(VK_INSERT, {VK_SHIFT});
+        EXPECT_EQ(Text(u, dialog), u"*C(\"\u03B1-pinene\")");
+        u.Press('Z', {VK_CONTROL});
+        u.Press('A', {VK_CONTROL});
+        u.Press('C', {VK_CONTROL});
+        u.Press(VK_END);
+        u.Press('V', {VK_CONTROL});
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"2*T2*T");
+}
+
+/// A line end counts as its two characters, in the text as in the field.
+TEST_F(FormulaDialog, CountsLineEndsAsTheTextHasThem) {
+    expression = u"1+\r\n(T)\r\n";
+    const std::u16string before = expression;
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_EQ(Text(u, dialog), before);
+        std::u16string message;
+        std::int32_t position = -1;
+        EXPECT_EQ(ParseExpression(*definition, before, message, &position), nullptr);
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), message);
+        ASSERT_GE(position, 0);
+        Select(u, dialog, {4, 4});  // in front of the bracket
+        const std::string painted = Painted(u, dialog);
+        const auto good = static_cast<std::size_t>(position);
+        EXPECT_EQ(painted.substr(0, good), std::string(good, '.'));
+        // The line ends themselves have no look.
+        EXPECT_EQ(painted.substr(4, 3), position <= 4 ? "rrr" : "B.B");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, before);
+}
+
+TEST_F(FormulaDialog, LeavesTheExpressionOnCancel) {
+    expression = u"T";
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"+1");
+        dialog.Click(IDCANCEL);
+    }));
+    EXPECT_EQ(expression, u"T");
+}
+
+TEST_F(FormulaDialog, IsWorkedByTheKeyboardAlone) {
+    expression = u"T";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Press(VK_TAB);
+        EXPECT_TRUE(dialog.HasFocus(IDOK));
+        u.Press(VK_TAB, {VK_SHIFT});
+        EXPECT_TRUE(dialog.HasFocus(IDC_EXPRESSION_TEXT));
+        u.Press(VK_TAB, {VK_SHIFT});
+        EXPECT_TRUE(dialog.HasFocus(IDC_EXPRESSION_UNIT));
+        u.Press(VK_RETURN);
+    }));
+    EXPECT_EQ(expression, u"T");
+}
+
+/// A text of 64 KiB: nothing jumps while brackets far apart are coloured, and all comes back. How long a key takes is
+/// told, and asserted by nobody.
+TEST_F(FormulaDialog, WorksOnALongText) {
+    expression = u"(1";
+    while (expression.size() < 65536) expression += u"+(C(Water)*2)";
+    expression += u")";
+    const std::u16string before = expression;
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        const HWND field = dialog.Item(IDC_EXPRESSION_TEXT);
+        const auto firstLine = [&] { return u.Send(field, EM_GETFIRSTVISIBLELINE); };
+        EXPECT_EQ(Text(u, dialog), before);
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        u.Press(VK_HOME, {VK_CONTROL});
+        EXPECT_EQ(firstLine(), 0);  // its partner at the other end is bold now
+        u.Press(VK_END, {VK_CONTROL});
+        const LRESULT last = firstLine();
+        EXPECT_GT(last, 100);
+        u.Press(VK_LEFT);
+        EXPECT_EQ(firstLine(), last);
+        // In the middle, with what is scrolled to a few lines off the caret.
+        const auto middle = static_cast<std::int32_t>(before.find(u"C(Water)", before.size() / 2)) - 1;
+        Select(u, dialog, {middle + 3, middle + 3});
+        u.Send(field, EM_SCROLLCARET);
+        const LRESULT line = firstLine();
+        constexpr int keys = 5;
+        const auto start = std::chrono::steady_clock::now();
+        for (int i = 0; i < keys; ++i) u.Type(u"2");
+        const auto typed = std::chrono::steady_clock::now();
+        EXPECT_EQ(firstLine(), line);
+        EXPECT_EQ(Selection(u, dialog), (TextRange{middle + 3 + keys, middle + 3 + keys}));
+        for (int i = 0; i < keys; ++i) u.Press(VK_LEFT);
+        const auto moved = std::chrono::steady_clock::now();
+        EXPECT_EQ(firstLine(), line);
+        const auto each = [&](auto time) {
+            return static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(time).count() / keys);
+        };
+        RecordProperty("MicrosecondsPerCharacter", each(typed - start));
+        RecordProperty("MicrosecondsPerMove", each(moved - typed));
+        printf("per character %d us, per move %d us\n", each(typed - start), each(moved - typed));
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), before);
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, before);
+}
+
+TEST_F(FormulaDialog, GoesOnAfterAWantOfMemory) {
+    expression = u"T";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.OnTestThread([] { FailAllocation(1); });
+        u.Type(u"+");
+        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        u.Type(u"1*(P)");
+        EXPECT_EQ(Text(u, dialog), u"T+1*(P)");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        EXPECT_EQ(Painted(u, dialog), "....B.B");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"T+1*(P)");
+}
+
+}  // namespace
+}  // namespace reka::test
