@@ -21,5 +21,6 @@ fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)
 icon_packages=(librsvg2-bin icoutils)
+picture_packages=(imagemagick)
 package_packages=(nsis zip unzip)
 x86_packages=(debootstrap)

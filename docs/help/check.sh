@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # check.sh CHM SOURCES CODE...: takes the help file CHM apart and holds it against the folder SOURCES: all files are in,
 # pages are good HTML with one heading that is the title and stands in the contents, links, anchors and pictures lead
-# somewhere. A message in a page must have its words in the folders and files CODE, apart from those of dialogs, which
-# are told by the class "window". Ends with status 1 after it has told all faults.
+# somewhere. A message in a page must have its words in the folders and files CODE. Ends with status 1 after it has told
+# all faults.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 chm=$1 sources=$2
@@ -76,7 +76,7 @@ sources() {
 
 # fragments PAGE: the parts of each message between its variable words, as a source spells them
 fragments() {
-    query "$1" '//td[contains(concat(" ", @class, " "), " message ") and not(contains(@class, "window"))]' |
+    query "$1" '//td[contains(concat(" ", @class, " "), " message ")]' |
         tr '\n' ' ' | sed 's/<var>[^<]*<\/var>/\n/g; s/<[^>]*>/\n/g; s/\xc2\xa0/ /g' |
         sed 's/&nbsp;/ /g; s/&lt;/</g; s/&gt;/>/g; s/&quot;/"/g; s/&amp;/\&/g; s/^ *//; s/ *$//; s/"/\\"/g' |
         grep . || true

@@ -1,0 +1,29 @@
+#!/usr/bin/env bash
+# Puts the pictures that the driven tests of the dialogs have left in the Windows build into the help pages.
+#
+#   scripts/refresh-help-pictures.sh [FOLDER]    of pictures; that of the preset mingw64-release if none is given
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/install-packages.sh
+install_packages "${picture_packages[@]}"
+
+from=${1:-build/mingw64-release/tests/editorwin/pictures}
+to=docs/help/REKA/pictures
+mkdir -p "$to"
+while read -r picture test_picture; do
+    convert "$from/$test_picture-96.bmp" -alpha off -strip -colors 256 "$to/$picture.png"
+done <<'END'
+editor 103-reactions
+general-page 103-general
+compounds-page 103-compounds
+reactions-page 103-reactions-large
+reaction-id Input
+pcd-file AddCompounds
+compound-source CompoundSource
+material-compounds MaterialCompoundsTicked
+rate-wizard RateWizardFilledIn
+expression-editor ExpressionWithAnError
+template-manager 107
+load 206
+store 207
+END
