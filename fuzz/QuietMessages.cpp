@@ -6,7 +6,9 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "expression/EvaluateExpression.h"
@@ -53,15 +55,18 @@ void UseDefinition(ReactionPackDefinition& definition) {
     ReactionPackDefinition copy(nullptr);
     copy.CopyFrom(definition);
     copy.AllocateWorkArrays();
-    copy.temperature = 300;
-    copy.pressure = 1e5;
-    for (std::size_t i = 0; i < copy.workArraySize; ++i) {
-        copy.moleFraction[i] = copy.molarity[i] = copy.activity[i] = copy.fugacity[i] = 0.5;
-    }
-    for (const auto& reaction : copy.reactions) {
-        Evaluate(reaction->rateExpression.get(), copy);
-        Evaluate(reaction->equilibriumConstantExpression.get(), copy);
-        Evaluate(reaction->heatExpression.get(), copy);
+    constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
+    for (const auto& [temperature, amount] : {std::pair{300.0, 0.5}, {0.0, -0.0}, {-1.0, 1e200}, {2.0, notANumber}}) {
+        copy.temperature = temperature;
+        copy.pressure = 1e5 + temperature;
+        for (std::size_t i = 0; i < copy.workArraySize; ++i) {
+            copy.moleFraction[i] = copy.molarity[i] = copy.activity[i] = copy.fugacity[i] = amount;
+        }
+        for (const auto& reaction : copy.reactions) {
+            Evaluate(reaction->rateExpression.get(), copy);
+            Evaluate(reaction->equilibriumConstantExpression.get(), copy);
+            Evaluate(reaction->heatExpression.get(), copy);
+        }
     }
     std::vector<std::uint8_t> first;
     std::vector<std::uint8_t> second;

@@ -75,6 +75,13 @@ void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
     }
 }
 
+void WriteFieldSeeds(const fs::path& folder) {
+    for (const char16_t* text :
+         {u"1.5e3/60", u"2*PI*R", u"-SQRT(2)^0.5", u"MIN(1,MAX(2,3))", u"1+(2", u"T*2", u"1E-"}) {
+        WriteSeed(folder / "ScalarInput", text);
+    }
+}
+
 void WriteCompoundSeeds(const fs::path& folder, const fs::path& path) {
     constexpr std::size_t someRecords = 4 * 1024;
     const Bytes bytes = ReadFile(path);
@@ -97,6 +104,7 @@ int main(int argc, char** argv) {
     }
     reka::fuzz::SilenceMessages();
     WriteTemplateSeeds(argv[1], ReadFile(fs::path(argv[2]) / "REKAConfig.dat"));
+    WriteFieldSeeds(argv[1]);
     WriteCompoundSeeds(argv[1], fs::path(argv[2]) / "Korvex1.pcd");
     WriteSeed(fs::path(argv[1]) / "NormalForm", u"Al2(SO4)3((CH3)2.5N)2");
     return 0;

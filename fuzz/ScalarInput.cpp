@@ -1,0 +1,16 @@
+// Any text in a numeric field.
+
+#include <cmath>
+#include <cstdint>
+#include <cstdlib>
+
+#include "expression/EvaluateScalarInput.h"
+#include "platform/CodePage.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::u16string text = reka::WideText({reinterpret_cast<const char*>(data), size});
+    double value = 0.0;
+    std::u16string errorText;
+    if (reka::EvaluateScalarInput(text, value, errorText) != errorText.empty()) std::abort();
+    return 0;
+}
