@@ -57,9 +57,9 @@ EditPage PageOfTab(std::int32_t selectedTab) {
     return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
 }
 
-EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons) {
-    constexpr int margin = 5;   // pixels, of the dialog and between OK and Cancel
-    constexpr int leftGap = 2;  // between the buttons at the left
+EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons, int dpi) {
+    const int margin = ScalePixels(5, dpi);   // of the dialog and between OK and Cancel
+    const int leftGap = ScalePixels(2, dpi);  // between the buttons at the left
     EditShellLayout layout;
     const int bottom = client.height - margin;
     const auto place = [bottom](int left, const ControlSize& size) {

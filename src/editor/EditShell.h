@@ -42,7 +42,7 @@ struct EditShellLayout {
 };
 /// Help, Load and Store at the left bottom, OK and Cancel at the right bottom, the tab control in the rest. A window
 /// that is minimised isn't laid out.
-EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons);
+EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons, int dpi = referenceDpi);
 
 /// The shell on a private copy of a definition, which the opener takes over after OK and throws away otherwise: nothing
 /// is ever undone. A button that reads the general page is handed its fields. What is handed in outlives this. May

@@ -11,8 +11,6 @@ namespace reka {
 
 namespace {
 
-constexpr int gap = 5;  // pixels
-
 ReactionPackDefinition* TemplateAt(const TemplateStore& store, std::size_t index) {
     return index < store.templates.size() ? store.templates[index].get() : nullptr;
 }
@@ -40,7 +38,8 @@ private:
 
 }  // namespace
 
-TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons) {
+TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons, int dpi) {
+    const int gap = ScalePixels(5, dpi);
     TemplateManagerLayout layout;
     int top = gap;
     const auto stack = [&](ControlPlace& place, const ControlSize& size) {

@@ -28,7 +28,8 @@ struct TemplateManagerLayout {
     bool operator==(const TemplateManagerLayout&) const = default;
 };
 /// The buttons in a column at the right edge, Close at its bottom, and the list in the rest.
-TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons);
+TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons,
+                                            int dpi = referenceDpi);
 
 /// The dialog on the templates of `manager`, which are read by whoever opens it, and stored when it has ended. Both
 /// outlive this. May throw std::bad_alloc; the list of templates is then whole, and the file may lack the last change.

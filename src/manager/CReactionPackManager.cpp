@@ -2,6 +2,7 @@
 
 #include "manager/CReactionPackManager.h"
 
+#include <memory>
 #include <new>
 #include <string>
 #include <utility>
@@ -9,8 +10,10 @@
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ComObject.h"
 #include "capeopen/ErrorTexts.h"
+#include "editor/Edit.h"
 #include "manager/ConfigFileNames.h"
 #include "manager/CreateReactionPackManager.h"
+#include "manager/ManagerTemplates.h"
 #include "package/CReactionPack.h"
 #include "package/SameText.h"
 #include "platform/Files.h"
@@ -43,6 +46,10 @@ HRESULT GivePackage(PackageRef& made, IDispatch** package) {
 
 HRESULT CreateReactionPackManager(REFIID iid, void** manager) noexcept {
     return CreateObject<CReactionPackManager>(nullptr, iid, manager);
+}
+
+std::unique_ptr<ITemplateSource> MakeManagerTemplates() {
+    return std::make_unique<CManagerTemplates>(*CComRef(new CComObject<CReactionPackManager>()));
 }
 
 CReactionPackManager::CReactionPackManager() {
@@ -139,8 +146,16 @@ HRESULT CReactionPackManager::Terminate() {
     return S_OK;
 }
 
+// The file is written whatever the user did: a deletion waits for this, and a file that was set aside as damaged is
+// whole again.
 HRESULT CReactionPackManager::Edit() {
-    return S_FALSE;  // no dialog could be shown
+    return RunMethod(*this, u"Edit", u"ICapeUtilities", [&]() -> HRESULT {
+        store.LoadTemplates();
+        CManagerTemplates templates(*this);
+        Editor().EditTemplates(templates);
+        store.StoreTemplates();
+        return S_OK;
+    });
 }
 
 HRESULT CReactionPackManager::NewPropertyPackage(IDispatch** package) {

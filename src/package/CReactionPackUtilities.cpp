@@ -1,6 +1,9 @@
 // What a simulator sets and ends: its context, the reaction object, `Initialize`, `Terminate`, and the dialog.
 
+#include <memory>
+
 #include "capeopen/ErrorTexts.h"
+#include "editor/Edit.h"
 #include "package/CReactionPack.h"
 
 namespace reka {
@@ -46,8 +49,19 @@ HRESULT CReactionPack::Terminate() {
     return S_OK;
 }
 
+// The user edits a copy: the dialog can be cancelled, and while it is open the simulator may still calculate. A
+// material isn't bound again to what comes back; whoever has compounds changed sets it again.
 HRESULT CReactionPack::Edit() {
-    return S_FALSE;  // no dialog could be shown
+    return RunMethod(*this, u"Edit", u"ICapeUtilities", [&]() -> HRESULT {
+        auto copy = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        if (definition) copy->CopyFrom(*definition);
+        if (!Editor().EditPackage(*copy)) return S_FALSE;
+        copy->AllocateWorkArrays();
+        copy->simulationContext = simulationContext;  // the simulator may have set another one meanwhile
+        definition.swap(copy);                        // the old one goes when all is done: its end may let it call in
+        MarkChanged();
+        return S_OK;
+    });
 }
 
 HRESULT CReactionPack::SetReactionObject(IDispatch** reactionObjectRef) {

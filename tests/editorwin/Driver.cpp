@@ -344,6 +344,7 @@ void CUser::ClickAt(POINT place, int count, std::initializer_list<WORD> held) {
 }
 
 void CUser::Drag(POINT from, POINT to) {
+    Sleep(GetDoubleClickTime() + 20);  // no click before is part of this
     Put({MouseInput(moveFlags, from)});
     Settle();
     Put({MouseInput(MOUSEEVENTF_LEFTDOWN, {})});

@@ -10,7 +10,9 @@
 #include "editor/TemplateFixture.h"
 #include "editor/TemplateManager.h"
 #include "editor/TemplateNames.h"
+#include "package/CReactionPack.h"
 #include "posix/AllocationFailures.h"
+#include "support/FakeEditor.h"
 
 namespace reka::test {
 namespace {
@@ -106,6 +108,30 @@ TEST_F(OutOfMemoryEditor, KeepsTheListOfTemplatesWhole) {
         ForEachFailure(
             open, [&] { return Attempt([&] { return (dialog.get()->*action)(); }); }, expectWhole);
     }
+}
+
+TEST_F(OutOfMemoryEditor, EditsAPackageOrLeavesItAsItWas) {
+    CFakeEditor editor;
+    editor.inPackage = [](ReactionPackDefinition& copy) {
+        copy.thermoVersion = ThermoVersion::Version11;
+        return true;
+    };
+    const auto source = MakeTemplate();
+    std::unique_ptr<CPackageHolder> package;
+    const ReactionPackDefinition* own = nullptr;
+    ForEachFailure(
+        [&] {
+            package = std::make_unique<CPackageHolder>(*source);
+            own = (*package)->Definition();
+        },
+        [&] { return (*package)->Edit(); },
+        [&](HRESULT result, bool isReached) {
+            EXPECT_TRUE(result == S_OK || (isReached && result == ECapeUnknownHR));
+            const ReactionPackDefinition& left = *(*package)->Definition();
+            ExpectWhole(left);
+            EXPECT_EQ(left.thermoVersion, result == S_OK ? ThermoVersion::Version11 : ThermoVersion::Version10);
+            EXPECT_EQ(&left == own, result != S_OK);
+        });
 }
 
 TEST_F(OutOfMemoryEditor, ListsAllNamesOrNone) {

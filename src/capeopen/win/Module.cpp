@@ -10,6 +10,7 @@
 
 #include "capeopen/ClassIds.h"
 #include "capeopen/win/ClassTable.h"
+#include "editor/win/WindowsEditor.h"
 #include "platform/TypeLibrary.h"
 
 namespace reka {
@@ -65,6 +66,7 @@ void StartModule(HINSTANCE instance) noexcept {
         if (!InitializeCriticalSectionAndSpinCount(&theModule.lists, 0)) return;
         DisableThreadLibraryCalls(instance);
         StartControls();
+        ReplaceEditor(&WindowsEditor());
         theModule.hasStarted = true;
     } catch (...) {
     }
@@ -74,6 +76,7 @@ void EndModule(bool isProcessEnding) noexcept {
     if (!theModule.hasStarted) return;
     theModule.hasStarted = false;
     EndClassTable();
+    ReplaceEditor(nullptr);
     if (isProcessEnding) return;
     ForgetTypeLibrary();
     DeleteCriticalSection(&theModule.lists);

@@ -16,13 +16,26 @@ HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
                                          LR_DEFAULTCOLOR));
 }
 
-/// Fields take as much as their records do, rather than what the system lets a user type by default.
-BOOL CALLBACK LiftLengthLimit(HWND control, LPARAM /*context*/) {
+bool IsOfClass(HWND control, const wchar_t* name) {
     wchar_t className[16] = {};
     GetClassNameW(control, className, 16);
-    if (lstrcmpiW(className, L"Edit") == 0) SendMessageW(control, EM_SETLIMITTEXT, anyLength, 0);
-    if (lstrcmpiW(className, L"ComboBox") == 0) SendMessageW(control, CB_LIMITTEXT, anyLength, 0);
+    return lstrcmpiW(className, name) == 0;
+}
+
+/// Fields take as much as their records do, rather than what the system lets a user type by default.
+BOOL CALLBACK LiftLengthLimit(HWND control, LPARAM /*context*/) {
+    if (IsOfClass(control, L"Edit")) SendMessageW(control, EM_SETLIMITTEXT, anyLength, 0);
+    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyLength, 0);
     return TRUE;
+}
+
+/// The height that the system wants to be told for a control that is to look that high: that of a box with a list
+/// includes the list when it is open.
+int HeightToSet(HWND control, int height) {
+    RECT open = {};
+    if (!IsOfClass(control, L"ComboBox")) return height;
+    if (!SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&open))) return height;
+    return open.bottom - open.top;
 }
 
 /// Needs no memory of ours.
@@ -45,10 +58,17 @@ bool CDialog::CreateChild(HWND parent) {
                               reinterpret_cast<LPARAM>(this)) != nullptr;
 }
 
+// The system's own answer doesn't count: a dialog that a message to quit has ended gives that of OK.
 INT_PTR CDialog::RunModal(HWND owner) {
-    const INT_PTR code = DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
-                                         reinterpret_cast<LPARAM>(this));
-    return code > 0 ? code : notShown;
+    endCode = 0;
+    DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
+                    reinterpret_cast<LPARAM>(this));
+    return endCode > 0 ? endCode : notShown;
+}
+
+void CDialog::End(int code) {
+    endCode = code;
+    EndDialog(window, code);
 }
 
 INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
@@ -132,7 +152,8 @@ void CDialog::Notify(LPARAM lParam) {
 void CDialog::Size(WPARAM kind, LPARAM size) {
     if (!isInitialised || kind == SIZE_MINIMIZED) return;
     OnSize(LOWORD(size), HIWORD(size));
-    InvalidateRect(window, nullptr, TRUE);  // group boxes don't erase what they uncover
+    // Group boxes don't erase what they uncover, and what was moved over other controls leaves traces there.
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
 void CDialog::OnCommand(int control, int /*notification*/) {
@@ -198,8 +219,9 @@ void CDialog::FocusOn(int control) {
 }
 
 void CDialog::Place(int control, const ControlPlace& place) {
-    SetWindowPos(Item(control), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    const HWND item = Item(control);
+    SetWindowPos(item, nullptr, place.left, place.top, place.right - place.left,
+                 HeightToSet(item, place.bottom - place.top), SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 ControlPlace CDialog::PlaceOf(int control) const {

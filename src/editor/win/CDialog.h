@@ -32,12 +32,12 @@ protected:
     explicit CDialog(int dialogTemplate) : templateId(dialogTemplate) {}
 
     /// Shows the dialog until it has ended, with `owner` disabled meanwhile; null for no owner. What `End` was called
-    /// with, or `notShown`.
+    /// with; `notShown` if the system has refused the dialog, or ended it with the program.
     static constexpr INT_PTR notShown = -1;
     INT_PTR RunModal(HWND owner);
 
     /// Ends the modal dialog with a code above 0.
-    void End(int code) { EndDialog(window, code); }
+    void End(int code);
 
     /// The controls are there; nothing of them is reported before this has returned.
     virtual void OnInit() {}
@@ -102,6 +102,7 @@ private:
     HICON largeIcon = nullptr;
     HICON smallIcon = nullptr;
     SIZE smallest = {};  // of the window with its frame
+    int endCode = 0;
     int silences = 0;
     bool isInitialised = false;
     bool isFocusSet = false;

@@ -116,7 +116,7 @@ void CListView::LiftLengthLimit() const {
 }
 
 bool IsEditKey(const NMHDR& header) {
-    return header.code == static_cast<UINT>(LVN_KEYDOWN) && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2;
+    return header.code == LVN_KEYDOWN && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2;
 }
 
 std::u16string_view EditedText(const NMHDR& header) {

@@ -1,0 +1,112 @@
+// See CCompoundDlg.h.
+
+#include "editor/win/CCompoundDlg.h"
+
+#include "editor/PageLayouts.h"
+#include "editor/win/CReactionDlg.h"
+#include "editor/win/ListView.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+CCompoundDlg::CCompoundDlg(CCompoundPage& compoundPage, CReactionDlg& reactionDialog)
+    : CDialog(IDD_COMPOUNDS), page(compoundPage), reactions(reactionDialog) {}
+
+void CCompoundDlg::OnInit() {
+    CListView list(Item(IDC_COMPOUNDS_LIST));
+    list.UseWholeRows();
+    int position = 0;
+    for (const ListColumn& column : compoundColumns) list.InsertColumn(position++, column.label, Scale(column.width));
+    RefillCompoundList();
+}
+
+void CCompoundDlg::RefillCompoundList() {
+    if (!Window()) return;
+    const HWND control = Item(IDC_COMPOUNDS_LIST);
+    {
+        const CSilence silence(*this);
+        const CListFilling filling(control);
+        CListView list(control);
+        list.Clear();
+        page.Select(-1);
+        for (const CompoundRow& row : page.Rows()) list.AddRow(row);
+    }
+    UpdateButtons();
+}
+
+void CCompoundDlg::UpdateButtons() {
+    Enable(IDC_COMPOUNDS_DELETE, page.IsDeleteEnabled());
+}
+
+void CCompoundDlg::OnCommand(int control, int notification) {
+    if (notification != BN_CLICKED) return;
+    switch (control) {
+        case IDC_COMPOUNDS_ADD:
+            Take(page.Add());
+            break;
+        case IDC_COMPOUNDS_DELETE:
+            Take(page.Delete());
+            break;
+        case IDC_COMPOUNDS_RENAME:
+            Rename();
+            break;
+        default:  // Enter and Escape mean nothing here
+            break;
+    }
+}
+
+void CCompoundDlg::Take(const CompoundPageChange& change) {
+    if (change.list) RefillCompoundList();
+    if (change.reactionPage) reactions.RefreshReactionPage();
+}
+
+void CCompoundDlg::Rename() {
+    if (page.CanRename()) CListView(Item(IDC_COMPOUNDS_LIST)).EditFirstCell(static_cast<std::size_t>(page.Selection()));
+}
+
+LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom != IDC_COMPOUNDS_LIST) return 0;
+    CListView list(header.hwndFrom);
+    if (IsEditKey(header)) Rename();
+    switch (header.code) {
+        case LVN_ITEMCHANGED:
+            page.Select(list.SelectedRow());
+            UpdateButtons();
+            return 0;
+        case LVN_BEGINLABELEDITW:
+            list.LiftLengthLimit();
+            return page.CanRename() ? FALSE : TRUE;  // true forbids it
+        case LVN_ENDLABELEDITW:
+            return TakeName(header) ? TRUE : FALSE;
+        default:
+            return 0;
+    }
+}
+
+// A name that won't do is told in a box, which takes the focus from the field in the list: that ends the editing again.
+bool CCompoundDlg::TakeName(const NMHDR& header) {
+    if (isTakingName) return false;
+    isTakingName = true;
+    bool isTaken = false;
+    try {
+        isTaken = page.TakeName(EditedRow(header), EditedText(header));
+        if (isTaken) reactions.RefreshReactionPage();
+    } catch (...) {
+        isTakingName = false;
+        throw;
+    }
+    isTakingName = false;
+    return isTaken;
+}
+
+void CCompoundDlg::OnSize(int width, int height) {
+    const CompoundPageLayout layout = LayOutCompoundPage(
+        {width, height}, {SizeOf(IDC_COMPOUNDS_ADD), SizeOf(IDC_COMPOUNDS_DELETE), SizeOf(IDC_COMPOUNDS_RENAME)},
+        Dpi());
+    Place(IDC_COMPOUNDS_LIST, layout.list);
+    Place(IDC_COMPOUNDS_ADD, layout.add);
+    Place(IDC_COMPOUNDS_DELETE, layout.erase);
+    Place(IDC_COMPOUNDS_RENAME, layout.rename);
+}
+
+}  // namespace reka

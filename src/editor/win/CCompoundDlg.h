@@ -1,0 +1,39 @@
+// The compounds page of the edit shell.
+
+#pragma once
+
+#include <cstddef>
+
+#include "editor/CompoundPage.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+class CReactionDlg;
+
+/// Both parameters outlive it.
+class CCompoundDlg final : public CDialog {
+public:
+    CCompoundDlg(CCompoundPage& compoundPage, CReactionDlg& reactionDialog);
+
+    /// Shows the list afresh; no row is selected then. Does nothing where the system has refused the page.
+    void RefillCompoundList();
+
+protected:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+    void OnSize(int width, int height) override;
+
+private:
+    void Take(const CompoundPageChange& change);
+    void Rename();
+    void UpdateButtons();
+    bool TakeName(const NMHDR& header);
+
+    CCompoundPage& page;
+    CReactionDlg& reactions;
+    bool isTakingName = false;
+};
+
+}  // namespace reka

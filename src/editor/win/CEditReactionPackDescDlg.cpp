@@ -1,0 +1,143 @@
+// See CEditReactionPackDescDlg.h.
+
+#include "editor/win/CEditReactionPackDescDlg.h"
+
+#include <commctrl.h>
+
+#include "capeopen/win/resource.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+namespace {
+
+/// Where the system draws controls in its newer look, gives a page the background of the tabs around it.
+void UseBackgroundOfTabs(HWND page) {
+    using EnableTexture = HRESULT(WINAPI*)(HWND, DWORD);
+    constexpr DWORD pageOfTabs = 6;
+    const HMODULE themes = GetModuleHandleW(L"uxtheme.dll");
+    if (!themes) return;
+    const auto enable =
+        reinterpret_cast<EnableTexture>(reinterpret_cast<void*>(GetProcAddress(themes, "EnableThemeDialogTexture")));
+    if (enable) enable(page, pageOfTabs);
+}
+
+}  // namespace
+
+CEditReactionPackDescDlg::CEditReactionPackDescDlg(CEditShell& editShell, const ReactionPackDefinition& edited)
+    : CDialog(IDD_EDIT),
+      shell(editShell),
+      initialFields(FillGeneralPage(edited)),
+      general(initialFields),
+      reactions(shell.reactionPage),
+      compounds(shell.compoundPage, reactions),
+      pages{&general, &compounds, &reactions} {}
+
+void CEditReactionPackDescDlg::OnInit() {
+    SetIcon(IDI_COMPONENT);
+    AddTabs();
+    Show(IDC_EDIT_STORE, shell.IsStoreShown());
+    for (CDialog* const page : pages) CreatePage(*page);
+    KeepPresentSizeAsSmallest();
+    ShowSelectedPage();
+}
+
+void CEditReactionPackDescDlg::AddTabs() {
+    int position = 0;
+    for (const char16_t* const label : editPageLabels) {
+        TCITEMW tab = {};
+        tab.mask = TCIF_TEXT;
+        tab.pszText = reinterpret_cast<wchar_t*>(const_cast<char16_t*>(label));
+        SendMessageW(Item(IDC_EDIT_TABS), TCM_INSERTITEMW, static_cast<WPARAM>(position++),
+                     reinterpret_cast<LPARAM>(&tab));
+    }
+}
+
+// A page that the system refuses leaves its tab without content.
+void CEditReactionPackDescDlg::CreatePage(CDialog& page) {
+    if (!page.CreateChild(Window())) return;
+    SetWindowPos(page.Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    UseBackgroundOfTabs(page.Window());
+}
+
+void CEditReactionPackDescDlg::ShowSelectedPage() {
+    const HWND tabs = Item(IDC_EDIT_TABS);
+    const auto selected = static_cast<std::int32_t>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
+    const auto shown = static_cast<std::int32_t>(PageOfTab(selected));
+    if (shown != selected) SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(shown), 0);
+    for (std::int32_t tab = 0; tab < 3; ++tab) {
+        if (tab != shown) ShowWindow(pages[tab]->Window(), SW_HIDE);
+    }
+    ShowWindow(pages[shown]->Window(), SW_SHOWNA);
+}
+
+bool CEditReactionPackDescDlg::IsFocusInPage() const {
+    const HWND focus = GetFocus();
+    for (const CDialog* const page : pages) {
+        if (focus && page->Window() && IsChild(page->Window(), focus)) return true;
+    }
+    return false;
+}
+
+// A key that means OK or Cancel, pressed in a page, is the page's, which has no use for it; not every system tells the
+// page. A click takes the focus out of the page first.
+void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
+    if (notification != BN_CLICKED) return;
+    switch (control) {
+        case IDOK:
+            if (!IsFocusInPage()) Accept();
+            break;
+        case IDCANCEL:
+            if (!IsFocusInPage()) End(IDCANCEL);
+            break;
+        case IDC_EDIT_HELP:
+            shell.ShowHelp();
+            break;
+        case IDC_EDIT_LOAD:
+            Load();
+            break;
+        case IDC_EDIT_STORE:
+            shell.Store(general.Fields());
+            break;
+        default:
+            break;
+    }
+}
+
+void CEditReactionPackDescDlg::Accept() {
+    if (shell.Accept(general.Fields())) End(IDOK);
+}
+
+// The general page keeps what it shows: the next check takes the version from there.
+void CEditReactionPackDescDlg::Load() {
+    if (!shell.Load(general.Fields())) return;
+    reactions.RefillReactionList();
+    reactions.RefreshReactionPage();
+    compounds.RefillCompoundList();
+}
+
+LRESULT CEditReactionPackDescDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom == IDC_EDIT_TABS && header.code == TCN_SELCHANGE) ShowSelectedPage();
+    return 0;
+}
+
+void CEditReactionPackDescDlg::OnSize(int width, int height) {
+    const EditShellSizes buttons = {SizeOf(IDC_EDIT_HELP), SizeOf(IDC_EDIT_LOAD), SizeOf(IDC_EDIT_STORE), SizeOf(IDOK),
+                                    SizeOf(IDCANCEL)};
+    const EditShellLayout layout = LayOutEditShell({width, height}, buttons, Dpi());
+    Place(IDC_EDIT_TABS, layout.tabs);
+    Place(IDC_EDIT_HELP, layout.help);
+    Place(IDC_EDIT_LOAD, layout.load);
+    Place(IDC_EDIT_STORE, layout.store);
+    Place(IDOK, layout.ok);
+    Place(IDCANCEL, layout.cancel);
+    RECT area = {layout.tabs.left, layout.tabs.top, layout.tabs.right, layout.tabs.bottom};
+    SendMessageW(Item(IDC_EDIT_TABS), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
+    for (const CDialog* const page : pages) {
+        if (!page->Window()) continue;
+        SetWindowPos(page->Window(), nullptr, area.left, area.top, area.right - area.left, area.bottom - area.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+}
+
+}  // namespace reka

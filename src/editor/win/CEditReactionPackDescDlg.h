@@ -1,0 +1,45 @@
+// The edit shell: the dialog in which one definition is edited, with its three pages.
+
+#pragma once
+
+#include "editor/EditShell.h"
+#include "editor/win/CCompoundDlg.h"
+#include "editor/win/CDialog.h"
+#include "editor/win/CGeneralDlg.h"
+#include "editor/win/CReactionDlg.h"
+
+namespace reka {
+
+/// Works on the private copy of its opener, which takes it over after OK and throws it away otherwise. Both parameters
+/// outlive it.
+class CEditReactionPackDescDlg final : public CDialog {
+public:
+    CEditReactionPackDescDlg(CEditShell& editShell, const ReactionPackDefinition& edited);
+
+    /// True for OK: the definition has passed its check.
+    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+
+protected:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+    void OnSize(int width, int height) override;
+    void OnClose() override { End(IDCANCEL); }
+
+private:
+    void AddTabs();
+    void CreatePage(CDialog& page);
+    void ShowSelectedPage();
+    bool IsFocusInPage() const;
+    void Accept();
+    void Load();
+
+    CEditShell& shell;
+    const GeneralPageFields initialFields;
+    CGeneralDlg general;
+    CReactionDlg reactions;
+    CCompoundDlg compounds;
+    CDialog* const pages[3];  // in the order of the tabs
+};
+
+}  // namespace reka

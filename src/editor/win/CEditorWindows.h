@@ -1,0 +1,52 @@
+// The windows through which the editor asks its user.
+
+#pragma once
+
+#include <windows.h>
+
+#include "editor/EditorUi.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+/// The dialogs of one editing, from the call of the simulator to its end. Each belongs to the topmost one that is open,
+/// and the first to the window that is handed in, null for none. Where the system refuses a dialog it counts as
+/// cancelled. May throw std::bad_alloc.
+class CEditorWindows final : public IEditorUi {
+public:
+    explicit CEditorWindows(HWND simulatorWindow) : firstOwner(simulatorWindow) {}
+
+    /// Opens the edit shell on a package. True for OK.
+    bool EditPackage(ReactionPackDefinition& definition, TemplateSourceFactory makeTemplates);
+    /// Opens the dialog that keeps the templates.
+    void ManageTemplates(ITemplateSource& templates);
+
+    MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) override;
+    bool AskForText(const std::u16string& title, CBstr& inputText) override;
+    bool EditExpression(const ReactionPackDefinition& definition, const std::u16string& item,
+                        const std::u16string& unit, std::u16string& expression) override;
+    bool AskForRate(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
+                    std::u16string& rateText) override;
+    bool AskForCompoundSource(const std::vector<std::u16string>& templateNames,
+                              std::int32_t& selectedTemplate) override;
+    bool AddCompoundsOfMaterial(const MaterialCompounds& compounds, ReactionPackDefinition& definition) override;
+    bool AddCompoundsOfFile(ReactionPackDefinition& definition) override;
+    OpenFileAnswer AskForFile(const OpenFileRequest& request, std::u16string& path) override;
+    bool EditTemplate(ReactionPackDefinition& definition, ITemplateSource& templates) override;
+    bool AskForTemplateToLoad(ITemplateSource& templates, std::u16string& templateName) override;
+    bool AskForTemplateToStore(ITemplateSource& templates, std::u16string& templateName) override;
+    bool ShowHelp(const std::u16string& path, const std::u16string& topic) override;
+
+private:
+    class COpenDialog;
+
+    /// The topmost dialog that is open, or what the first one belongs to.
+    HWND Owner() const;
+    template <class Dialog>
+    bool Run(Dialog& dialog);
+
+    HWND firstOwner;
+    const COpenDialog* topmost = nullptr;
+};
+
+}  // namespace reka

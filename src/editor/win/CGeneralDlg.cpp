@@ -1,0 +1,39 @@
+// See CGeneralDlg.h.
+
+#include "editor/win/CGeneralDlg.h"
+
+#include "editor/win/resource.h"
+
+namespace reka {
+
+CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL), initial(filling) {}
+
+void CGeneralDlg::OnInit() {
+    SetText(IDC_GENERAL_NAME, initial.name);
+    SetText(IDC_GENERAL_DESCRIPTION, initial.description);
+    const HWND versions = Item(IDC_GENERAL_THERMO_VERSION);
+    for (const char16_t* const text : thermoVersionTexts) {
+        SendMessageW(versions, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    }
+    SendMessageW(versions, CB_SETCURSEL, static_cast<WPARAM>(initial.versionIndex), 0);
+}
+
+GeneralPageFields CGeneralDlg::Fields() const {
+    const LRESULT version = SendMessageW(Item(IDC_GENERAL_THERMO_VERSION), CB_GETCURSEL, 0, 0);
+    return {Text(IDC_GENERAL_NAME), Text(IDC_GENERAL_DESCRIPTION), static_cast<std::int32_t>(version)};
+}
+
+// Enter and Escape in a field come as OK and Cancel, and mean nothing here.
+void CGeneralDlg::OnCommand(int /*control*/, int /*notification*/) {}
+
+void CGeneralDlg::OnSize(int width, int /*height*/) {
+    const int right = GeneralPageRightEdge(width, PlaceOf(IDC_GENERAL_GENERAL_GROUP).left);
+    for (const int control : {IDC_GENERAL_GENERAL_GROUP, IDC_GENERAL_STANDARD_GROUP, IDC_GENERAL_NAME,
+                              IDC_GENERAL_DESCRIPTION, IDC_GENERAL_THERMO_VERSION}) {
+        ControlPlace place = PlaceOf(control);
+        place.right = right;
+        Place(control, place);
+    }
+}
+
+}  // namespace reka

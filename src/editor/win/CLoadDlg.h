@@ -1,0 +1,32 @@
+// The choice of a template to load.
+
+#pragma once
+
+#include <string>
+
+#include "editor/TemplateNames.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+/// All parameters outlive it.
+class CLoadDlg final : public CDialog {
+public:
+    CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui);
+
+    /// True for OK, with the answer in `templateName`.
+    bool Run(HWND owner);
+
+protected:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+
+private:
+    WPARAM SuggestedItem() const;
+
+    ITemplateSource& templates;
+    std::u16string& answer;
+    CTemplateNames names;
+};
+
+}  // namespace reka

@@ -1,0 +1,69 @@
+// See CManagerDlg.h.
+
+#include "editor/win/CManagerDlg.h"
+
+#include "capeopen/win/resource.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+CManagerDlg::CManagerDlg(CTemplateManager& templateManager) : CDialog(IDD_MANAGER), manager(templateManager) {}
+
+void CManagerDlg::OnInit() {
+    ShowList();
+    SetIcon(IDI_COMPONENT);
+    KeepPresentSizeAsSmallest();
+}
+
+void CManagerDlg::ShowList() {
+    const HWND list = Item(IDC_MANAGER_LIST);
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    for (const std::u16string& name : manager.Names()) {
+        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
+    }
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(manager.Selection()), 0);
+    UpdateButtons();
+}
+
+void CManagerDlg::UpdateButtons() {
+    Enable(IDC_MANAGER_EDIT, manager.IsEditEnabled());
+    Enable(IDC_MANAGER_DELETE, manager.IsDeleteEnabled());
+}
+
+void CManagerDlg::SelectTemplate() {
+    manager.Select(static_cast<std::int32_t>(SendMessageW(Item(IDC_MANAGER_LIST), LB_GETCURSEL, 0, 0)));
+    UpdateButtons();
+}
+
+void CManagerDlg::OnCommand(int control, int notification) {
+    switch (control) {
+        case IDC_MANAGER_LIST:
+            if (notification == LBN_SELCHANGE) SelectTemplate();
+            break;
+        case IDC_MANAGER_CREATE:
+            if (manager.Create()) ShowList();
+            break;
+        case IDC_MANAGER_EDIT:
+            if (manager.Edit()) ShowList();
+            break;
+        case IDC_MANAGER_DELETE:
+            if (manager.Delete()) ShowList();
+            break;
+        default:
+            CDialog::OnCommand(control, notification);
+            break;
+    }
+}
+
+void CManagerDlg::OnSize(int width, int height) {
+    const TemplateManagerSizes buttons = {SizeOf(IDC_MANAGER_CREATE), SizeOf(IDC_MANAGER_EDIT),
+                                          SizeOf(IDC_MANAGER_DELETE), SizeOf(IDOK)};
+    const TemplateManagerLayout layout = LayOutTemplateManager({width, height}, buttons, Dpi());
+    Place(IDC_MANAGER_LIST, layout.list);
+    Place(IDC_MANAGER_CREATE, layout.create);
+    Place(IDC_MANAGER_EDIT, layout.edit);
+    Place(IDC_MANAGER_DELETE, layout.erase);
+    Place(IDOK, layout.close);
+}
+
+}  // namespace reka

@@ -1,0 +1,361 @@
+// See CReactionDlg.h.
+
+#include "editor/win/CReactionDlg.h"
+
+#include <array>
+#include <utility>
+
+#include "capeopen/win/Module.h"
+#include "capeopen/win/resource.h"
+#include "editor/PageLayouts.h"
+#include "editor/win/ListView.h"
+#include "editor/win/resource.h"
+
+namespace reka {
+
+namespace {
+
+HICON LoadSmallIcon(int resource) {
+    return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
+                                         GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
+                                         LR_DEFAULTCOLOR));
+}
+
+/// Everything that a reaction has to be selected for: all controls but the list and Create.
+void EnableControlsOfReaction(HWND page, bool isEnabled) {
+    for (HWND control = GetWindow(page, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
+        const int number = GetDlgCtrlID(control);
+        if (number != IDC_REACTIONS_LIST && number != IDC_REACTIONS_CREATE) EnableWindow(control, isEnabled);
+    }
+}
+
+}  // namespace
+
+CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS), page(reactionPage) {}
+
+CReactionDlg::~CReactionDlg() {
+    for (const HICON icon : {wizardIcon, editIcon}) {
+        if (icon) DestroyIcon(icon);
+    }
+}
+
+void CReactionDlg::OnInit() {
+    const ControlPlace group = PlaceOf(IDC_REACTIONS_PROPERTIES_GROUP);
+    const ControlPlace heading = PlaceOf(IDC_REACTIONS_HEADING);
+    inset = {heading.left - group.left, heading.top - group.top};
+    SetButtonIcons();
+    CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
+    list.UseWholeRows();
+    int position = 0;
+    for (const ListColumn& column : stoichiometryColumns) {
+        list.InsertColumn(position++, column.label, Scale(column.width));
+    }
+    RefillReactionList();
+    FillChoices();
+    RefreshReactionPage();
+}
+
+void CReactionDlg::SetButtonIcons() {
+    wizardIcon = LoadSmallIcon(IDI_RATE_WIZARD);
+    editIcon = LoadSmallIcon(IDI_EDIT_EXPRESSION);
+    const auto set = [this](int control, HICON icon) {
+        SendMessageW(Item(control), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
+    };
+    set(IDC_REACTIONS_RATE_WIZARD, wizardIcon);
+    set(IDC_REACTIONS_EDIT_RATE, editIcon);
+    set(IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, editIcon);
+    set(IDC_REACTIONS_EDIT_HEAT, editIcon);
+}
+
+void CReactionDlg::FillChoices() {
+    for (const char16_t* const text : phaseTexts) {
+        SendMessageW(Item(IDC_REACTIONS_PHASE), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    }
+    const HWND bases = Item(IDC_REACTIONS_BASIS);
+    for (int basis = 0; basis < equilibriumBasisCount; ++basis) {
+        const LRESULT item =
+            SendMessageW(bases, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(equilibriumBasisTexts[basis]));
+        SendMessageW(bases, CB_SETITEMDATA, static_cast<WPARAM>(item), basis);
+    }
+}
+
+void CReactionDlg::RefillReactionList() {
+    if (!Window()) return;
+    const CSilence silence(*this);
+    const HWND list = Item(IDC_REACTIONS_LIST);
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    for (const std::u16string& id : page.ReactionIds()) {
+        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(id.c_str()));
+    }
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(page.Selection()), 0);
+}
+
+void CReactionDlg::RefreshReactionPage() {
+    if (!Window()) return;
+    const CSilence silence(*this);
+    const ReactionPageContent content = page.Content();
+    FillStoichiometry(content);
+    SetChecked(IDC_REACTIONS_EQUILIBRIUM, content.isEquilibrium);
+    SetChecked(IDC_REACTIONS_HETEROGENEOUS, content.isHeterogeneous);
+    SetText(IDC_REACTIONS_RATE, content.rate);
+    SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, content.equilibriumConstant);
+    SetText(IDC_REACTIONS_HEAT, content.heat);
+    SendMessageW(Item(IDC_REACTIONS_PHASE), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);  // any item can be chosen then
+    SetText(IDC_REACTIONS_PHASE, content.phase);
+    SetReactionControlsEnabled(content.enabled);
+    if (content.enabled.reaction) {
+        SelectBasis();
+        UpdateEquilibriumUnit();
+    }
+    SetText(IDC_REACTIONS_HEADING, content.heading);
+}
+
+// A list of the same length changes in place: its rows stay where the user has them, and this may be called while a
+// cell is edited.
+void CReactionDlg::FillStoichiometry(const ReactionPageContent& content) {
+    const HWND control = Item(IDC_REACTIONS_STOICHIOMETRY);
+    CListView list(control);
+    const CListFilling filling(control);
+    const bool isRefilled = list.RowCount() != content.stoichiometry.size();
+    if (isRefilled) list.Clear();
+    std::size_t index = 0;
+    for (const StoichiometryRow& row : content.stoichiometry) {
+        const std::array<std::u16string, 2> cells = {row.coefficient, row.compoundId};
+        if (isRefilled) {
+            list.AddRow(cells);
+        } else {
+            list.SetText(index, 0, cells[0]);
+            list.SetText(index, 1, cells[1]);
+        }
+        ++index;
+    }
+}
+
+void CReactionDlg::SetReactionControlsEnabled(const ReactionPageEnabled& enabled) {
+    struct Group {
+        bool isEnabled;
+        std::array<int, 3> controls;
+    };
+    const Group groups[] = {
+        {enabled.rate, {IDC_REACTIONS_RATE, IDC_REACTIONS_RATE_WIZARD, IDC_REACTIONS_EDIT_RATE}},
+        {enabled.equilibrium,
+         {IDC_REACTIONS_EQUILIBRIUM_CONSTANT, IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, IDC_REACTIONS_BASIS}}};
+    if (enabled.reaction) EnableControlsOfReaction(Window(), true);
+    for (const Group& group : groups) {
+        for (const int control : group.controls) Enable(control, group.isEnabled);
+    }
+    if (enabled.reaction) return;
+    const HWND focus = GetFocus();
+    if (focus && IsChild(Window(), focus)) FocusOn(IDC_REACTIONS_LIST);
+    EnableControlsOfReaction(Window(), false);
+}
+
+void CReactionDlg::SelectBasis() {
+    const HWND bases = Item(IDC_REACTIONS_BASIS);
+    const auto wanted = static_cast<LRESULT>(page.SelectedReaction()->equilibriumBasis);
+    const auto count = static_cast<int>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
+    for (int item = 0; item < count; ++item) {
+        if (SendMessageW(bases, CB_GETITEMDATA, static_cast<WPARAM>(item), 0) == wanted) {
+            SendMessageW(bases, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
+        }
+    }
+}
+
+void CReactionDlg::UpdateEquilibriumUnit() {
+    const ReactionDefinition* const reaction = page.SelectedReaction();
+    if (!reaction) return;
+    SetText(IDC_REACTIONS_RATE_UNIT, RateUnit(*reaction));
+    SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, EquilibriumUnit(*reaction));
+}
+
+void CReactionDlg::Take(PageChange change) {
+    switch (change) {
+        case PageChange::Nothing:
+            break;
+        case PageChange::Units:
+            UpdateEquilibriumUnit();
+            break;
+        case PageChange::EnabledAndUnits:
+            SetReactionControlsEnabled(page.Enabled());
+            UpdateEquilibriumUnit();
+            break;
+        case PageChange::Page:
+            RefreshReactionPage();
+            break;
+        case PageChange::ListAndPage:
+            RefillReactionList();
+            RefreshReactionPage();
+            break;
+    }
+}
+
+// BN_CLICKED, CBN_SELCHANGE and so on are numbers of their kinds of controls: the same number means another thing for
+// another kind.
+void CReactionDlg::OnCommand(int control, int notification) {
+    switch (control) {
+        case IDC_REACTIONS_LIST:
+            if (notification == LBN_SELCHANGE) SelectReaction();
+            if (notification == LBN_DBLCLK) Take(page.RenameByDoubleClick());
+            break;
+        case IDC_REACTIONS_RATE:
+        case IDC_REACTIONS_EQUILIBRIUM_CONSTANT:
+        case IDC_REACTIONS_HEAT:
+            if (notification == EN_CHANGE) TextChanged(control);
+            break;
+        case IDC_REACTIONS_BASIS:
+            if (notification == CBN_SELCHANGE) ChooseBasis();
+            break;
+        case IDC_REACTIONS_PHASE:
+            if (notification == CBN_EDITCHANGE) page.SetPhase(Text(IDC_REACTIONS_PHASE));
+            // The second one alone where the item was the chosen one before other text was typed.
+            if (notification == CBN_SELCHANGE || notification == CBN_SELENDOK) ChoosePhase();
+            break;
+        default:
+            if (notification == BN_CLICKED) Clicked(control);
+            break;
+    }
+}
+
+void CReactionDlg::Clicked(int control) {
+    switch (control) {
+        case IDC_REACTIONS_CREATE:
+            Take(page.Create());
+            break;
+        case IDC_REACTIONS_RENAME:
+            Take(page.RenameByButton());
+            break;
+        case IDC_REACTIONS_DELETE:
+            Take(page.Delete());
+            break;
+        case IDC_REACTIONS_EQUILIBRIUM:
+            Take(page.SetIsEquilibrium(IsChecked(control)));
+            break;
+        case IDC_REACTIONS_HETEROGENEOUS:
+            Take(page.SetIsHeterogeneous(IsChecked(control)));
+            break;
+        case IDC_REACTIONS_RATE_WIZARD:
+            if (page.RunRateWizard()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
+            break;
+        case IDC_REACTIONS_EDIT_RATE:
+            if (page.EditRate()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
+            break;
+        case IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT:
+            if (page.EditEquilibriumConstant()) {
+                ShowExpression(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, &ReactionDefinition::equilibriumConstantEquation);
+            }
+            break;
+        case IDC_REACTIONS_EDIT_HEAT:
+            if (page.EditHeat()) ShowExpression(IDC_REACTIONS_HEAT, &ReactionDefinition::heatEquation);
+            break;
+        default:  // Enter and Escape mean nothing here
+            break;
+    }
+}
+
+void CReactionDlg::ShowExpression(int control, std::u16string ReactionDefinition::*expression) {
+    const CSilence silence(*this);
+    if (const ReactionDefinition* const reaction = page.SelectedReaction()) SetText(control, reaction->*expression);
+}
+
+void CReactionDlg::TextChanged(int control) {
+    const std::u16string text = Text(control);
+    if (control == IDC_REACTIONS_RATE) page.SetRate(text);
+    if (control == IDC_REACTIONS_EQUILIBRIUM_CONSTANT) page.SetEquilibriumConstant(text);
+    if (control == IDC_REACTIONS_HEAT) page.SetHeat(text);
+}
+
+void CReactionDlg::SelectReaction() {
+    page.Select(static_cast<std::int32_t>(SendMessageW(Item(IDC_REACTIONS_LIST), LB_GETCURSEL, 0, 0)));
+    CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
+    if (list.SelectedRow() >= 0) list.Select(static_cast<std::size_t>(list.SelectedRow()), false);
+    RefreshReactionPage();
+}
+
+void CReactionDlg::ChooseBasis() {
+    const HWND bases = Item(IDC_REACTIONS_BASIS);
+    const LRESULT item = SendMessageW(bases, CB_GETCURSEL, 0, 0);
+    if (item < 0) return;
+    const LRESULT basis = SendMessageW(bases, CB_GETITEMDATA, static_cast<WPARAM>(item), 0);
+    Take(page.SetEquilibriumBasis(static_cast<EquilibriumBasis>(basis)));
+}
+
+// The field takes the text of the item only after this was reported.
+void CReactionDlg::ChoosePhase() {
+    const LRESULT item = SendMessageW(Item(IDC_REACTIONS_PHASE), CB_GETCURSEL, 0, 0);
+    if (item >= 0) page.SetPhase(phaseTexts[item]);
+}
+
+LRESULT CReactionDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom != IDC_REACTIONS_STOICHIOMETRY) return 0;
+    const CListView list(header.hwndFrom);
+    if (IsEditKey(header)) EditSelectedCoefficient();
+    switch (header.code) {
+        case NM_DBLCLK:
+            EditSelectedCoefficient();
+            return 0;
+        case LVN_BEGINLABELEDITW:
+            list.LiftLengthLimit();
+            return page.CanEditCoefficient() && list.SelectedRow() >= 0 ? FALSE : TRUE;  // true forbids it
+        case LVN_ENDLABELEDITW:
+            Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
+            return FALSE;  // the cell shows the number by now, or else its old text
+        default:
+            return 0;
+    }
+}
+
+void CReactionDlg::EditSelectedCoefficient() {
+    CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
+    const int row = list.SelectedRow();
+    if (row >= 0 && page.CanEditCoefficient()) list.EditFirstCell(static_cast<std::size_t>(row));
+}
+
+void CReactionDlg::OnSize(int width, int height) {
+    ReactionPageSizes sizes;
+    sizes.listLabel = SizeOf(IDC_REACTIONS_LIST_LABEL);
+    sizes.create = SizeOf(IDC_REACTIONS_CREATE);
+    sizes.rename = SizeOf(IDC_REACTIONS_RENAME);
+    sizes.erase = SizeOf(IDC_REACTIONS_DELETE);
+    sizes.inset = inset;
+    sizes.heading = SizeOf(IDC_REACTIONS_HEADING);
+    sizes.equilibrium = SizeOf(IDC_REACTIONS_EQUILIBRIUM);
+    sizes.heterogeneous = SizeOf(IDC_REACTIONS_HETEROGENEOUS);
+    sizes.label = SizeOf(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL);
+    sizes.field = SizeOf(IDC_REACTIONS_RATE);
+    sizes.choice = SizeOf(IDC_REACTIONS_PHASE);
+    sizes.button = SizeOf(IDC_REACTIONS_EDIT_RATE);
+    sizes.unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
+    const ReactionPageLayout layout = LayOutReactionPage({width, height}, sizes, Dpi());
+    const std::pair<int, const ControlPlace&> places[] = {
+        {IDC_REACTIONS_LIST_LABEL, layout.listLabel},
+        {IDC_REACTIONS_LIST, layout.list},
+        {IDC_REACTIONS_CREATE, layout.create},
+        {IDC_REACTIONS_RENAME, layout.rename},
+        {IDC_REACTIONS_DELETE, layout.erase},
+        {IDC_REACTIONS_PROPERTIES_GROUP, layout.properties},
+        {IDC_REACTIONS_HEADING, layout.heading},
+        {IDC_REACTIONS_STOICHIOMETRY, layout.stoichiometry},
+        {IDC_REACTIONS_EQUILIBRIUM, layout.equilibrium},
+        {IDC_REACTIONS_HETEROGENEOUS, layout.heterogeneous},
+        {IDC_REACTIONS_RATE_LABEL, layout.rate.label},
+        {IDC_REACTIONS_RATE, layout.rate.field},
+        {IDC_REACTIONS_RATE_WIZARD, layout.rateWizard},
+        {IDC_REACTIONS_EDIT_RATE, layout.rate.edit},
+        {IDC_REACTIONS_RATE_UNIT, layout.rate.unit},
+        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL, layout.equilibriumConstant.label},
+        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.field},
+        {IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.edit},
+        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, layout.equilibriumConstant.unit},
+        {IDC_REACTIONS_BASIS_LABEL, layout.basis.label},
+        {IDC_REACTIONS_BASIS, layout.basis.choice},
+        {IDC_REACTIONS_HEAT_LABEL, layout.heat.label},
+        {IDC_REACTIONS_HEAT, layout.heat.field},
+        {IDC_REACTIONS_EDIT_HEAT, layout.heat.edit},
+        {IDC_REACTIONS_HEAT_UNIT, layout.heat.unit},
+        {IDC_REACTIONS_PHASE_LABEL, layout.phase.label},
+        {IDC_REACTIONS_PHASE, layout.phase.choice},
+    };
+    for (const auto& [control, place] : places) Place(control, place);
+}
+
+}  // namespace reka

@@ -1,0 +1,53 @@
+// The reactions page of the edit shell.
+
+#pragma once
+
+#include <string>
+
+#include "editor/ReactionPage.h"
+#include "editor/win/CDialog.h"
+
+namespace reka {
+
+/// The parameter outlives it. To refill and to refresh does nothing where the system has refused the page.
+class CReactionDlg final : public CDialog {
+public:
+    explicit CReactionDlg(CReactionPage& reactionPage);
+    ~CReactionDlg() override;
+
+    /// Shows the list of reactions afresh, with the selection of the page.
+    void RefillReactionList();
+    /// Shows all but the list afresh.
+    void RefreshReactionPage();
+
+protected:
+    void OnInit() override;
+    void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
+    void OnSize(int width, int height) override;
+
+private:
+    void SetButtonIcons();
+    void FillChoices();
+    void FillStoichiometry(const ReactionPageContent& content);
+    void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);
+    void UpdateEquilibriumUnit();
+    void SelectBasis();
+    void Take(PageChange change);
+
+    void Clicked(int control);
+    void TextChanged(int control);
+    void SelectionChanged(int control);
+    void SelectReaction();
+    void ChooseBasis();
+    void ChoosePhase();
+    void EditSelectedCoefficient();
+    void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
+
+    CReactionPage& page;
+    ControlSize inset;  // of the group box, as the template has it
+    HICON wizardIcon = nullptr;
+    HICON editIcon = nullptr;
+};
+
+}  // namespace reka

@@ -1,0 +1,12 @@
+// The editor as the module's objects reach it.
+
+#pragma once
+
+#include "editor/Edit.h"
+
+namespace reka {
+
+/// Shows the dialogs, each for the window that is active on the thread of the call.
+IEditor& WindowsEditor();
+
+}  // namespace reka

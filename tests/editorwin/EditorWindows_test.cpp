@@ -1,0 +1,517 @@
+// What holds for the editor's windows together: whose they are, what becomes of them where the system refuses, help and
+// the choice of a file.
+
+#include "editor/win/CEditorWindows.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <limits>
+#include <string>
+#include <thread>
+
+#include "EditorFixture.h"
+#include "capeopen/win/Module.h"
+#include "editor/win/HtmlHelp.h"
+#include "editor/win/WindowsEditor.h"
+#include "platform/HostArithmetic.h"
+#include "support/AllocationCounter.h"
+
+namespace reka::test {
+namespace {
+
+const ExpectedBox noMemory = {u"Error:", u"out of memory", errorBox};
+
+class EditorWindows : public EditorFixture {
+protected:
+    EditorWindows() : package(*definition) {}
+
+    CPackageHolder package;
+};
+
+/// A window that stands for the simulator's, active as long as it lives.
+class CSimulatorWindow {
+public:
+    CSimulatorWindow()
+        : window(CreateWindowExW(0, L"STATIC", L"Simulator", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100, nullptr,
+                                 nullptr, nullptr, nullptr)) {
+        SetActiveWindow(window);
+    }
+    ~CSimulatorWindow() { DestroyWindow(window); }
+    CSimulatorWindow(const CSimulatorWindow&) = delete;
+    CSimulatorWindow& operator=(const CSimulatorWindow&) = delete;
+    HWND Get() const { return window; }
+
+private:
+    HWND window;
+};
+
+TEST_F(EditorWindows, BelongToTheActiveWindow) {
+    const CSimulatorWindow simulator;
+    ASSERT_EQ(GetActiveWindow(), simulator.Get());
+    CUser user([&](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        EXPECT_EQ(GetWindow(shell.Get(), GW_OWNER), simulator.Get());
+        EXPECT_FALSE(IsWindowEnabled(simulator.Get()));
+        OpenPage(u, shell, EditPage::Reactions).Click(IDC_REACTIONS_DELETE);
+        const CDrivenWindow box = u.WaitFor(u"Delete reaction:");
+        EXPECT_EQ(GetWindow(box.Get(), GW_OWNER), shell.Get());
+        box.Click(IDNO);
+        shell.Click(IDOK);
+    });
+    EXPECT_EQ(package->Edit(), S_OK);
+    user.Finish();
+    EXPECT_TRUE(IsWindowEnabled(simulator.Get()));
+}
+
+TEST_F(EditorWindows, NeedNoActiveWindow) {
+    SetActiveWindow(nullptr);
+    ASSERT_EQ(GetActiveWindow(), nullptr);
+    CUser user([](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        EXPECT_EQ(GetWindow(shell.Get(), GW_OWNER), nullptr);
+        shell.Click(IDCANCEL);
+    });
+    EXPECT_EQ(package->Edit(), S_FALSE);
+}
+
+TEST_F(EditorWindows, CanBeOpenTwiceInOneThread) {
+    CUser user([&](CUser& u) {
+        const CDrivenWindow first = u.WaitFor(u"Edit:");
+        // A simulator may ask for another editor while one is open.
+        std::thread other([&] { u.OnTestThread([&] { EXPECT_EQ(package->Edit(), S_OK); }); });
+        u.WaitUntil("the second editor", [&] { return u.CountDialogs() == 2; });
+        const CDrivenWindow second = u.WaitFor(u"Edit:");
+        EXPECT_NE(second.Get(), first.Get());
+        EXPECT_EQ(GetWindow(second.Get(), GW_OWNER), first.Get());
+        second.Click(IDOK);
+        other.join();
+        EXPECT_EQ(u.WaitFor(u"Edit:").Get(), first.Get());
+        first.Click(IDOK);
+    });
+    EXPECT_EQ(package->Edit(), S_OK);
+}
+
+TEST_F(EditorWindows, CanBeOpenInTwoThreads) {
+    std::atomic<bool> isOtherOpen = false;
+    std::atomic<bool> isOtherToEnd = false;
+    std::thread other([&] {
+        // Its user works by messages: the keyboard belongs to the test's thread.
+        const auto mine = MakeValid(u"Other");
+        std::atomic<bool> isDone = false;
+        const DWORD thread = GetCurrentThreadId();
+        std::thread closer([&] {
+            HWND dialog = nullptr;
+            while (!isDone) {
+                EnumThreadWindows(
+                    thread,
+                    [](HWND window, LPARAM found) -> BOOL {
+                        if (IsDialogWindow(window) && IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
+                        return TRUE;
+                    },
+                    reinterpret_cast<LPARAM>(&dialog));
+                if (dialog) isOtherOpen = true;
+                if (dialog && isOtherToEnd) PostMessageW(dialog, WM_CLOSE, 0, 0);
+                Sleep(20);
+            }
+        });
+        EXPECT_FALSE(CEditorWindows(nullptr).EditPackage(*mine, MakeManagerTemplates));
+        isDone = true;
+        closer.join();
+    });
+    EXPECT_TRUE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        u.WaitUntil("the editor of the other thread", [&] { return isOtherOpen.load(); });
+        u.WaitFor(u"Edit:");  // above the other one again
+        VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"Meanwhile");
+        shell.Click(IDOK);
+        shell.WaitUntilGone();
+    }));
+    isOtherToEnd = true;
+    other.join();
+    EXPECT_EQ(definition->name.View(), u"Meanwhile");
+}
+
+// What the system refuses
+
+/// As long as it lives the module's resources can't be found.
+class CNoResources {
+public:
+    CNoResources() : before(TheModule().instance) { TheModule().instance = GetModuleHandleW(L"kernel32.dll"); }
+    ~CNoResources() { TheModule().instance = before; }
+    CNoResources(const CNoResources&) = delete;
+    CNoResources& operator=(const CNoResources&) = delete;
+
+private:
+    HINSTANCE before;
+};
+
+TEST_F(EditorWindows, ThatAreRefusedChangeNothing) {
+    const CNoResources refused;
+    const ReactionPackDefinition* const own = package->Definition();
+    EXPECT_EQ(package->Edit(), S_FALSE);
+    EXPECT_EQ(package->Definition(), own);
+    PutDefinitions({definition.get()});
+    const auto templates = MakeManagerTemplates();
+    templates->Store().LoadTemplates();
+    SetLastError(ERROR_SUCCESS);
+    WindowsEditor().EditTemplates(*templates);
+    EXPECT_NE(GetLastError(), static_cast<DWORD>(ERROR_SUCCESS));
+    EXPECT_EQ(templates->Store().templates.size(), 1U);
+    CEditorWindows windows(nullptr);
+    CBstr text = CBstr::Make(u"as it was");
+    EXPECT_FALSE(windows.AskForText(u"title", text));
+    EXPECT_EQ(text.View(), u"as it was");
+    std::u16string name = u"as it was";
+    EXPECT_FALSE(windows.AskForTemplateToLoad(*templates, name));
+    EXPECT_FALSE(windows.AskForTemplateToStore(*templates, name));
+    EXPECT_FALSE(windows.EditExpression(*definition, u"item", u"unit", name));
+    EXPECT_FALSE(windows.AskForRate(*definition->reactions[0], *definition, name));
+    EXPECT_EQ(name, u"as it was");
+    std::int32_t chosen = 7;
+    EXPECT_FALSE(windows.AskForCompoundSource({u"one"}, chosen));
+    EXPECT_EQ(chosen, 7);
+    EXPECT_FALSE(windows.AddCompoundsOfFile(*definition));
+    EXPECT_FALSE(windows.AddCompoundsOfMaterial({}, *definition));
+    EXPECT_EQ(definition->compounds.size(), 2U);
+}
+
+/// Refuses the pages of the shell, and nothing else.
+LRESULT CALLBACK RefusePages(int code, WPARAM wParam, LPARAM lParam) {
+    if (code == HCBT_CREATEWND) {
+        const CREATESTRUCTW& made = *reinterpret_cast<const CBT_CREATEWNDW*>(lParam)->lpcs;
+        if ((made.style & WS_CHILD) != 0 && IsDialogWindow(reinterpret_cast<HWND>(wParam))) return 1;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+TEST_F(EditorWindows, ThatLackAPageCanBeUsed) {
+    const HHOOK hook = SetWindowsHookExW(WH_CBT, RefusePages, nullptr, GetCurrentThreadId());
+    const auto other = MakeValid(u"Template");
+    PutDefinitions({other.get()});
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        for (HWND child = GetWindow(shell.Get(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+            EXPECT_FALSE(IsDialogWindow(child));
+        }
+        shell.DragCorner(40, 40);
+        shell.Click(IDC_EDIT_LOAD);
+        u.WaitFor(u"Load from reaction package template:").Click(IDOK);
+        shell.Click(IDOK);
+        u.Answer({u"Error:", u"Reaction package name cannot be empty", errorBox}, IDOK);
+        shell.Click(IDCANCEL);
+    }));
+    UnhookWindowsHookEx(hook);
+}
+
+TEST_F(EditorWindows, EndWithTheSimulator) {
+    CUser user([](CUser& u) {
+        u.WaitFor(u"Edit:");
+        u.OnTestThread([] { PostQuitMessage(5); });
+    });
+    EXPECT_EQ(package->Edit(), S_FALSE);
+    user.Finish();
+}
+
+TEST_F(EditorWindows, ComputeWhateverTheSimulatorTrapsOn) {
+    definition->compounds[0]->charge = std::numeric_limits<double>::quiet_NaN();
+    const ArithmeticSettings before = CurrentArithmetic();
+    ArithmeticSettings trapping = before;
+    trapping.sse &= ~0x1F80U;  // no exception is masked
+    CUser user([&](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
+        for (const char16_t* const text : {u"1/3", u"-1/7", u"0/3"}) {
+            reactions.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+            reactions.TypeIntoCell(IDC_REACTIONS_STOICHIOMETRY, text);
+        }
+        reactions.Click(IDC_REACTIONS_EQUILIBRIUM);
+        shell.Click(IDCANCEL);
+    });
+    SetArithmetic(trapping);
+    const bool isAccepted = WindowsEditor().EditPackage(*definition);
+    const ArithmeticSettings after = CurrentArithmetic();
+    SetArithmetic(before);
+    user.Finish();
+    EXPECT_FALSE(isAccepted);
+    EXPECT_EQ(after.sse & 0x1F80U, 0U);
+    EXPECT_EQ(definition->reactions[0]->stoichiometry[0], 0.0);
+}
+
+// Memory
+
+TEST_F(EditorWindows, TellThatThereIsNoMemoryAndStayUsable) {
+    EXPECT_TRUE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
+        reactions.Fill(IDC_REACTIONS_RATE, u"1000000000*T");
+        u.OnTestThread([] { FailAllocation(1); });
+        u.Type(u"+");
+        u.Answer(noMemory, IDOK);
+        u.Type(u"1");
+        EXPECT_EQ(definition->reactions[0]->rateEquation, u"1000000000*T+1");
+        u.OnTestThread([] { FailAllocation(1); });
+        reactions.Click(IDC_REACTIONS_CREATE);
+        u.Answer(noMemory, IDOK);
+        const CDrivenWindow compounds = OpenPage(u, shell, EditPage::Compounds);
+        u.OnTestThread([] { FailAllocation(1); });
+        compounds.Click(IDC_COMPOUNDS_ADD);
+        u.Answer(noMemory, IDOK);
+        u.OnTestThread([] { FailAllocation(1); });
+        shell.Click(IDC_EDIT_STORE);
+        u.Answer(noMemory, IDOK);
+        u.OnTestThread([] { FailAllocation(0); });
+        shell.Click(IDOK);
+    }));
+    EXPECT_EQ(definition->reactions.size(), 1U);
+    EXPECT_EQ(definition->compounds.size(), 2U);
+}
+
+/// The dialog or box that can be used now; null when `isDone`.
+HWND WaitForAny(CUser& u, DWORD thread, const std::atomic<bool>& isDone) {
+    struct Search {
+        HWND found = nullptr;
+    } search;
+    u.WaitUntil("a window", [&] {
+        EnumThreadWindows(
+            thread,
+            [](HWND window, LPARAM data) -> BOOL {
+                if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !IsDialogWindow(window)) return TRUE;
+                reinterpret_cast<Search*>(data)->found = window;
+                return FALSE;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found || isDone;
+    });
+    return search.found;
+}
+
+/// Each allocation of the opening fails in turn: the editor opens after a word on it, or doesn't.
+TEST_F(EditorWindows, OpenWithoutMemoryOrLeaveAllAsItWas) {
+    bool isReached = true;
+    int opened = 0;
+    for (std::size_t n = 1; isReached; n += 4) {
+        const ReactionPackDefinition* const own = package->Definition();
+        const DWORD thread = GetCurrentThreadId();
+        std::atomic<bool> isDone = false;
+        std::atomic<bool> isOpened = false;
+        CUser user([&](CUser& u) {
+            while (HWND window = WaitForAny(u, thread, isDone)) {
+                const bool isBox = u.TextOf(window) == u"Error:";
+                if (!isBox) isOpened = true;
+                PostMessageW(window, isBox ? WM_COMMAND : WM_CLOSE, isBox ? IDOK : 0, 0);
+                u.WaitUntil("its end", [&] { return !IsWindow(window) || !IsWindowVisible(window); });
+            }
+        });
+        FailAllocation(n);
+        const HRESULT result = package->Edit();
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        isDone = true;
+        user.Finish();
+        if (isOpened) ++opened;
+        EXPECT_TRUE(result == S_FALSE || (result == ECapeUnknownHR && !isOpened)) << n;
+        EXPECT_EQ(package->Definition(), own);
+    }
+    EXPECT_GT(opened, 1);
+}
+
+// Help
+
+constexpr const wchar_t* helpKey = L"CLSID\\{ADB880A6-D8FF-11CF-9377-00AA003B7A11}\\InprocServer32";
+
+/// The classes root of this process is a key of the test's own, as long as it lives.
+class CTestClasses {
+public:
+    CTestClasses() {
+        RegCreateKeyExW(HKEY_CURRENT_USER, L"Software\\REKA tests", 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS,
+                        nullptr, &root, nullptr);
+        RegOverridePredefKey(HKEY_CLASSES_ROOT, root);
+    }
+    ~CTestClasses() {
+        RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
+        RegCloseKey(root);
+        RegDeleteTreeW(HKEY_CURRENT_USER, L"Software\\REKA tests");
+    }
+    CTestClasses(const CTestClasses&) = delete;
+    CTestClasses& operator=(const CTestClasses&) = delete;
+
+    void SetHelpLibrary(const std::u16string& path, DWORD type = REG_SZ) {
+        HKEY key = nullptr;
+        RegCreateKeyExW(root, helpKey, 0, nullptr, REG_OPTION_VOLATILE, KEY_ALL_ACCESS, nullptr, &key, nullptr);
+        RegSetValueExW(key, nullptr, 0, type, reinterpret_cast<const BYTE*>(path.c_str()),
+                       static_cast<DWORD>((path.size() + 1) * sizeof(char16_t)));
+        RegCloseKey(key);
+    }
+
+private:
+    HKEY root = nullptr;
+};
+
+/// The library that stands in for that of HTML Help.
+struct FakeHelp {
+    FakeHelp() : library(LoadLibraryW(Wide(Path()))) { EXPECT_TRUE(library); }
+    ~FakeHelp() { FreeLibrary(library); }
+    FakeHelp(const FakeHelp&) = delete;
+    FakeHelp& operator=(const FakeHelp&) = delete;
+
+    static std::u16string Path() { return ComponentFolder() + u"FakeHelp.dll"; }
+    template <class Function>
+    Function Find(const char* name) const {
+        return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    }
+    std::u16string LastCall() const {
+        return reinterpret_cast<const char16_t*>(Find<const wchar_t* (*)()>("LastHelpCall")());
+    }
+    int CallCount() const { return Find<int (*)()>("HelpCallCount")(); }
+    HWND LastCaller() const { return Find<HWND (*)()>("LastHelpCaller")(); }
+    void SetAnswer(HWND window) const { Find<void (*)(HWND)>("SetHelpAnswer")(window); }
+
+    HMODULE library;
+};
+
+TEST(HtmlHelp, FindsItsLibraryInTheClasses) {
+    CTestClasses classes;
+    EXPECT_EQ(FindHelpLibrary(), u"");
+    classes.SetHelpLibrary(u"C:\\%REKA_TEST_FOLDER%\\help.ocx");
+    EXPECT_EQ(FindHelpLibrary(), u"C:\\%REKA_TEST_FOLDER%\\help.ocx");
+    SetEnvironmentVariableW(L"REKA_TEST_FOLDER", L"some folder");
+    classes.SetHelpLibrary(u"C:\\%REKA_TEST_FOLDER%\\help.ocx", REG_EXPAND_SZ);
+    EXPECT_EQ(FindHelpLibrary(), u"C:\\some folder\\help.ocx");
+    SetEnvironmentVariableW(L"REKA_TEST_FOLDER", std::wstring(260, L'x').c_str());
+    EXPECT_EQ(FindHelpLibrary(), u"");  // longer than a path
+    SetEnvironmentVariableW(L"REKA_TEST_FOLDER", nullptr);
+    classes.SetHelpLibrary(std::u16string(260, u'x'));
+    EXPECT_EQ(FindHelpLibrary(), u"");
+    classes.SetHelpLibrary(std::u16string(259, u'x'));
+    EXPECT_EQ(FindHelpLibrary().size(), 259U);
+    classes.SetHelpLibrary(u"help.ocx", REG_BINARY);
+    EXPECT_EQ(FindHelpLibrary(), u"");
+}
+
+TEST(HtmlHelp, ShowsATopicOfAFile) {
+    CTestClasses classes;
+    classes.SetHelpLibrary(FakeHelp::Path());
+    const FakeHelp library;
+    CHtmlHelp help;
+    const HWND owner = GetDesktopWindow();
+    library.SetAnswer(nullptr);
+    EXPECT_FALSE(help.Show(owner, u"C:\\folder\\NAVO.chm", u"REKA/reka.htm"));
+    EXPECT_EQ(library.LastCall(), u"0|C:\\folder\\NAVO.chm|REKA/reka.htm");
+    EXPECT_EQ(library.LastCaller(), owner);
+    library.SetAnswer(owner);
+    EXPECT_TRUE(help.Show(owner, u"other", u"topic"));
+    EXPECT_EQ(library.LastCall(), u"0|other|topic");
+}
+
+TEST(HtmlHelp, LooksForItsLibraryOnce) {
+    CTestClasses classes;
+    const FakeHelp library;
+    library.SetAnswer(GetDesktopWindow());
+    CHtmlHelp help;
+    classes.SetHelpLibrary(ComponentFolder() + u"reka_editor_tests.exe");  // loads, and has no such entry
+    const int calls = library.CallCount();
+    EXPECT_FALSE(help.Show(nullptr, u"file", u"topic"));
+    classes.SetHelpLibrary(FakeHelp::Path());  // too late
+    EXPECT_FALSE(help.Show(nullptr, u"file", u"topic"));
+    EXPECT_EQ(library.CallCount(), calls);
+    CHtmlHelp another;
+    EXPECT_TRUE(another.Show(nullptr, u"file", u"topic"));
+    classes.SetHelpLibrary(u"no such file");
+    EXPECT_TRUE(another.Show(nullptr, u"file", u"topic"));
+    EXPECT_EQ(library.CallCount(), calls + 2);
+}
+
+TEST_F(EditorWindows, ShowHelpOrTellThatTheyCanNot) {
+    CTestClasses classes;
+    classes.SetHelpLibrary(FakeHelp::Path());
+    const FakeHelp library;
+    EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        const std::u16string file = ComponentFolder() + u"NAVO.chm";
+        library.SetAnswer(shell.Get());
+        shell.Click(IDC_EDIT_HELP);
+        EXPECT_EQ(u.CountDialogs(), 1);
+        EXPECT_EQ(library.LastCall(), u"0|" + file + u"|REKA/reka.htm");
+        EXPECT_EQ(library.LastCaller(), shell.Get());
+        library.SetAnswer(nullptr);
+        u.Press('H', {VK_MENU});
+        u.Answer({u"Error starting Help:", u"Failed to load HTML Help file " + file, errorBox}, IDOK);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+// The choice of a file
+
+constexpr int fileNameField = 0x47C;  // the system's number
+constexpr FileFilter filters[] = {{u"Texts (*.txt)", u"*.txt"}, {u"All files (*.*)", u"*.*"}};
+const OpenFileRequest openRequest = {u"Select a text:", filters, u"txt", 2048};
+
+class FileChoice : public EditorFixture {
+protected:
+    FileChoice() {
+        const HANDLE file = CreateFileW(Wide(path), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr);
+        EXPECT_NE(file, INVALID_HANDLE_VALUE);
+        CloseHandle(file);
+    }
+    ~FileChoice() override { DeleteFileW(Wide(path)); }
+
+    OpenFileAnswer Ask(std::u16string& chosen, const Work& work) {
+        CUser user([&](CUser& u) { work(u, u.WaitFor(openRequest.title)); });
+        const OpenFileAnswer answer = CEditorWindows(nullptr).AskForFile(openRequest, chosen);
+        user.Finish();
+        return answer;
+    }
+
+    const std::u16string path = ComponentFolder() + u"chosen \u00E9.txt";
+};
+
+TEST_F(FileChoice, TakesAFileThatThereIs) {
+    wchar_t before[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    std::u16string chosen;
+    EXPECT_EQ(Ask(chosen,
+                  [this](CUser& u, const CDrivenWindow& dialog) {
+                      dialog.Fill(fileNameField, ComponentFolder() + u"no such file");
+                      u.Press(VK_RETURN);
+                      EXPECT_EQ(u.CountDialogs(), 2);  // the system's word on it
+                      u.Press(VK_RETURN);
+                      dialog.Fill(fileNameField, path);
+                      u.Press(VK_RETURN);
+                  }),
+              OpenFileAnswer::Chosen);
+    EXPECT_EQ(chosen, path);
+    wchar_t after[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, after);
+    EXPECT_EQ(std::wstring(before), after);  // the simulator's folder stays what it was
+}
+
+TEST_F(FileChoice, BeginsWithTheFileInUse) {
+    std::u16string chosen = path;
+    EXPECT_EQ(Ask(chosen,
+                  [](CUser&, const CDrivenWindow& dialog) {
+                      EXPECT_NE(dialog.Text(fileNameField).find(u"chosen \u00E9.txt"), std::u16string::npos);
+                      dialog.Click(IDOK);
+                  }),
+              OpenFileAnswer::Chosen);
+    EXPECT_EQ(chosen, path);
+}
+
+TEST_F(FileChoice, LeavesThePathAloneWhenItIsCancelled) {
+    for (const std::u16string& begin :
+         {std::u16string(), path, std::u16string(u"C:\\no|path?"), std::u16string(3000, u'x')}) {
+        std::u16string chosen = begin;
+        EXPECT_EQ(Ask(chosen, [](CUser&, const CDrivenWindow& dialog) { dialog.Click(IDCANCEL); }),
+                  OpenFileAnswer::Cancelled);
+        EXPECT_EQ(chosen, begin);
+    }
+}
+
+TEST_F(FileChoice, TellsThatThereIsNoMemory) {
+    std::u16string chosen = path;
+    for (const std::size_t n : {1U, 2U}) {
+        FailAllocation(n);
+        EXPECT_EQ(CEditorWindows(nullptr).AskForFile(openRequest, chosen), OpenFileAnswer::NoMemory);
+    }
+    FailAllocation(0);
+    EXPECT_EQ(chosen, path);
+}
+
+}  // namespace
+}  // namespace reka::test
