@@ -159,10 +159,10 @@ TEST_P(ChoiceDialogs, HaveTheirControlsInPlace) {
         CheckLayout(u, dialog.Get());
         dialog.TakePicture(row.name);
         const RECT before = PlaceOf(dialog.Get());
-        dialog.DragCorner(120, 90);
+        dialog.DragCorner(80, 60);
         const RECT larger = PlaceOf(dialog.Get());
-        EXPECT_EQ(larger.right - before.right, row.isSizable ? 120 : 0);
-        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 90 : 0);
+        EXPECT_EQ(larger.right - before.right, row.isSizable ? 80 : 0);
+        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 60 : 0);
         if (row.isSizable) {
             CheckLayout(u, dialog.Get());
             dialog.TakePicture(row.name + std::string("Larger"));
