@@ -188,6 +188,27 @@ TEST_F(FormulaDialog, ShowsTheMessageAndTheRestInRedAndTakesItAllTheSame) {
     EXPECT_EQ(expression, u"2*C(Ether)+1");
 }
 
+/// What is typed over a selection takes the look of what was there, which may not be its own.
+TEST_F(FormulaDialog, ShowsWhatIsTypedOverASelectionAsItIs) {
+    expression = u"2*(T+1)*P";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        Select(u, dialog, {2, 3});
+        EXPECT_EQ(Painted(u, dialog), "..B...B..");
+        u.Type(u"P");
+        EXPECT_EQ(Text(u, dialog), u"2*PT+1)*P");
+        EXPECT_EQ(Painted(u, dialog).substr(0, 3), "...");
+        EXPECT_EQ(Painted(u, dialog).back(), 'r');
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"2*(T+1)*P");
+        EXPECT_EQ(Painted(u, dialog), "..B...B..");
+        Select(u, dialog, {0, 9});
+        u.Type(u"T");
+        EXPECT_EQ(Painted(u, dialog), ".");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"T");
+}
+
 TEST_F(FormulaDialog, TakesCharactersOfEveryScript) {
     expression = u"C(\"\u03B1-pinene\")";
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
