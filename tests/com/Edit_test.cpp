@@ -19,17 +19,16 @@ struct Seen {
     LRESULT icon = 0;
 };
 
+BOOL CALLBACK TakeShell(HWND window, LPARAM found) {
+    wchar_t title[50] = {};
+    GetWindowTextW(window, title, 50);
+    if (IsWindowVisible(window) && lstrcmpW(title, L"Edit:") == 0) *reinterpret_cast<HWND*>(found) = window;
+    return TRUE;
+}
+
 HWND FindShell(DWORD thread) {
     HWND found = nullptr;
-    EnumThreadWindows(
-        thread,
-        [](HWND window, LPARAM data) -> BOOL {
-            wchar_t title[50] = {};
-            GetWindowTextW(window, title, 50);
-            if (IsWindowVisible(window) && lstrcmpW(title, L"Edit:") == 0) *reinterpret_cast<HWND*>(data) = window;
-            return TRUE;
-        },
-        reinterpret_cast<LPARAM>(&found));
+    EnumThreadWindows(thread, TakeShell, reinterpret_cast<LPARAM>(&found));
     return found;
 }
 

@@ -254,5 +254,18 @@ TEST_F(CompoundsPage, FallsBackOnTheDefaultFile) {
     });
 }
 
+TEST_F(CompoundsPage, TellsThatThereIsNoFileAtAll) {
+    const std::u16string defaultFile = ComponentFolder() + u"data" + Slash() + u"Korvex1.pcd";
+    OnPage(EditPage::Compounds, [&](CUser& u, const CDrivenWindow& page) {
+        page.Click(IDC_COMPOUNDS_ADD);
+        u.Answer({u"Error:", u"failed to open " + defaultFile + u" for reading", errorBox}, IDOK);
+        const CDrivenWindow add = u.WaitFor(addTitle);
+        EXPECT_EQ(add.RowCount(IDC_ADD_COMPOUNDS_LIST), 0);
+        add.Click(IDCANCEL);
+        add.WaitUntilGone();
+        EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 2);
+    });
+}
+
 }  // namespace
 }  // namespace reka::test

@@ -22,6 +22,19 @@ namespace {
 
 const ExpectedBox noMemory = {u"Error:", u"out of memory", errorBox};
 
+BOOL CALLBACK TakeUsableDialog(HWND window, LPARAM found) {
+    if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !IsDialogWindow(window)) return TRUE;
+    *reinterpret_cast<HWND*>(found) = window;
+    return FALSE;
+}
+
+/// The topmost dialog or message box of that thread that can be used; null for none.
+HWND UsableDialog(DWORD thread) {
+    HWND found = nullptr;
+    EnumThreadWindows(thread, TakeUsableDialog, reinterpret_cast<LPARAM>(&found));
+    return found;
+}
+
 class EditorWindows : public EditorFixture {
 protected:
     EditorWindows() : package(*definition) {}
@@ -75,6 +88,25 @@ TEST_F(EditorWindows, NeedNoActiveWindow) {
     EXPECT_EQ(package->Edit(), S_FALSE);
 }
 
+TEST_F(EditorWindows, LeaveThePackageAsItWasAfterCancel) {
+    const auto other = MakePackage({u"A", u"B", u"Cc"});
+    other->name = CBstr::Make(u"Template");
+    PutDefinitions({other.get()});
+    const ReactionPackDefinition* const own = package->Definition();
+    CUser user([](CUser& u) {
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        shell.Click(IDC_EDIT_LOAD);
+        u.WaitFor(u"Load from reaction package template:").Click(IDOK);
+        EXPECT_EQ(OpenPage(u, shell, EditPage::Compounds).RowCount(IDC_COMPOUNDS_LIST), 3);
+        shell.Click(IDCANCEL);
+    });
+    EXPECT_EQ(package->Edit(), S_FALSE);
+    user.Finish();
+    EXPECT_EQ(package->Definition(), own);
+    EXPECT_EQ(own->compounds.size(), 2U);
+    EXPECT_EQ(own->reactions.size(), 1U);
+}
+
 TEST_F(EditorWindows, CanBeOpenTwiceInOneThread) {
     CUser user([&](CUser& u) {
         const CDrivenWindow first = u.WaitFor(u"Edit:");
@@ -101,15 +133,8 @@ TEST_F(EditorWindows, CanBeOpenInTwoThreads) {
         std::atomic<bool> isDone = false;
         const DWORD thread = GetCurrentThreadId();
         std::thread closer([&] {
-            HWND dialog = nullptr;
             while (!isDone) {
-                EnumThreadWindows(
-                    thread,
-                    [](HWND window, LPARAM found) -> BOOL {
-                        if (IsDialogWindow(window) && IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
-                        return TRUE;
-                    },
-                    reinterpret_cast<LPARAM>(&dialog));
+                const HWND dialog = UsableDialog(thread);
                 if (dialog) isOtherOpen = true;
                 if (dialog && isOtherToEnd) PostMessageW(dialog, WM_CLOSE, 0, 0);
                 Sleep(20);
@@ -266,21 +291,9 @@ TEST_F(EditorWindows, TellThatThereIsNoMemoryAndStayUsable) {
 
 /// The dialog or box that can be used now; null when `isDone`.
 HWND WaitForAny(CUser& u, DWORD thread, const std::atomic<bool>& isDone) {
-    struct Search {
-        HWND found = nullptr;
-    } search;
-    u.WaitUntil("a window", [&] {
-        EnumThreadWindows(
-            thread,
-            [](HWND window, LPARAM data) -> BOOL {
-                if (!IsWindowVisible(window) || !IsWindowEnabled(window) || !IsDialogWindow(window)) return TRUE;
-                reinterpret_cast<Search*>(data)->found = window;
-                return FALSE;
-            },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found || isDone;
-    });
-    return search.found;
+    HWND found = nullptr;
+    u.WaitUntil("a window", [&] { return (found = UsableDialog(thread)) || isDone; });
+    return found;
 }
 
 /// Each allocation of the opening fails in turn: the editor opens after a word on it, or doesn't.
