@@ -6,6 +6,8 @@
 
 #include <commctrl.h>
 
+#include <cstdlib>
+
 #include "BoxUi.h"
 #include "ControlTable.h"
 #include "capeopen/win/Module.h"
@@ -159,10 +161,10 @@ TEST_P(ChoiceDialogs, HaveTheirControlsInPlace) {
         CheckLayout(u, dialog.Get());
         dialog.TakePicture(row.name);
         const RECT before = PlaceOf(dialog.Get());
-        dialog.DragCorner(80, 60);
+        dialog.DragCorner(40, 30);
         const RECT larger = PlaceOf(dialog.Get());
-        EXPECT_EQ(larger.right - before.right, row.isSizable ? 80 : 0);
-        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 60 : 0);
+        EXPECT_EQ(larger.right - before.right, row.isSizable ? 40 : 0);
+        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 30 : 0);
         if (row.isSizable) {
             CheckLayout(u, dialog.Get());
             dialog.TakePicture(row.name + std::string("Larger"));
@@ -186,11 +188,14 @@ TEST_P(ChoiceDialogs, HaveTheirControlsInPlace) {
 TEST_P(ChoiceDialogs, BelongToTheirOwner) {
     const ChoiceCase& row = GetParam();
     Subject subject;
-    const HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 1000, 800,
                                        nullptr, nullptr, nullptr, nullptr);
     CUser user([&](CUser& u) {
         const CDrivenWindow dialog = u.WaitFor(row.title);
         EXPECT_EQ(GetWindow(dialog.Get(), GW_OWNER), owner);
+        const POINT middle = MiddleOf(PlaceOf(dialog.Get()));
+        EXPECT_LE(std::abs(middle.x - MiddleOf(PlaceOf(owner)).x), 1);
+        EXPECT_LE(std::abs(middle.y - MiddleOf(PlaceOf(owner)).y), 1);
         EXPECT_FALSE(IsWindowEnabled(owner));
         dialog.Click(IDCANCEL);
         dialog.WaitUntilGone();

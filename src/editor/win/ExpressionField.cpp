@@ -9,8 +9,6 @@
 #include <richole.h>
 #include <tom.h>
 
-#include <cstring>
-
 namespace reka {
 
 namespace {
