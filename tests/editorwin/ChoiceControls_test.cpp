@@ -6,7 +6,9 @@
 
 #include <commctrl.h>
 
+#include <atomic>
 #include <cstdlib>
+#include <new>
 
 #include "BoxUi.h"
 #include "ControlTable.h"
@@ -18,6 +20,7 @@
 #include "editor/win/CPowerLawDlg.h"
 #include "editor/win/CSelectCompoundMatTemplateDlg.h"
 #include "editor/win/resource.h"
+#include "support/AllocationCounter.h"
 #include "support/Builders.h"
 #include "support/FakeFiles.h"
 #include "support/PcdBytes.h"
@@ -217,6 +220,67 @@ TEST_P(ChoiceDialogs, AreCancelledWhereTheSystemRefusesThem) {
     EXPECT_EQ(subject.expression, u"2*C(Water)*(T+foo)");
     EXPECT_EQ(subject.selected, 7);
     EXPECT_EQ(subject.definition->compounds.size(), 3U);
+}
+
+/// Closes whatever opens until the test is done. True if that was once more than a message.
+bool CloseAll(CUser& u, const std::atomic<bool>& isDone) {
+    bool hasOpened = false;
+    while (!isDone) {
+        const HWND window = u.TopDialog();
+        if (!window) {
+            Sleep(2);
+            continue;
+        }
+        const bool isBox = u.TextOf(window) == u"Error:";
+        hasOpened = hasOpened || !isBox;
+        PostMessageW(window, isBox ? WM_COMMAND : WM_CLOSE, isBox ? IDOK : 0, 0);
+        u.WaitUntil("its end", [&] { return !IsWindow(window) || !IsWindowVisible(window); });
+    }
+    return hasOpened;
+}
+
+/// Each allocation of the opening fails in turn.
+TEST_P(ChoiceDialogs, OpenWithoutMemoryOrLeaveAllAsItWas) {
+    bool isReached = true;
+    int openings = 0;
+    for (std::size_t n = 1; isReached; ++n) {
+        Subject subject;
+        std::atomic<bool> isDone = false;
+        bool hasOpened = false;
+        CUser user([&](CUser& u) { hasOpened = CloseAll(u, isDone); });
+        FailAllocation(n);
+        try {
+            EXPECT_FALSE(GetParam().run(subject, nullptr)) << n;
+        } catch (const std::bad_alloc&) {  // before there was a window
+        }
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        isDone = true;
+        user.Finish();
+        if (hasOpened) ++openings;
+        EXPECT_EQ(subject.text.View(), u"R1");
+        EXPECT_EQ(subject.expression, u"2*C(Water)*(T+foo)");
+        EXPECT_EQ(subject.selected, 7);
+        EXPECT_EQ(subject.definition->compounds.size(), 3U);
+    }
+    EXPECT_GE(openings, 1);
+}
+
+TEST_P(ChoiceDialogs, FreeAllThatTheyTook) {
+    for (int i = 0; i < 3; ++i) {
+        Subject subject;
+        CUser user([](CUser& u) {
+            u.WaitFor(GetParam().title);
+            u.Press(VK_ESCAPE);
+        });
+        const CAllocationCounter counter;
+        EXPECT_FALSE(GetParam().run(subject, nullptr));
+        const std::ptrdiff_t left = counter.Left();
+        user.Finish();
+        if (i > 0) {  // the parser keeps the words that it has once made
+            EXPECT_EQ(left, 0);
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, ChoiceDialogs, testing::ValuesIn(choiceCases),

@@ -381,6 +381,13 @@ HWND CUser::Focus() const {
     return GetGUIThreadInfo(testThread, &info) ? info.hwndFocus : nullptr;
 }
 
+HWND CUser::TopDialog() const {
+    for (const HWND dialog : DialogsOf(testThread)) {
+        if (IsWindowEnabled(dialog)) return dialog;
+    }
+    return nullptr;
+}
+
 int CUser::CountDialogs() const {
     return static_cast<int>(DialogsOf(testThread).size());
 }
