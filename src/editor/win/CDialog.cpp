@@ -167,7 +167,9 @@ void CDialog::Command(WPARAM wParam, LPARAM lParam) {
 }
 
 void CDialog::Notify(LPARAM lParam) {
-    const LRESULT result = isInitialised && silences == 0 ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : LRESULT{0};
+    SetWindowLongPtrW(window, DWLP_MSGRESULT, 0);  // also where memory runs out
+    if (!isInitialised || silences > 0) return;
+    const LRESULT result = OnNotify(*reinterpret_cast<NMHDR*>(lParam));
     if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
 }
 
