@@ -128,6 +128,20 @@ TEST_F(AddCompounds, StandsInTheOrderOfTheFileAgainAfterAFilter) {
     EXPECT_EQ(Filter(u""), (Strings{"Water", "methane", "Ethanol", "argon"}));
 }
 
+TEST_F(AddCompounds, FindsARowByTheBeginningOfItsName) {
+    EXPECT_EQ(dialog.FindRow(0, u"m"), 1);
+    EXPECT_EQ(dialog.FindRow(0, u"METH"), 1);
+    EXPECT_EQ(dialog.FindRow(2, u"meth"), 1);  // on at the first row
+    EXPECT_EQ(dialog.FindRow(99, u"e"), 2);
+    EXPECT_EQ(dialog.FindRow(0, u"ethane"), -1);
+    EXPECT_EQ(dialog.FindRow(0, u"argon and more"), -1);
+    EXPECT_EQ(dialog.FindRow(3, u""), 3);
+    EXPECT_TRUE(dialog.Accept({1}));
+    EXPECT_EQ(dialog.FindRow(0, u"meth"), -1);  // it is gone
+    Filter(u"nothing has this");
+    EXPECT_EQ(dialog.FindRow(0, u"a"), -1);
+}
+
 TEST_F(AddCompounds, AddsTheSelectedRowsInTheirOrder) {
     AddKinetic(*definition, u"r1", u"").stoichiometry = {-1.0};
     dialog.SortByColumn(0);  // argon, Ethanol, methane, Water

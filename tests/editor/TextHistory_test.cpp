@@ -265,7 +265,7 @@ TEST_F(ShownFormat, KnowsWhatWasPasted) {
     EXPECT_EQ(Show(u"(T)", 0, {0, 0}, -1), 2);
     EXPECT_EQ(Show(u"(T+P+1)", 6, {6, 6}, -1), 0);
     EXPECT_EQ(Show(u"(P+1)", 2, {2, 2}, 4), 2);   // part of the text deleted
-    EXPECT_EQ(Show(u"(P+1TT", 6, {6, 6}, 4), 1);  // the bracket replaced, in its red
+    EXPECT_EQ(Show(u"(P+1TT", 6, {6, 6}, 4), 0);  // the bracket replaced, in its red
 }
 
 TEST_F(ShownFormat, IsNotSureAtTheStartOfALine) {

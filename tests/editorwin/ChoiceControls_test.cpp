@@ -6,6 +6,10 @@
 
 #include <commctrl.h>
 
+#include <atomic>
+#include <cstdlib>
+#include <new>
+
 #include "BoxUi.h"
 #include "ControlTable.h"
 #include "capeopen/win/Module.h"
@@ -16,6 +20,7 @@
 #include "editor/win/CPowerLawDlg.h"
 #include "editor/win/CSelectCompoundMatTemplateDlg.h"
 #include "editor/win/resource.h"
+#include "support/AllocationCounter.h"
 #include "support/Builders.h"
 #include "support/FakeFiles.h"
 #include "support/PcdBytes.h"
@@ -76,7 +81,7 @@ const ChoiceCase choiceCases[] = {
      [](Subject& s, HWND owner) { return CInputDlg(u"Enter reaction ID:", s.text).Run(owner); },
      {{224, u"Edit", u"R1", ES_AUTOHSCROLL | tab, ES_MULTILINE | ES_READONLY}, okButton, cancelButton}},
     {"CompoundSource",
-     u"Add compounds:",
+     u"Compound source:",
      false,
      [](Subject& s, HWND owner) { return CSelectCompoundMatTemplateDlg(s.names, s.selected).Run(owner); },
      {{253, u"Button", u"From database", BS_AUTORADIOBUTTON | WS_GROUP},
@@ -85,7 +90,7 @@ const ChoiceCase choiceCases[] = {
       okButton,
       cancelButton}},
     {"MaterialCompounds",
-     u"Add compounds:",
+     u"Compounds from material template:",
      false,
      [](Subject& s, HWND owner) { return CCompoundsFromMaterialDlg(s.compounds, *s.definition, s.ui).Run(owner); },
      {{209, u"SysListView32", nullptr, LVS_REPORT | tab, LVS_EDITLABELS | LVS_SORTASCENDING}, okButton, cancelButton}},
@@ -159,10 +164,10 @@ TEST_P(ChoiceDialogs, HaveTheirControlsInPlace) {
         CheckLayout(u, dialog.Get());
         dialog.TakePicture(row.name);
         const RECT before = PlaceOf(dialog.Get());
-        dialog.DragCorner(120, 90);
+        dialog.DragCorner(40, 30);
         const RECT larger = PlaceOf(dialog.Get());
-        EXPECT_EQ(larger.right - before.right, row.isSizable ? 120 : 0);
-        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 90 : 0);
+        EXPECT_EQ(larger.right - before.right, row.isSizable ? 40 : 0);
+        EXPECT_EQ(larger.bottom - before.bottom, row.isSizable ? 30 : 0);
         if (row.isSizable) {
             CheckLayout(u, dialog.Get());
             dialog.TakePicture(row.name + std::string("Larger"));
@@ -186,11 +191,14 @@ TEST_P(ChoiceDialogs, HaveTheirControlsInPlace) {
 TEST_P(ChoiceDialogs, BelongToTheirOwner) {
     const ChoiceCase& row = GetParam();
     Subject subject;
-    const HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"owner", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 50, 50, 1000, 800,
                                        nullptr, nullptr, nullptr, nullptr);
     CUser user([&](CUser& u) {
         const CDrivenWindow dialog = u.WaitFor(row.title);
         EXPECT_EQ(GetWindow(dialog.Get(), GW_OWNER), owner);
+        const POINT middle = MiddleOf(PlaceOf(dialog.Get()));
+        EXPECT_LE(std::abs(middle.x - MiddleOf(PlaceOf(owner)).x), 1);
+        EXPECT_LE(std::abs(middle.y - MiddleOf(PlaceOf(owner)).y), 1);
         EXPECT_FALSE(IsWindowEnabled(owner));
         dialog.Click(IDCANCEL);
         dialog.WaitUntilGone();
@@ -212,6 +220,68 @@ TEST_P(ChoiceDialogs, AreCancelledWhereTheSystemRefusesThem) {
     EXPECT_EQ(subject.expression, u"2*C(Water)*(T+foo)");
     EXPECT_EQ(subject.selected, 7);
     EXPECT_EQ(subject.definition->compounds.size(), 3U);
+}
+
+/// Closes whatever opens until the test is done. True if that was once more than a message.
+bool CloseAll(CUser& u, const std::atomic<bool>& isDone) {
+    bool hasOpened = false;
+    while (!isDone) {
+        const HWND window = u.TopDialog();
+        if (!window) {
+            Sleep(2);
+            continue;
+        }
+        const bool isBox = u.TextOf(window) == u"Error:";
+        hasOpened = hasOpened || !isBox;
+        PostMessageW(window, isBox ? WM_COMMAND : WM_CLOSE, isBox ? IDOK : 0, 0);
+        u.WaitUntil("its end", [&] { return !IsWindow(window) || !IsWindowVisible(window); });
+    }
+    return hasOpened;
+}
+
+/// Each allocation of the opening fails in turn.
+TEST_P(ChoiceDialogs, OpenWithoutMemoryOrLeaveAllAsItWas) {
+    bool isReached = true;
+    int openings = 0;
+    for (std::size_t n = 1; isReached; ++n) {
+        Subject subject;
+        std::atomic<bool> isDone = false;
+        bool hasOpened = false;
+        CUser user([&](CUser& u) { hasOpened = CloseAll(u, isDone); });
+        FailAllocation(n);
+        try {
+            EXPECT_FALSE(GetParam().run(subject, nullptr)) << n;
+        } catch (const std::bad_alloc&) {  // before there was a window
+        }
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        isDone = true;
+        user.Finish();
+        if (hasOpened) ++openings;
+        EXPECT_EQ(subject.text.View(), u"R1");
+        EXPECT_EQ(subject.expression, u"2*C(Water)*(T+foo)");
+        EXPECT_EQ(subject.selected, 7);
+        EXPECT_EQ(subject.definition->compounds.size(), 3U);
+    }
+    EXPECT_GE(openings, 1);
+}
+
+TEST_P(ChoiceDialogs, FreeAllThatTheyTook) {
+    for (int i = 0; i < 3; ++i) {
+        Subject subject;
+        CUser user([](CUser& u) {
+            u.WaitFor(GetParam().title);
+            u.Press(VK_ESCAPE);
+        });
+        const CAllocationCounter counter;
+        EXPECT_FALSE(GetParam().run(subject, nullptr));
+        std::vector<std::string>().swap(subject.files.operations);  // which the test itself took
+        const std::ptrdiff_t left = counter.Left();
+        user.Finish();
+        if (i > 0) {  // the parser keeps the words that it has once made
+            EXPECT_EQ(left, 0);
+        }
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Table, ChoiceDialogs, testing::ValuesIn(choiceCases),

@@ -24,7 +24,7 @@ class CompoundSourceDialog : public testing::Test {
 protected:
     bool Open(const Work& work) {
         CUser user([&](CUser& u) {
-            const CDrivenWindow dialog = u.WaitFor(u"Add compounds:");
+            const CDrivenWindow dialog = u.WaitFor(u"Compound source:");
             work(u, dialog);
             dialog.WaitUntilGone();
         });
@@ -119,7 +119,7 @@ protected:
     }
     bool Open(const Work& work) {
         CUser user([&](CUser& u) {
-            const CDrivenWindow dialog = u.WaitFor(u"Add compounds:");
+            const CDrivenWindow dialog = u.WaitFor(u"Compounds from material template:");
             work(u, dialog);
             dialog.WaitUntilGone();
         });

@@ -334,10 +334,11 @@ void CUser::ClickAt(POINT place, int count, std::initializer_list<WORD> held) {
     lastClick = place;
     Put({MouseInput(moveFlags, place)});
     Settle();
+    // Each with its place: the display may have moved the pointer back by now, since it has one of its own.
     std::vector<INPUT> clicks;
     for (int i = 0; i < count; ++i) {
-        clicks.push_back(MouseInput(MOUSEEVENTF_LEFTDOWN, {}));
-        clicks.push_back(MouseInput(MOUSEEVENTF_LEFTUP, {}));
+        clicks.push_back(MouseInput(moveFlags | MOUSEEVENTF_LEFTDOWN, place));
+        clicks.push_back(MouseInput(moveFlags | MOUSEEVENTF_LEFTUP, place));
     }
     Put(Holding(held, clicks));
     Settle();
@@ -347,14 +348,14 @@ void CUser::Drag(POINT from, POINT to) {
     Sleep(GetDoubleClickTime() + 20);  // no click before is part of this
     Put({MouseInput(moveFlags, from)});
     Settle();
-    Put({MouseInput(MOUSEEVENTF_LEFTDOWN, {})});
+    Put({MouseInput(moveFlags | MOUSEEVENTF_LEFTDOWN, from)});
     Settle();
     constexpr int steps = 4;
     for (int i = 1; i <= steps; ++i) {
         Put({MouseInput(moveFlags, {from.x + (to.x - from.x) * i / steps, from.y + (to.y - from.y) * i / steps})});
         Settle();
     }
-    Put({MouseInput(MOUSEEVENTF_LEFTUP, {})});
+    Put({MouseInput(moveFlags | MOUSEEVENTF_LEFTUP, to)});
     Settle();
 }
 
@@ -379,6 +380,13 @@ HWND CUser::Focus() const {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
     return GetGUIThreadInfo(testThread, &info) ? info.hwndFocus : nullptr;
+}
+
+HWND CUser::TopDialog() const {
+    for (const HWND dialog : DialogsOf(testThread)) {
+        if (IsWindowEnabled(dialog)) return dialog;
+    }
+    return nullptr;
 }
 
 int CUser::CountDialogs() const {

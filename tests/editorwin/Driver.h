@@ -74,6 +74,8 @@ public:
     HWND Focus() const;
     /// Dialogs and message boxes now open in the test's thread, the topmost first.
     int CountDialogs() const;
+    /// The topmost of them that can be used now; null for none.
+    HWND TopDialog() const;
 
     /// Ends the work as failed.
     [[noreturn]] void GiveUp(const std::string& why);

@@ -10,6 +10,7 @@
 #include <tom.h>
 
 #include <chrono>
+#include <cstdio>
 
 #include "Driver.h"
 #include "editor/win/resource.h"
@@ -50,15 +51,17 @@ protected:
 
     /// Each character of the field: "." black, "B" bold, "r" red, "R" red and bold, "?" something else.
     static std::string Painted(CUser& user, const CDrivenWindow& dialog) {
+        return Painted(user, dialog, 0, Text(user, dialog).size());
+    }
+    static std::string Painted(CUser& user, const CDrivenWindow& dialog, std::size_t first, std::size_t length) {
         std::string painted;
         const HWND field = dialog.Item(IDC_EXPRESSION_TEXT);
-        const std::size_t length = Text(user, dialog).size();
         user.OnTestThread([&] {
             CComRef<IUnknown> model;
             SendMessageW(field, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(model.Receive()));
             CComRef<ITextDocument> document;
             model->QueryInterface(textDocumentId, reinterpret_cast<void**>(document.Receive()));
-            for (std::size_t i = 0; i < length; ++i) painted += Letter(*document, static_cast<long>(i));
+            for (std::size_t i = first; i < first + length; ++i) painted += Letter(*document, static_cast<long>(i));
         });
         return painted;
     }
@@ -185,6 +188,27 @@ TEST_F(FormulaDialog, ShowsTheMessageAndTheRestInRedAndTakesItAllTheSame) {
     EXPECT_EQ(expression, u"2*C(Ether)+1");
 }
 
+/// What is typed over a selection takes the look of what was there, which may not be its own.
+TEST_F(FormulaDialog, ShowsWhatIsTypedOverASelectionAsItIs) {
+    expression = u"2*(T+1)*P";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        Select(u, dialog, {2, 3});
+        EXPECT_EQ(Painted(u, dialog), "..B...B..");
+        u.Type(u"P");
+        EXPECT_EQ(Text(u, dialog), u"2*PT+1)*P");
+        EXPECT_EQ(Painted(u, dialog).substr(0, 3), "...");
+        EXPECT_EQ(Painted(u, dialog).back(), 'r');
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"2*(T+1)*P");
+        EXPECT_EQ(Painted(u, dialog), "..B...B..");
+        Select(u, dialog, {0, 9});
+        u.Type(u"T");
+        EXPECT_EQ(Painted(u, dialog), ".");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"T");
+}
+
 TEST_F(FormulaDialog, TakesCharactersOfEveryScript) {
     expression = u"C(\"\u03B1-pinene\")";
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
@@ -253,13 +277,13 @@ TEST_F(FormulaDialog, CountsLineEndsAsTheTextHasThem) {
         std::int32_t position = -1;
         EXPECT_EQ(ParseExpression(*definition, before, message, &position), nullptr);
         EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), message);
-        ASSERT_GE(position, 0);
-        Select(u, dialog, {4, 4});  // in front of the bracket
-        const std::string painted = Painted(u, dialog);
-        const auto good = static_cast<std::size_t>(position);
-        EXPECT_EQ(painted.substr(0, good), std::string(good, '.'));
+        EXPECT_EQ(position, 3);  // no line end is part of an expression
         // The line ends themselves have no look.
-        EXPECT_EQ(painted.substr(4, 3), position <= 4 ? "rrr" : "B.B");
+        EXPECT_EQ(Painted(u, dialog, 0, 2), "..");
+        EXPECT_EQ(Painted(u, dialog, 4, 3), "rrr");
+        u.Press(VK_UP);
+        u.Press(VK_END);
+        EXPECT_EQ(Selection(u, dialog), (TextRange{7, 7}));
         dialog.Click(IDOK);
     }));
     EXPECT_EQ(expression, before);
@@ -292,7 +316,7 @@ TEST_F(FormulaDialog, IsWorkedByTheKeyboardAlone) {
 /// told, and asserted by nobody.
 TEST_F(FormulaDialog, WorksOnALongText) {
     expression = u"(1";
-    while (expression.size() < 65536) expression += u"+(C(Water)*2)";
+    while (expression.size() < 65536) expression += u" + (C(Water)*2)";
     expression += u")";
     const std::u16string before = expression;
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
@@ -308,27 +332,43 @@ TEST_F(FormulaDialog, WorksOnALongText) {
         u.Press(VK_LEFT);
         EXPECT_EQ(firstLine(), last);
         // In the middle, with what is scrolled to a few lines off the caret.
-        const auto middle = static_cast<std::int32_t>(before.find(u"C(Water)", before.size() / 2)) - 1;
-        Select(u, dialog, {middle + 3, middle + 3});
+        const auto middle = static_cast<std::int32_t>(before.find(u"*2)", before.size() / 2)) + 1;
+        Select(u, dialog, {middle, middle});
         u.Send(field, EM_SCROLLCARET);
         const LRESULT line = firstLine();
-        constexpr int keys = 5;
+        constexpr int keys = 20;
         const auto start = std::chrono::steady_clock::now();
         for (int i = 0; i < keys; ++i) u.Type(u"2");
         const auto typed = std::chrono::steady_clock::now();
         EXPECT_EQ(firstLine(), line);
-        EXPECT_EQ(Selection(u, dialog), (TextRange{middle + 3 + keys, middle + 3 + keys}));
+        EXPECT_EQ(Selection(u, dialog), (TextRange{middle + keys, middle + keys}));
         for (int i = 0; i < keys; ++i) u.Press(VK_LEFT);
         const auto moved = std::chrono::steady_clock::now();
         EXPECT_EQ(firstLine(), line);
-        const auto each = [&](auto time) {
-            return static_cast<int>(std::chrono::duration_cast<std::chrono::microseconds>(time).count() / keys);
+        const auto tell = [](const char* what, std::chrono::steady_clock::duration time) {
+            const auto microseconds = std::chrono::duration_cast<std::chrono::microseconds>(time).count();
+            RecordProperty(what, static_cast<int>(microseconds));
+            std::printf("%s: %d\n", what, static_cast<int>(microseconds));
         };
-        RecordProperty("MicrosecondsPerCharacter", each(typed - start));
-        RecordProperty("MicrosecondsPerMove", each(moved - typed));
-        printf("per character %d us, per move %d us\n", each(typed - start), each(moved - typed));
+        tell("MicrosecondsPerCharacter", (typed - start) / keys);
+        tell("MicrosecondsPerMove", (moved - typed) / keys);
         u.Press('Z', {VK_CONTROL});
         EXPECT_EQ(Text(u, dialog), before);
+        // An error in the middle, which makes all behind it red and goes again.
+        const auto faulty = std::chrono::steady_clock::now();
+        u.Type(u"?");
+        tell("MicrosecondsOfAnError", std::chrono::steady_clock::now() - faulty);
+        EXPECT_EQ(firstLine(), line);
+        EXPECT_EQ(Selection(u, dialog), (TextRange{middle + 1, middle + 1}));
+        EXPECT_NE(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        const auto at = static_cast<std::size_t>(middle);
+        EXPECT_EQ(Painted(u, dialog, at, 20).back(), 'r');
+        EXPECT_EQ(Painted(u, dialog, before.size() - 20, 20), std::string(20, 'r'));
+        u.Press(VK_BACK);
+        EXPECT_EQ(Text(u, dialog), before);
+        EXPECT_EQ(Painted(u, dialog, at, 20), std::string(20, '.'));
+        EXPECT_EQ(Painted(u, dialog, before.size() - 20, 20), std::string(20, '.'));
+        EXPECT_EQ(firstLine(), line);
         dialog.Click(IDOK);
     }));
     EXPECT_EQ(expression, before);

@@ -177,6 +177,15 @@ TEST_F(EditShellDialog, TakesEnterAndEscapeInAPageForNothing) {
     }));
 }
 
+/// As a program presses a button for its user, or a click does that activates the window.
+TEST_F(EditShellDialog, TakesAButtonWithTheFocusStillInAPage) {
+    EXPECT_TRUE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"Typed");
+        u.Send(shell.Get(), WM_COMMAND, IDOK, reinterpret_cast<LPARAM>(shell.Item(IDOK)));
+    }));
+    EXPECT_EQ(definition->name.View(), u"Typed");
+}
+
 TEST_F(EditShellDialog, IsCancelledByTheFrameFromAnyField) {
     EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
         VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"Typed");

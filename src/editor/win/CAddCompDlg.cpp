@@ -81,8 +81,9 @@ void CAddCompDlg::OnInit() {
     RECT client = {};
     GetClientRect(Window(), &client);
     templateSize = {client.right, client.bottom};
-    templatePlaces.clear();
-    for (const MovingControl& moving : movingControls) templatePlaces.push_back(PlaceOf(moving.control));
+    static_assert(std::size(movingControls) == movingControlCount);
+    std::transform(std::begin(movingControls), std::end(movingControls), templatePlaces.begin(),
+                   [this](const MovingControl& moving) { return PlaceOf(moving.control); });
     KeepPresentSizeAsSmallest();
 
     CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
@@ -227,7 +228,7 @@ void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
 void CAddCompDlg::OnSize(int width, int height) {
     const int right = width - templateSize.width;
     const int down = height - templateSize.height;
-    auto place = templatePlaces.begin();
+    const ControlPlace* place = templatePlaces.data();
     for (const MovingControl& moving : movingControls) {
         const ControlPlace& at = *place++;
         Place(moving.control,

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <array>
+#include <cstddef>
 #include <vector>
 
 #include <windows.h>
@@ -39,9 +41,10 @@ private:
 
     CAddCompounds compounds;
     IEditorUi& ui;
-    ControlSize templateSize;                  // of the client area
-    std::vector<ControlPlace> templatePlaces;  // of the controls that move or grow
-    int fittedWidth = 0;                       // of the client area that the columns were fitted to
+    static constexpr std::size_t movingControlCount = 9;  // of those that move or grow as the window does
+    ControlSize templateSize;                             // of the client area
+    std::array<ControlPlace, movingControlCount> templatePlaces;
+    int fittedWidth = 0;  // of the client area that the columns were fitted to
 };
 
 }  // namespace reka

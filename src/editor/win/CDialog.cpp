@@ -2,6 +2,8 @@
 
 #include "editor/win/CDialog.h"
 
+#include <algorithm>
+
 #include "capeopen/win/Module.h"
 
 namespace reka {
@@ -130,7 +132,27 @@ bool CDialog::Initialise() {
     RECT client = {};
     GetClientRect(window, &client);
     OnSize(client.right, client.bottom);
+    if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();
     return !isFocusSet;
+}
+
+/// In the middle of its owner, or of the screen without one, and with its title on the screen in any case.
+void CDialog::CentreOverOwner() {
+    const HWND owner = GetWindow(window, GW_OWNER);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    if (!GetMonitorInfoW(MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor)) return;
+    const RECT& screen = monitor.rcWork;
+    RECT around = screen;
+    if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
+    RECT frame = {};
+    GetWindowRect(window, &frame);
+    const LONG width = frame.right - frame.left;
+    const LONG height = frame.bottom - frame.top;
+    const LONG left = std::min((around.left + around.right - width) / 2, screen.right - width);
+    const LONG top = std::min((around.top + around.bottom - height) / 2, screen.bottom - height);
+    SetWindowPos(window, nullptr, std::max(left, screen.left), std::max(top, screen.top), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void CDialog::Command(WPARAM wParam, LPARAM lParam) {
@@ -145,7 +167,9 @@ void CDialog::Command(WPARAM wParam, LPARAM lParam) {
 }
 
 void CDialog::Notify(LPARAM lParam) {
-    const LRESULT result = isInitialised && silences == 0 ? OnNotify(*reinterpret_cast<NMHDR*>(lParam)) : LRESULT{0};
+    SetWindowLongPtrW(window, DWLP_MSGRESULT, 0);  // also where memory runs out
+    if (!isInitialised || silences > 0) return;
+    const LRESULT result = OnNotify(*reinterpret_cast<NMHDR*>(lParam));
     if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
 }
 

@@ -92,6 +92,7 @@ private:
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool Initialise();
+    void CentreOverOwner();
     void Command(WPARAM wParam, LPARAM lParam);
     void Notify(LPARAM lParam);
     void Size(WPARAM kind, LPARAM size);

@@ -95,16 +95,7 @@ void CEditFormulaDlg::Show(const ExpressionRun& run) {
 
 /// All runs are known: only what differs is formatted, which moves no selection.
 void CEditFormulaDlg::Select(TextRange range) {
-    const std::u16string text = field.Text();
-    const std::vector<ExpressionRun> differing = format.Change(text, range.end, wanted);
-    bool isFormatted = false;
-    try {
-        isFormatted = field.Format(text, differing);
-    } catch (...) {
-        format.Forget();
-        throw;
-    }
-    if (!isFormatted) format.Forget();
+    if (!field.Format(format.Change(field.Text(), range.end, wanted))) format.Forget();
 }
 
 void CEditFormulaDlg::ShowStatus(const std::u16string& message) {

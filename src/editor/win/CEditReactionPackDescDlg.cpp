@@ -80,15 +80,20 @@ bool CEditReactionPackDescDlg::IsFocusInPage() const {
 }
 
 // A key that means OK or Cancel, pressed in a page, is the page's, which has no use for it; not every system tells the
-// page. A click takes the focus out of the page first.
+// page. The focus alone wouldn't tell: after a click that activates the window it may still be in the page.
+bool CEditReactionPackDescDlg::IsKeyOfPage() const {
+    const bool isPressed = GetKeyState(VK_RETURN) < 0 || GetKeyState(VK_ESCAPE) < 0;
+    return isPressed && IsFocusInPage();
+}
+
 void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
     if (notification != BN_CLICKED) return;
     switch (control) {
         case IDOK:
-            if (!IsFocusInPage()) Accept();
+            if (!IsKeyOfPage()) Accept();
             break;
         case IDCANCEL:
-            if (!IsFocusInPage()) End(IDCANCEL);
+            if (!IsKeyOfPage()) End(IDCANCEL);
             break;
         case IDC_EDIT_HELP:
             shell.ShowHelp();

@@ -31,6 +31,7 @@ private:
     void CreatePage(CDialog& page);
     void ShowSelectedPage();
     bool IsFocusInPage() const;
+    bool IsKeyOfPage() const;
     void Accept();
     void Load();
 

@@ -1,5 +1,5 @@
 // See ExpressionField.h. Text goes in and out by messages that take it in Unicode, since the control's class isn't a
-// Unicode one; formatting goes through the control's object model, which leaves the selection alone.
+// Unicode one.
 
 #include "editor/win/ExpressionField.h"
 
@@ -9,8 +9,6 @@
 #include <richole.h>
 #include <tom.h>
 
-#include <cstring>
-
 namespace reka {
 
 namespace {
@@ -18,7 +16,7 @@ namespace {
 constexpr UINT unicode = 1200;  // the code page
 constexpr GUID textDocumentId = {0x8CC497C0, 0xA1DF, 0x11CE, {0x80, 0x98, 0x00, 0xAA, 0x00, 0x47, 0xBE, 0x5D}};
 
-constexpr std::int32_t longestFormatted = 1000;  // characters that are formatted as they stand
+constexpr long autoColour = tomAutoColor;
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
@@ -59,10 +57,18 @@ bool IsRequest(UINT message, WPARAM key, FieldRequest& request) {
     return isAlone && key == VK_INSERT && IsDown(VK_SHIFT);
 }
 
-/// What is scrolled to stays, and nothing is drawn, while it lives.
+/// Sets what isn't so already: each setting makes the field lay its text out afresh.
+bool SetLook(ITextFont& font, long isBold, long colour) {
+    long present = 0;
+    if (FAILED(font.GetBold(&present)) || (present != isBold && FAILED(font.SetBold(isBold)))) return false;
+    return SUCCEEDED(font.GetForeColor(&present)) && (present == colour || SUCCEEDED(font.SetForeColor(colour)));
+}
+
+/// What is scrolled to stays, nothing is drawn and nothing reported while it lives.
 class CFieldFilling {
 public:
     explicit CFieldFilling(HWND filled) : field(filled) {
+        events = SendMessageW(field, EM_SETEVENTMASK, 0, 0);
         SendMessageW(field, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
         SendMessageW(field, WM_SETREDRAW, FALSE, 0);
     }
@@ -70,6 +76,7 @@ public:
         SendMessageW(field, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
         SendMessageW(field, WM_SETREDRAW, TRUE, 0);
         InvalidateRect(field, nullptr, FALSE);
+        SendMessageW(field, EM_SETEVENTMASK, 0, events);
     }
     CFieldFilling(const CFieldFilling&) = delete;
     CFieldFilling& operator=(const CFieldFilling&) = delete;
@@ -77,6 +84,7 @@ public:
 private:
     HWND field;
     POINT scrolled = {};
+    LPARAM events = 0;
 };
 
 class COpenClipboard {
@@ -140,7 +148,7 @@ TextRange CExpressionField::Selection() const {
     return {selection.cpMin, selection.cpMax};
 }
 
-void CExpressionField::Select(TextRange range) {
+void CExpressionField::Select(TextRange range) const {
     CHARRANGE selection = {range.first, range.end};
     SendMessageW(field, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
 }
@@ -156,38 +164,42 @@ void CExpressionField::Replace(const TextReplacement& replacement) {
     SendMessageW(field, EM_SCROLLCARET, 0, 0);
 }
 
-bool CExpressionField::Format(const std::u16string& text, const std::vector<ExpressionRun>& runs) {
+bool CExpressionField::Format(const std::vector<ExpressionRun>& runs) {
     if (runs.empty()) return true;
-    if (!document) return false;
+    const TextRange selection = Selection();
+    const bool isCaret = selection.first == selection.end;
     const CFieldFilling filling(field);
     bool isFormatted = true;
-    for (const ExpressionRun& run : runs) isFormatted = FormatRun(text, run) && isFormatted;
+    for (const ExpressionRun& run : runs)
+        isFormatted = (isCaret ? FormatAsSelected(run) : FormatRun(run)) && isFormatted;
+    if (isCaret) Select(selection);
     return isFormatted;
 }
 
-/// A long run is put in afresh behind its first character, whose look it takes: there are fields that need a
-/// millisecond to format a word that is there, and hardly any time for a new text.
-bool CExpressionField::FormatRun(const std::u16string& text, const ExpressionRun& run) {
-    const bool isLong = run.range.end - run.range.first > longestFormatted;
+/// The quick way, for texts of any length; it costs the selection, and with that which of its ends moves.
+bool CExpressionField::FormatAsSelected(const ExpressionRun& run) const {
+    Select(run.range);
+    CHARFORMAT2W format = {};
+    format.cbSize = sizeof format;
+    format.dwMask = CFM_BOLD | CFM_COLOR;
+    format.dwEffects = run.isBold ? CFE_BOLD : 0U;
+    // Black is what the system writes in: on a screen of high contrast that may be white.
+    if (run.colour == expressionTextColour) {
+        format.dwEffects |= CFE_AUTOCOLOR;
+    } else {
+        format.crTextColor = run.colour;
+    }
+    return SendMessageW(field, EM_SETCHARFORMAT, SCF_SELECTION, reinterpret_cast<LPARAM>(&format)) != 0;
+}
+
+/// The way that leaves the selection alone, through the control's object model.
+bool CExpressionField::FormatRun(const ExpressionRun& run) const {
     CComRef<ITextRange> range;
     CComRef<ITextFont> font;
-    if (FAILED(document->Range(run.range.first, isLong ? run.range.first + 1 : run.range.end, range.Receive()))) {
-        return false;
-    }
-    if (!range || FAILED(range->GetFont(font.Receive())) || !font) return false;
-    // Black is what the system writes in: on a screen of high contrast that may be white.
-    const long colour =
-        static_cast<long>(run.colour == expressionTextColour ? static_cast<std::uint32_t>(tomAutoColor) : run.colour);
-    const HRESULT isBoldSet = font->SetBold(run.isBold ? tomTrue : tomFalse);
-    const HRESULT isColourSet = font->SetForeColor(colour);
-    if (FAILED(isBoldSet) || FAILED(isColourSet)) return false;
-    if (!isLong) return true;
-    const TextRange selection = Selection();
-    Select(run.range);
-    Insert(text.substr(static_cast<std::size_t>(run.range.first),
-                       static_cast<std::size_t>(run.range.end - run.range.first)));
-    Select(selection);
-    return true;
+    if (!document || FAILED(document->Range(run.range.first, run.range.end, range.Receive())) || !range) return false;
+    if (FAILED(range->GetFont(font.Receive())) || !font) return false;
+    const long colour = run.colour == expressionTextColour ? autoColour : static_cast<long>(run.colour);
+    return SetLook(*font, run.isBold ? tomTrue : tomFalse, colour);
 }
 
 LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {

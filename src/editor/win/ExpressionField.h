@@ -35,20 +35,20 @@ public:
     std::u16string Text() const;
     void SetText(const std::u16string& text);
     TextRange Selection() const;
-    void Select(TextRange range);
+    void Select(TextRange range) const;
 
     /// Puts the text in place of what is selected.
     void Insert(const std::u16string& text);
     void Replace(const TextReplacement& replacement);
 
-    /// Formats these parts. Neither the selection nor what is scrolled to moves; the text, which is that of the field,
-    /// stays. False if the field can't.
-    bool Format(const std::u16string& text, const std::vector<ExpressionRun>& runs);
+    /// Formats these parts. Neither the selection nor what is scrolled to moves. False if the field can't.
+    bool Format(const std::vector<ExpressionRun>& runs);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     bool Handle(UINT message, WPARAM wParam, LRESULT& result) const;
-    bool FormatRun(const std::u16string& text, const ExpressionRun& run);
+    bool FormatAsSelected(const ExpressionRun& run) const;
+    bool FormatRun(const ExpressionRun& run) const;
 
     HWND field = nullptr;
     WNDPROC ownProcedure = nullptr;  // that of the control's class
