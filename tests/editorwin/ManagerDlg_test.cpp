@@ -114,6 +114,24 @@ TEST_F(ManagerDialog, OffersCreateAndCloseAloneWithoutTemplates) {
     EXPECT_TRUE(IsFileWritten());
 }
 
+TEST_F(ManagerDialog, ScrollsToTheEndOfLongNames) {
+    const std::u16string longName(300, u'n');
+    PutTemplates({u"A", longName});
+    Manage([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_EQ(dialog.ListText(IDC_MANAGER_LIST, 1), longName);
+        const HWND list = dialog.Item(IDC_MANAGER_LIST);
+        RECT client = {};
+        GetClientRect(list, &client);
+        EXPECT_GT(u.Send(list, LB_GETHORIZONTALEXTENT), client.right);
+        EXPECT_NE(GetWindowLongW(list, GWL_STYLE) & WS_HSCROLL, 0);
+        dialog.TakePicture("107-long");
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(longName), IDYES);
+        EXPECT_LT(u.Send(list, LB_GETHORIZONTALEXTENT), client.right);
+    });
+}
+
 TEST_F(ManagerDialog, ClosesByEscapeEnterAndTheFrame) {
     for (const int way : {0, 1, 2, 3}) {
         Manage([way](CUser& u, const CDrivenWindow& dialog) {

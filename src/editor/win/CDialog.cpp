@@ -242,6 +242,27 @@ void CDialog::FocusOn(int control) {
     SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(control)), TRUE);
 }
 
+void CDialog::FitScrolling(int listBox) const {
+    const HWND list = Item(listBox);
+    const auto count = static_cast<WPARAM>(SendMessageW(list, LB_GETCOUNT, 0, 0));
+    LRESULT longest = 0;
+    for (WPARAM item = 0; item < count; ++item) longest = std::max(longest, SendMessageW(list, LB_GETTEXTLEN, item, 0));
+    std::u16string text(static_cast<std::size_t>(longest) + 1, u'\0');
+    const HDC device = GetDC(list);
+    if (!device) return;
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
+    LONG widest = 0;
+    for (WPARAM item = 0; item < count; ++item) {
+        const LRESULT length = SendMessageW(list, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
+        SIZE size = {};
+        GetTextExtentPoint32W(device, WideText(text), static_cast<int>(length), &size);
+        widest = std::max(widest, size.cx);
+    }
+    SelectObject(device, before);
+    ReleaseDC(list, device);
+    SendMessageW(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + Scale(6)), 0);
+}
+
 void CDialog::Place(int control, const ControlPlace& place) {
     const HWND item = Item(control);
     SetWindowPos(item, nullptr, place.left, place.top, place.right - place.left,

@@ -67,6 +67,8 @@ protected:
     void Show(int control, bool isShown) { ShowWindow(Item(control), isShown ? SW_SHOWNA : SW_HIDE); }
     /// Gives the control the keyboard's focus; from `OnInit`, that is where the dialog begins.
     void FocusOn(int control);
+    /// Lets a list box scroll to the end of its longest item; after each change of its items.
+    void FitScrolling(int listBox) const;
     void Place(int control, const ControlPlace& place);
     ControlPlace PlaceOf(int control) const;  // in the client area
     ControlSize SizeOf(int control) const;

@@ -22,6 +22,7 @@ void CManagerDlg::ShowList() {
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
     }
     SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(manager.Selection()), 0);
+    FitScrolling(IDC_MANAGER_LIST);
     UpdateButtons();
 }
 

@@ -88,6 +88,7 @@ void CReactionDlg::RefillReactionList() {
         SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(id.c_str()));
     }
     SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(page.Selection()), 0);
+    FitScrolling(IDC_REACTIONS_LIST);
 }
 
 void CReactionDlg::RefreshReactionPage() {
