@@ -7,7 +7,7 @@ cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 install_packages "${picture_packages[@]}"
 
-from=${1:-build/mingw64-release/tests/editorwin/pictures}
+from=${1:-build/mingw64-release/pictures}
 to=docs/help/REKA/pictures
 mkdir -p "$to"
 while read -r picture test_picture; do
