@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -57,6 +58,42 @@ bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
     return TextOf(basis).empty() || (property.acceptsMoleBasis && SameText(basis, u"Mole"));
 }
 
+/// The reactions that a call selects, by index and in the order asked for.
+class CSelection {
+public:
+    void TakeAll(std::size_t reactionCount) { count = reactionCount; }
+    /// Makes room for `size` reactions to come.
+    void Reserve(std::size_t size) {
+        if (size > std::size(few)) many.resize(size);
+        indices = many.empty() ? few : many.data();
+    }
+    void Append(std::size_t index) { indices[count++] = static_cast<std::uint32_t>(index); }
+    std::size_t Count() const { return count; }
+    std::size_t operator[](std::size_t i) const { return indices ? indices[i] : i; }
+
+private:
+    std::size_t count = 0;
+    std::uint32_t* indices = nullptr;  // null: all reactions in their order
+    std::uint32_t few[16];             // most calls name no more
+    std::vector<std::uint32_t> many;
+};
+
+/// An array of one number, and one of one string; absent text makes a null element. The elements are put in without the
+/// platform's help, which would look at what it has just made. False without memory, with `values` empty.
+bool MakeOneNumber(CVariant& values, double value) {
+    if (!CreateArrayVariant(values.Get(), 1, VT_R8)) return false;
+    *static_cast<double*>(values.Get().parray->pvData) = value;
+    return true;
+}
+
+bool MakeOneString(CVariant& strings, BSTR text) {
+    if (!CreateArrayVariant(strings.Get(), 1, VT_BSTR)) return false;
+    if (!text) return true;
+    const BSTR copy = SysAllocStringLen(text, SysStringLen(text));
+    *static_cast<BSTR*>(strings.Get().parray->pvData) = copy;
+    return copy != nullptr;
+}
+
 /// One call, with all that it works on. What it began with stays alive until it ends.
 class CPropertyCalculation {
 public:
@@ -72,22 +109,22 @@ public:
           basis(requestedBasis) {}
 
     /// Calculates one property of the selected reactions. False after the failure was reported.
-    bool Calculate(BSTR propertyName, const std::vector<std::size_t>& selected) {
+    bool Calculate(BSTR propertyName, const CSelection& selected) {
         const ReactionProperty* const property = FindProperty(propertyName);
         if (!property) {
             return Report(u"Unknown or unsupported reaction property \"" + StringFromBstr(propertyName) + u"\"");
         }
         if (!IsAcceptedBasis(*property, basis)) return Report(u"Unsupported basis", property->basisError);
         std::uint32_t dependencies = 0;
-        for (const std::size_t index : selected) {
-            const ReactionDefinition& reaction = *definition.reactions[index];
+        for (std::size_t i = 0; i < selected.Count(); ++i) {
+            const ReactionDefinition& reaction = *definition.reactions[selected[i]];
             if (!CheckReaction(*property, reaction)) return false;
             dependencies |= (reaction.*property->expression)->dependencies;
         }
         std::u16string errorText;
         if (!reader.FetchExpressionInputs(dependencies, phase, errorText)) return Report(errorText);
-        for (const std::size_t index : selected) {
-            const ReactionDefinition& reaction = *definition.reactions[index];
+        for (std::size_t i = 0; i < selected.Count(); ++i) {
+            const ReactionDefinition& reaction = *definition.reactions[selected[i]];
             if (!EvaluateAndStore(reaction.id.Get(), propertyName, *(reaction.*property->expression))) return false;
         }
         return true;
@@ -126,12 +163,7 @@ private:
         CVariant values;
         CVariant identifiers;
         if (EvaluateExpression(expression, value, definition, errorText)) {
-            if (!CreateListVariant(values.Get(), 1, VT_R8,
-                                   [&](SAFEARRAY& array, LONG index) { return PutNumber(array, index, value); }) ||
-                !CreateListVariant(identifiers.Get(), 1, VT_BSTR,
-                                   [&](SAFEARRAY& array, LONG index) { return PutString(array, index, reactionId); })) {
-                errorText = u"out of memory";
-            }
+            if (!MakeOneNumber(values, value) || !MakeOneString(identifiers, reactionId)) errorText = u"out of memory";
         }
         if (!errorText.empty()) {
             return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
@@ -169,12 +201,25 @@ HRESULT Refuse(BaseObject& object, const std::u16string& text) {
     return Refuse(object, text, text);
 }
 
-/// The reactions that `reacIds` names, or all of them for an empty variant, by index and in the order asked for.
-/// `S_OK`, or the failure after it was reported.
-HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& definition, const VARIANT& reacIds,
-                        std::vector<std::size_t>& selected) {
+/// The string at `i` of an array that `CheckArrayVariant` has accepted, lent.
+BSTR StringAt(const VARIANT& strings, std::int32_t i) {
+    return static_cast<const BSTR*>(strings.parray->pvData)[i];
+}
+
+/// The word that is spelled just like `name`, null if none is.
+BSTR FindWord(const PropertyWords& words, BSTR name) {
+    for (const CBstr* word : {&words.reactionRate, &words.equilibriumConstant, &words.heat}) {
+        if (SysStringLen(name) == SysStringLen(word->Get()) && TextOf(name) == word->View()) return word->Get();
+    }
+    return nullptr;
+}
+
+/// Selects the reactions that `reacIds` names, or all of them for an empty variant. `S_OK`, or the failure after it was
+/// reported.
+HRESULT SelectReactions(BaseObject& object, const std::shared_ptr<ReactionPackDefinition>& definition,
+                        CReactionIndex& reactionIndex, const VARIANT& reacIds, CSelection& selected) {
     if (reacIds.vt == VT_EMPTY) {
-        for (std::size_t i = 0; i < definition.reactions.size(); ++i) selected.push_back(i);
+        selected.TakeAll(definition->reactions.size());
         return S_OK;
     }
     std::u16string errorText;
@@ -183,17 +228,12 @@ HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& defini
     if (count == 0) {
         return Refuse(object, u"Missing reaction IDs", u"No reaction IDs have been specified for CalcReactionProp");
     }
-    for (LONG i = 0; i < count; ++i) {
-        CBstr name;
-        if (!TakeString(reacIds, i, name)) return Refuse(object, u"out of memory");
-        std::size_t index = 0;
-        while (index < definition.reactions.size() && !SameText(definition.reactions[index]->id.Get(), name.Get())) {
-            ++index;
-        }
-        if (index == definition.reactions.size()) {
-            return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name.Get()));
-        }
-        selected.push_back(index);
+    selected.Reserve(static_cast<std::size_t>(count));
+    for (std::int32_t i = 0; i < count; ++i) {
+        const BSTR name = StringAt(reacIds, i);
+        const std::size_t index = reactionIndex.Find(definition, name);
+        if (index == CReactionIndex::none) return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name));
+        selected.Append(index);
     }
     return S_OK;
 }
@@ -215,8 +255,8 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         const std::vector<std::int32_t> noMap;
         const COwnArithmetic arithmetic;
 
-        std::vector<std::size_t> selected;
-        const HRESULT selection = SelectReactions(*this, *usedDefinition, reacIds, selected);
+        CSelection selected;
+        const HRESULT selection = SelectReactions(*this, usedDefinition, reactionIndex, reacIds, selected);
         if (FAILED(selection)) return selection;
         std::u16string errorText;
         const std::int32_t propertyCount = CheckArrayVariant(props, VT_BSTR, errorText);
@@ -232,9 +272,13 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                                materialCompoundCount, arithmetic);
         CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
-            CBstr property;
-            if (!TakeString(props, i, property)) return Refuse(*this, u"out of memory");
-            if (!calculation.Calculate(property.Get(), selected)) return ECapeUnknownHR;
+            CBstr copy;  // of a name that is spelled in another way: the caller's may be gone after a callback
+            BSTR property = FindWord(propertyWords, StringAt(props, i));
+            if (!property) {
+                if (!TakeString(props, i, copy)) return Refuse(*this, u"out of memory");
+                property = copy.Get();
+            }
+            if (!calculation.Calculate(property, selected)) return ECapeUnknownHR;
         }
         return S_OK;
     });

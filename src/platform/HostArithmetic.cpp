@@ -35,7 +35,7 @@ void SetArithmetic(const ArithmeticSettings& settings) {
         // A pending exception would be raised by the next operation once its mask is gone.
         __asm__ __volatile__("fnclex\n\tfldcw %0" : : "m"(settings.x87));
     }
-    _mm_setcsr(settings.sse);
+    if (_mm_getcsr() != settings.sse) _mm_setcsr(settings.sse);  // which costs more than to look
 }
 
 COwnArithmetic::COwnArithmetic() : host(CurrentArithmetic()) {
