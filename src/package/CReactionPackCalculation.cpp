@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -22,7 +23,8 @@ namespace {
 constexpr const char16_t* scope = u"CalcReactionProp";
 constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
 
-/// One of the properties that a package calculates. The value goes out in the unit in which its expression is written.
+/// One of the properties that a package calculates, in the order of `PropertyWords`. The value goes out in the unit in
+/// which its expression is written.
 struct ReactionProperty {
     const char16_t* name;
     std::unique_ptr<ExpressionRef> ReactionDefinition::*expression;
@@ -108,9 +110,9 @@ public:
           phase(requestedPhase),
           basis(requestedBasis) {}
 
-    /// Calculates one property of the selected reactions. False after the failure was reported.
-    bool Calculate(BSTR propertyName, const CSelection& selected) {
-        const ReactionProperty* const property = FindProperty(propertyName);
+    /// Calculates one property of the selected reactions; a null `property` is one that isn't known. False after the
+    /// failure was reported.
+    bool Calculate(BSTR propertyName, const ReactionProperty* property, const CSelection& selected) {
         if (!property) {
             return Report(u"Unknown or unsupported reaction property \"" + StringFromBstr(propertyName) + u"\"");
         }
@@ -206,12 +208,28 @@ BSTR StringAt(const VARIANT& strings, std::int32_t i) {
     return static_cast<const BSTR*>(strings.parray->pvData)[i];
 }
 
-/// The word that is spelled just like `name`, null if none is.
-BSTR FindWord(const PropertyWords& words, BSTR name) {
+/// A property with its name in the caller's spelling, good for the whole call.
+struct NamedProperty {
+    BSTR name;
+    const ReactionProperty* property;  // null for a name that isn't known
+};
+
+/// The property at `i` of `names`. A name in the usual spelling is one of `words`; of another one `copy` holds a copy,
+/// since the caller's may be gone after a callback. False without memory.
+bool TakeProperty(const PropertyWords& words, const VARIANT& names, std::int32_t i, CBstr& copy, NamedProperty& taken) {
+    const BSTR given = StringAt(names, i);
+    const UINT length = SysStringLen(given);
+    const ReactionProperty* property = reactionProperties;
     for (const CBstr* word : {&words.reactionRate, &words.equilibriumConstant, &words.heat}) {
-        if (SysStringLen(name) == SysStringLen(word->Get()) && TextOf(name) == word->View()) return word->Get();
+        if (SysStringLen(word->Get()) == length && std::memcmp(given, word->Get(), length * sizeof(OLECHAR)) == 0) {
+            taken = {word->Get(), property};
+            return true;
+        }
+        ++property;
     }
-    return nullptr;
+    if (!TakeString(names, i, copy)) return false;
+    taken = {copy.Get(), FindProperty(copy.Get())};
+    return true;
 }
 
 /// Selects the reactions that `reacIds` names, or all of them for an empty variant. `S_OK`, or the failure after it was
@@ -272,13 +290,10 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                                materialCompoundCount, arithmetic);
         CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
-            CBstr copy;  // of a name that is spelled in another way: the caller's may be gone after a callback
-            BSTR property = FindWord(propertyWords, StringAt(props, i));
-            if (!property) {
-                if (!TakeString(props, i, copy)) return Refuse(*this, u"out of memory");
-                property = copy.Get();
-            }
-            if (!calculation.Calculate(property, selected)) return ECapeUnknownHR;
+            CBstr copy;
+            NamedProperty property{};
+            if (!TakeProperty(propertyWords, props, i, copy, property)) return Refuse(*this, u"out of memory");
+            if (!calculation.Calculate(property.name, property.property, selected)) return ECapeUnknownHR;
         }
         return S_OK;
     });
