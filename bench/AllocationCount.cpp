@@ -1,5 +1,7 @@
 #include "bench/AllocationCount.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <new>
 
@@ -11,6 +13,10 @@ namespace reka::bench {
 
 std::size_t AllocationCount() {
     return allocationCount;
+}
+
+MemoryUse UsedMemory() {
+    return {allocationCount, mallinfo2().uordblks};
 }
 
 }  // namespace reka::bench

@@ -1,4 +1,4 @@
-// How often the program has asked for memory.
+// How often the program has asked for memory, and how much of it is in use.
 
 #pragma once
 
@@ -7,5 +7,11 @@
 namespace reka::bench {
 
 std::size_t AllocationCount();
+
+struct MemoryUse {
+    std::size_t allocations = 0;  // by the operator new alone, so far
+    std::size_t bytes = 0;        // of the heap, with what it needs for itself
+};
+MemoryUse UsedMemory();
 
 }  // namespace reka::bench

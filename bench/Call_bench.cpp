@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "bench/IdleMaterial.h"
 #include "capeopen/ComObject.h"
 #include "expression/ParseExpression.h"
 #include "package/CReactionPack.h"
@@ -19,19 +20,6 @@ namespace reka::bench {
 namespace {
 
 constexpr int reactionCounts[] = {1, 10, 100, 1000};
-
-/// An object of the simulator's that does nothing.
-template <class Interface>
-class CIdleObject : public CDualInterface<Interface> {
-public:
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID asked, void** object) override {
-        const bool isKnown = asked == IID_IUnknown || asked == IID_IDispatch || asked == InterfaceId<Interface>();
-        *object = isKnown ? this : nullptr;
-        return isKnown ? S_OK : E_NOINTERFACE;
-    }
-    ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
-    ULONG STDMETHODCALLTYPE Release() override { return 1; }
-};
 
 class CIdleReactionObject : public CIdleObject<ICapeReactionProperties> {
 public:

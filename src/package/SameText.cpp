@@ -21,6 +21,17 @@ const char16_t* CharactersOf(const OLECHAR* text) {
     return text ? reinterpret_cast<const char16_t*>(text) : u"";
 }
 
+// FNV-1a over the folded characters.
+constexpr std::uint32_t hashStart = 2166136261U;
+
+constexpr std::uint32_t AppendToHash(std::uint32_t hash, char16_t character) {
+    return (hash ^ Fold(character)) * 16777619U;
+}
+
+constexpr std::size_t FinishHash(std::uint32_t hash) {
+    return hash ^ hash >> 15;  // tables take the lower bits
+}
+
 }  // namespace
 
 bool SameText(std::u16string_view left, std::u16string_view right) {
@@ -48,9 +59,15 @@ bool SameText(const OLECHAR* left, std::u16string_view right) {
 }
 
 std::size_t SameTextHash(const OLECHAR* text) {
-    std::uint32_t hash = 2166136261U;  // FNV-1a over the folded characters
-    for (const char16_t* c = CharactersOf(text); *c != u'\0'; ++c) hash = (hash ^ Fold(*c)) * 16777619U;
-    return hash ^ hash >> 15;  // the table takes the lower bits
+    std::uint32_t hash = hashStart;
+    for (const char16_t* c = CharactersOf(text); *c != u'\0'; ++c) hash = AppendToHash(hash, *c);
+    return FinishHash(hash);
+}
+
+std::size_t SameTextHash(std::u16string_view text) {
+    std::uint32_t hash = hashStart;
+    for (const char16_t character : text) hash = AppendToHash(hash, character);
+    return FinishHash(hash);
 }
 
 }  // namespace reka

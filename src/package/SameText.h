@@ -16,5 +16,6 @@ bool SameText(const OLECHAR* left, std::u16string_view right);
 
 /// A number that is the same for texts that are the same.
 std::size_t SameTextHash(const OLECHAR* text);
+std::size_t SameTextHash(std::u16string_view text);
 
 }  // namespace reka
