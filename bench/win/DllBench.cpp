@@ -197,10 +197,9 @@ private:
     }
 
     static std::vector<CBstr> MakeIds(int reactionCount) {
+        const auto definition = MakeDefinition(reactionCount);
         std::vector<CBstr> made;
-        for (const auto& reaction : MakeDefinition(reactionCount)->reactions) {
-            made.push_back(CBstr::CopyOf(reaction->id.Get()));
-        }
+        for (const auto& reaction : definition->reactions) made.push_back(CBstr::CopyOf(reaction->id.Get()));
         return made;
     }
 
