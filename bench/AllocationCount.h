@@ -8,9 +8,10 @@ namespace reka::bench {
 
 std::size_t AllocationCount();
 
+/// By the operator new: the strings of the platform aren't in it.
 struct MemoryUse {
-    std::size_t allocations = 0;  // by the operator new alone, so far
-    std::size_t bytes = 0;        // of the heap, with what it needs for itself
+    std::size_t allocations = 0;  // so far
+    std::size_t bytes = 0;        // with what the heap needs for itself
 };
 MemoryUse UsedMemory();
 

@@ -67,12 +67,12 @@ constexpr std::uint32_t fugacity = 32;
 /// destroyed by the operations below, none of which recurses, since a tree may be a million levels deep.
 struct ExpressionNode {
     NodeKind kind = NodeKind::Failed;
+    std::int32_t argumentCount = 0;
     union {
         double value = 0.0;             // of a real constant
         std::int32_t compoundIndex;     // of kinds 30 to 34: index into the definition's `compounds`
         ExpressionNode* nextToDestroy;  // of a node whose destruction has begun
     };
-    std::int32_t argumentCount = 0;
     ExpressionNode** arguments = nullptr;  // left to right; null while there are none; a slot may be null
     ExpressionNode* own[2];                // where `arguments` lie if there are no more than two
 
