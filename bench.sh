@@ -1,31 +1,52 @@
 #!/usr/bin/env bash
-# Builds the benchmarks and prints their table: each figure is the median of five runs of the program, and in each run the
-# median of many rounds in which all that is compared takes turns.
+# Builds the benchmarks and prints their tables. Each figure is the median of many rounds in which all that is compared
+# takes turns; those of evaluation are the medians of five such runs.
 #
-#   ./bench.sh            the table
-#   ./bench.sh --brief    one short run, to see that the benchmarks work
+#   ./bench.sh            the tables
+#   ./bench.sh --brief    one short run of each, to see that the benchmarks work
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
+. scripts/wine-environment.sh
 
-install_packages "${native_packages[@]}" "${bench_packages[@]}"
+# build PRESET TARGET...
+build() {
+    cmake --preset "$1" >"build/$1.configure.log" 2>&1 || { cat "build/$1.configure.log"; return 1; }
+    cmake --build --preset "$1" --target "${@:2}"
+}
+
+install_packages "${native_packages[@]}" "${bench_packages[@]}" "${windows_packages[@]}"
 mkdir -p build
-cmake --preset native-bench >build/native-bench.configure.log 2>&1 || { cat build/native-bench.configure.log; exit 1; }
-cmake --build --preset native-bench --target reka_bench
+build native-bench reka_bench reka_work_bench
+build mingw64-bench reka reka_dll_bench
 
+# run PROGRAM REPETITIONS SECONDS
 run() {
-    build/native-bench/bench/reka_bench --benchmark_enable_random_interleaving=true --benchmark_repetitions="$1" \
-        --benchmark_min_time="$2"
+    "build/native-bench/bench/$1" --benchmark_enable_random_interleaving=true --benchmark_repetitions="$2" \
+        --benchmark_min_time="$3"
+}
+
+# The module under Wine, in a prefix of its own.
+run_module() {
+    start_wine "$PWD/build/wine-bench"
+    printf '\nThe whole call through the module, under Wine\n'
+    timeout 300 wine build/mingw64-bench/bench/win/reka_dll_bench.exe "$(module_path)" "$@" </dev/null
+}
+
+module_path() {
+    winepath -w "$PWD/build/mingw64-bench/bin/REKA.dll" 2>/dev/null | tr -d '\r'
 }
 
 if [ "${1:-}" = --brief ]; then
-    run 1 0.001
+    run reka_bench 1 0.001
+    run reka_work_bench 1 0.001
+    run_module brief
     exit
 fi
 
 runs=build/native-bench/runs.txt
 : >"$runs"
-for _ in 1 2 3 4 5; do run 15 0.01 >>"$runs"; done
+for _ in 1 2 3 4 5; do run reka_bench 15 0.01 >>"$runs"; done
 sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1
 # The lines of all runs are alike but for their figures.
 awk '
@@ -61,3 +82,5 @@ awk '
             print ""
         }
     }' "$runs"
+run reka_work_bench 9 0.02
+run_module

@@ -1,10 +1,19 @@
 #include "bench/AllocationCount.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <new>
 
 namespace {
 std::size_t allocationCount = 0;
+std::size_t bytesInUse = 0;
+
+void Free(void* memory) {
+    if (!memory) return;
+    bytesInUse -= malloc_usable_size(memory) + sizeof(std::size_t);
+    std::free(memory);
+}
 }  // namespace
 
 namespace reka::bench {
@@ -13,18 +22,24 @@ std::size_t AllocationCount() {
     return allocationCount;
 }
 
+MemoryUse UsedMemory() {
+    return {allocationCount, bytesInUse};
+}
+
 }  // namespace reka::bench
 
 void* operator new(std::size_t size) {
     ++allocationCount;
-    if (void* memory = std::malloc(size == 0 ? 1 : size)) return memory;
-    throw std::bad_alloc();
+    void* const memory = std::malloc(size == 0 ? 1 : size);
+    if (!memory) throw std::bad_alloc();
+    bytesInUse += malloc_usable_size(memory) + sizeof(std::size_t);  // with the heap's own word
+    return memory;
 }
 
 void operator delete(void* memory) noexcept {
-    std::free(memory);
+    Free(memory);
 }
 
 void operator delete(void* memory, std::size_t) noexcept {
-    std::free(memory);
+    Free(memory);
 }

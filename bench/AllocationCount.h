@@ -1,4 +1,4 @@
-// How often the program has asked for memory.
+// How often the program has asked for memory, and how much of it is in use.
 
 #pragma once
 
@@ -7,5 +7,12 @@
 namespace reka::bench {
 
 std::size_t AllocationCount();
+
+/// By the operator new: the strings of the platform aren't in it.
+struct MemoryUse {
+    std::size_t allocations = 0;  // so far
+    std::size_t bytes = 0;        // with what the heap needs for itself
+};
+MemoryUse UsedMemory();
 
 }  // namespace reka::bench

@@ -23,18 +23,6 @@ namespace reka::bench {
 
 namespace {
 
-/// The text as the expression language wants it, in which the letters a and c are words of their own: the compounds are
-/// called aa to dd.
-std::u16string DoubleCompounds(std::u16string_view text) {
-    std::u16string doubled;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const bool isCompound = i > 0 && i + 1 < text.size() && text[i - 1] == u'(' && text[i + 1] == u')' &&
-                                text[i] >= u'a' && text[i] <= u'd';
-        doubled.append(isCompound ? 2 : 1, text[i]);
-    }
-    return doubled;
-}
-
 /// What one formula is evaluated with.
 struct Sides {
     explicit Sides(const Formula& formula)

@@ -28,6 +28,16 @@ std::span<const Formula> Formulas() {
     return formulas;
 }
 
+std::u16string DoubleCompounds(std::u16string_view text) {
+    std::u16string doubled;
+    for (std::size_t i = 0; i < text.size(); ++i) {
+        const bool isCompound = i > 0 && i + 1 < text.size() && text[i - 1] == u'(' && text[i + 1] == u')' &&
+                                text[i] >= u'a' && text[i] <= u'd';
+        doubled.append(isCompound ? 2 : 1, text[i]);
+    }
+    return doubled;
+}
+
 std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition() {
     auto definition = std::make_unique<ReactionPackDefinition>(nullptr);
     for (const char16_t* name : {u"aa", u"bb", u"cc", u"dd"}) {

@@ -5,6 +5,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <string_view>
 
 #include "package/Definition.h"
 
@@ -21,6 +22,10 @@ struct Formula {
 
 /// Six formulas from a single Arrhenius term to a law of surface kinetics.
 std::span<const Formula> Formulas();
+
+/// The text as the expression language wants it, in which the letters a and c are words of their own: the compounds are
+/// called aa to dd.
+std::u16string DoubleCompounds(std::u16string_view text);
 
 /// The definition that the formulas are for: compounds aa to dd, with working values.
 std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition();

@@ -39,7 +39,12 @@ CMuFormula::CMuFormula(std::u16string_view text, ReactionPackDefinition& definit
             parser.DefineVar({letter, '_', compound}, values + i);
         }
     }
-    parser.SetExpr(MuText(text));
+    source = MuText(text);
+    Compile();
+}
+
+void CMuFormula::Compile() {
+    parser.SetExpr(source);
     parser.Eval();  // the first evaluation compiles
 }
 

@@ -18,10 +18,13 @@ public:
     CMuFormula(const CMuFormula&) = delete;
     CMuFormula& operator=(const CMuFormula&) = delete;
 
+    /// Parses the text again.
+    void Compile();
     double Evaluate() const { return parser.Eval(); }
 
 private:
     mu::Parser parser;
+    std::string source;
     double gasConstant = 8.314;
 };
 

@@ -3,6 +3,8 @@
 
 #include "expression/CheckExpression.h"
 
+#include <utility>
+
 #include "expression/NodeOperation.h"
 #include "expression/WalkStack.h"
 
@@ -55,10 +57,9 @@ constexpr std::int32_t scalarKindCount = static_cast<std::int32_t>(NodeKind::Mod
 void DissolveList(ExpressionNode& node) {
     if (node.argumentCount != 1 || !node.arguments[0]) return;
     if (node.arguments[0]->kind != NodeKind::ExpressionList) return;
-    const ExpressionTree list(node.arguments[0]);
-    std::swap(node.arguments, list->arguments);
-    std::swap(node.argumentCount, list->argumentCount);
-    list->arguments[0] = nullptr;  // what is left of the list is the array that held it
+    const ExpressionTree list(std::exchange(node.arguments[0], nullptr));
+    ClearArguments(node);
+    MoveArguments(node, *list);
 }
 
 bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* reason) {
@@ -102,9 +103,7 @@ void FoldConstants(ExpressionNode& node) {
     const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
     node.value = ComputeOperation(node.kind, first, second);
     node.kind = NodeKind::RealConstant;
-    for (std::int32_t i = 0; i < node.argumentCount; ++i) DestroyExpression(node.arguments[i]);
-    delete[] std::exchange(node.arguments, nullptr);
-    node.argumentCount = 0;
+    ClearArguments(node);
 }
 
 // A molecular weight never changes, so it is read once and for all.
@@ -134,6 +133,14 @@ void CheckNode(ExpressionNode& node, const ReactionPackDefinition* definition, s
     FoldConstants(node);
 }
 
+// A leaf of which there is nothing to check: a constant, or what is read from a material.
+bool IsFinished(const ExpressionNode& node, const ReactionPackDefinition* definition) {
+    if (node.argumentCount != 0) return false;
+    if (node.kind == NodeKind::RealConstant) return true;
+    return definition && node.kind >= NodeKind::Pressure && node.kind <= NodeKind::Fugacity &&
+           node.kind != NodeKind::MolecularWeight;
+}
+
 void CheckTree(ExpressionNode& node, const ReactionPackDefinition* definition, std::u16string& errorText) {
     struct Visit {
         ExpressionNode* node;
@@ -146,7 +153,7 @@ void CheckTree(ExpressionNode& node, const ReactionPackDefinition* definition, s
         Visit& visit = visits.Top();
         if (visit.nextArgument < visit.node->argumentCount) {
             ExpressionNode* argument = visit.node->arguments[visit.nextArgument++];
-            if (!argument) continue;
+            if (!argument || IsFinished(*argument, definition)) continue;
             DissolveList(*argument);
             visits.Push({argument, 0});
         } else {

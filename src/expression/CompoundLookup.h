@@ -5,32 +5,35 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
 #include "package/Definition.h"
+#include "package/TextIndex.h"
 
 namespace reka {
 
-/// The compounds of one definition by name, for the time of one parse. The names are gathered when the first one is
-/// asked for, so that a long expression over many compounds doesn't walk the list for every word.
+/// The compounds of one definition by name, for the time of one parse. A table of the names is made when so many words
+/// have been looked for that it pays, so that neither a short expression over many compounds nor a long one takes
+/// longer than its words and the compounds ask for.
 class CCompoundLookup {
 public:
     /// `lookedIn` outlives this.
     explicit CCompoundLookup(const ReactionPackDefinition& lookedIn) : definition(lookedIn) {}
 
-    /// The index of the first compound whose name is `upperCaseName`, the case of A to Z apart; -1 for none. An absent
-    /// name counts as an empty one.
-    std::int32_t Find(const std::u16string& upperCaseName);
+    /// The index of the first compound whose name is `word`, the case of A to Z apart; -1 for none. An absent name
+    /// counts as an empty one.
+    std::int32_t Find(std::u16string_view word);
 
 private:
-    void GatherNames();
-
+    std::int32_t Scan(std::u16string_view word) const;
     const ReactionPackDefinition& definition;
-    bool isGathered = false;
-    std::unordered_map<std::u16string, std::int32_t> indexOfName;  // by the name in upper case
+    int searchCount = 0;
+    CTextIndex names;
 };
 
 /// The letters a to z become A to Z; nothing else changes.
+constexpr char16_t UpperCase(char16_t character) {
+    return character >= u'a' && character <= u'z' ? static_cast<char16_t>(character - u'a' + u'A') : character;
+}
 std::u16string UpperCase(std::u16string_view text);
 
 }  // namespace reka

@@ -6,7 +6,6 @@
 
 #include "expression/ExpressionLexer.h"
 
-#include <charconv>
 #include <cmath>
 #include <new>
 #include <string>
@@ -45,21 +44,35 @@ double AppendDigit(double value, double digit) {
     return value * 10.0 + digit;
 }
 
-// `value` in decimal, or in the general format; the host's locale has no part in it.
-template <class Number, class... Format>
-std::u16string Describe(const char16_t* what, Number value, Format... format) {
-    char text[32];
-    char* const end = std::to_chars(text, text + sizeof text, value, format...).ptr;
-    return std::u16string(what).append(text, end);
+// What there is to say about an integer, in the arithmetic of its language.
+TokenNote NoteOf(std::int64_t value) {
+    return {TokenNote::Kind::Integer, {}, value, 0.0};
 }
 
-std::u16string DescribeInteger(std::int64_t value) {
-    return Describe(u"integer ", value);
+TokenNote NoteOf(double value) {
+    return {TokenNote::Kind::IntegerAsDouble, {}, 0, value};
 }
 
-std::u16string DescribeInteger(double value) {
-    return Describe(u"integer ", value, std::chars_format::general, 1);
+TokenNote NoteOf(std::u16string_view text) {
+    return {TokenNote::Kind::Text, text, 0, 0.0};
 }
+
+// Whether `word` is `upperCase`, the case of A to Z apart.
+bool IsWord(std::u16string_view word, std::u16string_view upperCase) {
+    if (word.size() != upperCase.size()) return false;
+    for (std::size_t i = 0; i < word.size(); ++i) {
+        if (UpperCase(word[i]) != upperCase[i]) return false;
+    }
+    return true;
+}
+
+constexpr bool AreFunctionNamesOfThreeToFive() {
+    for (const FunctionRow& row : FunctionTable) {
+        if (row.name.size() < 3 || row.name.size() > 5) return false;
+    }
+    return true;
+}
+static_assert(AreFunctionNamesOfThreeToFive());
 
 }  // namespace
 
@@ -83,13 +96,13 @@ int ExpressionLexer<Whole>::ReadToken() {
         case u'-':
         case u'/':
         case u'^':
-            tokenDescription = first;
+            tokenNote = NoteOf(source.substr(position - 1, 1));
             return first;
         default:
             break;
     }
-    const std::u16string message = std::u16string(u"invalid character: '") + first + u"'";
-    return Fail(message, message);
+    const TokenNote note = {TokenNote::Kind::Invalid, source.substr(position - 1, 1), 0, 0.0};
+    return Fail(note, DescribeToken(note));
 }
 
 template <class Whole>
@@ -105,14 +118,14 @@ int ExpressionLexer<Whole>::ReadTokenForGrammar() noexcept {
 
 template <class Whole>
 int ExpressionLexer<Whole>::EndOfInput() {
-    tokenDescription = u"end of input";
+    tokenNote = NoteOf(u"end of input");
     return token::endOfInput;
 }
 
 // Whatever is wrong with a token, the parser sees the end of the text and stops there.
 template <class Whole>
-int ExpressionLexer<Whole>::Fail(std::u16string_view description, std::u16string_view message) {
-    tokenDescription = description;
+int ExpressionLexer<Whole>::Fail(const TokenNote& note, std::u16string_view message) {
+    tokenNote = note;
     ReportParseError(message);
     return token::endOfInput;
 }
@@ -140,7 +153,7 @@ int ExpressionLexer<Whole>::ReadQuotedName() {
     const std::size_t end = source.find(u'"', position);
     if (end == std::u16string_view::npos) {
         position = source.size();
-        return Fail(u"end of input", u"missing closing quote");
+        return Fail(NoteOf(u"end of input"), u"missing closing quote");
     }
     const std::u16string_view name = source.substr(position, end - position);
     position = end + 1;
@@ -149,16 +162,18 @@ int ExpressionLexer<Whole>::ReadQuotedName() {
 
 template <class Whole>
 int ExpressionLexer<Whole>::ResolveWord(std::u16string_view word) {
-    tokenDescription = UpperCase(word);
-    for (std::int32_t row = 0; row < functionCount; ++row) {
-        if (FunctionTable[row].name != tokenDescription) continue;
-        tokenValue.index = row;
-        return token::functionName;
+    tokenNote = {TokenNote::Kind::Word, word, 0, 0.0};
+    if (word.size() >= 3 && word.size() <= 5) {
+        for (std::int32_t row = 0; row < functionCount; ++row) {
+            if (!IsWord(word, FunctionTable[row].name)) continue;
+            tokenValue.index = row;
+            return token::functionName;
+        }
     }
-    if (piWord == tokenDescription) return token::pi;
-    if (gasConstantWord == tokenDescription) return token::r;
-    if (const int code = FindOtherWord(tokenDescription); code != token::endOfInput) return code;
-    ReportParseError(u"unknown token " + tokenDescription);
+    if (IsWord(word, piWord)) return token::pi;
+    if (IsWord(word, gasConstantWord)) return token::r;
+    if (const int code = FindOtherWord(word); code != token::endOfInput) return code;
+    ReportParseError(u"unknown token " + UpperCase(word));
     return token::endOfInput;
 }
 
@@ -185,10 +200,10 @@ int ExpressionLexer<Whole>::ReadNumber(char16_t firstDigit) {
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadNumberFromDot() {
-    if (IsAtEnd()) return Fail(u"end of input", u"unexpected end of input while reading number");
+    if (IsAtEnd()) return Fail(NoteOf(u"end of input"), u"unexpected end of input while reading number");
     if (IsDigit(source[position])) return ReadFraction(0.0);
     ++position;
-    return Fail(u". (dot)", u"expected number to follow decimal point");
+    return Fail(NoteOf(u". (dot)"), u"expected number to follow decimal point");
 }
 
 // Summed digit by digit and not rounded once: 0.3 must read as 3 * 0.1, as it does in packages already stored.
@@ -212,7 +227,7 @@ int ExpressionLexer<Whole>::ReadFraction(double value) {
 template <class Whole>
 int ExpressionLexer<Whole>::ReadExponent(double value) {
     constexpr std::u16string_view endMessage = u"unexpected end of input in real number";
-    if (IsAtEnd()) return Fail(u"end of input", endMessage);
+    if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
     const char16_t first = source[position];
     if (IsDigit(first)) return ReadExponentDigits(value, false);
     if (first != u'+' && first != u'-') {
@@ -221,7 +236,7 @@ int ExpressionLexer<Whole>::ReadExponent(double value) {
         return FinishReal(value);
     }
     ++position;
-    if (IsAtEnd()) return Fail(u"end of input", endMessage);
+    if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
     if (IsDigit(source[position])) return ReadExponentDigits(value, first == u'-');
     ReportParseError(u"syntax error in real number, expected digit");
     EndToken();
@@ -248,14 +263,14 @@ int ExpressionLexer<Whole>::ReadExponentDigits(double value, bool isNegative) {
 template <class Whole>
 int ExpressionLexer<Whole>::FinishInteger(Whole value) {
     tokenValue.number = static_cast<double>(value);
-    tokenDescription = DescribeInteger(value);
+    tokenNote = NoteOf(value);
     return token::realNumber;
 }
 
 template <class Whole>
 int ExpressionLexer<Whole>::FinishReal(double value) {
     tokenValue.number = value;
-    tokenDescription = Describe(u"real value ", value, std::chars_format::general, 6);
+    tokenNote = {TokenNote::Kind::Real, {}, 0, value};
     if (!std::isfinite(value)) ReportParseError(u"Overflow in constant");  // 0e999 too, which is a NaN
     return token::realNumber;
 }

@@ -28,13 +28,14 @@ protected:
     ~ExpressionLexer() = default;
 
 private:
-    /// The token of a word of this language alone, with its value in `tokenValue`; the end of input for none.
-    virtual int FindOtherWord(const std::u16string& upperCaseWord) = 0;
+    /// The token of a word of this language alone, with its value in `tokenValue`; the end of input for none. The case
+    /// of A to Z plays no part.
+    virtual int FindOtherWord(std::u16string_view word) = 0;
 
     bool IsAtEnd() const { return position >= source.size(); }
     char16_t ReadCharacter() { return source[position++]; }
     int EndOfInput();
-    int Fail(std::u16string_view description, std::u16string_view message);
+    int Fail(const TokenNote& note, std::u16string_view message);
 
     int ReadWord();
     int ReadQuotedName();

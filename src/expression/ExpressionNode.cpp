@@ -13,6 +13,9 @@ namespace reka {
 
 namespace {
 
+constexpr std::int32_t ownCount = 2;
+static_assert(sizeof(ExpressionNode::own) == ownCount * sizeof(ExpressionNode*));
+
 // Room is made for the next power of two arguments, so that a long argument list is built in linear time.
 std::size_t ArgumentCapacity(std::int32_t count) {
     return std::bit_ceil(static_cast<std::size_t>(count));
@@ -37,6 +40,10 @@ std::uint32_t DependencyOf(NodeKind kind) {
     }
 }
 
+void FreeArray(const ExpressionNode& node) noexcept {
+    if (node.arguments != node.own) delete[] node.arguments;
+}
+
 }  // namespace
 
 void DestroyExpression(ExpressionNode* node) noexcept {
@@ -50,7 +57,7 @@ void DestroyExpression(ExpressionNode* node) noexcept {
             argument->nextToDestroy = next;
             next = argument;
         }
-        delete[] node->arguments;
+        FreeArray(*node);
         delete node;
         node = next;
     }
@@ -58,19 +65,40 @@ void DestroyExpression(ExpressionNode* node) noexcept {
 
 void AddArgument(ExpressionNode& node, ExpressionTree argument) {
     const std::int32_t count = node.argumentCount;
-    if (count == 0 || static_cast<std::size_t>(count) == ArgumentCapacity(count)) {
+    if (count == 0) {
+        node.arguments = node.own;
+    } else if (count >= ownCount && static_cast<std::size_t>(count) == ArgumentCapacity(count)) {
         auto* grown = new ExpressionNode*[ArgumentCapacity(count + 1)];
         std::copy_n(node.arguments, count, grown);
-        delete[] node.arguments;
+        FreeArray(node);
         node.arguments = grown;
     }
     node.arguments[count] = argument.release();
     node.argumentCount = count + 1;
 }
 
+void MoveArguments(ExpressionNode& node, ExpressionNode& source) noexcept {
+    node.arguments = source.arguments;
+    node.argumentCount = source.argumentCount;
+    if (source.arguments == source.own) {
+        std::copy_n(source.own, source.argumentCount, node.own);
+        node.arguments = node.own;
+    }
+    source.arguments = nullptr;
+    source.argumentCount = 0;
+}
+
+void ClearArguments(ExpressionNode& node) noexcept {
+    for (std::int32_t i = 0; i < node.argumentCount; ++i) DestroyExpression(node.arguments[i]);
+    FreeArray(node);
+    node.arguments = nullptr;
+    node.argumentCount = 0;
+}
+
 void AllocateArguments(ExpressionNode& node, std::int32_t count) {
     if (count <= 0) return;
-    node.arguments = new ExpressionNode* [ArgumentCapacity(count)] {};
+    node.arguments = count <= ownCount ? node.own : new ExpressionNode*[ArgumentCapacity(count)];
+    std::fill_n(node.arguments, count, nullptr);
     node.argumentCount = count;
 }
 

@@ -67,13 +67,18 @@ constexpr std::uint32_t fugacity = 32;
 /// destroyed by the operations below, none of which recurses, since a tree may be a million levels deep.
 struct ExpressionNode {
     NodeKind kind = NodeKind::Failed;
+    std::int32_t argumentCount = 0;
     union {
         double value = 0.0;             // of a real constant
         std::int32_t compoundIndex;     // of kinds 30 to 34: index into the definition's `compounds`
         ExpressionNode* nextToDestroy;  // of a node whose destruction has begun
     };
-    std::int32_t argumentCount = 0;
     ExpressionNode** arguments = nullptr;  // left to right; null while there are none; a slot may be null
+    ExpressionNode* own[2];                // where `arguments` lie if there are no more than two
+
+    ExpressionNode() = default;
+    ExpressionNode(const ExpressionNode&) = delete;  // `arguments` may point into the node
+    ExpressionNode& operator=(const ExpressionNode&) = delete;
 };
 
 /// Kinds 30 to 34, whose slot holds a compound's index.
@@ -93,6 +98,12 @@ using ExpressionTree = std::unique_ptr<ExpressionNode, ExpressionDeleter>;
 
 /// Appends `argument`, which the node then owns, behind the arguments that it has.
 void AddArgument(ExpressionNode& node, ExpressionTree argument);
+
+/// Moves the arguments of `source` to a node that has none.
+void MoveArguments(ExpressionNode& node, ExpressionNode& source) noexcept;
+
+/// Destroys the arguments of a node.
+void ClearArguments(ExpressionNode& node) noexcept;
 
 /// Gives a node that has no arguments `count` empty slots, for a reader that fills them one by one.
 void AllocateArguments(ExpressionNode& node, std::int32_t count);

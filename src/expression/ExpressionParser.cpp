@@ -3,8 +3,10 @@
 
 #include "expression/ExpressionParser.h"
 
+#include <charconv>
 #include <new>
 
+#include "expression/CompoundLookup.h"
 #include "expression/FunctionTable.h"
 
 namespace reka {
@@ -28,7 +30,32 @@ PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
     }
 }
 
+// `value` in decimal, or in the general format; the host's locale has no part in it.
+template <class Number, class... Format>
+std::u16string Describe(const char16_t* what, Number value, Format... format) {
+    char text[32];
+    char* const end = std::to_chars(text, text + sizeof text, value, format...).ptr;
+    return std::u16string(what).append(text, end);
+}
+
 }  // namespace
+
+std::u16string DescribeToken(const TokenNote& note) {
+    switch (note.kind) {
+        case TokenNote::Kind::Word:
+            return UpperCase(note.text);
+        case TokenNote::Kind::Invalid:
+            return std::u16string(u"invalid character: '").append(note.text) + u"'";
+        case TokenNote::Kind::Integer:
+            return Describe(u"integer ", note.integer);
+        case TokenNote::Kind::IntegerAsDouble:
+            return Describe(u"integer ", note.number, std::chars_format::general, 1);
+        case TokenNote::Kind::Real:
+            return Describe(u"real value ", note.number, std::chars_format::general, 6);
+        default:
+            return std::u16string(note.text);
+    }
+}
 
 void ExpressionParser::ReportParseError(std::u16string_view message) {
     errorBuffer += message;

@@ -27,9 +27,23 @@ union TokenValue {
     std::int32_t index;  // of a function: row of `FunctionTable`; of a compound: index into `compounds`
 };
 
+/// What can be said about a token, as it is noted while tokens are read: the words are found when somebody asks.
+struct TokenNote {
+    enum class Kind : std::uint8_t { Text, Word, Invalid, Integer, IntegerAsDouble, Real };
+    Kind kind = Kind::Text;
+    std::u16string_view text;  // itself, or the word in the source, or the invalid character
+    std::int64_t integer = 0;
+    double number = 0.0;
+};
+
+/// The description that a note stands for, such as "integer 7", or a word in upper case.
+std::u16string DescribeToken(const TokenNote& note);
+
 struct ExpressionParser {
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
     explicit ExpressionParser(std::u16string_view text) : source(text.substr(0, text.find(u'\0'))) {}
+
+    std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 
     /// Adds `message` and a line end to `errorBuffer`. Every message of lexer and grammar goes through here.
     void ReportParseError(std::u16string_view message);
@@ -52,7 +66,7 @@ struct ExpressionParser {
     std::u16string_view source;
     std::size_t position = 0;  // of the next character
     TokenValue tokenValue{};
-    std::u16string tokenDescription;  // of the token read last, for diagnostics
+    TokenNote tokenNote;  // of the token read last, for diagnostics
     std::u16string errorBuffer;
     ExpressionPool pool;
     bool isOutOfMemory = false;  // no exception may pass through the generated parser

@@ -4,8 +4,15 @@
 
 namespace reka {
 
+namespace {
+
+constexpr std::size_t firstCapacity = 32;  // hardly an expression has more open nodes at a time
+
+}  // namespace
+
 PoolSlot ExpressionPool::PoolAdd(ExpressionTree node) {
     if (firstFree == noSlot) {
+        if (entries.capacity() == 0) entries.reserve(firstCapacity);
         entries.push_back({std::move(node), noSlot});
         return static_cast<PoolSlot>(entries.size() - 1);
     }

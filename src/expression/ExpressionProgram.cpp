@@ -198,16 +198,19 @@ bool IsSound(const ExpressionNode& node) {
     }
 }
 
-bool IsSoundTree(const ExpressionNode& root) {
+/// The number of nodes of a tree of which each is sound; 0 for another one.
+std::size_t CountSoundNodes(const ExpressionNode& root) {
+    std::size_t count = 0;
     CWalkStack<const ExpressionNode*> waiting;
     waiting.Push(&root);
     while (!waiting.IsEmpty()) {
         const ExpressionNode& node = *waiting.Top();
         waiting.Pop();
-        if (!IsSound(node)) return false;
+        if (!IsSound(node)) return 0;
+        ++count;
         for (std::int32_t i = 0; i < node.argumentCount; ++i) waiting.Push(node.arguments[i]);
     }
-    return true;
+    return count;
 }
 
 }  // namespace
@@ -471,13 +474,17 @@ private:
     }
 
     CExpressionProgram& program;
-    CWalkStack<Task> tasks;
+    CWalkStack<Task, 16> tasks;  // tasks are long: more of them would take longer to lay out than to use
     std::size_t depth = 0;
     std::size_t greatestDepth = 0;
 };
 
 CExpressionProgram::CExpressionProgram(const ExpressionNode& root) {
-    if (!IsSoundTree(root)) return;
+    const std::size_t nodeCount = CountSoundNodes(root);
+    if (nodeCount == 0) return;
+    // Near what most trees come to, so that they hardly grow.
+    steps.reserve(nodeCount / 5 + 2);
+    constants.reserve(nodeCount / 3 + 1);
     CProgramWriter writer(*this);
     writer.Write(root);
     binding.steps = std::make_unique<BoundStep[]>(steps.size());

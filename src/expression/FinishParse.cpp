@@ -3,6 +3,7 @@
 #include "expression/FinishParse.h"
 
 #include <new>
+#include <utility>
 
 #include "expression/CheckExpression.h"
 
@@ -23,7 +24,7 @@ ExpressionTree FinishParse(ExpressionParser& parser, const ReactionPackDefinitio
     ExpressionTree tree;
     if (parser.errorBuffer.empty()) tree = TakeParsedNode(parser);  // the error buffer alone tells the outcome
     parser.pool.PoolClear();
-    errorText = parser.errorBuffer;
+    errorText = std::move(parser.errorBuffer);
     if (tree && errorText.empty()) {
         definition ? CheckExpression(*tree, *definition, errorText) : CheckScalarExpression(*tree, errorText);
     }

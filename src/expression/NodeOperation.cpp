@@ -8,24 +8,6 @@
 
 namespace reka {
 
-std::int32_t OperandCount(NodeKind kind) {
-    switch (kind) {
-        case NodeKind::Addition:
-        case NodeKind::Subtraction:
-        case NodeKind::Multiplication:
-        case NodeKind::Division:
-        case NodeKind::Power:
-        case NodeKind::Min:
-        case NodeKind::Max:
-        case NodeKind::Mod:
-            return 2;
-        case NodeKind::Negation:
-            return 1;
-        default:
-            return kind >= NodeKind::Sqrt && kind <= NodeKind::Tanh ? 1 : 0;
-    }
-}
-
 // A NaN passes every guard, and so does a zero where only negative operands are refused: LOG(0) is minus infinity and
 // 0^0 is 1. The natural logarithm speaks of "ln".
 const char16_t* FindRefusal(NodeKind kind, double a, double b) {

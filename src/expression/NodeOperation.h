@@ -10,7 +10,23 @@
 namespace reka {
 
 /// The number of operands of an operator or function; 0 for every other kind.
-std::int32_t OperandCount(NodeKind kind);
+constexpr std::int32_t OperandCount(NodeKind kind) {
+    switch (kind) {
+        case NodeKind::Addition:
+        case NodeKind::Subtraction:
+        case NodeKind::Multiplication:
+        case NodeKind::Division:
+        case NodeKind::Power:
+        case NodeKind::Min:
+        case NodeKind::Max:
+        case NodeKind::Mod:
+            return 2;
+        case NodeKind::Negation:
+            return 1;
+        default:
+            return kind >= NodeKind::Sqrt && kind <= NodeKind::Tanh ? 1 : 0;
+    }
+}
 
 /// Why an operator or function is refused for the operands `a` and `b`; null if it isn't.
 const char16_t* FindRefusal(NodeKind kind, double a, double b);

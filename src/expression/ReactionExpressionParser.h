@@ -3,7 +3,6 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 
 #include "expression/CompoundLookup.h"
@@ -32,7 +31,7 @@ struct ReactionExpressionParser final : ExpressionLexer<std::int64_t> {
     CCompoundLookup compounds;
 
 private:
-    int FindOtherWord(const std::u16string& upperCaseWord) override;
+    int FindOtherWord(std::u16string_view word) override;
 };
 
 /// Runs the generated parser over the tokens of `parser`. What it makes is left in the pool, what it reports in the

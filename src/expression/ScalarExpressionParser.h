@@ -2,7 +2,6 @@
 
 #pragma once
 
-#include <string>
 #include <string_view>
 
 #include "expression/ExpressionLexer.h"
@@ -15,7 +14,7 @@ struct ScalarExpressionParser final : ExpressionLexer<double> {
     explicit ScalarExpressionParser(std::u16string_view text) : ExpressionLexer(text) {}
 
 private:
-    int FindOtherWord(const std::u16string&) override { return token::endOfInput; }
+    int FindOtherWord(std::u16string_view) override { return token::endOfInput; }
 };
 
 /// Runs the generated parser over the tokens of `parser`. What it makes is left in the pool, what it reports in the

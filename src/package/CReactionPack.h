@@ -10,8 +10,17 @@
 #include "capeopen/BaseObject.h"
 #include "package/Definition.h"
 #include "package/MaterialReader.h"
+#include "package/ReactionIndex.h"
 
 namespace reka {
+
+/// The names of the properties as they are usually spelled, made once: so a calculation goes without copies of the
+/// names that it is given.
+struct PropertyWords {
+    CBstr reactionRate = CBstr::Make(u"ReactionRate");
+    CBstr equilibriumConstant = CBstr::Make(u"ChemicalEquilibriumConstant");
+    CBstr heat = CBstr::Make(u"EnthalpyOfReaction");
+};
 
 /// One reaction package at run time: its definition, the references that the simulator set, and the interfaces over
 /// them. Each interface has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
@@ -119,6 +128,8 @@ private:
 
     // Shared with the calls under way alone.
     std::shared_ptr<ReactionPackDefinition> definition;
+    CReactionIndex reactionIndex;
+    PropertyWords propertyWords;
     CComRef<ICapeReactionProperties> reactionObject;
     CComRef<IDispatch> material;
     CComRef<IDispatch> simulationContext;

@@ -11,13 +11,13 @@
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ErrorTexts.h"
 #include "package/CReactionPack.h"
-#include "package/SameText.h"
+#include "package/TextIndex.h"
 
 namespace reka {
 
 namespace {
 
-constexpr std::size_t none = static_cast<std::size_t>(-1);
+constexpr std::size_t none = CTextIndex::none;
 
 /// What the material says of its compounds, by position. An entry can be absent.
 struct MaterialCompounds {
@@ -104,7 +104,10 @@ public:
           compoundMap(map),
           materialCompoundFree(compounds.identifiers.size(), 1),
           resolved(packageDefinition.compounds.size()),
-          isResolved(packageDefinition.compounds.size(), false) {}
+          isResolved(packageDefinition.compounds.size(), false) {
+        casIndex.Make(compounds.casNumbers.size(), [&](std::size_t j) { return compounds.casNumbers[j].Get(); });
+        nameIndex.Make(compounds.identifiers.size(), [&](std::size_t j) { return compounds.identifiers[j].Get(); });
+    }
 
     /// By CAS number, then by name. False with the reason in `errorText` for an ambiguous material.
     bool Resolve(std::u16string& errorText) {
@@ -132,13 +135,10 @@ private:
     bool ResolveByCasNumber(std::size_t compound, std::u16string& errorText) {
         const CBstr& casNumber = definition.compounds[compound]->casNumber;
         if (casNumber.IsAbsent()) return true;
-        const auto matches = [&](std::size_t j) {
-            const CBstr& candidate = materialCompounds.casNumbers[j];
-            return !candidate.IsAbsent() && SameText(candidate.View(), casNumber.View());
-        };
-        const std::size_t position = FirstFree(matches);
+        const auto matches = [&](std::size_t j) { return !materialCompounds.casNumbers[j].IsAbsent(); };
+        const std::size_t position = FirstFree(casIndex, casNumber.View(), matches);
         if (position == none) return true;
-        const std::size_t other = NextAfter(position, matches);
+        const std::size_t other = NextAfter(casIndex, position, matches);
         if (other != none) {
             errorText = u"CAS number " + StringFromBstr(materialCompounds.casNumbers[other].Get()) + u" for compound " +
                         StringFromBstr(materialCompounds.identifiers[position].Get()) +
@@ -151,12 +151,9 @@ private:
 
     bool ResolveByName(std::size_t compound, std::u16string& errorText) {
         const std::u16string_view name = definition.compounds[compound]->name.View();
-        const std::size_t position =
-            FirstFree([&](std::size_t j) { return SameText(materialCompounds.identifiers[j].View(), name); });
+        const std::size_t position = FirstFree(nameIndex, name, [](std::size_t) { return true; });
         if (position == none) return true;
-        const std::u16string_view identifier = materialCompounds.identifiers[position].View();
-        const std::size_t other = NextAfter(
-            position, [&](std::size_t j) { return SameText(materialCompounds.identifiers[j].View(), identifier); });
+        const std::size_t other = NextNameAfter(position);
         if (other != none) {
             errorText = u"compound ID " + StringFromBstr(materialCompounds.identifiers[other].Get()) +
                         u" is present more than once; unable to determine which compound is which";
@@ -166,21 +163,29 @@ private:
         return true;
     }
 
+    /// The first position of `text` that is free and `matches`.
     template <class Matches>
-    std::size_t FirstFree(Matches&& matches) const {
-        for (std::size_t j = 0; j < materialCompoundFree.size(); ++j) {
-            if (materialCompoundFree[j] && matches(j)) return j;
-        }
-        return none;
+    std::size_t FirstFree(const CTextIndex& index, std::u16string_view text, Matches&& matches) const {
+        std::size_t j = index.Find(text);
+        while (j != none && !(materialCompoundFree[j] && matches(j))) j = index.FindNext(j);
+        return j;
     }
 
-    /// The next match behind `position`, free or not.
+    /// The next position of the same text that `matches`, free or not.
     template <class Matches>
-    std::size_t NextAfter(std::size_t position, Matches&& matches) const {
-        for (std::size_t j = position + 1; j < materialCompoundFree.size(); ++j) {
-            if (matches(j)) return j;
-        }
-        return none;
+    std::size_t NextAfter(const CTextIndex& index, std::size_t position, Matches&& matches) const {
+        std::size_t j = index.FindNext(position);
+        while (j != none && !matches(j)) j = index.FindNext(j);
+        return j;
+    }
+
+    /// The same for an identifier. Those that are taken are absent from the list: to an empty one they are the same.
+    std::size_t NextNameAfter(std::size_t position) const {
+        const auto isThere = [&](std::size_t j) { return !materialCompounds.identifiers[j].IsAbsent(); };
+        if (!materialCompounds.identifiers[position].View().empty()) return NextAfter(nameIndex, position, isThere);
+        std::size_t j = position + 1;
+        while (j < materialCompoundFree.size() && !materialCompounds.identifiers[j].View().empty()) ++j;
+        return j < materialCompoundFree.size() ? j : none;
     }
 
     void Take(std::size_t compound, std::size_t position) {
@@ -192,6 +197,8 @@ private:
 
     const ReactionPackDefinition& definition;
     MaterialCompounds& materialCompounds;
+    CTextIndex casIndex;   // as the lists are before any identifier is taken
+    CTextIndex nameIndex;  // and whose texts stay, with their new owner
     std::vector<std::int32_t>& compoundMap;
     std::vector<std::int32_t> materialCompoundFree;
     std::vector<CBstr> resolved;

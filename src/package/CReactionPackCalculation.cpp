@@ -3,6 +3,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
+#include <iterator>
 #include <memory>
 #include <string>
 #include <vector>
@@ -21,7 +23,8 @@ namespace {
 constexpr const char16_t* scope = u"CalcReactionProp";
 constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
 
-/// One of the properties that a package calculates. The value goes out in the unit in which its expression is written.
+/// One of the properties that a package calculates, in the order of `PropertyWords`. The value goes out in the unit in
+/// which its expression is written.
 struct ReactionProperty {
     const char16_t* name;
     std::unique_ptr<ExpressionRef> ReactionDefinition::*expression;
@@ -57,6 +60,42 @@ bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
     return TextOf(basis).empty() || (property.acceptsMoleBasis && SameText(basis, u"Mole"));
 }
 
+/// The reactions that a call selects, by index and in the order asked for.
+class CSelection {
+public:
+    void TakeAll(std::size_t reactionCount) { count = reactionCount; }
+    /// Makes room for `size` reactions to come.
+    void Reserve(std::size_t size) {
+        if (size > std::size(few)) many.resize(size);
+        indices = many.empty() ? few : many.data();
+    }
+    void Append(std::size_t index) { indices[count++] = static_cast<std::uint32_t>(index); }
+    std::size_t Count() const { return count; }
+    std::size_t operator[](std::size_t i) const { return indices ? indices[i] : i; }
+
+private:
+    std::size_t count = 0;
+    std::uint32_t* indices = nullptr;  // null: all reactions in their order
+    std::uint32_t few[16];             // most calls name no more
+    std::vector<std::uint32_t> many;
+};
+
+/// An array of one number, and one of one string; absent text makes a null element. The elements are put in without the
+/// platform's help, which would look at what it has just made. False without memory, with `values` empty.
+bool MakeOneNumber(CVariant& values, double value) {
+    if (!CreateArrayVariant(values.Get(), 1, VT_R8)) return false;
+    *static_cast<double*>(values.Get().parray->pvData) = value;
+    return true;
+}
+
+bool MakeOneString(CVariant& strings, BSTR text) {
+    if (!CreateArrayVariant(strings.Get(), 1, VT_BSTR)) return false;
+    if (!text) return true;
+    const BSTR copy = SysAllocStringLen(text, SysStringLen(text));
+    *static_cast<BSTR*>(strings.Get().parray->pvData) = copy;
+    return copy != nullptr;
+}
+
 /// One call, with all that it works on. What it began with stays alive until it ends.
 class CPropertyCalculation {
 public:
@@ -71,23 +110,23 @@ public:
           phase(requestedPhase),
           basis(requestedBasis) {}
 
-    /// Calculates one property of the selected reactions. False after the failure was reported.
-    bool Calculate(BSTR propertyName, const std::vector<std::size_t>& selected) {
-        const ReactionProperty* const property = FindProperty(propertyName);
+    /// Calculates one property of the selected reactions; a null `property` is one that isn't known. False after the
+    /// failure was reported.
+    bool Calculate(BSTR propertyName, const ReactionProperty* property, const CSelection& selected) {
         if (!property) {
             return Report(u"Unknown or unsupported reaction property \"" + StringFromBstr(propertyName) + u"\"");
         }
         if (!IsAcceptedBasis(*property, basis)) return Report(u"Unsupported basis", property->basisError);
         std::uint32_t dependencies = 0;
-        for (const std::size_t index : selected) {
-            const ReactionDefinition& reaction = *definition.reactions[index];
+        for (std::size_t i = 0; i < selected.Count(); ++i) {
+            const ReactionDefinition& reaction = *definition.reactions[selected[i]];
             if (!CheckReaction(*property, reaction)) return false;
             dependencies |= (reaction.*property->expression)->dependencies;
         }
         std::u16string errorText;
         if (!reader.FetchExpressionInputs(dependencies, phase, errorText)) return Report(errorText);
-        for (const std::size_t index : selected) {
-            const ReactionDefinition& reaction = *definition.reactions[index];
+        for (std::size_t i = 0; i < selected.Count(); ++i) {
+            const ReactionDefinition& reaction = *definition.reactions[selected[i]];
             if (!EvaluateAndStore(reaction.id.Get(), propertyName, *(reaction.*property->expression))) return false;
         }
         return true;
@@ -126,12 +165,7 @@ private:
         CVariant values;
         CVariant identifiers;
         if (EvaluateExpression(expression, value, definition, errorText)) {
-            if (!CreateListVariant(values.Get(), 1, VT_R8,
-                                   [&](SAFEARRAY& array, LONG index) { return PutNumber(array, index, value); }) ||
-                !CreateListVariant(identifiers.Get(), 1, VT_BSTR,
-                                   [&](SAFEARRAY& array, LONG index) { return PutString(array, index, reactionId); })) {
-                errorText = u"out of memory";
-            }
+            if (!MakeOneNumber(values, value) || !MakeOneString(identifiers, reactionId)) errorText = u"out of memory";
         }
         if (!errorText.empty()) {
             return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
@@ -169,12 +203,41 @@ HRESULT Refuse(BaseObject& object, const std::u16string& text) {
     return Refuse(object, text, text);
 }
 
-/// The reactions that `reacIds` names, or all of them for an empty variant, by index and in the order asked for.
-/// `S_OK`, or the failure after it was reported.
-HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& definition, const VARIANT& reacIds,
-                        std::vector<std::size_t>& selected) {
+/// The string at `i` of an array that `CheckArrayVariant` has accepted, lent.
+BSTR StringAt(const VARIANT& strings, std::int32_t i) {
+    return static_cast<const BSTR*>(strings.parray->pvData)[i];
+}
+
+/// A property with its name in the caller's spelling, good for the whole call.
+struct NamedProperty {
+    BSTR name;
+    const ReactionProperty* property;  // null for a name that isn't known
+};
+
+/// The property at `i` of `names`. A name in the usual spelling is one of `words`; of another one `copy` holds a copy,
+/// since the caller's may be gone after a callback. False without memory.
+bool TakeProperty(const PropertyWords& words, const VARIANT& names, std::int32_t i, CBstr& copy, NamedProperty& taken) {
+    const BSTR given = StringAt(names, i);
+    const UINT length = SysStringLen(given);
+    const ReactionProperty* property = reactionProperties;
+    for (const CBstr* word : {&words.reactionRate, &words.equilibriumConstant, &words.heat}) {
+        if (SysStringLen(word->Get()) == length && std::memcmp(given, word->Get(), length * sizeof(OLECHAR)) == 0) {
+            taken = {word->Get(), property};
+            return true;
+        }
+        ++property;
+    }
+    if (!TakeString(names, i, copy)) return false;
+    taken = {copy.Get(), FindProperty(copy.Get())};
+    return true;
+}
+
+/// Selects the reactions that `reacIds` names, or all of them for an empty variant. `S_OK`, or the failure after it was
+/// reported.
+HRESULT SelectReactions(BaseObject& object, const std::shared_ptr<ReactionPackDefinition>& definition,
+                        CReactionIndex& reactionIndex, const VARIANT& reacIds, CSelection& selected) {
     if (reacIds.vt == VT_EMPTY) {
-        for (std::size_t i = 0; i < definition.reactions.size(); ++i) selected.push_back(i);
+        selected.TakeAll(definition->reactions.size());
         return S_OK;
     }
     std::u16string errorText;
@@ -183,17 +246,12 @@ HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& defini
     if (count == 0) {
         return Refuse(object, u"Missing reaction IDs", u"No reaction IDs have been specified for CalcReactionProp");
     }
-    for (LONG i = 0; i < count; ++i) {
-        CBstr name;
-        if (!TakeString(reacIds, i, name)) return Refuse(object, u"out of memory");
-        std::size_t index = 0;
-        while (index < definition.reactions.size() && !SameText(definition.reactions[index]->id.Get(), name.Get())) {
-            ++index;
-        }
-        if (index == definition.reactions.size()) {
-            return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name.Get()));
-        }
-        selected.push_back(index);
+    selected.Reserve(static_cast<std::size_t>(count));
+    for (std::int32_t i = 0; i < count; ++i) {
+        const BSTR name = StringAt(reacIds, i);
+        const std::size_t index = reactionIndex.Find(definition, name);
+        if (index == CReactionIndex::none) return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name));
+        selected.Append(index);
     }
     return S_OK;
 }
@@ -215,8 +273,8 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         const std::vector<std::int32_t> noMap;
         const COwnArithmetic arithmetic;
 
-        std::vector<std::size_t> selected;
-        const HRESULT selection = SelectReactions(*this, *usedDefinition, reacIds, selected);
+        CSelection selected;
+        const HRESULT selection = SelectReactions(*this, usedDefinition, reactionIndex, reacIds, selected);
         if (FAILED(selection)) return selection;
         std::u16string errorText;
         const std::int32_t propertyCount = CheckArrayVariant(props, VT_BSTR, errorText);
@@ -232,9 +290,10 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                                materialCompoundCount, arithmetic);
         CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
-            CBstr property;
-            if (!TakeString(props, i, property)) return Refuse(*this, u"out of memory");
-            if (!calculation.Calculate(property.Get(), selected)) return ECapeUnknownHR;
+            CBstr copy;
+            NamedProperty property{};
+            if (!TakeProperty(propertyWords, props, i, copy, property)) return Refuse(*this, u"out of memory");
+            if (!calculation.Calculate(property.name, property.property, selected)) return ECapeUnknownHR;
         }
         return S_OK;
     });

@@ -6,7 +6,6 @@
 
 #include "capeopen/ArrayHelpers.h"
 #include "package/CReactionPack.h"
-#include "package/SameText.h"
 #include "platform/HostArithmetic.h"
 
 namespace reka {
@@ -39,9 +38,8 @@ int CReactionPack::FindReaction(BSTR reactionId, const char16_t* scope) {
         SetError(u"Invalid ID", u"Empty string passed as reaction ID", scope, interfaceName);
         return -1;
     }
-    for (std::size_t i = 0; i < definition->reactions.size(); ++i) {
-        if (SameText(definition->reactions[i]->id.View(), name)) return static_cast<int>(i);
-    }
+    const std::size_t index = reactionIndex.Find(definition, reactionId);
+    if (index != CReactionIndex::none) return static_cast<int>(index);
     const std::u16string text = u"Invalid reaction ID: " + std::u16string(name);
     SetError(u"Invalid ID", text.c_str(), scope, interfaceName);
     return -1;

@@ -2,6 +2,7 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "platform/Holders.h"
@@ -10,12 +11,11 @@ namespace reka {
 
 /// True when both texts are equal with the letters A to Z folded. An absent string counts as an empty one.
 bool SameText(std::u16string_view left, std::u16string_view right);
+bool SameText(const OLECHAR* left, const OLECHAR* right);
+bool SameText(const OLECHAR* left, std::u16string_view right);
 
-inline bool SameText(const OLECHAR* left, const OLECHAR* right) {
-    return SameText(TextOf(left), TextOf(right));
-}
-inline bool SameText(const OLECHAR* left, std::u16string_view right) {
-    return SameText(TextOf(left), right);
-}
+/// A number that is the same for texts that are the same.
+std::size_t SameTextHash(const OLECHAR* text);
+std::size_t SameTextHash(std::u16string_view text);
 
 }  // namespace reka

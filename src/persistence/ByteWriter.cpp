@@ -18,12 +18,16 @@ std::u16string_view UpToZero(std::u16string_view text) {
 }  // namespace
 
 void CByteWriter::WriteU32(std::uint32_t value) {
-    for (int shift = 0; shift < 32; shift += 8) block.push_back(static_cast<std::uint8_t>(value >> shift));
+    std::uint8_t bytes[4];
+    for (std::size_t i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<std::uint8_t>(value >> 8 * i);
+    block.insert(block.end(), bytes, bytes + sizeof bytes);
 }
 
 void CByteWriter::WriteF64(double value) {
     const auto bits = std::bit_cast<std::uint64_t>(value);
-    for (int shift = 0; shift < 64; shift += 8) block.push_back(static_cast<std::uint8_t>(bits >> shift));
+    std::uint8_t bytes[8];
+    for (std::size_t i = 0; i < sizeof bytes; ++i) bytes[i] = static_cast<std::uint8_t>(bits >> 8 * i);
+    block.insert(block.end(), bytes, bytes + sizeof bytes);
 }
 
 void CByteWriter::WriteWideText(const CBstr& text) {

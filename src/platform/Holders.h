@@ -26,7 +26,9 @@ public:
     }
     CBstr(const CBstr&) = delete;
     CBstr& operator=(const CBstr&) = delete;
-    ~CBstr() { SysFreeString(text); }
+    ~CBstr() {
+        if (text) SysFreeString(text);
+    }
 
     /// A string of just these characters: an empty text gives an empty string, not an absent one. Throws
     /// std::bad_alloc.
@@ -55,8 +57,10 @@ private:
 /// Sole owner of a VARIANT and what it holds.
 class CVariant {
 public:
-    CVariant() { VariantInit(&variant); }
-    ~CVariant() { VariantClear(&variant); }
+    CVariant() = default;
+    ~CVariant() {
+        if (variant.vt != VT_EMPTY) VariantClear(&variant);
+    }
     CVariant(CVariant&& other) noexcept : variant(other.Detach()) {}
     CVariant& operator=(CVariant&& other) noexcept {
         if (this != &other) Reset(other.Detach());
@@ -83,7 +87,7 @@ public:
     }
 
 private:
-    VARIANT variant;
+    VARIANT variant = {};  // empty
 };
 
 /// A counted reference on an interface of somebody's object, which may be null.

@@ -246,7 +246,7 @@ TEST(ScalarLexer, DescribesTheTokenReadLast) {
     for (const auto& [text, description] : cases) {
         ScalarExpressionParser parser(text);
         parser.ReadToken();
-        EXPECT_EQ(Utf8FromUtf16(parser.tokenDescription), Utf8FromUtf16(description));
+        EXPECT_EQ(Utf8FromUtf16(parser.TokenDescription()), Utf8FromUtf16(description));
     }
 }
 

@@ -398,7 +398,7 @@ TEST(ParseExpression, DoesNotFollowTheLocaleOfTheHost) {
     EXPECT_EQ(ParseExpression(*definition, u"0,5", errorText, nullptr), nullptr);
     ReactionExpressionParser parser(*definition, u"1.5");
     parser.ReadToken();
-    EXPECT_EQ(parser.tokenDescription, u"real value 1.5");
+    EXPECT_EQ(parser.TokenDescription(), u"real value 1.5");
     std::setlocale(LC_ALL, before.c_str());
 }
 

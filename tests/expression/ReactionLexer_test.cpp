@@ -231,7 +231,7 @@ TEST_P(Descriptions, TellTheTokenReadLast) {
     const auto definition = MakeDefinitionOf({});
     ReactionExpressionParser parser(*definition, GetParam().text);
     parser.ReadToken();
-    EXPECT_EQ(parser.tokenDescription, GetParam().description);
+    EXPECT_EQ(parser.TokenDescription(), GetParam().description);
 }
 INSTANTIATE_TEST_SUITE_P(Table, Descriptions, testing::ValuesIn(descriptionCases),
                          [](const auto& row) { return std::string(row.param.name); });

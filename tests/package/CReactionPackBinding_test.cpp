@@ -1,7 +1,12 @@
 #include <gtest/gtest.h>
 
 #include <deque>
+#include <iterator>
+#include <random>
+#include <utility>
 
+#include "package/SameText.h"
+#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
@@ -358,6 +363,85 @@ TEST_F(MaterialBinding, FailsCleanlyWhateverCallOfTheMaterialFails) {
         EXPECT_EQ(package->UnsetMaterial(), S_OK);
         EXPECT_EQ(material.references.Held(), 0);
     }
+}
+
+/// The binding as it is defined: two passes of two loops each. The text of the failure, or the identifiers.
+std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<const char16_t*> identifiers,
+                        const std::vector<const char16_t*>& casNumbers) {
+    const std::size_t count = identifiers.size();
+    std::vector<bool> isFree(count, true);
+    std::vector<std::string> resolved(definition.compounds.size());
+    for (std::size_t i = 0; i < resolved.size(); ++i) {
+        const CBstr& wanted = definition.compounds[i]->casNumber;
+        std::size_t j = 0;
+        const auto matches = [&](std::size_t k) { return casNumbers[k] && SameText(casNumbers[k], wanted.Get()); };
+        while (j < count && !(isFree[j] && matches(j))) ++j;
+        if (wanted.IsAbsent() || j == count) continue;
+        for (std::size_t k = j + 1; k < count; ++k) {
+            if (!matches(k)) continue;
+            return "CAS number " + Utf8FromUtf16(casNumbers[k]) + " for compound " +
+                   Utf8FromUtf16(TextOf(identifiers[j])) +
+                   " is present more than once; unable to determine which compound is which";
+        }
+        resolved[i] = "'" + Utf8FromUtf16(TextOf(std::exchange(identifiers[j], nullptr))) + "'";
+        isFree[j] = false;
+    }
+    for (std::size_t i = 0; i < resolved.size(); ++i) {
+        const BSTR wanted = definition.compounds[i]->name.Get();
+        std::size_t j = 0;
+        while (j < count && !(isFree[j] && SameText(identifiers[j], wanted))) ++j;
+        if (!resolved[i].empty() || j == count) continue;
+        for (std::size_t k = j + 1; k < count; ++k) {
+            if (!SameText(identifiers[k], identifiers[j])) continue;
+            return "compound ID " + Utf8FromUtf16(TextOf(identifiers[k])) +
+                   " is present more than once; unable to determine which compound is which";
+        }
+        resolved[i] = "'" + Utf8FromUtf16(TextOf(std::exchange(identifiers[j], nullptr))) + "'";
+        isFree[j] = false;
+    }
+    std::string ids;
+    for (std::size_t i = 0; i < resolved.size(); ++i) {
+        if (resolved[i].empty()) {
+            return "unable to resolve reaction compound " + Utf8FromUtf16(TextOf(definition.compounds[i]->name.Get()));
+        }
+        ids += resolved[i];
+    }
+    return ids;
+}
+
+TEST_F(MaterialBinding, FindsWhatLoopsOverBothListsFind) {
+    const char16_t* const words[] = {u"", u"Aa", u"aA", u"Bb", u"bb", u"Cc", u"Dd", u"Ee", u"Ff"};
+    std::mt19937 random(29);
+    const auto word = [&] { return words[random() % std::size(words)]; };
+    int boundCount = 0;
+    for (int round = 0; round < 2000; ++round) {
+        definition = MakePackage({});
+        for (std::size_t i = 1 + random() % 3; i > 0; --i) {
+            auto compound = std::make_unique<CompoundDefinition>();
+            compound->name = CBstr::Make(word());
+            if (random() % 2) compound->casNumber = CBstr::Make(word());
+            definition->compounds.push_back(std::move(compound));
+        }
+        std::vector<const char16_t*> identifiers(1 + random() % 5);
+        std::vector<const char16_t*> casNumbers(identifiers.size());
+        std::vector<std::u16string> texts;
+        CFakeMaterial& material = NewMaterial({});
+        material.casAnswers.resize(identifiers.size());
+        for (std::size_t j = 0; j < identifiers.size(); ++j) {
+            texts.emplace_back(identifiers[j] = word());
+            if (random() % 3 == 0) continue;
+            casNumbers[j] = word();
+            material.SetCasNumber(j, casNumbers[j]);
+        }
+        material.componentIds = StringArray(texts, 0);
+        Assign();
+        const std::string expected = BindByLoops(*definition, identifiers, casNumbers);
+        const bool isBound = package->SetMaterial(material.Dispatch()) == S_OK;
+        ASSERT_EQ(isBound ? Ids() : ErrorOf(package.Unknown()).name, expected) << "round " << round;
+        boundCount += isBound;
+    }
+    EXPECT_GT(boundCount, 200);
+    EXPECT_LT(boundCount, 1800);
 }
 
 }  // namespace

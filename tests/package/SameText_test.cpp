@@ -34,7 +34,20 @@ TEST_P(SameTextTable, ComparesNames) {
     const CBstr right = GetParam().right ? CBstr::Make(GetParam().right) : CBstr();
     EXPECT_EQ(SameText(left.Get(), right.Get()), GetParam().same);
     EXPECT_EQ(SameText(right.Get(), left.Get()), GetParam().same);
+    EXPECT_EQ(SameText(left.Get(), right.View()), GetParam().same);
+    EXPECT_EQ(SameText(right.Get(), left.View()), GetParam().same);
+    EXPECT_EQ(SameText(left.View(), right.View()), GetParam().same);
+    if (GetParam().same) {
+        EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.Get()));
+        EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.View()));
+    }
 }
+TEST(SameText, TakesACharacterForWhatItIs) {
+    EXPECT_FALSE(SameText(u"a", std::u16string_view(u"a\0", 2)));  // a zero ends one of them alone
+    EXPECT_FALSE(SameText(u"a", std::u16string_view(u"\0", 1)));
+    EXPECT_TRUE(SameText(u"ab", std::u16string_view(u"ABc", 2)));
+}
+
 INSTANTIATE_TEST_SUITE_P(Table, SameTextTable, testing::ValuesIn(sameTextCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
