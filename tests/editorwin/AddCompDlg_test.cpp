@@ -160,6 +160,8 @@ TEST_F(AddCompoundsDialog, SortsByAClickOnAHeader) {
         EXPECT_EQ(Column(dialog, 0), "DIMETHYL ETHER|ETHANOL|HYDROGEN|METHANE|WATER");
         dialog.ClickHeader(list, 0);
         EXPECT_EQ(Column(dialog, 0), "WATER|METHANE|HYDROGEN|ETHANOL|DIMETHYL ETHER");
+        dialog.ClickHeader(list, 1);  // by its formulas hydrogen would come behind methane
+        EXPECT_EQ(Column(dialog, 0), "DIMETHYL ETHER|ETHANOL|HYDROGEN|METHANE|WATER");
         dialog.ClickHeader(list, 2);
         EXPECT_EQ(Column(dialog, 1), "C2H6O|C2H6O|CH4|H2|H2O");
         dialog.ClickHeader(list, 3);
