@@ -7,11 +7,11 @@
 
 namespace {
 std::size_t allocationCount = 0;
+bool isMeasuring = false;
 std::size_t bytesInUse = 0;
 
 void Free(void* memory) {
-    if (!memory) return;
-    bytesInUse -= malloc_usable_size(memory) + sizeof(std::size_t);
+    if (isMeasuring && memory) bytesInUse -= malloc_usable_size(memory) + sizeof(std::size_t);
     std::free(memory);
 }
 }  // namespace
@@ -20,6 +20,10 @@ namespace reka::bench {
 
 std::size_t AllocationCount() {
     return allocationCount;
+}
+
+void StartMeasuringMemory() {
+    isMeasuring = true;
 }
 
 MemoryUse UsedMemory() {
@@ -32,7 +36,7 @@ void* operator new(std::size_t size) {
     ++allocationCount;
     void* const memory = std::malloc(size == 0 ? 1 : size);
     if (!memory) throw std::bad_alloc();
-    bytesInUse += malloc_usable_size(memory) + sizeof(std::size_t);  // with the heap's own word
+    if (isMeasuring) bytesInUse += malloc_usable_size(memory) + sizeof(std::size_t);  // with the heap's own word
     return memory;
 }
 

@@ -14,5 +14,7 @@ struct MemoryUse {
     std::size_t bytes = 0;        // with what the heap needs for itself
 };
 MemoryUse UsedMemory();
+/// From here on bytes are counted, which takes time. What was allocated before must not be freed between two looks.
+void StartMeasuringMemory();
 
 }  // namespace reka::bench

@@ -186,6 +186,7 @@ void PrintRates(const CTimes& times, const char* operation, std::size_t blockSiz
 
 /// Allocations and bytes of a read tree, by itself and with its program.
 void PrintMemory() {
+    StartMeasuringMemory();
     StoredPackage stored;
     std::size_t nodes = 0;
     for (const auto& reaction : stored.definition->reactions) nodes += CountNodes(*reaction->rateExpression->root);

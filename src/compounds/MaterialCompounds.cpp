@@ -20,13 +20,13 @@ constexpr const char16_t* noCompoundList = u"Failed to get list of compound IDs 
 
 /// The interface of `object`, which may be null; null if it hasn't got it.
 template <class Interface>
-CComRef<Interface> AskFor(IUnknown* object) {
-    CComRef<Interface> asked;
+CAskedInterface<Interface> AskFor(IUnknown* object, const COwnArithmetic& arithmetic) {
     void* found = nullptr;
-    if (object && SUCCEEDED(object->QueryInterface(InterfaceId<Interface>(), &found))) {
-        asked.Reset(static_cast<Interface*>(found));
+    if (object &&
+        FAILED(arithmetic.Outside([&] { return object->QueryInterface(InterfaceId<Interface>(), &found); }))) {
+        found = nullptr;
     }
-    return asked;
+    return {static_cast<Interface*>(found), arithmetic};
 }
 
 /// A list of one string, for the lists that the simulator takes: one compound, or one property.
@@ -52,29 +52,38 @@ std::u16string TextAt(const VARIANT& strings, LONG index) {
 }
 
 /// The constant that an answer holds, which is a list of one variant of type `type`. False for any other answer.
-bool TakeConstant(const VARIANT& answer, VARTYPE type, CVariant& constant) {
+bool TakeConstant(const VARIANT& answer, VARTYPE type, CAnswer& constant) {
     std::u16string reason;  // shown nowhere
     LONG index = 0;
     return CheckArrayVariant(answer, VT_VARIANT, reason) == 1 &&
-           SUCCEEDED(SafeArrayGetElement(answer.parray, &index, constant.Receive())) && constant.Get().vt == type;
+           SUCCEEDED(SafeArrayGetElement(answer.parray, &index, &constant.Get())) && constant.Get().vt == type;
 }
 
 // Version 1.1
 
 /// What a material of version 1.1 tells of its compounds at once.
 struct CompoundListAnswer {
-    CVariant ids;
-    CVariant formulas;
-    CVariant names;
-    CVariant molecularWeights;
-    CVariant casNumbers;
+    explicit CompoundListAnswer(const COwnArithmetic& arithmetic)
+        : ids(arithmetic),
+          formulas(arithmetic),
+          names(arithmetic),
+          molecularWeights(arithmetic),
+          casNumbers(arithmetic) {}
+
+    CAnswer ids;
+    CAnswer formulas;
+    CAnswer names;
+    CAnswer molecularWeights;
+    CAnswer casNumbers;
 };
 
-bool RequestCompoundList(ICapeThermoCompounds& material, CompoundListAnswer& answer) {
-    CVariant boilingTemperatures;  // of no use here
-    return SUCCEEDED(material.GetCompoundList(&answer.ids.Get(), &answer.formulas.Get(), &answer.names.Get(),
-                                              &boilingTemperatures.Get(), &answer.molecularWeights.Get(),
-                                              &answer.casNumbers.Get()));
+bool RequestCompoundList(ICapeThermoCompounds& material, CompoundListAnswer& answer, const COwnArithmetic& arithmetic) {
+    CAnswer boilingTemperatures(arithmetic);  // of no use here
+    return SUCCEEDED(arithmetic.Outside([&] {
+        return material.GetCompoundList(&answer.ids.Get(), &answer.formulas.Get(), &answer.names.Get(),
+                                        &boilingTemperatures.Get(), &answer.molecularWeights.Get(),
+                                        &answer.casNumbers.Get());
+    }));
 }
 
 /// The number of elements of a list, or -1 with the reason.
@@ -109,21 +118,26 @@ std::int32_t CheckCompoundList(const CompoundListAnswer& answer, std::u16string&
     return count;
 }
 
-double RequestCharge(ICapeThermoCompounds& material, const COneString& property, const COneString& compound) {
-    CVariant answer;
-    CVariant charge;
-    if (FAILED(material.GetCompoundConstant(property.Get(), compound.Get(), &answer.Get()))) return missing;
+double RequestCharge(ICapeThermoCompounds& material, const COneString& property, const COneString& compound,
+                     const COwnArithmetic& arithmetic) {
+    CAnswer answer(arithmetic);
+    CAnswer charge(arithmetic);
+    if (FAILED(arithmetic.Outside(
+            [&] { return material.GetCompoundConstant(property.Get(), compound.Get(), &answer.Get()); }))) {
+        return missing;
+    }
     return TakeConstant(answer.Get(), VT_R8, charge) ? charge.Get().dblVal : missing;
 }
 
-bool ReadByVersion11(IDispatch& material, MaterialCompounds& compounds, std::u16string& errorText) {
-    const auto object = AskFor<ICapeThermoCompounds>(&material);
+bool ReadByVersion11(IDispatch& material, MaterialCompounds& compounds, std::u16string& errorText,
+                     const COwnArithmetic& arithmetic) {
+    const auto object = AskFor<ICapeThermoCompounds>(&material, arithmetic);
     if (!object) {
         errorText = u"Failed to get ICapeThermoCompounds interface from material object";
         return false;
     }
-    CompoundListAnswer answer;
-    if (!RequestCompoundList(*object, answer)) {
+    CompoundListAnswer answer(arithmetic);
+    if (!RequestCompoundList(*object, answer, arithmetic)) {
         errorText = noCompoundList;
         return false;
     }
@@ -144,7 +158,7 @@ bool ReadByVersion11(IDispatch& material, MaterialCompounds& compounds, std::u16
         LONG index = i;
         if (FAILED(SafeArrayGetElement(answer.molecularWeights.Get().parray, &index, &weight))) weight = missing;
         compounds.molecularWeights.push_back(weight);
-        compounds.charges.push_back(RequestCharge(*object, property, compound));
+        compounds.charges.push_back(RequestCharge(*object, property, compound, arithmetic));
     }
     return true;
 }
@@ -154,41 +168,45 @@ bool ReadByVersion11(IDispatch& material, MaterialCompounds& compounds, std::u16
 /// Asks for single constants of one compound after the other.
 class CConstantReader {
 public:
-    explicit CConstantReader(ICapeThermoMaterialObject& asked) : material(asked) {}
+    CConstantReader(ICapeThermoMaterialObject& asked, const COwnArithmetic& ownArithmetic)
+        : material(asked), arithmetic(ownArithmetic) {}
 
     void SetCompound(std::u16string_view id) { compound.Set(id); }
 
     std::u16string ReadText(std::u16string_view name, std::u16string_view otherwise) {
-        CVariant constant;
+        CAnswer constant(arithmetic);
         const bool isRead = Read(name, VT_BSTR, constant);
         return isRead ? StringFromBstr(constant.Get().bstrVal) : std::u16string(otherwise);
     }
     double ReadNumber(std::u16string_view name) {
-        CVariant constant;
+        CAnswer constant(arithmetic);
         return Read(name, VT_R8, constant) ? constant.Get().dblVal : missing;
     }
 
 private:
-    bool Read(std::u16string_view name, VARTYPE type, CVariant& constant) {
-        CVariant answer;
+    bool Read(std::u16string_view name, VARTYPE type, CAnswer& constant) {
+        CAnswer answer(arithmetic);
         property.Set(name);
-        return SUCCEEDED(material.GetComponentConstant(property.Get(), compound.Get(), &answer.Get())) &&
-               TakeConstant(answer.Get(), type, constant);
+        const HRESULT result = arithmetic.Outside(
+            [&] { return material.GetComponentConstant(property.Get(), compound.Get(), &answer.Get()); });
+        return SUCCEEDED(result) && TakeConstant(answer.Get(), type, constant);
     }
 
     ICapeThermoMaterialObject& material;
+    const COwnArithmetic& arithmetic;
     COneString property;
     COneString compound;
 };
 
-bool ReadByVersion10(IDispatch& material, MaterialCompounds& compounds, std::u16string& errorText) {
-    const auto object = AskFor<ICapeThermoMaterialObject>(&material);
+bool ReadByVersion10(IDispatch& material, MaterialCompounds& compounds, std::u16string& errorText,
+                     const COwnArithmetic& arithmetic) {
+    const auto object = AskFor<ICapeThermoMaterialObject>(&material, arithmetic);
     if (!object) {
         errorText = u"Failed to get ICapeThermoMaterialObject interface from material object";
         return false;
     }
-    CVariant ids;
-    if (FAILED(object->get_ComponentIds(&ids.Get()))) {
+    CAnswer ids(arithmetic);
+    if (FAILED(arithmetic.Outside([&] { return object->get_ComponentIds(&ids.Get()); }))) {
         errorText = noCompoundList;
         return false;
     }
@@ -197,7 +215,7 @@ bool ReadByVersion10(IDispatch& material, MaterialCompounds& compounds, std::u16
         errorText = u"Invalid list of compound IDs from material object: " + std::u16string(reason.View());
         return false;
     }
-    CConstantReader constants(*object);
+    CConstantReader constants(*object, arithmetic);
     for (const std::u16string& id : compounds.ids) {
         constants.SetCompound(id);
         compounds.names.push_back(constants.ReadText(u"iupacName", id));
@@ -209,51 +227,61 @@ bool ReadByVersion10(IDispatch& material, MaterialCompounds& compounds, std::u16
     return true;
 }
 
+/// The template of that name. Null: `failure` tells why.
+CAskedInterface<ICapeThermoMaterialTemplate> MakeTemplate(IDispatch* context, const std::u16string& templateName,
+                                                          MaterialFailure& failure, const COwnArithmetic& arithmetic) {
+    const auto templates = AskFor<ICapeMaterialTemplateSystem>(context, arithmetic);
+    if (!templates) return {nullptr, arithmetic};
+    const CBstr name = CBstr::Make(templateName);
+    IDispatch* object = nullptr;
+    if (FAILED(arithmetic.Outside([&] { return templates->CreateMaterialTemplate(name.Get(), &object); }))) {
+        object = nullptr;
+    }
+    const CAskedInterface<IDispatch> made(object, arithmetic);
+    if (!made) {
+        failure.text = u"Failed to create selected material template";
+        return {nullptr, arithmetic};
+    }
+    auto materialTemplate = AskFor<ICapeThermoMaterialTemplate>(made.Get(), arithmetic);
+    if (!materialTemplate) {
+        failure.text = u"Failed to obtain ICapeThermoMaterialTemplate interface from selected material template";
+    }
+    return materialTemplate;
+}
+
 }  // namespace
 
 bool IsMissingNumber(double number) {
     return std::isnan(number) || number == std::numeric_limits<double>::lowest();
 }
 
-std::vector<std::u16string> ListMaterialTemplates(IDispatch* context) {
+std::vector<std::u16string> ListMaterialTemplates(IDispatch* context, const COwnArithmetic& arithmetic) {
     std::vector<std::u16string> names;
-    CVariant answer;
-    const auto templates = AskFor<ICapeMaterialTemplateSystem>(context);
-    if (!templates || FAILED(templates->get_MaterialTemplates(&answer.Get()))) return names;
+    CAnswer answer(arithmetic);
+    const auto templates = AskFor<ICapeMaterialTemplateSystem>(context, arithmetic);
+    if (!templates || FAILED(arithmetic.Outside([&] { return templates->get_MaterialTemplates(&answer.Get()); }))) {
+        return names;
+    }
     if (!ReadStringArray(names, answer.Get()).IsAbsent()) names.clear();
     return names;
 }
 
-CComRef<IDispatch> MakeTemplateMaterial(IDispatch* context, const std::u16string& templateName,
-                                        MaterialFailure& failure) {
+CAskedInterface<IDispatch> MakeTemplateMaterial(IDispatch* context, const std::u16string& templateName,
+                                                MaterialFailure& failure, const COwnArithmetic& arithmetic) {
     failure = {};
-    CComRef<IDispatch> made;
-    const auto templates = AskFor<ICapeMaterialTemplateSystem>(context);
-    if (!templates) return {};
-    const CBstr name = CBstr::Make(templateName);
-    if (FAILED(templates->CreateMaterialTemplate(name.Get(), made.Receive())) || !made) {
-        failure.text = u"Failed to create selected material template";
-        return {};
-    }
-    const auto materialTemplate = AskFor<ICapeThermoMaterialTemplate>(made.Get());
-    made.Reset();
-    if (!materialTemplate) {
-        failure.text = u"Failed to obtain ICapeThermoMaterialTemplate interface from selected material template";
-        return {};
-    }
-    CComRef<IDispatch> material;
-    if (FAILED(materialTemplate->CreateMaterialObject(material.Receive())) || !material) {
-        failure = {u"Failed to create material object from selected material template", false};
-        return {};
-    }
-    return material;
+    const auto made = MakeTemplate(context, templateName, failure, arithmetic);
+    if (!made) return {nullptr, arithmetic};
+    IDispatch* material = nullptr;
+    if (FAILED(arithmetic.Outside([&] { return made->CreateMaterialObject(&material); }))) material = nullptr;
+    if (!material) failure = {u"Failed to create material object from selected material template", false};
+    return {material, arithmetic};
 }
 
 bool ReadMaterialCompounds(IDispatch& material, ThermoVersion version, MaterialCompounds& compounds,
-                           std::u16string& errorText) {
+                           std::u16string& errorText, const COwnArithmetic& arithmetic) {
     compounds = {};
-    return version == ThermoVersion::Version10 ? ReadByVersion10(material, compounds, errorText)
-                                               : ReadByVersion11(material, compounds, errorText);
+    return version == ThermoVersion::Version10 ? ReadByVersion10(material, compounds, errorText, arithmetic)
+                                               : ReadByVersion11(material, compounds, errorText, arithmetic);
 }
 
 }  // namespace reka

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "capeopen/OutsideHolders.h"
 #include "package/Definition.h"
 
 namespace reka {
@@ -32,12 +33,13 @@ struct MaterialFailure {
 bool IsMissingNumber(double number);
 
 /// The material templates that the simulator offers, in its order. Empty if it offers none, for whatever reason;
-/// `context` may be null. May throw std::bad_alloc, as may all that follow.
-std::vector<std::u16string> ListMaterialTemplates(IDispatch* context);
+/// `context` may be null. May throw std::bad_alloc, as may all that follow. Each call to an object of the simulator
+/// runs under its settings, which `arithmetic` has kept, in all that follow too.
+std::vector<std::u16string> ListMaterialTemplates(IDispatch* context, const COwnArithmetic& arithmetic);
 
 /// Makes a material object of the template of that name. Null: `failure` tells why.
-CComRef<IDispatch> MakeTemplateMaterial(IDispatch* context, const std::u16string& templateName,
-                                        MaterialFailure& failure);
+CAskedInterface<IDispatch> MakeTemplateMaterial(IDispatch* context, const std::u16string& templateName,
+                                                MaterialFailure& failure, const COwnArithmetic& arithmetic);
 
 /// Asks `material` for its compounds, through the interfaces of `version` alone. False: `errorText` tells why, and the
 /// lists are to be thrown away.
@@ -45,6 +47,6 @@ CComRef<IDispatch> MakeTemplateMaterial(IDispatch* context, const std::u16string
 /// A charge that the material doesn't give is no failure, nor is any single constant in version 1.0. An identifier,
 /// formula, name, molecular weight or CAS number of version 1.1 that isn't in a list of the right type and length is.
 bool ReadMaterialCompounds(IDispatch& material, ThermoVersion version, MaterialCompounds& compounds,
-                           std::u16string& errorText);
+                           std::u16string& errorText, const COwnArithmetic& arithmetic);
 
 }  // namespace reka

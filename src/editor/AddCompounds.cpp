@@ -17,7 +17,7 @@ namespace reka {
 namespace {
 
 constexpr FileFilter fileFilters[] = {{u"Pure Compound Data files (*.PCD)", u"*.pcd"}, {u"All files (*.*)", u"*.*"}};
-constexpr OpenFileRequest fileRequest = {u"Select PCD File:", fileFilters, u"PCD", 2047};  // and a terminator
+constexpr OpenFileRequest fileRequest = {u"Select PCD File:", fileFilters, u"PCD", 2047};
 
 char16_t LowerCase(char16_t character) {
     return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character - u'A' + u'a') : character;
@@ -161,6 +161,7 @@ bool CAddCompounds::Browse() {
 
 bool CAddCompounds::Accept(const std::vector<std::size_t>& selectedRows) {
     if (selectedRows.empty()) return false;
+    MakeRoomForCompounds(definition, selectedRows.size());  // nothing fails from here on
     for (const std::size_t row : selectedRows) {
         if (row >= rows.size()) continue;
         auto& record = records[rows[row].record];

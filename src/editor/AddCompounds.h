@@ -74,7 +74,7 @@ public:
     bool Browse();
 
     /// OK, and the double click on a row, with the rows that are selected in their order. True: the dialog ends, and
-    /// their compounds are part of the definition. False: it stays open.
+    /// their compounds are part of the definition. False: it stays open. Without memory nothing was added.
     bool Accept(const std::vector<std::size_t>& selectedRows);
 
 private:

@@ -24,6 +24,12 @@ std::unique_ptr<CompoundDefinition> MakeCompound(const MaterialCompounds& compou
     return compound;
 }
 
+/// A count of its own: the definition may lose the object meanwhile.
+CAskedInterface<IDispatch> Share(const CComRef<IDispatch>& object, const COwnArithmetic& arithmetic) {
+    if (object) arithmetic.Outside([&] { object->AddRef(); });
+    return {object.Get(), arithmetic};
+}
+
 void ShowFailure(IEditorUi& ui, const MaterialFailure& failure) {
     if (failure.text.empty()) return;
     ui.ShowMessage(failure.text, u"Error:",
@@ -33,8 +39,9 @@ void ShowFailure(IEditorUi& ui, const MaterialFailure& failure) {
 }  // namespace
 
 MaterialImport ImportFromMaterialTemplate(ReactionPackDefinition& definition, IEditorUi& ui) {
-    const CComRef<IDispatch> context = definition.simulationContext;
-    const std::vector<std::u16string> names = ListMaterialTemplates(context.Get());
+    const COwnArithmetic& arithmetic = ui.Arithmetic();
+    const CAskedInterface<IDispatch> context = Share(definition.simulationContext, arithmetic);
+    const std::vector<std::u16string> names = ListMaterialTemplates(context.Get(), arithmetic);
     if (names.empty()) return MaterialImport::UseFile;
     std::int32_t selectedTemplate = -1;
     if (!ui.AskForCompoundSource(names, selectedTemplate)) return MaterialImport::Cancelled;
@@ -43,14 +50,14 @@ MaterialImport ImportFromMaterialTemplate(ReactionPackDefinition& definition, IE
 
     MaterialFailure failure;
     // Held until the user has chosen: the simulator may take a material that is given back as the end of the matter.
-    const CComRef<IDispatch> material = MakeTemplateMaterial(context.Get(), names[selected], failure);
+    const auto material = MakeTemplateMaterial(context.Get(), names[selected], failure, arithmetic);
     if (!material) {
         ShowFailure(ui, failure);
         return MaterialImport::Ended;
     }
     MaterialCompounds compounds;
     std::u16string errorText;
-    const bool isRead = ReadMaterialCompounds(*material, definition.thermoVersion, compounds, errorText);
+    const bool isRead = ReadMaterialCompounds(*material, definition.thermoVersion, compounds, errorText, arithmetic);
     if (isRead && compounds.names.empty()) {
         errorText = u"There are no compound definitions for the selected material template";
     }
@@ -86,9 +93,12 @@ bool CCompoundsOfMaterial::Accept(const std::vector<std::size_t>& tickedRows, IE
         ShowError(ui, u"Cannot add compound " + compounds.names[row] + u": molar weight is unknown");
         return false;
     }
+    std::vector<std::unique_ptr<CompoundDefinition>> ticked;
     for (const std::size_t row : tickedRows) {
-        if (row < compounds.names.size()) AddCompoundToDefinition(definition, MakeCompound(compounds, row));
+        if (row < compounds.names.size()) ticked.push_back(MakeCompound(compounds, row));
     }
+    MakeRoomForCompounds(definition, ticked.size());  // nothing fails from here on
+    for (auto& compound : ticked) AddCompoundToDefinition(definition, std::move(compound));
     return true;
 }
 

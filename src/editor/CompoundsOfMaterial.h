@@ -43,7 +43,7 @@ constexpr const char16_t* materialCompoundColumns[] = {u"Name", u"Formula", u"Mo
 using MaterialCompoundRow = std::array<std::u16string, std::size(materialCompoundColumns)>;
 
 /// The list of a material's compounds, each with a box to tick, at first none. Compounds that the definition has
-/// already are offered like all others.
+/// already are offered like all others. May throw std::bad_alloc; the definition is as it was then.
 class CCompoundsOfMaterial {
 public:
     /// Both outlive this.

@@ -10,18 +10,23 @@ namespace reka {
 
 namespace {
 
-/// Makes room for one more element, in steps that keep many additions cheap.
+/// Makes room for so many more elements, in steps that keep many additions cheap.
 template <class Element>
-void MakeRoom(std::vector<Element>& list) {
-    if (list.size() == list.capacity()) list.reserve(std::max<std::size_t>(8, list.size() * 2));
+void MakeRoom(std::vector<Element>& list, std::size_t count) {
+    if (list.capacity() - list.size() >= count) return;
+    list.reserve(std::max({std::size_t{8}, list.size() * 2, list.size() + count}));
 }
 
 }  // namespace
 
+void MakeRoomForCompounds(ReactionPackDefinition& definition, std::size_t count) {
+    MakeRoom(definition.compounds, count);
+    for (const auto& reaction : definition.reactions) MakeRoom(reaction->stoichiometry, count);
+}
+
 void AddCompoundToDefinition(ReactionPackDefinition& definition, std::unique_ptr<CompoundDefinition> compound) {
     // All that can fail comes first, so that no reaction is left behind the others.
-    MakeRoom(definition.compounds);
-    for (const auto& reaction : definition.reactions) MakeRoom(reaction->stoichiometry);
+    MakeRoomForCompounds(definition, 1);
     definition.compounds.push_back(std::move(compound));
     for (const auto& reaction : definition.reactions) reaction->stoichiometry.push_back(0.0);
 }

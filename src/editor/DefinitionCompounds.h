@@ -10,6 +10,10 @@
 
 namespace reka {
 
+/// Makes room, so that the addition of so many compounds can't fail. May throw std::bad_alloc; the definition is as it
+/// was in any case.
+void MakeRoomForCompounds(ReactionPackDefinition& definition, std::size_t count);
+
 /// Appends `compound`, which takes no part in the reactions that there are. May throw std::bad_alloc; nothing has
 /// changed then, and `compound` is lost.
 void AddCompoundToDefinition(ReactionPackDefinition& definition, std::unique_ptr<CompoundDefinition> compound);

@@ -11,6 +11,7 @@
 #include "editor/TemplateSource.h"
 #include "package/Definition.h"
 #include "platform/Holders.h"
+#include "platform/HostArithmetic.h"
 #include "platform/UserMessages.h"
 
 namespace reka {
@@ -28,7 +29,7 @@ struct OpenFileRequest {
     const char16_t* title;
     std::span<const FileFilter> filters;
     const char16_t* defaultExtension;
-    std::size_t longestPath;  // in characters
+    std::size_t longestPath;  // in characters, without a terminator
 };
 enum class OpenFileAnswer { Chosen, Cancelled, NoMemory };
 
@@ -36,6 +37,9 @@ enum class OpenFileAnswer { Chosen, Cancelled, NoMemory };
 class IEditorUi {
 public:
     virtual ~IEditorUi() = default;
+
+    /// The settings under which calls to objects of the simulator run: those of its call that has opened the editor.
+    virtual const COwnArithmetic& Arithmetic() const = 0;
 
     /// A message box of a style of `messagestyle`.
     virtual MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) = 0;

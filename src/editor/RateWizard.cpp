@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "checking/NumberText.h"
 #include "expression/EvaluateScalarInput.h"
@@ -84,8 +85,18 @@ CRateWizard::CRateWizard(const ReactionDefinition& rateReaction, const ReactionP
 
 bool CRateWizard::EditInhibitionConstant(std::size_t row, std::u16string_view text) {
     if (row >= inhibitionConstants.size() || text.empty()) return false;
-    if (!ParseFieldNumber(text, inhibitionConstants[row])) return false;
-    UpdatePreview();
+    std::u16string reason;  // the cell keeps its old text instead
+    double constant = 0.0;
+    if (!EvaluateScalarInput(text, constant, reason)) return false;
+    std::u16string earlierRate = rateText;
+    const double earlierConstant = std::exchange(inhibitionConstants[row], constant);
+    try {
+        UpdatePreview();
+    } catch (...) {
+        inhibitionConstants[row] = earlierConstant;
+        rateText.swap(earlierRate);
+        throw;
+    }
     return true;
 }
 

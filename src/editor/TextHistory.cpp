@@ -122,17 +122,24 @@ void CTextHistory::Change(std::u16string_view newText, std::int32_t caret) {
     if (change.IsNone()) return;
     std::u16string copy(newText);
     const bool isOpen = IsTyped(change) || IsDeleted(change);
-    DropRedone();
     if (JoinsLastStep(change)) {
         JoinLastStep(change);
     } else {
-        heldCharacters += SizeOf(change);
-        steps.push_back(std::move(change));
-        ++doneCount;
+        AddStep(std::move(change));
     }
+    DropRedone();
     isLastOpen = isOpen;
     text.swap(copy);
     DropOldest();
+}
+
+/// In front of those that are taken back.
+void CTextHistory::AddStep(TextChange change) {
+    const std::size_t size = SizeOf(change);
+    steps.push_back(std::move(change));
+    heldCharacters += size;
+    std::swap(steps[doneCount], steps.back());
+    ++doneCount;
 }
 
 bool CTextHistory::JoinsLastStep(const TextChange& change) const {

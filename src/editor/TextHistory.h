@@ -63,6 +63,7 @@ private:
 
     bool JoinsLastStep(const TextChange& change) const;
     void JoinLastStep(const TextChange& change);
+    void AddStep(TextChange change);
     void DropRedone();
     void DropOldest();
 

@@ -123,17 +123,15 @@ bool CMaterialReader::ReadMolarity(BSTR phase, std::u16string& errorText) {
 
 bool CMaterialReader::ReadMaterialProperty(const Request& request, BSTR phase, double* results,
                                            std::u16string& errorText) {
-    CVariant answer;
+    CAnswer answer(arithmetic);
     const bool answered = IsVersion11(definition) ? RequestByVersion11(request, phase, answer.Get(), errorText)
                                                   : RequestByVersion10(request, phase, answer.Get(), errorText);
-    const bool taken = answered && TakeValues(request, phase, answer.Get(), results, errorText);
-    arithmetic.Outside([&] { answer.Reset(); });  // it may hold an object of the host's
-    return taken;
+    return answered && TakeValues(request, phase, answer.Get(), results, errorText);
 }
 
 template <class Interface>
-CMaterialReader::CAskedInterface<Interface> CMaterialReader::AskMaterial(const char16_t* interfaceName,
-                                                                         std::u16string& errorText) const {
+CAskedInterface<Interface> CMaterialReader::AskMaterial(const char16_t* interfaceName,
+                                                        std::u16string& errorText) const {
     void* found = nullptr;
     HRESULT result = arithmetic.Outside([&] { return material->QueryInterface(InterfaceId<Interface>(), &found); });
     if (FAILED(result)) found = nullptr;

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "capeopen/CapeOpenInterfaces.h"
+#include "capeopen/OutsideHolders.h"
 #include "package/Definition.h"
 #include "platform/HostArithmetic.h"
 
@@ -63,26 +64,7 @@ private:
     bool TakeValues(const Request& request, BSTR phase, const VARIANT& answer, double* results,
                     std::u16string& errorText) const;
 
-    /// An interface of the material for the time of a request. Its release is a call that goes out as well.
-    template <class Interface>
-    class CAskedInterface {
-    public:
-        CAskedInterface(Interface* owned, const COwnArithmetic& ownArithmetic)
-            : object(owned), arithmetic(ownArithmetic) {}
-        ~CAskedInterface() {
-            if (object) arithmetic.Outside([this] { object->Release(); });
-        }
-        CAskedInterface(const CAskedInterface&) = delete;
-        CAskedInterface& operator=(const CAskedInterface&) = delete;
-        Interface* Get() const { return object; }
-        Interface* operator->() const { return object; }
-        explicit operator bool() const { return object != nullptr; }
-
-    private:
-        Interface* object;
-        const COwnArithmetic& arithmetic;
-    };
-
+    /// An interface of the material for the time of a request.
     template <class Interface>
     CAskedInterface<Interface> AskMaterial(const char16_t* interfaceName, std::u16string& errorText) const;
     std::u16string OutsideError(IUnknown* object, HRESULT result) const;

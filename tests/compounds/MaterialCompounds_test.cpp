@@ -18,6 +18,7 @@ using Lines = std::vector<std::string>;
 using Texts = std::vector<std::u16string>;
 constexpr auto version10 = ThermoVersion::Version10;
 constexpr auto version11 = ThermoVersion::Version11;
+const COwnArithmetic arithmetic;
 
 TEST(MissingNumber, IsNoNumberOrTheMostNegativeOne) {
     EXPECT_TRUE(IsMissingNumber(std::numeric_limits<double>::quiet_NaN()));
@@ -36,7 +37,7 @@ protected:
     /// The text of the failure, "(no icon)" in front if the box has none; "made" for success.
     std::string Make(const char16_t* name) {
         MaterialFailure failure = {u"left", false};
-        const CComRef<IDispatch> material = MakeTemplateMaterial(simulator.Context(), name, failure);
+        const auto material = MakeTemplateMaterial(simulator.Context(), name, failure, arithmetic);
         EXPECT_EQ(material.Get(), material ? simulator.material.Dispatch() : nullptr);
         EXPECT_EQ(simulator.context.references.Held() + simulator.materialTemplate.references.Held(), 0);
         EXPECT_TRUE(!material || failure.text.empty());
@@ -48,25 +49,25 @@ protected:
 
 TEST_F(MaterialTemplates, AreListedInTheOrderOfTheSimulator) {
     simulator.context.templateNames = StringArray({u"Salts", u"", u"Amines"}, 5);
-    EXPECT_EQ(ListMaterialTemplates(simulator.Context()), (Texts{u"Salts", u"", u"Amines"}));
+    EXPECT_EQ(ListMaterialTemplates(simulator.Context(), arithmetic), (Texts{u"Salts", u"", u"Amines"}));
     EXPECT_EQ(simulator.log.calls, Lines{"get_MaterialTemplates()"});
 }
 
 TEST_F(MaterialTemplates, AreNoneForWhateverReason) {
-    EXPECT_EQ(ListMaterialTemplates(nullptr), Texts{});
+    EXPECT_EQ(ListMaterialTemplates(nullptr, arithmetic), Texts{});
     simulator.context.offersSystem = false;
-    EXPECT_EQ(ListMaterialTemplates(simulator.Context()), Texts{});
+    EXPECT_EQ(ListMaterialTemplates(simulator.Context(), arithmetic), Texts{});
     EXPECT_EQ(simulator.log.calls, Lines{});
     simulator.context.offersSystem = true;
     simulator.log.failAt = 1;
-    EXPECT_EQ(ListMaterialTemplates(simulator.Context()), Texts{});
+    EXPECT_EQ(ListMaterialTemplates(simulator.Context(), arithmetic), Texts{});
     simulator.log.failAt = 0;
     for (int answer = 0; answer < 4; ++answer) {
         simulator.context.templateNames = answer == 0   ? Strings({})
                                           : answer == 1 ? Numbers({1.0})
                                           : answer == 2 ? TwoDimensions(VT_BSTR)
                                                         : CVariant();
-        EXPECT_EQ(ListMaterialTemplates(simulator.Context()), Texts{}) << answer;
+        EXPECT_EQ(ListMaterialTemplates(simulator.Context(), arithmetic), Texts{}) << answer;
     }
 }
 
@@ -77,7 +78,7 @@ TEST_F(MaterialTemplates, MakeAMaterial) {
 
 TEST_F(MaterialTemplates, MakeNothingWithoutAContextThatOffersThem) {
     MaterialFailure failure = {u"left", false};
-    EXPECT_FALSE(MakeTemplateMaterial(nullptr, u"Salts", failure));
+    EXPECT_FALSE(MakeTemplateMaterial(nullptr, u"Salts", failure, arithmetic));
     EXPECT_EQ(failure.text, u"");
     simulator.context.offersSystem = false;
     EXPECT_EQ(Make(u"Salts"), "");  // the user isn't told
@@ -113,7 +114,8 @@ protected:
         compounds.names = {u"left"};
         compounds.charges = {1.0, 2.0};
         std::u16string errorText;
-        const bool isRead = ReadMaterialCompounds(*simulator.material.Dispatch(), version, compounds, errorText);
+        const bool isRead =
+            ReadMaterialCompounds(*simulator.material.Dispatch(), version, compounds, errorText, arithmetic);
         EXPECT_EQ(isRead, errorText.empty());
         if (isRead) {
             for (const std::size_t size : {compounds.ids.size(), compounds.formulas.size(), compounds.casNumbers.size(),
@@ -436,8 +438,8 @@ TEST(MaterialCompoundsVersion, IsTheLaterOneForAnyValueButTheFirst) {
     FakeTemplateSimulator simulator;
     MaterialCompounds compounds;
     std::u16string errorText;
-    EXPECT_TRUE(
-        ReadMaterialCompounds(*simulator.material.Dispatch(), static_cast<ThermoVersion>(7), compounds, errorText));
+    EXPECT_TRUE(ReadMaterialCompounds(*simulator.material.Dispatch(), static_cast<ThermoVersion>(7), compounds,
+                                      errorText, arithmetic));
     EXPECT_EQ(simulator.log.calls[0], "GetCompoundList()");
 }
 

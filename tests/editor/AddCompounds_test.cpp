@@ -101,9 +101,17 @@ INSTANTIATE_TEST_SUITE_P(Table, AddCompoundsFilter, testing::ValuesIn(filterCase
                          [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(AddCompounds, IsSortedByTheKeysOfTheOtherList) {
-    const Strings byName = {"argon", "Ethanol", "methane", "Water"};
-    const Strings byFormula = {"argon", "Ethanol", "methane", "Water"};  // Ar, C2H6O, CH4, H2O
-    const Strings byWeight = {"methane", "Water", "argon", "Ethanol"};
+    bytes.clear();
+    AddPcdRecord(bytes, "B", "H2O", 20.0F, "64-17-5");
+    AddPcdRecord(bytes, "a", "O2", 40.0F, "50-00-0");
+    AddPcdRecord(bytes, "C", "CH4", 30.0F, "74-82-8");
+    AddPcdRecord(bytes, "d", "Ar", 10.0F, "67-56-1");
+    files.entries[path] = {bytes, 1};
+    EXPECT_EQ(dialog.LoadFile(), u"");
+    // Each order is another one than those of the keys beside it; the identifier of a file's compound is its name.
+    const Strings byName = {"a", "B", "C", "d"};
+    const Strings byFormula = {"d", "C", "B", "a"};
+    const Strings byWeight = {"d", "B", "C", "a"};  // by CAS number: a, B, d, C
     const auto reversed = [](Strings list) { return Strings(list.rbegin(), list.rend()); };
     dialog.SortByColumn(3);  // "CAS" sorts by molecular weight
     EXPECT_EQ(Shown(), byWeight);
@@ -214,6 +222,17 @@ TEST_F(AddCompounds, BrowsesFromNowhereIfThePathIsTooLong) {
     ui.fileAnswer = OpenFileAnswer::Cancelled;
     EXPECT_FALSE(dialog.Browse());
     EXPECT_EQ(ui.asked, Strings{"file|Select PCD File:|" + fileQuestion});
+}
+
+TEST_F(AddCompounds, BrowsesFromTheLongestPathThatFits) {
+    ui.fileAnswer = OpenFileAnswer::Cancelled;
+    for (const std::size_t length : {2046U, 2047U}) {
+        definition->pcdFile = std::u16string(length, u'p');
+        files.entries[definition->pcdFile] = {bytes, 1};
+        ui.asked.clear();
+        EXPECT_FALSE(dialog.Browse());
+        EXPECT_EQ(ui.asked, Strings{"file|Select PCD File:|" + std::string(length, 'p') + fileQuestion});
+    }
 }
 
 TEST_F(AddCompounds, TellsThatAFileCanNotBeAskedFor) {

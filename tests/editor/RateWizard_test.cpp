@@ -472,6 +472,19 @@ TEST(ParseFieldNumber, ReadsWhatAFieldHolds) {
     EXPECT_EQ(value, 1.0);
 }
 
+/// A field is read so far; a cell of the list is read to its end.
+TEST(RateWizard, ReadsAllOfAnInhibitionConstant) {
+    CWizardOf wizard({u"A", u"B"}, {-1.0, 1.0});
+    SetForward(*wizard, u"1");
+    for (const std::size_t length : {2047U, 2048U, 2049U, 5000U}) {
+        const std::u16string text = u"1" + std::u16string(length - 4, u' ') + u"+23";
+        EXPECT_TRUE(wizard->EditInhibitionConstant(1, text)) << length;
+        EXPECT_EQ(wizard->RateText(), u"A(A)/(1.0+24*A(B))") << length;
+        EXPECT_FALSE(wizard->EditInhibitionConstant(1, u"1" + std::u16string(length - 2, u' ') + u"x")) << length;
+        EXPECT_EQ(wizard->UpdatePreview(), u"A(A)/(1.0+24*A(B))") << length;
+    }
+}
+
 TEST(RateWizard, DividesTheWidthOfItsList) {
     const auto [constant, compound] = FitInhibitionColumns(403);
     EXPECT_EQ(constant, 99);

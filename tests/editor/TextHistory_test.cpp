@@ -205,6 +205,56 @@ TEST_F(TextHistory, IsAsItWasWithoutMemory) {
     EXPECT_EQ(text, before);
 }
 
+TEST(TextHistoryWithoutMemory, KeepsWhatWasTakenBack) {
+    const std::u16string step = u"a step of thirty characters...";
+    int failures = 0;
+    for (std::size_t n = 1;; ++n) {
+        CTextHistory history(100);
+        history.Start(u"");
+        history.Change(step, 30);
+        history.Change(step + step, 60);
+        history.Undo();
+        const std::u16string next = step + u"another one that is just as long";
+        FailAllocation(n);
+        try {
+            history.Change(next, 62);
+            FailAllocation(0);
+            EXPECT_FALSE(history.CanRedo());
+            break;
+        } catch (const std::bad_alloc&) {
+            FailAllocation(0);
+            ++failures;
+        }
+        EXPECT_EQ(history.Redo(), (TextReplacement{{30, 30}, step, {60, 60}}));
+        // No more is held than before: the oldest step is still there.
+        history.Change(step + step + u"and a third of thirty characte", 90);
+        for (int i = 0; i < 3; ++i) EXPECT_TRUE(history.Undo());
+        EXPECT_EQ(history.Text(), u"");
+    }
+    EXPECT_GT(failures, 1);
+}
+
+/// A step can't be held: those that come after it don't push the oldest out too early.
+TEST(TextHistoryWithoutMemory, CountsWhatItHoldsAlone) {
+    const std::u16string step = u"a step of thirty characters...";
+    for (std::size_t n = 1; n < 6; ++n) {
+        CTextHistory history(70);
+        history.Start(u"");
+        history.Change(step, 30);
+        for (int i = 0; i < 3; ++i) {
+            FailAllocation(n);
+            try {
+                history.Change(step + step, 60);
+            } catch (const std::bad_alloc&) {
+            }
+            FailAllocation(0);
+        }
+        history.Change(step + step, 60);
+        EXPECT_TRUE(history.Undo());
+        EXPECT_TRUE(history.Undo()) << n;
+    }
+}
+
 /// What a field shows, a letter for each character: "." plain, "B" bold, "r" red, "?" unknown.
 class ShownFormat : public testing::Test {
 protected:

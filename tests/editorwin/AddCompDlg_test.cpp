@@ -160,6 +160,8 @@ TEST_F(AddCompoundsDialog, SortsByAClickOnAHeader) {
         EXPECT_EQ(Column(dialog, 0), "DIMETHYL ETHER|ETHANOL|HYDROGEN|METHANE|WATER");
         dialog.ClickHeader(list, 0);
         EXPECT_EQ(Column(dialog, 0), "WATER|METHANE|HYDROGEN|ETHANOL|DIMETHYL ETHER");
+        dialog.ClickHeader(list, 1);  // by its formulas hydrogen would come behind methane
+        EXPECT_EQ(Column(dialog, 0), "DIMETHYL ETHER|ETHANOL|HYDROGEN|METHANE|WATER");
         dialog.ClickHeader(list, 2);
         EXPECT_EQ(Column(dialog, 1), "C2H6O|C2H6O|CH4|H2|H2O");
         dialog.ClickHeader(list, 3);
@@ -253,6 +255,79 @@ TEST_F(AddCompoundsDialog, OpensOnAFileThatCannotBeRead) {
         dialog.WaitUntilGone();
     });
     EXPECT_FALSE(CAddCompDlg(*definition, ui).Run(nullptr));
+}
+
+TEST_F(AddCompoundsDialog, StandsInItsPlaceWhileItTellsAFailure) {
+    definition->pcdFile = u"C:\\data\\gone.pcd";
+    CompoundList none;
+    std::u16string errorText;
+    ASSERT_FALSE(LoadPcdFile(definition->pcdFile, none, errorText));
+    CUser user([&](CUser& u) {
+        u.WaitUntil("the box", [] { return FindWindowW(L"#32770", L"Error:") != nullptr; });
+        const HWND window = FindWindowW(L"#32770", L"Add compounds:");
+        EXPECT_TRUE(IsWindowVisible(window));
+        const RECT before = PlaceOf(window);
+        EXPECT_NEAR(MiddleOf(before).x, GetSystemMetrics(SM_CXSCREEN) / 2, 2);
+        u.Answer(ErrorBox(errorText), IDOK);
+        const CDrivenWindow dialog = u.WaitFor(u"Add compounds:");
+        const RECT after = PlaceOf(dialog.Get());
+        EXPECT_TRUE(EqualRect(&before, &after));
+        u.Press(VK_ESCAPE);
+        dialog.WaitUntilGone();
+    });
+    EXPECT_FALSE(CAddCompDlg(*definition, ui).Run(nullptr));
+}
+
+TEST_F(AddCompoundsDialog, TellsThatTheNextFileCannotBeRead) {
+    ui.text = u"C:\\data\\gone.pcd";
+    CompoundList none;
+    std::u16string errorText;
+    ASSERT_FALSE(LoadPcdFile(*ui.text, none, errorText));
+    EXPECT_FALSE(Open([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"water");
+        dialog.Click(IDC_ADD_COMPOUNDS_BROWSE);
+        u.WaitUntil("the box", [] { return FindWindowW(L"#32770", L"Error:") != nullptr; });
+        EXPECT_EQ(dialog.RowCount(list), 0);  // beneath it
+        u.Answer(ErrorBox(errorText), IDOK);
+        EXPECT_EQ(dialog.RowCount(list), 0);
+        EXPECT_EQ(dialog.Text(filter), u"");
+        EXPECT_EQ(dialog.Text(IDC_ADD_COMPOUNDS_FILE), u"C:\\data\\gone.pcd");
+        dialog.Click(IDOK);  // nothing to add
+        EXPECT_FALSE(dialog.IsGone());
+        dialog.Click(IDCANCEL);
+    }));
+    EXPECT_EQ(definition->pcdFile, u"C:\\data\\gone.pcd");
+}
+
+TEST_F(AddCompoundsDialog, LeavesTheColumnsToTheUser) {
+    EXPECT_FALSE(Open([&](CUser& u, const CDrivenWindow& dialog) {
+        const int formula = dialog.ColumnWidth(list, 1);
+        u.Send(dialog.Item(list), LVM_SETCOLUMNWIDTH, 0, 77);
+        dialog.DragCorner(60, 40);
+        EXPECT_EQ(dialog.ColumnWidth(list, 0), 77);
+        EXPECT_EQ(dialog.ColumnWidth(list, 1), formula);
+        ui.text = u"C:\\data\\other.pcd";
+        dialog.Click(IDC_ADD_COMPOUNDS_BROWSE);
+        EXPECT_EQ(dialog.ColumnWidth(list, 0), 77);
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+/// A file of many compounds has a bar to scroll it, beside which the columns have their places.
+TEST_F(AddCompoundsDialog, FitsTheColumnsBesideTheScrollBar) {
+    PcdBytes bytes;
+    for (int i = 0; i < 100; ++i) AddPcdRecord(bytes, "C" + std::to_string(i), "H2", 2.0F, "");
+    files.entries[definition->pcdFile].bytes = bytes;
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const auto style = GetWindowLongW(dialog.Item(list), GWL_STYLE);
+        EXPECT_TRUE(style & WS_VSCROLL);
+        EXPECT_FALSE(style & WS_HSCROLL);
+        RECT client = {};
+        GetClientRect(dialog.Item(list), &client);
+        EXPECT_EQ(dialog.ColumnWidth(list, 0), 2 * client.right / 7);
+        EXPECT_EQ(dialog.ColumnWidth(list, 2), client.right / 7);
+        u.Press(VK_ESCAPE);
+    }));
 }
 
 TEST_F(AddCompoundsDialog, GoesOnAfterAWantOfMemory) {

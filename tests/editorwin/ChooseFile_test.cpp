@@ -14,7 +14,7 @@ namespace {
 
 constexpr int fileNameField = 0x47C;  // the system's number
 constexpr FileFilter filters[] = {{u"Texts (*.txt)", u"*.txt"}, {u"All files (*.*)", u"*.*"}};
-const OpenFileRequest openRequest = {u"Select a text:", filters, u"txt", 2048};
+const OpenFileRequest openRequest = {u"Select a text:", filters, u"txt", 2047};
 
 class FileChoice : public EditorFixture {
 protected:
@@ -66,6 +66,41 @@ TEST_F(FileChoice, BeginsWithTheFileInUse) {
     EXPECT_EQ(chosen, path);
 }
 
+/// The longest path fits with its terminator.
+TEST_F(FileChoice, BeginsWithNoPathThatIsTooLong) {
+    for (const std::size_t length : {2046U, 2047U, 2048U}) {
+        std::u16string begin = ComponentFolder();
+        while (begin.size() + 14 < length) begin += u".\\";
+        begin += std::u16string(length - begin.size() - 12, u'\\') + u"chosen \u00E9.txt";
+        ASSERT_EQ(begin.size(), length);
+        std::u16string chosen = begin;
+        EXPECT_EQ(Ask(chosen,
+                      [&](CUser&, const CDrivenWindow& dialog) {
+                          const bool isOffered = dialog.Text(fileNameField).find(u"chosen") != std::u16string::npos;
+                          EXPECT_EQ(isOffered, length <= openRequest.longestPath) << length;
+                          dialog.Click(IDCANCEL);
+                      }),
+                  OpenFileAnswer::Cancelled);
+        EXPECT_EQ(chosen, begin);
+    }
+}
+
+/// The system's dialog may take the process along to the folder that the user looks at.
+TEST_F(FileChoice, LeavesTheProcessInItsFolder) {
+    wchar_t before[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, before);
+    std::u16string chosen;
+    EXPECT_EQ(Ask(chosen,
+                  [](CUser& u, const CDrivenWindow& dialog) {
+                      u.OnTestThread([] { SetCurrentDirectoryW(L"C:\\windows"); });
+                      dialog.Click(IDCANCEL);
+                  }),
+              OpenFileAnswer::Cancelled);
+    wchar_t after[MAX_PATH] = {};
+    GetCurrentDirectoryW(MAX_PATH, after);
+    EXPECT_EQ(std::wstring(before), after);
+}
+
 TEST_F(FileChoice, LeavesThePathAloneWhenItIsCancelled) {
     for (const std::u16string& begin :
          {std::u16string(), path, std::u16string(u"C:\\no|path?"), std::u16string(3000, u'x')}) {
@@ -78,7 +113,7 @@ TEST_F(FileChoice, LeavesThePathAloneWhenItIsCancelled) {
 
 TEST_F(FileChoice, TellsThatThereIsNoMemory) {
     std::u16string chosen = path;
-    for (const std::size_t n : {1U, 2U}) {
+    for (const std::size_t n : {1U, 2U, 3U}) {
         FailAllocation(n);
         EXPECT_EQ(ChooseFile(nullptr, openRequest, chosen), OpenFileAnswer::NoMemory);
     }

@@ -6,6 +6,7 @@
 
 #include "ControlTable.h"
 #include "EditorFixture.h"
+#include "support/AllocationCounter.h"
 #include "support/PcdBytes.h"
 
 namespace reka::test {
@@ -34,6 +35,25 @@ protected:
     }
     std::u16string NameOf(std::size_t index) const { return std::u16string(definition->compounds[index]->name.View()); }
 };
+
+/// The box takes the focus from the cell, whose editing ends but once.
+TEST_F(CompoundsPage, LeavesANameAsItWasWithoutMemory) {
+    OnPage(EditPage::Compounds, [this](CUser& u, const CDrivenWindow& page) {
+        page.ClickCell(IDC_COMPOUNDS_LIST, 0);
+        u.Press(VK_F2);
+        u.WaitUntil("a cell's field", [&] { return page.IsEditing(IDC_COMPOUNDS_LIST); });
+        u.Type(u"A name that is longer than a string holds by itself");
+        u.OnTestThread([] { FailAllocation(1); });
+        u.Press(VK_RETURN);
+        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        EXPECT_EQ(NameOf(0), u"First");
+        EXPECT_EQ(page.Cell(IDC_COMPOUNDS_LIST, 0, 0), u"First");
+        page.ClickCell(IDC_COMPOUNDS_LIST, 0);
+        u.Press(VK_F2);
+        page.TypeIntoCell(IDC_COMPOUNDS_LIST, u"Next");
+        EXPECT_EQ(NameOf(0), u"Next");
+    });
+}
 
 TEST_F(CompoundsPage, HasItsControls) {
     OnPage(EditPage::Compounds, [](CUser& u, const CDrivenWindow& page) {

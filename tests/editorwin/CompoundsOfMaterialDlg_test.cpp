@@ -67,6 +67,14 @@ TEST_F(CompoundSourceDialog, GivesTheSelectedTemplate) {
     EXPECT_EQ(selected, 1);
 }
 
+TEST_F(CompoundSourceDialog, GivesATemplateByADoubleClick) {
+    EXPECT_TRUE(Open([](CUser&, const CDrivenWindow& dialog) {
+        dialog.Click(IDC_COMPOUND_SOURCE_TEMPLATE);
+        dialog.ClickListItem(IDC_COMPOUND_SOURCE_LIST, 2, 2);
+    }));
+    EXPECT_EQ(selected, 2);
+}
+
 TEST_F(CompoundSourceDialog, GivesTheFirstTemplateAtFirst) {
     EXPECT_TRUE(Open([](CUser& u, const CDrivenWindow& dialog) {
         u.Press(VK_DOWN);  // by the keyboard
@@ -155,6 +163,25 @@ TEST_F(MaterialDialog, ListsTheCompoundsUnticked) {
         u.Press(VK_ESCAPE);
     }));
     EXPECT_EQ(definition->compounds.size(), 1U);
+}
+
+TEST_F(MaterialDialog, FitsItsColumnsToTheirContents) {
+    const std::u16string name = u"2,2,4-trimethyl-1,3-pentanediol monoisobutyrate";
+    const std::u16string casNumber = u"25265-77-4 and 77-68-9";
+    Offer(name.c_str(), u"C12H24O3", 216.32, casNumber.c_str(), 0.0);
+    EXPECT_FALSE(Open([&](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_MATERIAL_COMPOUNDS_LIST;
+        const auto textWidth = [&](const std::u16string& text) {
+            return static_cast<int>(
+                u.Send(dialog.Item(list), LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
+        };
+        EXPECT_GT(textWidth(name), textWidth(u"Name") + 100);
+        EXPECT_GT(dialog.ColumnWidth(list, 0), textWidth(name) + 16);  // with its box to tick
+        EXPECT_LT(dialog.ColumnWidth(list, 0), textWidth(name) + 100);
+        EXPECT_GT(dialog.ColumnWidth(list, 3), textWidth(casNumber));
+        EXPECT_LT(dialog.ColumnWidth(list, 3), textWidth(casNumber) + 60);
+        u.Press(VK_ESCAPE);
+    }));
 }
 
 TEST_F(MaterialDialog, AddsTheTickedOnes) {

@@ -7,6 +7,7 @@
 #include <commctrl.h>
 
 #include "ControlTable.h"
+#include "editor/win/ListView.h"
 #include "platform/UserMessages.h"
 
 namespace reka::test {
@@ -167,6 +168,19 @@ TEST(Driver, AnswersQuestions) {
     });
     EXPECT_EQ(ShowDialog(happened), IDOK);
     EXPECT_TRUE(happened.isChecked);
+}
+
+TEST(ListFilling, DrawsNoOtherWindowWithoutAList) {
+    const HWND window = CreateWindowExW(WS_EX_TOPMOST, L"STATIC", L"", WS_POPUP | WS_VISIBLE, 0, 0, 50, 50, nullptr,
+                                        nullptr, nullptr, nullptr);
+    ASSERT_NE(window, nullptr);
+    UpdateWindow(window);
+    ValidateRect(window, nullptr);
+    { const CListFilling filling(nullptr); }
+    EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
+    InvalidateRect(window, nullptr, FALSE);
+    EXPECT_TRUE(GetUpdateRect(window, nullptr, FALSE));
+    DestroyWindow(window);
 }
 
 TEST(Driver, DragsTheFrame) {

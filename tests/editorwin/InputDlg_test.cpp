@@ -77,6 +77,22 @@ TEST(InputDialog, TakesATextOfAnyLength) {
     EXPECT_EQ(text.View(), longText + u"yz");
 }
 
+TEST(InputDialog, OpensOnItsTextWithoutMemory) {
+    const std::u16string present = u"a text that is longer than a string holds by itself";
+    CBstr text = CBstr::Make(present);
+    CInputDlg dialog(title, text);
+    CUser user([&](CUser& u) {
+        const CDrivenWindow open = u.WaitFor(title);
+        u.OnTestThread([] { FailAllocation(0); });
+        EXPECT_EQ(open.Text(IDC_INPUT_TEXT), present);
+        u.Press(VK_RETURN);
+        open.WaitUntilGone();
+    });
+    FailAllocation(1, 1000);
+    EXPECT_TRUE(dialog.Run(nullptr));
+    EXPECT_EQ(text.View(), present);
+}
+
 TEST(InputDialog, StaysOpenWithoutMemory) {
     CBstr text = CBstr::Make(u"present");
     const std::u16string typed = u"a text that is longer than a string holds by itself";

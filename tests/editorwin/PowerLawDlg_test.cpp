@@ -257,6 +257,81 @@ TEST_P(RateWizardComplaints, ComeWithOkAlone) {
 INSTANTIATE_TEST_SUITE_P(Table, RateWizardComplaints, testing::ValuesIn(complaintCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST_F(RateWizardDialog, FollowsTheBackwardEnergy) {
+    EXPECT_TRUE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.Click(IDC_RATE_WIZARD_BACKWARD);
+        dialog.Fill(IDC_RATE_WIZARD_BACKWARD_CONSTANT, u"3");
+        dialog.Click(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY);
+        EXPECT_EQ(Preview(dialog), "");
+        dialog.FocusOn(IDC_RATE_WIZARD_BACKWARD_ENERGY);
+        u.Type(u"6");
+        EXPECT_EQ(Preview(dialog), "-3*exp(-6/(R*T))*A(B)");
+        u.Type(u"0");
+        EXPECT_EQ(Preview(dialog), "-3*exp(-60/(R*T))*A(B)");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(rate, u"-3*exp(-60/(R*T))*A(B)");
+}
+
+TEST_F(RateWizardDialog, TakesACellAtAClickElsewhere) {
+    EXPECT_TRUE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_RATE_WIZARD_INHIBITION;
+        SwitchOnForward(dialog, u"1");
+        dialog.ClickCell(list, 1);
+        u.Press(VK_F2);
+        u.WaitUntil("a cell's field", [&] { return dialog.IsEditing(list); });
+        u.Type(u"5");
+        dialog.FocusOn(IDC_RATE_WIZARD_INHIBITION_POWER);
+        EXPECT_FALSE(dialog.IsEditing(list));
+        EXPECT_EQ(dialog.Cell(list, 1, 0), u"5");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+5*A(B))");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(rate, u"A(A)/(1.0+5*A(B))");
+}
+
+TEST_F(RateWizardDialog, ReadsAllOfALongCell) {
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_RATE_WIZARD_INHIBITION;
+        SwitchOnForward(dialog, u"1");
+        dialog.ClickCell(list, 1);
+        u.Press(VK_F2);
+        u.WaitUntil("a cell's field", [&] { return dialog.IsEditing(list); });
+        const auto field = reinterpret_cast<HWND>(u.Send(dialog.Item(list), LVM_GETEDITCONTROL));
+        const std::u16string text = u"1" + std::u16string(2044, u' ') + u"+23";
+        u.Send(field, WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+        u.Press(VK_RETURN);
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+24*A(B))");
+        dialog.Click(IDCANCEL);
+    }));
+}
+
+/// The box takes the focus from the cell, whose editing ends but once.
+TEST_F(RateWizardDialog, LeavesACellAsItWasWithoutMemory) {
+    EXPECT_TRUE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_RATE_WIZARD_INHIBITION;
+        SwitchOnForward(dialog, u"1");
+        dialog.ClickCell(list, 1);
+        u.Press(VK_F2);
+        u.WaitUntil("a cell's field", [&] { return dialog.IsEditing(list); });
+        u.Type(u"0.5+1.25");
+        u.OnTestThread([] { FailAllocation(1); });
+        u.Press(VK_RETURN);
+        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        EXPECT_EQ(dialog.Cell(list, 1, 0), u"0");
+        EXPECT_EQ(Preview(dialog), "A(A)");
+        dialog.ClickCell(list, 1);
+        u.Press(VK_F2);
+        dialog.TypeIntoCell(list, u"2");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+2*A(B))");
+        dialog.ClickCell(list, 1);
+        u.Press(VK_F2);
+        dialog.TypeIntoCell(list, u"0");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(rate, u"A(A)");
+}
+
 TEST_F(RateWizardDialog, GoesOnAfterAWantOfMemory) {
     EXPECT_TRUE(Open([](CUser& u, const CDrivenWindow& dialog) {
         SwitchOnForward(dialog, u"2");

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "ReactionsPage.h"
+#include "support/AllocationCounter.h"
 
 namespace reka::test {
 namespace {
@@ -36,6 +37,25 @@ TEST_F(ReactionsPage, EditsCoefficientsByTheKeyboard) {
         EXPECT_EQ(Reaction(0).stoichiometry, (std::vector<double>{-1.5, 2 * 3.141592653589793}));
         EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 0, 0), u"-1.5");
         EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 1, 0), u"6.28319");
+    });
+}
+
+/// The box takes the focus from the cell, whose editing ends but once.
+TEST_F(ReactionsPage, LeavesACoefficientAsItWasWithoutMemory) {
+    OnReactions([this](CUser& u, const CDrivenWindow& page) {
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0);
+        u.Press(VK_F2);
+        u.WaitUntil("a cell's field", [&] { return page.IsEditing(IDC_REACTIONS_STOICHIOMETRY); });
+        u.Type(u"-1.25-1.5");
+        u.OnTestThread([] { FailAllocation(1); });
+        u.Press(VK_RETURN);
+        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        EXPECT_EQ(Reaction(0).stoichiometry[0], -2.0);
+        EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 0, 0), u"-2");
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0);
+        u.Press(VK_F2);
+        page.TypeIntoCell(IDC_REACTIONS_STOICHIOMETRY, u"-4");
+        EXPECT_EQ(Reaction(0).stoichiometry[0], -4.0);
     });
 }
 

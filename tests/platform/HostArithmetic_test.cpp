@@ -7,9 +7,12 @@
 #include <limits>
 #include <vector>
 
+#include "editor/CompoundsOfMaterial.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
+#include "support/FakeEditorUi.h"
 #include "support/FakeMaterial.h"
+#include "support/FakeMaterialTemplates.h"
 #include "support/FakeReactionObject.h"
 
 namespace reka::test {
@@ -221,6 +224,55 @@ TEST_F(StrangeHost, LoadsAndSavesTheNumbersOfAUsualOne) {
         EXPECT_EQ(package->Definition()->reactions[i]->rateExpression->root->value, expected[i]) << i;
     }
 }
+
+/// A simulator that leaves other settings behind after each of its calls, as its material templates are asked.
+class StrangeSimulator : public testing::TestWithParam<ThermoVersion> {};
+
+TEST_P(StrangeSimulator, KeepsItsSettingsAndWeOursInAnImport) {
+    FakeTemplateSimulator simulator;
+    const auto definition = MakePackage({});
+    definition->simulationContext = CComRef<IDispatch>(simulator.Context());
+    definition->thermoVersion = GetParam();
+    std::vector<ArithmeticSettings> seen;
+    std::vector<ArithmeticSettings> counting;
+    std::vector<ArithmeticSettings> inDialog;
+    simulator.log.onCall = [&](const std::string&) {
+        seen.push_back(CurrentArithmetic());
+        SetArithmetic({0x1F80 | 0x6000, 0x0E7F});  // towards zero
+    };
+    // Some counts are changed inside calls, under what those have left behind.
+    simulator.log.onCount = [&] { counting.push_back(CurrentArithmetic()); };
+    MaterialImport import = MaterialImport::Cancelled;
+    ArithmeticSettings after;
+    {
+        const CHostSettings host(strangeHost);
+        {
+            CFakeEditorUi ui;
+            ui.compoundSource = 1;
+            ui.inCompoundsOfMaterial = [&](const MaterialCompounds&, ReactionPackDefinition&) {
+                inDialog.push_back(CurrentArithmetic());
+                return true;
+            };
+            import = ImportFromMaterialTemplate(*definition, ui);
+            inDialog.push_back(CurrentArithmetic());
+        }
+        after = CurrentArithmetic();
+    }
+    simulator.log.onCount = nullptr;
+    simulator.log.onCall = nullptr;
+    EXPECT_EQ(import, MaterialImport::Added);
+    EXPECT_GT(seen.size(), 6U);
+    EXPECT_GT(counting.size(), 8U);
+    for (const ArithmeticSettings& settings : counting) EXPECT_FALSE(IsSame(settings, usualHost));
+    for (const ArithmeticSettings& settings : seen) EXPECT_TRUE(IsSame(settings, strangeHost));
+    EXPECT_EQ(inDialog.size(), 2U);
+    for (const ArithmeticSettings& settings : inDialog) EXPECT_TRUE(IsSame(settings, usualHost));
+    EXPECT_TRUE(IsSame(after, strangeHost));
+    definition->simulationContext.Reset();
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, StrangeSimulator,
+                         testing::Values(ThermoVersion::Version10, ThermoVersion::Version11));
 
 }  // namespace
 }  // namespace reka::test

@@ -25,6 +25,7 @@ HRESULT Attempt(Routine&& routine) {
 
 TEST(OutOfMemoryCompounds, LeavesWholeListsOrSaysSo) {
     FakeTemplateSimulator simulator;
+    const COwnArithmetic arithmetic;
     for (const ThermoVersion version : {ThermoVersion::Version10, ThermoVersion::Version11}) {
         MaterialCompounds compounds;
         std::u16string errorText;
@@ -32,7 +33,7 @@ TEST(OutOfMemoryCompounds, LeavesWholeListsOrSaysSo) {
                        [&] {
                            return Attempt([&] {
                                return ReadMaterialCompounds(*simulator.material.Dispatch(), version, compounds,
-                                                            errorText);
+                                                            errorText, arithmetic);
                            });
                        },
                        [&](HRESULT result, bool isReached) {

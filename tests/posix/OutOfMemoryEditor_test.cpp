@@ -5,14 +5,18 @@
 
 #include <new>
 
+#include "editor/AddCompounds.h"
+#include "editor/CompoundsOfMaterial.h"
 #include "editor/EditShell.h"
 #include "editor/ExpressionEditor.h"
+#include "editor/RateWizard.h"
 #include "editor/TemplateFixture.h"
 #include "editor/TemplateManager.h"
 #include "editor/TemplateNames.h"
 #include "package/CReactionPack.h"
 #include "posix/AllocationFailures.h"
 #include "support/FakeEditor.h"
+#include "support/PcdBytes.h"
 
 namespace reka::test {
 namespace {
@@ -78,6 +82,76 @@ TEST_F(OutOfMemoryEditor, LoadsATemplateWholeOrNotAtAll) {
             EXPECT_EQ(definition->compounds.size(), result == S_OK ? 2U : 1U);
             EXPECT_EQ(definition->reactions[0]->id.View(), result == S_OK ? u"r" : u"mine");
         });
+}
+
+TEST_F(OutOfMemoryEditor, AddsAllCompoundsOfAFileOrNone) {
+    PcdBytes bytes;
+    for (const char* const name : {"Water", "Methane", "Argon"}) AddPcdRecord(bytes, name, "X", 1.0F, "");
+    files.entries[u"/pure.pcd"] = {bytes, 1};
+    std::unique_ptr<ReactionPackDefinition> definition;
+    std::unique_ptr<CAddCompounds> dialog;
+    const std::vector<std::size_t> three = {0, 1, 2};
+    const auto accept = [&] { return Attempt([&] { return dialog->Accept(three); }); };
+    bool isReached = true;
+    std::size_t n = 1;
+    for (; isReached; ++n) {
+        definition = MakeTemplate();
+        definition->pcdFile = u"/pure.pcd";
+        dialog = std::make_unique<CAddCompounds>(*definition, ui);
+        ASSERT_EQ(dialog->LoadFile(), u"");
+        FailAllocation(n);
+        const HRESULT result = accept();
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        EXPECT_EQ(result, isReached ? E_OUTOFMEMORY : S_OK);
+        EXPECT_EQ(definition->compounds.size(), isReached ? 2U : 5U);
+        ExpectWhole(*definition);
+        if (isReached) {
+            EXPECT_EQ(accept(), S_OK);  // OK once more
+        }
+        ASSERT_EQ(definition->compounds.size(), 5U);
+        EXPECT_EQ(definition->compounds[2]->id.View(), u"Water");
+        EXPECT_EQ(definition->compounds[4]->id.View(), u"Argon");
+        ExpectWhole(*definition);
+    }
+    EXPECT_GT(n, 2U);
+}
+
+TEST_F(OutOfMemoryEditor, AddsAllCompoundsOfAMaterialOrNone) {
+    MaterialCompounds offered;
+    offered.names = offered.ids = offered.formulas = offered.casNumbers = {u"Water", u"Methane", u"Argon"};
+    offered.molecularWeights = offered.charges = {1.0, 2.0, 3.0};
+    std::unique_ptr<ReactionPackDefinition> definition;
+    const std::vector<std::size_t> three = {0, 1, 2};
+    ForEachFailure([&] { definition = MakeTemplate(); },
+                   [&] {
+                       CCompoundsOfMaterial dialog(offered, *definition);
+                       return Attempt([&] { return dialog.Accept(three, ui); });
+                   },
+                   [&](HRESULT result, bool isReached) {
+                       EXPECT_EQ(result, isReached ? E_OUTOFMEMORY : S_OK);
+                       EXPECT_EQ(definition->compounds.size(), isReached ? 2U : 5U);
+                       ExpectWhole(*definition);
+                   });
+}
+
+TEST_F(OutOfMemoryEditor, TakesAnInhibitionConstantWithItsRateOrNotAtAll) {
+    const auto definition = MakeTemplate();
+    bool isReached = true;
+    std::size_t n = 1;
+    for (; isReached; ++n) {
+        CRateWizard wizard(*definition->reactions[0], *definition);
+        wizard.fields.forward = {true, u"123456", false, u""};
+        const std::u16string before = wizard.UpdatePreview();
+        FailAllocation(n);
+        const HRESULT result = Attempt([&] { return wizard.EditInhibitionConstant(0, u"0.123456+1"); });
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        EXPECT_EQ(result, isReached ? E_OUTOFMEMORY : S_OK);
+        EXPECT_EQ(wizard.RateText() == before, isReached);
+        EXPECT_EQ(wizard.UpdatePreview() == before, isReached);  // the constant is as it was
+    }
+    EXPECT_GT(n, 3U);
 }
 
 TEST_F(OutOfMemoryEditor, KeepsTheListOfTemplatesWhole) {

@@ -30,12 +30,17 @@ struct CallLog {
     int failAt = 0;
     HRESULT failCode = E_FAIL;
     std::function<void(const std::string& call)> onCall;  // runs inside the call: a host that calls back
+    std::function<void()> onCount;                        // the same in AddRef and Release, where a fake tells them
 
     /// Records a call. True if it is the one that fails.
     bool Record(const std::string& call) {
         calls.push_back(call);
         if (onCall) onCall(call);
         return failAt > 0 && static_cast<int>(calls.size()) == failAt;
+    }
+    CReferences& Counting(CReferences& references) {
+        if (onCount) onCount();
+        return references;
     }
     void Clear() { calls.clear(); }
 };

@@ -34,6 +34,8 @@ public:
     std::function<bool(ITemplateSource& templates, std::u16string& templateName)> inTemplateNames;
     std::function<void()> onMessage;
 
+    const COwnArithmetic& Arithmetic() const override { return arithmetic; }
+
     MessageAnswer ShowMessage(const std::u16string& message, const std::u16string& title,
                               std::uint32_t style) override {
         Record("message", {title, message}, std::to_string(style));
@@ -109,6 +111,8 @@ public:
     }
 
 private:
+    const COwnArithmetic arithmetic;
+
     bool TakeText(std::u16string& target) const {
         if (text) target = *text;
         return text.has_value();

@@ -24,8 +24,8 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return references.Add(); }
-    ULONG STDMETHODCALLTYPE Release() override { return references.Remove(); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return calls.Counting(references).Add(); }
+    ULONG STDMETHODCALLTYPE Release() override { return calls.Counting(references).Remove(); }
 
     // Version 1.0
     HRESULT STDMETHODCALLTYPE get_ComponentIds(VARIANT* identifiers) override {
@@ -101,8 +101,8 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return references.Add(); }
-    ULONG STDMETHODCALLTYPE Release() override { return references.Remove(); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return calls.Counting(references).Add(); }
+    ULONG STDMETHODCALLTYPE Release() override { return calls.Counting(references).Remove(); }
     HRESULT STDMETHODCALLTYPE CreateMaterialObject(IDispatch** object) override {
         *object = nullptr;
         if (calls.Record("CreateMaterialObject()")) return calls.failCode;
@@ -130,8 +130,8 @@ public:
         AddRef();
         return S_OK;
     }
-    ULONG STDMETHODCALLTYPE AddRef() override { return references.Add(); }
-    ULONG STDMETHODCALLTYPE Release() override { return references.Remove(); }
+    ULONG STDMETHODCALLTYPE AddRef() override { return calls.Counting(references).Add(); }
+    ULONG STDMETHODCALLTYPE Release() override { return calls.Counting(references).Remove(); }
     HRESULT STDMETHODCALLTYPE get_MaterialTemplates(VARIANT* list) override {
         VariantInit(list);
         const bool fails = calls.Record("get_MaterialTemplates()");

@@ -92,19 +92,23 @@ void CAddCompDlg::OnInit() {
     for (const char16_t* const label : fileCompoundColumns) list.InsertColumn(position++, label, 0);
     FitColumns();
     FocusOn(IDC_ADD_COMPOUNDS_FILTER);
-    LoadFile();
+    const std::u16string errorText = LoadFile();
+    FitColumns();  // beside the bar that scrolls; from here on the widths are the user's
+    Tell(errorText);
 }
 
-void CAddCompDlg::LoadFile() {
-    std::u16string errorText;
-    {
-        const CSilence silence(*this);
-        const CWaitPointer pointer;
-        SetText(IDC_ADD_COMPOUNDS_FILTER, u"");
-        SetText(IDC_ADD_COMPOUNDS_FILE, compounds.FilePath());
-        errorText = compounds.LoadFile();
-        RefillList();
-    }
+/// The reason of a failure, or nothing.
+std::u16string CAddCompDlg::LoadFile() {
+    const CSilence silence(*this);
+    const CWaitPointer pointer;
+    SetText(IDC_ADD_COMPOUNDS_FILTER, u"");
+    SetText(IDC_ADD_COMPOUNDS_FILE, compounds.FilePath());
+    std::u16string errorText = compounds.LoadFile();
+    RefillList();
+    return errorText;
+}
+
+void CAddCompDlg::Tell(const std::u16string& errorText) {
     if (errorText.empty()) return;
     ShowWithLayout();
     ShowError(ui, errorText);
@@ -141,7 +145,8 @@ void CAddCompDlg::Sort(int column) {
     std::vector<bool> isSelected(recordCount);
     for (const std::size_t row : SelectedRows()) isSelected[rows[row].record] = true;
     const auto focusedRow = static_cast<int>(SendMessageW(list, LVM_GETNEXTITEM, allRows, LVNI_FOCUSED));
-    const std::size_t focusedRecord = focusedRow < 0 ? recordCount : rows[static_cast<std::size_t>(focusedRow)].record;
+    const bool hasFocus = focusedRow >= 0 && static_cast<std::size_t>(focusedRow) < rows.size();
+    const std::size_t focusedRecord = hasFocus ? rows[static_cast<std::size_t>(focusedRow)].record : recordCount;
 
     compounds.SortByColumn(static_cast<std::size_t>(column));
     const auto focused =
@@ -177,7 +182,7 @@ void CAddCompDlg::OnCommand(int control, int notification) {
             RefillList();
             break;
         case IDC_ADD_COMPOUNDS_BROWSE:
-            if (compounds.Browse()) LoadFile();
+            if (compounds.Browse()) Tell(LoadFile());
             break;
         case IDOK:
             Accept();
@@ -235,9 +240,6 @@ void CAddCompDlg::OnSize(int width, int height) {
               {at.left + (moving.leftMoves ? right : 0), at.top + (moving.topMoves ? down : 0),
                at.right + (moving.rightMoves ? right : 0), at.bottom + (moving.bottomMoves ? down : 0)});
     }
-    if (width == fittedWidth) return;
-    fittedWidth = width;
-    FitColumns();
 }
 
 void CAddCompDlg::FitColumns() {

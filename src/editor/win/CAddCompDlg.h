@@ -5,6 +5,7 @@
 
 #include <array>
 #include <cstddef>
+#include <string>
 #include <vector>
 
 #include <windows.h>
@@ -30,7 +31,8 @@ private:
     LRESULT OnNotify(NMHDR& header) override;
     void OnSize(int width, int height) override;
 
-    void LoadFile();
+    std::u16string LoadFile();
+    void Tell(const std::u16string& errorText);
     void RefillList();
     void Sort(int column);
     void Accept();
@@ -44,7 +46,6 @@ private:
     static constexpr std::size_t movingControlCount = 9;  // of those that move or grow as the window does
     ControlSize templateSize;                             // of the client area
     std::array<ControlPlace, movingControlCount> templatePlaces;
-    int fittedWidth = 0;  // of the client area that the columns were fitted to
 };
 
 }  // namespace reka

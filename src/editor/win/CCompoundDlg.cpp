@@ -2,6 +2,8 @@
 
 #include "editor/win/CCompoundDlg.h"
 
+#include <utility>
+
 #include "editor/PageLayouts.h"
 #include "editor/win/CReactionDlg.h"
 #include "editor/win/ListView.h"
@@ -74,6 +76,7 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
             UpdateButtons();
             return 0;
         case LVN_BEGINLABELEDITW:
+            isNameTaken = false;
             list.LiftLengthLimit();
             return page.CanRename() ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
@@ -83,19 +86,12 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
     }
 }
 
-// A name that won't do is told in a box, which takes the focus from the field in the list: that ends the editing again.
+// A name that won't do is told in a box, as a want of memory is. The box takes the focus from the field in the list:
+// that ends the editing again.
 bool CCompoundDlg::TakeName(const NMHDR& header) {
-    if (isTakingName) return false;
-    isTakingName = true;
-    bool isTaken = false;
-    try {
-        isTaken = page.TakeName(EditedRow(header), EditedText(header));
-        if (isTaken) reactions.RefreshReactionPage();
-    } catch (...) {
-        isTakingName = false;
-        throw;
-    }
-    isTakingName = false;
+    if (std::exchange(isNameTaken, true)) return false;
+    const bool isTaken = page.TakeName(EditedRow(header), EditedText(header));
+    if (isTaken) reactions.RefreshReactionPage();
     return isTaken;
 }
 

@@ -33,7 +33,7 @@ private:
 
     CCompoundPage& page;
     CReactionDlg& reactions;
-    bool isTakingName = false;
+    bool isNameTaken = false;  // or refused: the editing of a name ends once
 };
 
 }  // namespace reka

@@ -121,6 +121,7 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // The dialog stays usable where memory runs out meanwhile.
 bool CDialog::Initialise() {
     isFocusSet = false;
+    if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
     EnumChildWindows(window, LiftLengthLimit, 0);
     try {
         const CSilence silence(*this);
@@ -132,7 +133,6 @@ bool CDialog::Initialise() {
     RECT client = {};
     GetClientRect(window, &client);
     OnSize(client.right, client.bottom);
-    if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();
     return !isFocusSet;
 }
 

@@ -46,13 +46,15 @@ void CEditFormulaDlg::OnCommand(int control, int notification) {
             TextHasChanged();
             break;
         case static_cast<int>(FieldRequest::Undo):
+            NoteText();  // it may have changed without memory to note it
             Replace(history.Undo());
             break;
         case static_cast<int>(FieldRequest::Redo):
+            NoteText();
             Replace(history.Redo());
             break;
         case static_cast<int>(FieldRequest::Paste):
-            field.Insert(ClipboardText(Window()));
+            Paste();
             break;
         default:
             break;
@@ -65,8 +67,18 @@ LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
 }
 
 void CEditFormulaDlg::TextHasChanged() {
-    history.Change(field.Text(), field.Selection().end);
+    NoteText();
     editor.TextChanged();
+}
+
+void CEditFormulaDlg::NoteText() {
+    history.Change(field.Text(), field.Selection().end);
+}
+
+/// What is selected stays where there is nothing to take its place.
+void CEditFormulaDlg::Paste() {
+    const std::u16string pasted = ClipboardText(Window());
+    if (!pasted.empty()) field.Insert(pasted);
 }
 
 void CEditFormulaDlg::Replace(const std::optional<TextReplacement>& replacement) {

@@ -34,6 +34,8 @@ private:
     void ShowStatus(const std::u16string& message) override;
 
     void TextHasChanged();
+    void NoteText();
+    void Paste();
     void Replace(const std::optional<TextReplacement>& replacement);
     void Accept();
 

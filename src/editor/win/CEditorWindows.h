@@ -12,6 +12,9 @@ namespace reka {
 /// The dialogs of one editing, from the call of the simulator to its end. Each belongs to the topmost one that is open,
 /// and the first to the window that is handed in, null for none. Where the system refuses a dialog it counts as
 /// cancelled. May throw std::bad_alloc.
+///
+/// As long as this lives the floating point settings are ours: a simulator may trap on what pages compute and on what
+/// the system's drawing does.
 class CEditorWindows final : public IEditorUi {
 public:
     explicit CEditorWindows(HWND simulatorWindow) : firstOwner(simulatorWindow) {}
@@ -21,6 +24,7 @@ public:
     /// Opens the dialog that keeps the templates.
     void ManageTemplates(ITemplateSource& templates);
 
+    const COwnArithmetic& Arithmetic() const override { return arithmetic; }
     MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) override;
     bool AskForText(const std::u16string& title, CBstr& inputText) override;
     bool EditExpression(const ReactionPackDefinition& definition, const std::u16string& item,
@@ -45,6 +49,7 @@ private:
     template <class Dialog>
     bool Run(Dialog& dialog);
 
+    const COwnArithmetic arithmetic;
     HWND firstOwner;
     const COpenDialog* topmost = nullptr;
 };

@@ -13,7 +13,7 @@ CInputDlg::CInputDlg(std::u16string windowTitle, CBstr& text)
 
 void CInputDlg::OnInit() {
     SetWindowTextW(Window(), WideText(title));
-    SetText(IDC_INPUT_TEXT, std::u16string(inputText.View()));
+    SetWindowTextW(Item(IDC_INPUT_TEXT), inputText.Get());  // a copy might find no memory
     FocusOn(IDC_INPUT_TEXT);
     SendMessageW(Item(IDC_INPUT_TEXT), EM_SETSEL, 0, -1);
 }

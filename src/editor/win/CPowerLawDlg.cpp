@@ -3,6 +3,7 @@
 #include "editor/win/CPowerLawDlg.h"
 
 #include <array>
+#include <utility>
 
 #include "editor/win/ListView.h"
 #include "editor/win/resource.h"
@@ -69,9 +70,12 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
     CListView list(header.hwndFrom);
     switch (header.code) {
         case static_cast<UINT>(LVN_BEGINLABELEDITW):
+            isCellTaken = false;
             list.LiftLengthLimit();
             return FALSE;  // go on
         case static_cast<UINT>(LVN_ENDLABELEDITW): {
+            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
+            if (std::exchange(isCellTaken, true)) return FALSE;
             const bool isTaken = wizard.EditInhibitionConstant(EditedRow(header), EditedText(header));
             if (isTaken) ShowPreview(wizard.RateText());
             return isTaken;

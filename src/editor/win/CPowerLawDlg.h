@@ -32,6 +32,7 @@ private:
     CRateWizard wizard;
     std::u16string& rateText;
     IEditorUi& ui;
+    bool isCellTaken = false;  // or refused: the editing of a cell ends once
 };
 
 }  // namespace reka

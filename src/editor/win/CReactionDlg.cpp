@@ -295,9 +295,12 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
             EditSelectedCoefficient();
             return 0;
         case LVN_BEGINLABELEDITW:
+            isCellTaken = false;
             list.LiftLengthLimit();
             return page.CanEditCoefficient() && list.SelectedRow() >= 0 ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
+            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
+            if (std::exchange(isCellTaken, true)) return FALSE;
             Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
             return FALSE;  // the cell shows the number by now, or else its old text
         default:

@@ -48,6 +48,7 @@ private:
     ControlSize inset;  // of the group box, as the template has it
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
+    bool isCellTaken = false;  // or refused: the editing of a cell ends once
 };
 
 }  // namespace reka

@@ -33,16 +33,21 @@ void CSelectCompoundMatTemplateDlg::OnCommand(int control, int notification) {
             break;
         case IDC_COMPOUND_SOURCE_LIST:
             if (notification == LBN_SELCHANGE) TakeSelection();
+            if (notification == LBN_DBLCLK) Accept();
             break;
         case IDOK:
-            TakeSelection();
-            if (!choice.Accept()) break;
-            selectedTemplate = choice.selectedTemplate;
-            End(IDOK);
+            Accept();
             break;
         default:
             CDialog::OnCommand(control, notification);
     }
+}
+
+void CSelectCompoundMatTemplateDlg::Accept() {
+    TakeSelection();
+    if (!choice.Accept()) return;
+    selectedTemplate = choice.selectedTemplate;
+    End(IDOK);
 }
 
 void CSelectCompoundMatTemplateDlg::TakeSource(bool isFromDatabase) {

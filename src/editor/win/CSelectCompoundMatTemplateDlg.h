@@ -24,6 +24,7 @@ private:
     void OnCommand(int control, int notification) override;
     void TakeSource(bool isFromDatabase);
     void TakeSelection();
+    void Accept();
     void FitScrollWidth();
 
     const std::vector<std::u16string>& templateNames;

@@ -34,6 +34,26 @@ bool LoadFunctions(DialogFunctions& functions) {
     return functions.open && functions.extendedError;
 }
 
+/// The process is back in the folder that it works in when this ends: the dialog may take it along as the user looks
+/// for a file.
+class CKeptFolder {
+public:
+    CKeptFolder() : folder(GetCurrentDirectoryW(0, nullptr), u'\0') {
+        const DWORD length = GetCurrentDirectoryW(static_cast<DWORD>(folder.size()), Characters());
+        if (length >= folder.size()) folder.clear();  // another thread has changed it meanwhile
+    }
+    ~CKeptFolder() {
+        if (!folder.empty()) SetCurrentDirectoryW(Characters());
+    }
+    CKeptFolder(const CKeptFolder&) = delete;
+    CKeptFolder& operator=(const CKeptFolder&) = delete;
+
+private:
+    wchar_t* Characters() { return reinterpret_cast<wchar_t*>(folder.data()); }
+
+    std::u16string folder;  // with a terminator; empty if unknown
+};
+
 /// Label and pattern in turn, each with its end; the end of the whole is that of the string.
 std::u16string JoinFilters(const OpenFileRequest& request) {
     std::u16string joined;
@@ -46,18 +66,13 @@ std::u16string JoinFilters(const OpenFileRequest& request) {
 
 }  // namespace
 
-OpenFileAnswer ChooseFile(HWND owner, const OpenFileRequest& request, std::u16string& path) {
-    std::u16string filters;
-    std::u16string buffer;
-    try {
-        filters = JoinFilters(request);
-        buffer.resize(request.longestPath);
-    } catch (const std::bad_alloc&) {
-        return OpenFileAnswer::NoMemory;
-    }
+OpenFileAnswer ChooseFile(HWND owner, const OpenFileRequest& request, std::u16string& path) try {
+    const CKeptFolder folder;
+    const std::u16string filters = JoinFilters(request);
+    std::u16string buffer(request.longestPath + 1, u'\0');
     DialogFunctions functions;
     if (!LoadFunctions(functions)) return OpenFileAnswer::Cancelled;
-    if (path.size() < buffer.size()) std::copy(path.begin(), path.end(), buffer.begin());
+    if (path.size() <= request.longestPath) std::copy(path.begin(), path.end(), buffer.begin());
     OPENFILENAMEW dialog = {};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
@@ -66,7 +81,7 @@ OpenFileAnswer ChooseFile(HWND owner, const OpenFileRequest& request, std::u16st
     dialog.nMaxFile = static_cast<DWORD>(buffer.size());
     dialog.lpstrTitle = WideText(request.title);
     dialog.lpstrDefExt = WideText(request.defaultExtension);
-    dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
+    dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
     bool isChosen = functions.open(&dialog) != FALSE;
     if (!isChosen && functions.extendedError() == FNERR_INVALIDFILENAME) {  // the path to begin with is none
         buffer.front() = u'\0';
@@ -75,6 +90,8 @@ OpenFileAnswer ChooseFile(HWND owner, const OpenFileRequest& request, std::u16st
     if (!isChosen) return OpenFileAnswer::Cancelled;
     path = buffer.c_str();
     return OpenFileAnswer::Chosen;
+} catch (const std::bad_alloc&) {
+    return OpenFileAnswer::NoMemory;
 }
 
 }  // namespace reka

@@ -9,6 +9,10 @@
 #include <richole.h>
 #include <tom.h>
 
+#include <algorithm>
+#include <cstring>
+#include <string_view>
+
 namespace reka {
 
 namespace {
@@ -22,7 +26,7 @@ bool IsDown(int key) {
     return GetKeyState(key) < 0;
 }
 
-void PutText(HWND field, const char16_t* text, DWORD flags) {
+void PutPiece(HWND field, const char16_t* text, DWORD flags) {
     SETTEXTEX how = {};
     how.flags = flags;
     how.codepage = unicode;
@@ -31,7 +35,32 @@ void PutText(HWND field, const char16_t* text, DWORD flags) {
 
 void PutCharacter(HWND field, char16_t character) {
     const char16_t text[] = {character, 0};
-    PutText(field, text, ST_SELECTION | ST_KEEPUNDO);
+    PutPiece(field, text, ST_SELECTION | ST_KEEPUNDO);
+}
+
+/// Whether the field would read the text as one in Rich Text Format. Some systems look at the bytes of the characters.
+bool LooksFormatted(std::u16string_view text) {
+    for (const std::string_view beginning : {"{\\rtf", "{urtf", "{\\urtf"}) {
+        if (text.size() >= beginning.size() && std::equal(beginning.begin(), beginning.end(), text.begin()))
+            return true;
+        if (text.size() * sizeof(char16_t) >= beginning.size() &&
+            std::memcmp(text.data(), beginning.data(), beginning.size()) == 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Puts the text as it is in place of what is selected. The first character of what looks formatted goes in alone, and
+/// without a report: to all others the text comes at once.
+void PutText(HWND field, const std::u16string& text) {
+    const char16_t* rest = text.c_str();
+    if (LooksFormatted(text)) {
+        const LRESULT events = SendMessageW(field, EM_SETEVENTMASK, 0, 0);
+        PutCharacter(field, *rest++);
+        SendMessageW(field, EM_SETEVENTMASK, 0, events);
+    }
+    PutPiece(field, rest, ST_SELECTION | ST_KEEPUNDO);
 }
 
 void Request(HWND field, FieldRequest request) {
@@ -55,6 +84,21 @@ bool IsRequest(UINT message, WPARAM key, FieldRequest& request) {
     }
     request = FieldRequest::Paste;
     return isAlone && key == VK_INSERT && IsDown(VK_SHIFT);
+}
+
+/// Whether the field itself deals with a key that is pressed together with Ctrl: copying, selecting all, moving and
+/// deleting. Its other keys of that kind change how the text looks.
+bool IsOwnKey(WPARAM key) {
+    const bool isMove = key >= VK_PRIOR && key <= VK_DOWN;
+    const bool isModifier = key == VK_CONTROL || key == VK_SHIFT || key == VK_MENU;
+    if (isMove || isModifier || key == VK_DELETE || key == VK_BACK) return true;
+    return !IsDown(VK_SHIFT) && (key == 'A' || key == 'C' || key == 'X' || key == VK_INSERT);
+}
+
+/// Whether the character comes of Ctrl and a letter that isn't one of the field's own keys.
+bool IsStrayControl(WPARAM character) {
+    if (character >= ' ' || !IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
+    return !IsOwnKey(character + '@') && character != VK_BACK;
 }
 
 /// Sets what isn't so already: each setting makes the field lay its text out afresh.
@@ -139,7 +183,8 @@ std::u16string CExpressionField::Text() const {
 }
 
 void CExpressionField::SetText(const std::u16string& text) {
-    PutText(field, text.c_str(), ST_DEFAULT);
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    PutText(field, text);
 }
 
 TextRange CExpressionField::Selection() const {
@@ -154,7 +199,7 @@ void CExpressionField::Select(TextRange range) const {
 }
 
 void CExpressionField::Insert(const std::u16string& text) {
-    PutText(field, text.c_str(), ST_SELECTION | ST_KEEPUNDO);
+    PutText(field, text);
 }
 
 void CExpressionField::Replace(const TextReplacement& replacement) {
@@ -218,11 +263,14 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) cons
             return true;
         case WM_KEYDOWN:
         case WM_SYSKEYDOWN:
-            if (!IsRequest(message, wParam, request)) return false;
-            Request(field, request);
-            return true;
+            if (IsRequest(message, wParam, request)) {
+                Request(field, request);
+                return true;
+            }
+            return message == WM_KEYDOWN && IsDown(VK_CONTROL) && !IsDown(VK_MENU) && !IsOwnKey(wParam);
         case WM_CHAR:
             if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
+            if (IsStrayControl(wParam)) return true;
             if (wParam < 0x80 || wParam > 0xFFFF) return false;
             PutCharacter(field, static_cast<char16_t>(wParam));
             return true;

@@ -73,7 +73,7 @@ public:
     explicit CListFilling(HWND filledList) : list(filledList) { SendMessageW(list, WM_SETREDRAW, FALSE, 0); }
     ~CListFilling() {
         SendMessageW(list, WM_SETREDRAW, TRUE, 0);
-        InvalidateRect(list, nullptr, TRUE);
+        if (list) InvalidateRect(list, nullptr, TRUE);  // without one, all windows there are would be drawn again
     }
     CListFilling(const CListFilling&) = delete;
     CListFilling& operator=(const CListFilling&) = delete;

@@ -6,18 +6,14 @@
 
 #include "editor/win/CEditorWindows.h"
 #include "manager/ManagerTemplates.h"
-#include "platform/HostArithmetic.h"
 
 namespace reka {
 
 namespace {
 
-// A simulator may trap on what pages compute and on what the system's drawing does: while a dialog is open the settings
-// are ours.
 class CWindowsEditor final : public IEditor {
 public:
     bool EditPackage(ReactionPackDefinition& definition) noexcept override {
-        const COwnArithmetic arithmetic;
         try {
             return CEditorWindows(GetActiveWindow()).EditPackage(definition, MakeManagerTemplates);
         } catch (...) {
@@ -27,7 +23,6 @@ public:
     }
 
     void EditTemplates(ITemplateSource& templates) noexcept override {
-        const COwnArithmetic arithmetic;
         try {
             CEditorWindows(GetActiveWindow()).ManageTemplates(templates);
         } catch (...) {
