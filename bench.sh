@@ -72,7 +72,7 @@ awk '
             line = order[i]
             if (line in heads) { print (i > 1 ? "\n" : "") heads[line]; continue }
             split(line, words, " ")
-            printf "%-12s", words[2]
+            printf "%-38s", words[2]
             skipped = 6 - columns[line]
             for (column = 1; column <= skipped - (words[2] == "e1,2,3,6"); ++column) printf " %10s", ""
             for (column = 2; column <= columns[line]; ++column) {

@@ -39,20 +39,24 @@ std::u16string DoubleCompounds(std::u16string_view text) {
 }
 
 std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition() {
+    return MakeBenchDefinition({u"aa", u"bb", u"cc", u"dd"});
+}
+
+std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition(const std::vector<std::u16string>& compoundNames) {
     auto definition = std::make_unique<ReactionPackDefinition>(nullptr);
-    for (const char16_t* name : {u"aa", u"bb", u"cc", u"dd"}) {
+    for (const std::u16string& name : compoundNames) {
         auto compound = std::make_unique<CompoundDefinition>();
         compound->name = CBstr::Make(name);
         compound->id = CBstr::Make(name);
         definition->compounds.push_back(std::move(compound));
     }
     definition->AllocateWorkArrays();
-    const double fractions[] = {0.4, 0.3, 0.2, 0.1};
-    for (std::size_t i = 0; i < std::size(fractions); ++i) {
-        definition->moleFraction[i] = fractions[i];
-        definition->activity[i] = 0.9 * fractions[i];
-        definition->molarity[i] = 120 * fractions[i];
-        definition->fugacity[i] = 2e5 * fractions[i];
+    for (std::size_t i = 0; i < compoundNames.size(); ++i) {
+        const double fraction = 0.4 - 0.1 * static_cast<double>(i % 4);
+        definition->moleFraction[i] = fraction;
+        definition->activity[i] = 0.9 * fraction;
+        definition->molarity[i] = 120 * fraction;
+        definition->fugacity[i] = 2e5 * fraction;
     }
     return definition;
 }

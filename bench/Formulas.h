@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "package/Definition.h"
 
@@ -29,6 +30,8 @@ std::u16string DoubleCompounds(std::u16string_view text);
 
 /// The definition that the formulas are for: compounds aa to dd, with working values.
 std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition();
+/// The same with compounds of other names.
+std::unique_ptr<ReactionPackDefinition> MakeBenchDefinition(const std::vector<std::u16string>& compoundNames);
 
 /// The temperature in K and the pressure in Pa of the n-th evaluation.
 double TemperatureAt(std::size_t n);

@@ -1,27 +1,91 @@
 #include "bench/MuFormula.h"
 
 #include <cctype>
+#include <string_view>
+#include <utility>
+
+#include "platform/Utf8.h"
 
 namespace reka::bench {
 
 namespace {
 
-std::string MuText(std::u16string_view text) {
-    std::string written;
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        const char character = static_cast<char>(text[i]);
-        const bool isLeaf = i + 3 < text.size() && text[i + 1] == u'(' && text[i + 3] == u')' &&
-                            std::string_view("ACFX").find(character) != std::string_view::npos;
-        if (isLeaf) {
-            written += {character, '_', static_cast<char>(text[i + 2])};
-            i += 3;
-        } else {
-            written += character;
-        }
-    }
-    if (const std::size_t place = written.find("LOG10"); place != std::string::npos) written.replace(place, 5, "log10");
-    return written;
+bool IsWordCharacter(char character) {
+    return std::isalnum(static_cast<unsigned char>(character)) != 0;
 }
+
+/// The compound of that name, or with that one letter to begin with; as many as there are for none.
+std::size_t FindCompound(const std::string& name, const ReactionPackDefinition& definition) {
+    std::size_t i = 0;
+    for (; i < definition.compounds.size(); ++i) {
+        const std::string compound = Utf8FromUtf16(definition.compounds[i]->name.View());
+        if (compound == name || (name.size() == 1 && compound[0] == name[0])) break;
+    }
+    return i;
+}
+
+/// What is left of a text as it is translated.
+class CTranslation {
+public:
+    CTranslation(std::string_view text, const ReactionPackDefinition& usedDefinition)
+        : rest(text), definition(usedDefinition) {}
+
+    std::string Run() {
+        while (!rest.empty()) {
+            if (std::isdigit(static_cast<unsigned char>(rest[0]))) {
+                Take(NumberLength());
+            } else if (!TakeCompound() && !TakeWord()) {
+                Take(1);
+            }
+        }
+        return written;
+    }
+
+private:
+    void Take(std::size_t count) {
+        written += rest.substr(0, count);
+        rest.remove_prefix(count);
+    }
+
+    std::size_t NumberLength() const {
+        std::size_t length = 0;
+        while (length < rest.size() && (IsWordCharacter(rest[length]) || rest[length] == '.' ||
+                                        (length > 0 && rest[length] == '-' && std::toupper(rest[length - 1]) == 'E'))) {
+            ++length;
+        }
+        return length;
+    }
+
+    bool TakeCompound() {
+        const std::size_t end = rest.find(')');
+        const bool isLeaf = rest.size() > 1 && std::string_view("ACFX").find(rest[0]) != std::string_view::npos &&
+                            rest[1] == '(' && end != std::string_view::npos;
+        if (!isLeaf) return false;
+        std::string name(rest.substr(2, end - 2));
+        if (name[0] == '"') name = name.substr(1, name.size() - 2);
+        written += rest[0] + ("_" + std::to_string(FindCompound(name, definition)));
+        rest.remove_prefix(end + 1);
+        return true;
+    }
+
+    bool TakeWord() {
+        std::size_t length = 0;
+        while (length < rest.size() && IsWordCharacter(rest[length])) ++length;
+        const std::string_view word = rest.substr(0, length);
+        for (const auto& [own, theirs] : {std::pair{"EXP", "exp"}, {"LOG10", "log10"}, {"LOG", "ln"}}) {
+            if (word != own) continue;
+            written += theirs;
+            rest.remove_prefix(length);
+            return true;
+        }
+        Take(length);
+        return length > 0;
+    }
+
+    std::string_view rest;
+    const ReactionPackDefinition& definition;
+    std::string written;
+};
 
 }  // namespace
 
@@ -35,11 +99,11 @@ CMuFormula::CMuFormula(std::u16string_view text, ReactionPackDefinition& definit
                                                {'X', definition.moleFraction.get()}};
     for (const auto& [letter, values] : arrays) {
         for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
-            const char compound = static_cast<char>(TextOf(definition.compounds[i]->name.Get()).front());
-            parser.DefineVar({letter, '_', compound}, values + i);
+            parser.DefineVar(letter + ("_" + std::to_string(i)), values + i);
         }
     }
-    source = MuText(text);
+    const std::string narrow = Utf8FromUtf16(text);
+    source = CTranslation(narrow, definition).Run();
     Compile();
 }
 

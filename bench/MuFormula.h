@@ -12,8 +12,9 @@ namespace reka::bench {
 
 class CMuFormula {
 public:
-    /// Of a text of ASCII, with compounds that are single letters. Reads the working values of `definition`, which
-    /// outlives this. The one-letter functions A, C, F and X of a compound become variables such as `A_a`.
+    /// Of a text of ASCII, with the compounds of `definition` by their names or by the letter that these begin with.
+    /// Reads the working values of `definition`, which outlives this. The functions A, C, F and X of a compound become
+    /// variables such as `A_0`.
     CMuFormula(std::u16string_view text, ReactionPackDefinition& definition);
     CMuFormula(const CMuFormula&) = delete;
     CMuFormula& operator=(const CMuFormula&) = delete;
