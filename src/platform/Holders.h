@@ -57,7 +57,7 @@ private:
 /// Sole owner of a VARIANT and what it holds.
 class CVariant {
 public:
-    CVariant() = default;
+    CVariant() : variant() {}  // every byte of it zero, as VariantInit would leave it
     ~CVariant() {
         if (variant.vt != VT_EMPTY) VariantClear(&variant);
     }
@@ -87,7 +87,7 @@ public:
     }
 
 private:
-    VARIANT variant = {};  // empty
+    VARIANT variant;
 };
 
 /// A counted reference on an interface of somebody's object, which may be null.
