@@ -37,17 +37,20 @@ protected:
 };
 
 /// The box takes the focus from the cell, whose editing ends but once.
-TEST_F(CompoundsPage, LeavesANameAsItWasWithoutMemory) {
+TEST_F(CompoundsPage, ShowsTheNameThatThereIsAfterAWantOfMemory) {
     OnPage(EditPage::Compounds, [this](CUser& u, const CDrivenWindow& page) {
-        page.ClickCell(IDC_COMPOUNDS_LIST, 0);
-        u.Press(VK_F2);
-        u.WaitUntil("a cell's field", [&] { return page.IsEditing(IDC_COMPOUNDS_LIST); });
-        u.Type(u"A name that is longer than a string holds by itself");
-        u.OnTestThread([] { FailAllocation(1); });
-        u.Press(VK_RETURN);
-        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
-        EXPECT_EQ(NameOf(0), u"First");
-        EXPECT_EQ(page.Cell(IDC_COMPOUNDS_LIST, 0, 0), u"First");
+        for (const std::size_t n : {1U, 2U, 3U}) {
+            const std::u16string before = NameOf(0);
+            page.ClickCell(IDC_COMPOUNDS_LIST, 0);
+            u.Press(VK_F2);
+            u.WaitUntil("a cell's field", [&] { return page.IsEditing(IDC_COMPOUNDS_LIST); });
+            u.Type(u"A name that is longer than a string holds by itself " + std::u16string(n, u'x'));
+            u.OnTestThread([n] { FailAllocation(n); });
+            u.Press(VK_RETURN);
+            u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+            EXPECT_EQ(page.Cell(IDC_COMPOUNDS_LIST, 0, 0), NameOf(0));
+            EXPECT_TRUE(n > 1 || NameOf(0) == before);
+        }
         page.ClickCell(IDC_COMPOUNDS_LIST, 0);
         u.Press(VK_F2);
         page.TypeIntoCell(IDC_COMPOUNDS_LIST, u"Next");

@@ -109,30 +109,32 @@ TEST_F(FormulaDialog, HasNoKeysThatFormat) {
 
 /// The step to undo is told against the text that the field has, whatever there was no memory for.
 TEST_F(FormulaDialog, TakesBackWhatThereWasNoMemoryToNote) {
-    expression = u"T";
+    expression = u"T+1.2345678";
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        // The reports of the selection and of the change both fail.
+        const auto typeUnnoted = [&](const char16_t* text) {
+            u.OnTestThread([] { FailAllocation(1, 2); });
+            u.Type(text);
+            for (int i = 0; i < 2; ++i) u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        };
         u.Type(u"*P+1");
         u.Press(VK_HOME);
-        u.OnTestThread([] { FailAllocation(1); });
-        u.Type(u"2");
-        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
-        EXPECT_EQ(Text(u, dialog), u"2T*P+1");
+        typeUnnoted(u"2");
+        EXPECT_EQ(Text(u, dialog), u"2T+1.2345678*P+1");
         u.Press('Z', {VK_CONTROL});
-        EXPECT_EQ(Text(u, dialog), u"T*P+1");
+        EXPECT_EQ(Text(u, dialog), u"T+1.2345678*P+1");
         u.Press('Y', {VK_CONTROL});
-        EXPECT_EQ(Text(u, dialog), u"2T*P+1");
+        EXPECT_EQ(Text(u, dialog), u"2T+1.2345678*P+1");
         u.Press('Z', {VK_CONTROL});
         u.Press('Z', {VK_CONTROL});
-        EXPECT_EQ(Text(u, dialog), u"T");
+        EXPECT_EQ(Text(u, dialog), u"T+1.2345678");
         u.Press(VK_HOME);
-        u.OnTestThread([] { FailAllocation(1); });
-        u.Type(u"2");
-        u.Answer({u"Error:", u"out of memory", MB_OK | MB_ICONERROR}, IDOK);
+        typeUnnoted(u"2");
         u.Press('Y', {VK_CONTROL});  // what was typed since has ended it
-        EXPECT_EQ(Text(u, dialog), u"2T");
+        EXPECT_EQ(Text(u, dialog), u"2T+1.2345678");
         dialog.Click(IDOK);
     }));
-    EXPECT_EQ(expression, u"2T");
+    EXPECT_EQ(expression, u"2T+1.2345678");
 }
 
 }  // namespace

@@ -88,8 +88,9 @@ TEST(InputDialog, OpensOnItsTextWithoutMemory) {
         u.Press(VK_RETURN);
         open.WaitUntilGone();
     });
-    FailAllocation(1, 1000);
+    FailAllocation(1);
     EXPECT_TRUE(dialog.Run(nullptr));
+    FailAllocation(0);
     EXPECT_EQ(text.View(), present);
 }
 

@@ -90,9 +90,11 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
 // that ends the editing again.
 bool CCompoundDlg::TakeName(const NMHDR& header) {
     if (std::exchange(isNameTaken, true)) return false;
-    const bool isTaken = page.TakeName(EditedRow(header), EditedText(header));
-    if (isTaken) reactions.RefreshReactionPage();
-    return isTaken;
+    const std::u16string name(EditedText(header));
+    if (!page.TakeName(EditedRow(header), name)) return false;
+    CListView(header.hwndFrom).SetText(EditedRow(header), 0, name);  // shown also if what follows fails
+    reactions.RefreshReactionPage();
+    return true;
 }
 
 void CCompoundDlg::OnSize(int width, int height) {
