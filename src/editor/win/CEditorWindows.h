@@ -10,8 +10,8 @@
 namespace reka {
 
 /// The dialogs of one editing, from the call of the simulator to its end. Each belongs to the topmost one that is open,
-/// and the first to the window that is handed in, null for none. Where the system refuses a dialog it counts as
-/// cancelled. May throw std::bad_alloc.
+/// and the first to the window that is handed in, null for none. Where the system refuses a dialog, or the one
+/// below has ended meanwhile, it counts as cancelled. May throw std::bad_alloc.
 class CEditorWindows final : public IEditorUi {
 public:
     explicit CEditorWindows(HWND simulatorWindow) : firstOwner(simulatorWindow) {}
