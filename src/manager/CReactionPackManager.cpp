@@ -17,6 +17,7 @@
 #include "package/CReactionPack.h"
 #include "package/SameText.h"
 #include "platform/Files.h"
+#include "platform/ThreadError.h"
 
 namespace reka {
 
@@ -153,7 +154,9 @@ HRESULT CReactionPackManager::Edit() {
         store.LoadTemplates();
         CManagerTemplates templates(*this);
         Editor().EditTemplates(templates);
+        const unsigned long reason = ThreadError();  // why no dialog was shown, for the caller
         store.StoreTemplates();
+        SetThreadError(reason);
         return S_OK;
     });
 }

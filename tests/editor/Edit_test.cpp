@@ -13,6 +13,7 @@
 #include "manager/ManagerTemplates.h"
 #include "manager/StoreFixture.h"
 #include "package/CReactionPack.h"
+#include "platform/ThreadError.h"
 #include "support/CountedFake.h"
 #include "support/FakeBag.h"
 #include "support/FakeEditor.h"
@@ -203,6 +204,14 @@ TEST_F(EditOfTheManager, WritesAnEmptyFileInPlaceOfADamagedOne) {
     EXPECT_EQ(messages.shown.size(), 1U);
     EXPECT_EQ(files.entries.at(userFile).bytes, (std::vector<std::uint8_t>{0, 0, 0, 0}));
     EXPECT_EQ(NamesInFile(), Names{});  // the system's file doesn't come back
+}
+
+TEST_F(EditOfTheManager, KeepsTheReasonWhyNoDialogWasShown) {
+    editor.inTemplates = [](ITemplateSource&) { SetThreadError(12); };
+    files.onWritten = [] { SetThreadError(7); };
+    EXPECT_EQ(manager->Edit(), S_OK);
+    EXPECT_EQ(ThreadError(), 12U);
+    EXPECT_TRUE(files.entries.contains(userFile));
 }
 
 TEST_F(EditOfTheManager, ListsAfreshForTheDialogs) {

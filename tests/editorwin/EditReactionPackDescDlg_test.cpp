@@ -14,9 +14,9 @@ TEST_F(EditShellDialog, HasItsControls) {
     EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
         // The three pages lie above the controls of the shell, the last one made on top.
         CheckControls(u, shell.Get(),
-                      {{0, u"#32770", nullptr, WS_CHILD, 0, true, false},
-                       {0, u"#32770", nullptr, WS_CHILD, 0, true, false},
-                       {0, u"#32770", nullptr, WS_CHILD, 0, true, true},
+                      {{0, u"#32770", nullptr, WS_CHILD | DS_CONTROL, 0, true, false},
+                       {0, u"#32770", nullptr, WS_CHILD | DS_CONTROL, 0, true, false},
+                       {0, u"#32770", nullptr, WS_CHILD | DS_CONTROL, 0, true, true},
                        {IDC_EDIT_HELP, u"Button", u"&Help", WS_TABSTOP},
                        {IDC_EDIT_LOAD, u"Button", u"&Load", WS_TABSTOP},
                        {IDC_EDIT_STORE, u"Button", u"&Store", WS_TABSTOP},
@@ -39,6 +39,22 @@ TEST_F(EditShellDialog, HasItsControls) {
         EXPECT_NE(u.Send(shell.Get(), WM_GETICON, ICON_BIG), 0);
         EXPECT_NE(u.Send(shell.Get(), WM_GETICON, ICON_SMALL), 0);
         EXPECT_TRUE(VisiblePage(u, shell).HasFocus(IDC_GENERAL_NAME));
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST_F(EditShellDialog, GivesTheTabsTheKeyboardOfAHiddenPage) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        VisiblePage(u, shell).FocusOn(IDC_GENERAL_DESCRIPTION);
+        const HWND tabs = shell.Item(IDC_EDIT_TABS);
+        u.Send(tabs, TCM_SETCURSEL, static_cast<WPARAM>(EditPage::Reactions));
+        u.OnTestThread([&] {  // some systems give the tabs no focus at a click
+            NMHDR change = {tabs, IDC_EDIT_TABS, static_cast<UINT>(TCN_SELCHANGE)};
+            SendMessageW(shell.Get(), WM_NOTIFY, IDC_EDIT_TABS, reinterpret_cast<LPARAM>(&change));
+        });
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_TABS));
+        u.Press(VK_TAB);
+        EXPECT_TRUE(VisiblePage(u, shell).HasFocus(IDC_REACTIONS_LIST));
         shell.Click(IDCANCEL);
     }));
 }

@@ -77,7 +77,22 @@ protected:
         u.Send(tabs, TCM_GETITEMRECT, static_cast<WPARAM>(page), reinterpret_cast<LPARAM>(&place));
         MapWindowPoints(tabs, nullptr, reinterpret_cast<POINT*>(&place), 2);
         u.ClickAt(MiddleOf(place));
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_TABS));
         return VisiblePage(u, shell);
+    }
+    /// On the test's thread, inside a call that lets messages in: what a user would do with that dialog meanwhile,
+    /// pressing these buttons and then the one of its frame.
+    static void PressMeanwhile(HWND dialog, std::initializer_list<int> buttons) {
+        for (const int button : buttons) {
+            PostMessageW(dialog, WM_COMMAND, static_cast<WPARAM>(button),
+                         reinterpret_cast<LPARAM>(GetDlgItem(dialog, button)));
+        }
+        PostMessageW(dialog, WM_CLOSE, 0, 0);
+        MSG message;
+        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
     }
     static CDrivenWindow VisiblePage(CUser& u, const CDrivenWindow& shell) {
         for (HWND child = GetWindow(shell.Get(), GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {

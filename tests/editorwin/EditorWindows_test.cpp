@@ -154,6 +154,39 @@ TEST_F(EditorWindows, CanBeOpenInTwoThreads) {
     EXPECT_EQ(definition->name.View(), u"Meanwhile");
 }
 
+// Where they open
+
+/// The manager's dialog on a screen that is smaller than it.
+class CCrampedDlg : public CDialog {
+public:
+    CCrampedDlg() : CDialog(IDD_MANAGER) {}
+    bool Run() { return RunModal(nullptr) == IDOK; }
+
+    static constexpr RECT area = {30, 40, 330, 190};
+
+private:
+    void OnInit() override {
+        SetWindowTextW(Window(), L"Cramped");
+        KeepPresentSizeAsSmallest();
+    }
+    RECT WorkArea() const override { return area; }
+};
+
+TEST_F(EditorWindows, OpenWithinTheScreen) {
+    CUser user([](CUser& u) {
+        const CDrivenWindow dialog = u.WaitFor(u"Cramped");
+        RECT place = PlaceOf(dialog.Get());
+        EXPECT_TRUE(EqualRect(&place, &CCrampedDlg::area));
+        dialog.DragCorner(-50, -50);
+        place = PlaceOf(dialog.Get());
+        EXPECT_TRUE(EqualRect(&place, &CCrampedDlg::area));
+        u.Press(VK_RETURN);
+    });
+    CCrampedDlg dialog;
+    EXPECT_TRUE(dialog.Run());
+    user.Finish();
+}
+
 // What the system refuses
 
 /// As long as it lives the module's resources can't be found.

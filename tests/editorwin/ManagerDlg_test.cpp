@@ -215,6 +215,56 @@ TEST_F(ManagerDialog, EditsATemplate) {
     EXPECT_EQ(FromFile(u"b")->reactions[0]->rateEquation, u"7*T");
 }
 
+TEST_F(ManagerDialog, TakesNoButtonWhileTheTemplatesAreReadAfresh) {
+    PutTemplates({u"A"});
+    int boxes = 0;
+    Manage([&](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        for (const int button : {IDC_MANAGER_EDIT, IDC_MANAGER_CREATE}) {
+            u.OnTestThread([&] {
+                Put(userFile, {1, 2, 3}, 1);  // of which a box tells that belongs to no window
+                messages.onNextShow = [&] {
+                    ++boxes;
+                    PressMeanwhile(dialog.Get(), {IDC_MANAGER_CREATE, IDOK});
+                };
+            });
+            dialog.Click(button);
+            const CDrivenWindow shell = u.WaitFor(u"Edit:");
+            EXPECT_EQ(GetWindow(shell.Get(), GW_OWNER), dialog.Get());
+            EXPECT_EQ(u.CountDialogs(), 2);
+            shell.Click(IDCANCEL);
+            shell.WaitUntilGone();
+            u.Settle();
+            EXPECT_EQ(u.CountDialogs(), 1);
+        }
+        EXPECT_FALSE(dialog.IsGone());
+    });
+    EXPECT_EQ(boxes, 2);
+}
+
+/// The rows stand for what was read as the shell opened: of the list and the templates the positions go together.
+TEST_F(ManagerDialog, MeansWhatWasReadAfreshAfterADeleteAndACancelledShell) {
+    PutTemplates({u"A", u"B"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"A"), IDYES);
+        EXPECT_EQ(Listed(dialog), Names{u"B"});
+        dialog.Click(IDC_MANAGER_CREATE);
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        shell.Click(IDCANCEL);
+        shell.WaitUntilGone();
+        EXPECT_EQ(Listed(dialog), Names{u"B"});
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"A"), IDNO);  // which is back, at the first place
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"A"), IDYES);
+        EXPECT_EQ(Listed(dialog), Names{u"B"});
+    });
+    EXPECT_EQ(NamesInFile(), Names{u"B"});
+}
+
 TEST_F(ManagerDialog, DeletesATemplateFromTheFileWhenItCloses) {
     PutTemplates({u"A", u"B", u"C"});
     Manage([this](CUser& u, const CDrivenWindow& dialog) {

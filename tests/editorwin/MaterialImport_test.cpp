@@ -114,6 +114,48 @@ TEST_F(MaterialImportJourney, TakesAnOddChargeForNone) {
     EXPECT_EQ(definition->compounds[2]->charge, 0.0);
 }
 
+/// A simulator may let messages in while it is asked, and the shell is enabled then.
+TEST_F(MaterialImportJourney, EndsNoShellDuringACallOfTheSimulator) {
+    int calls = 0;
+    OnPage(EditPage::Compounds, [&](CUser& u, const CDrivenWindow& page) {
+        const HWND shell = GetParent(page.Get());
+        u.OnTestThread([&] {
+            simulator.log.onCall = [shell, &calls](const std::string&) {
+                ++calls;
+                PressMeanwhile(shell, {IDOK, IDCANCEL});
+            };
+        });
+        page.Click(IDC_COMPOUNDS_ADD);
+        ChooseTemplate(u, 1);
+        const CDrivenWindow compounds = u.WaitFor(materialTitle);
+        EXPECT_EQ(GetWindow(compounds.Get(), GW_OWNER), shell);
+        EXPECT_TRUE(IsWindowVisible(shell));
+        compounds.ClickTick(list, 1);
+        compounds.Click(IDOK);
+        compounds.WaitUntilGone();
+        u.OnTestThread([&] { simulator.log.onCall = nullptr; });
+        EXPECT_EQ(u.CountDialogs(), 1);
+        EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 3);
+    });
+    EXPECT_GT(calls, 2);
+}
+
+TEST_F(MaterialImportJourney, EndsWithTheWindowThatItBelongsTo) {
+    const HWND owner = CreateWindowExW(0, L"STATIC", L"Simulator", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
+                                       nullptr, nullptr, nullptr, nullptr);
+    simulator.log.onCall = [owner](const std::string&) { DestroyWindow(owner); };
+    CUser user([](CUser& u) {
+        const CDrivenWindow page = OpenPage(u, u.WaitFor(u"Edit:"), EditPage::Compounds);
+        page.Click(IDC_COMPOUNDS_ADD);
+        page.WaitUntilGone();
+        EXPECT_EQ(u.CountDialogs(), 0);  // it asks for no template above what is gone
+    });
+    EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition, MakeManagerTemplates));
+    user.Finish();
+    simulator.log.onCall = nullptr;
+    EXPECT_EQ(definition->compounds.size(), 2U);
+}
+
 TEST_F(MaterialImportJourney, GoesOnToTheFileForTheDatabase) {
     EXPECT_EQ(Add([](CUser& u, const CDrivenWindow&) {
                   const CDrivenWindow source = u.WaitFor(sourceTitle);

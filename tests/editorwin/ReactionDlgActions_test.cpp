@@ -113,6 +113,31 @@ TEST_F(ReactionsPage, TakesACoefficientWhenTheUserGoesElsewhere) {
     }));
 }
 
+TEST_F(ReactionsPage, KeepsACoefficientWhenTheDialogIsClosedMeanwhile) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow page = OpenPage(u, shell, EditPage::Reactions);
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+        u.WaitUntil("the field of the coefficient", [&] { return page.IsEditing(IDC_REACTIONS_STOICHIOMETRY); });
+        u.Type(u"-9");
+        u.Press(VK_F4, {VK_MENU});
+        shell.WaitUntilGone();
+    }));
+    EXPECT_EQ(Reaction(0).stoichiometry[0], -2.0);
+}
+
+TEST_F(ReactionsPage, TakesACoefficientForItsReactionWhenTheUserGoesToAnother) {
+    OnReactions([this](CUser& u, const CDrivenWindow& page) {
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+        u.WaitUntil("the field of the coefficient", [&] { return page.IsEditing(IDC_REACTIONS_STOICHIOMETRY); });
+        u.Type(u"-9");
+        page.ClickListItem(IDC_REACTIONS_LIST, 1);
+        EXPECT_FALSE(page.IsEditing(IDC_REACTIONS_STOICHIOMETRY));
+        EXPECT_EQ(Reaction(0).stoichiometry, (std::vector<double>{-9.0, 1.0}));
+        EXPECT_EQ(Reaction(1).stoichiometry, (std::vector<double>{1.0, 1.0}));
+        EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 0, 0), u"1");
+    });
+}
+
 // Reactions
 
 TEST_F(ReactionsPage, CreatesAReaction) {

@@ -365,6 +365,11 @@ TEST_F(MaterialBinding, FailsCleanlyWhateverCallOfTheMaterialFails) {
     }
 }
 
+/// Of a text that may be absent.
+std::u16string_view ViewOf(const char16_t* text) {
+    return text ? text : u"";
+}
+
 /// The binding as it is defined: two passes of two loops each. The text of the failure, or the identifiers.
 std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<const char16_t*> identifiers,
                         const std::vector<const char16_t*>& casNumbers) {
@@ -374,29 +379,31 @@ std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<co
     for (std::size_t i = 0; i < resolved.size(); ++i) {
         const CBstr& wanted = definition.compounds[i]->casNumber;
         std::size_t j = 0;
-        const auto matches = [&](std::size_t k) { return casNumbers[k] && SameText(casNumbers[k], wanted.Get()); };
+        const auto matches = [&](std::size_t k) {
+            return casNumbers[k] && SameText(ViewOf(casNumbers[k]), wanted.View());
+        };
         while (j < count && !(isFree[j] && matches(j))) ++j;
         if (wanted.IsAbsent() || j == count) continue;
         for (std::size_t k = j + 1; k < count; ++k) {
             if (!matches(k)) continue;
             return "CAS number " + Utf8FromUtf16(casNumbers[k]) + " for compound " +
-                   Utf8FromUtf16(TextOf(identifiers[j])) +
+                   Utf8FromUtf16(ViewOf(identifiers[j])) +
                    " is present more than once; unable to determine which compound is which";
         }
-        resolved[i] = "'" + Utf8FromUtf16(TextOf(std::exchange(identifiers[j], nullptr))) + "'";
+        resolved[i] = "'" + Utf8FromUtf16(ViewOf(std::exchange(identifiers[j], nullptr))) + "'";
         isFree[j] = false;
     }
     for (std::size_t i = 0; i < resolved.size(); ++i) {
-        const BSTR wanted = definition.compounds[i]->name.Get();
+        const std::u16string_view wanted = definition.compounds[i]->name.View();
         std::size_t j = 0;
-        while (j < count && !(isFree[j] && SameText(identifiers[j], wanted))) ++j;
+        while (j < count && !(isFree[j] && SameText(ViewOf(identifiers[j]), wanted))) ++j;
         if (!resolved[i].empty() || j == count) continue;
         for (std::size_t k = j + 1; k < count; ++k) {
-            if (!SameText(identifiers[k], identifiers[j])) continue;
-            return "compound ID " + Utf8FromUtf16(TextOf(identifiers[k])) +
+            if (!SameText(ViewOf(identifiers[k]), ViewOf(identifiers[j]))) continue;
+            return "compound ID " + Utf8FromUtf16(ViewOf(identifiers[k])) +
                    " is present more than once; unable to determine which compound is which";
         }
-        resolved[i] = "'" + Utf8FromUtf16(TextOf(std::exchange(identifiers[j], nullptr))) + "'";
+        resolved[i] = "'" + Utf8FromUtf16(ViewOf(std::exchange(identifiers[j], nullptr))) + "'";
         isFree[j] = false;
     }
     std::string ids;

@@ -22,22 +22,27 @@ std::shared_ptr<ReactionPackDefinition> MakeReactions(std::size_t count) {
     return definition;
 }
 
+std::size_t FindIn(CReactionIndex& index, const std::shared_ptr<ReactionPackDefinition>& definition,
+                   std::u16string_view id) {
+    return index.Find(definition, CBstr::Make(id).Get());
+}
+
 TEST(ReactionIndex, FindsEachReactionOfAnyNumber) {
     for (const std::size_t count : {1U, 2U, 8U, 9U, 16U, 17U, 1000U}) {
         const auto definition = MakeReactions(count);
         CReactionIndex index;
         for (std::size_t i = 0; i < count; ++i) {
-            EXPECT_EQ(index.Find(definition, Name(u"R", i).c_str()), i);
-            EXPECT_EQ(index.Find(definition, Name(u"r", i).c_str()), i);  // A to Z folded
+            EXPECT_EQ(FindIn(index, definition, Name(u"R", i)), i);
+            EXPECT_EQ(FindIn(index, definition, Name(u"r", i)), i);  // A to Z folded
         }
-        EXPECT_EQ(index.Find(definition, Name(u"R", count).c_str()), CReactionIndex::none);
-        EXPECT_EQ(index.Find(definition, u"\u00e4"), CReactionIndex::none);
+        EXPECT_EQ(FindIn(index, definition, Name(u"R", count)), CReactionIndex::none);
+        EXPECT_EQ(FindIn(index, definition, u"\u00e4"), CReactionIndex::none);
     }
 }
 
 TEST(ReactionIndex, FindsNothingInADefinitionWithoutReactions) {
     CReactionIndex index;
-    EXPECT_EQ(index.Find(MakeReactions(0), u"R0"), CReactionIndex::none);
+    EXPECT_EQ(FindIn(index, MakeReactions(0), u"R0"), CReactionIndex::none);
 }
 
 TEST(ReactionIndex, TakesTheFirstOfEqualIds) {
@@ -45,9 +50,9 @@ TEST(ReactionIndex, TakesTheFirstOfEqualIds) {
     definition->reactions[7]->id = CBstr::Make(u"r30");
     definition->reactions[20]->id = CBstr::Make(u"R5");
     CReactionIndex index;
-    EXPECT_EQ(index.Find(definition, u"R30"), 7U);
-    EXPECT_EQ(index.Find(definition, u"R5"), 5U);
-    EXPECT_EQ(index.Find(definition, u"R20"), CReactionIndex::none);
+    EXPECT_EQ(FindIn(index, definition, u"R30"), 7U);
+    EXPECT_EQ(FindIn(index, definition, u"R5"), 5U);
+    EXPECT_EQ(FindIn(index, definition, u"R20"), CReactionIndex::none);
 }
 
 TEST(ReactionIndex, TakesAnAbsentIdForAnEmptyOne) {
@@ -55,7 +60,7 @@ TEST(ReactionIndex, TakesAnAbsentIdForAnEmptyOne) {
     definition->reactions[3]->id.Reset();
     definition->reactions[4]->id = CBstr::Make(u"");
     CReactionIndex index;
-    EXPECT_EQ(index.Find(definition, u""), 3U);
+    EXPECT_EQ(FindIn(index, definition, u""), 3U);
     EXPECT_EQ(index.Find(definition, nullptr), 3U);
     definition->reactions[3]->id = CBstr::Make(u"");
     CReactionIndex other;
@@ -67,14 +72,14 @@ TEST(ReactionIndex, KnowsAnotherDefinitionFromTheOneBefore) {
     for (int round = 0; round < 20; ++round) {  // memory is used again
         const auto definition = MakeReactions(30);
         std::swap(definition->reactions[static_cast<std::size_t>(round)], definition->reactions[29]);
-        EXPECT_EQ(index.Find(definition, u"R29"), static_cast<std::size_t>(round));
+        EXPECT_EQ(FindIn(index, definition, u"R29"), static_cast<std::size_t>(round));
     }
 }
 
 TEST(ReactionIndex, IsNotAmongTheUsersOfADefinition) {
     const auto definition = MakeReactions(30);
     CReactionIndex index;
-    index.Find(definition, u"R1");
+    FindIn(index, definition, u"R1");
     EXPECT_EQ(definition.use_count(), 1);
 }
 

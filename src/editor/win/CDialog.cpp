@@ -40,6 +40,28 @@ int HeightToSet(HWND control, int height) {
     return open.bottom - open.top;
 }
 
+/// Whether a report of a control asks for an action, rather than tells what the control shows now.
+bool IsAction(HWND control, int notification) {
+    if (!control) return true;  // a key
+    if (IsOfClass(control, L"Button")) {
+        constexpr LRESULT pushButton = DLGC_DEFPUSHBUTTON | DLGC_UNDEFPUSHBUTTON;
+        return (SendMessageW(control, WM_GETDLGCODE, 0, 0) & pushButton) != 0;
+    }
+    return IsOfClass(control, L"ListBox") && notification == LBN_DBLCLK;
+}
+
+/// As long as it lives, a handler runs.
+class CCount {
+public:
+    explicit CCount(int& counted) : count(counted) { ++count; }
+    ~CCount() { --count; }
+    CCount(const CCount&) = delete;
+    CCount& operator=(const CCount&) = delete;
+
+private:
+    int& count;
+};
+
 /// Needs no memory of ours.
 void TellThereIsNoMemory(HWND window) {
     MessageBoxW(window ? GetAncestor(window, GA_ROOT) : nullptr, L"out of memory", L"Error:", MB_OK | MB_ICONERROR);
@@ -55,14 +77,16 @@ CDialog::~CDialog() {
     DestroyIcons();
 }
 
-bool CDialog::CreateChild(HWND parent) {
-    return CreateDialogParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), parent, Procedure,
+bool CDialog::CreateChild(CDialog& parent) {
+    parentDialog = &parent;
+    return CreateDialogParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), parent.window, Procedure,
                               reinterpret_cast<LPARAM>(this)) != nullptr;
 }
 
 // The system's own answer doesn't count: a dialog that a message to quit has ended gives that of OK.
 INT_PTR CDialog::RunModal(HWND owner) {
     endCode = 0;
+    hasEnded = false;
     DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
                     reinterpret_cast<LPARAM>(this));
     return endCode > 0 ? endCode : notShown;
@@ -70,6 +94,7 @@ INT_PTR CDialog::RunModal(HWND owner) {
 
 void CDialog::End(int code) {
     endCode = code;
+    hasEnded = true;  // before the system hides the dialog, which takes the focus from its fields
     EndDialog(window, code);
 }
 
@@ -83,7 +108,9 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     try {
         return dialog->Handle(message, wParam, lParam);
     } catch (...) {  // nothing here throws but for want of memory
+        const LONG_PTR result = GetWindowLongPtrW(window, DWLP_MSGRESULT);
         TellThereIsNoMemory(window);
+        SetWindowLongPtrW(window, DWLP_MSGRESULT, result);  // not that of what came in meanwhile
         return TRUE;
     }
 }
@@ -105,8 +132,11 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
             return TRUE;
         case WM_CLOSE:
-            OnClose();
+            Close();
             return TRUE;
+        case WM_DESTROY:
+            hasEnded = true;
+            return FALSE;
         case WM_NCDESTROY:
             SetWindowLongPtrW(window, DWLP_USER, 0);
             window = nullptr;
@@ -133,16 +163,23 @@ bool CDialog::Initialise() {
     RECT client = {};
     GetClientRect(window, &client);
     OnSize(client.right, client.bottom);
+    if (parentDialog) return false;  // the keyboard's focus is a matter of the dialog around the page
     return !isFocusSet;
+}
+
+RECT CDialog::WorkArea() const {
+    const HWND owner = GetWindow(window, GW_OWNER);
+    MONITORINFO monitor = {};
+    monitor.cbSize = sizeof monitor;
+    GetMonitorInfoW(MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor);
+    return monitor.rcWork;
 }
 
 /// In the middle of its owner, or of the screen without one, and with its title on the screen in any case.
 void CDialog::CentreOverOwner() {
     const HWND owner = GetWindow(window, GW_OWNER);
-    MONITORINFO monitor = {};
-    monitor.cbSize = sizeof monitor;
-    if (!GetMonitorInfoW(MonitorFromWindow(owner ? owner : window, MONITOR_DEFAULTTONEAREST), &monitor)) return;
-    const RECT& screen = monitor.rcWork;
+    const RECT screen = WorkArea();
+    if (IsRectEmpty(&screen)) return;
     RECT around = screen;
     if (owner && IsWindowVisible(owner) && !IsIconic(owner)) GetWindowRect(owner, &around);
     RECT frame = {};
@@ -155,6 +192,18 @@ void CDialog::CentreOverOwner() {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+/// The dialog around the page, or itself.
+CDialog& CDialog::Root() {
+    CDialog* root = this;
+    while (root->parentDialog) root = root->parentDialog;
+    return *root;
+}
+
+/// Whether what is reported now isn't the user's.
+bool CDialog::IsSilent() {
+    return !isInitialised || silences > 0 || Root().hasEnded;
+}
+
 void CDialog::Command(WPARAM wParam, LPARAM lParam) {
     const auto control = reinterpret_cast<HWND>(lParam);
     // Some systems report a button of a page, pressed by a key, to the window around the page.
@@ -163,12 +212,23 @@ void CDialog::Command(WPARAM wParam, LPARAM lParam) {
         SendMessageW(parent, WM_COMMAND, wParam, lParam);
         return;
     }
-    if (isInitialised && silences == 0) OnCommand(LOWORD(wParam), HIWORD(wParam));
+    int& running = Root().handlers;
+    if (IsSilent() || (running > 0 && IsAction(control, HIWORD(wParam)))) return;
+    const CCount handler(running);
+    OnCommand(LOWORD(wParam), HIWORD(wParam));
+}
+
+void CDialog::Close() {
+    int& running = Root().handlers;
+    if (IsSilent() || running > 0) return;
+    const CCount handler(running);
+    OnClose();
 }
 
 void CDialog::Notify(LPARAM lParam) {
     SetWindowLongPtrW(window, DWLP_MSGRESULT, 0);  // also where memory runs out
-    if (!isInitialised || silences > 0) return;
+    if (IsSilent()) return;
+    const CCount handler(Root().handlers);
     const LRESULT result = OnNotify(*reinterpret_cast<NMHDR*>(lParam));
     if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
 }
@@ -193,7 +253,13 @@ void CDialog::OnSize(int /*width*/, int /*height*/) {}
 void CDialog::KeepPresentSizeAsSmallest() {
     RECT frame = {};
     GetWindowRect(window, &frame);
-    smallest = {frame.right - frame.left, frame.bottom - frame.top};
+    const RECT screen = WorkArea();
+    SIZE size = {frame.right - frame.left, frame.bottom - frame.top};
+    if (!IsRectEmpty(&screen)) {
+        size = {std::min(size.cx, screen.right - screen.left), std::min(size.cy, screen.bottom - screen.top)};
+        SetWindowPos(window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    }
+    smallest = size;
 }
 
 void CDialog::SetIcon(int iconResource) {
@@ -236,10 +302,11 @@ void CDialog::Enable(int control, bool isEnabled) {
     EnableWindow(item, isEnabled);
 }
 
-void CDialog::FocusOn(int control) {
+void CDialog::FocusOn(HWND control) {
+    if (!control) return;
     isFocusSet = true;
     // What the dialog's own keys do, so that the frame of the default button follows.
-    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(Item(control)), TRUE);
+    SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
 void CDialog::FitScrolling(int listBox) const {

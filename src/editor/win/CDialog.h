@@ -15,6 +15,10 @@ namespace reka {
 ///
 /// No exception leaves it. One that a handler throws, for want of memory, ends in a box that tells the user; the dialog
 /// stays open. An object serves one window at a time, on the thread that shows it.
+///
+/// Where a handler calls the simulator, or shows what belongs to no dialog, messages may come in meanwhile. A dialog
+/// takes none of its buttons then, nor those of its pages, until the handler has returned; what is typed and chosen it
+/// takes, so that it shows what is recorded. After its end it takes nothing.
 class CDialog {
 public:
     CDialog(const CDialog&) = delete;
@@ -24,9 +28,12 @@ public:
     /// Null while the dialog isn't open.
     HWND Window() const { return window; }
 
-    /// Makes a child of `parent` that is hidden until it is shown. False, with the reason as the thread's last error,
-    /// if the system refuses. It ends with its parent, or with this object.
-    bool CreateChild(HWND parent);
+    /// Makes a page of `parent` that is hidden until it is shown. False, with the reason as the thread's last error,
+    /// if the system refuses. It ends with its parent, or with this object, which the parent outlives.
+    bool CreateChild(CDialog& parent);
+
+    /// The user, or the dialog itself, has ended it, or the system is about to: nothing can be asked above it any more.
+    bool HasEnded() const { return hasEnded; }
 
 protected:
     explicit CDialog(int dialogTemplate) : templateId(dialogTemplate) {}
@@ -51,8 +58,10 @@ protected:
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
 
-    /// From now on the window can't be dragged to a size below the present one.
+    /// From now on the window can't be dragged to a size below the present one, which is cut to the work area first.
     void KeepPresentSizeAsSmallest();
+    /// The part of the screen that the dialog opens in.
+    virtual RECT WorkArea() const;
     /// Sets the large and the small icon of the frame.
     void SetIcon(int iconResource);
 
@@ -66,7 +75,8 @@ protected:
     void Enable(int control, bool isEnabled);
     void Show(int control, bool isShown) { ShowWindow(Item(control), isShown ? SW_SHOWNA : SW_HIDE); }
     /// Gives the control the keyboard's focus; from `OnInit`, that is where the dialog begins.
-    void FocusOn(int control);
+    void FocusOn(int control) { FocusOn(Item(control)); }
+    void FocusOn(HWND control);  // also one of a page; null for none
     /// Lets a list box scroll to the end of its longest item; after each change of its items.
     void FitScrolling(int listBox) const;
     void Place(int control, const ControlPlace& place);
@@ -95,7 +105,10 @@ private:
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool Initialise();
     void CentreOverOwner();
+    CDialog& Root();
+    bool IsSilent();
     void Command(WPARAM wParam, LPARAM lParam);
+    void Close();
     void Notify(LPARAM lParam);
     void Size(WPARAM kind, LPARAM size);
     void DestroyIcons();
@@ -104,9 +117,12 @@ private:
     HWND window = nullptr;
     HICON largeIcon = nullptr;
     HICON smallIcon = nullptr;
-    SIZE smallest = {};  // of the window with its frame
+    SIZE smallest = {};               // of the window with its frame
+    CDialog* parentDialog = nullptr;  // of a page
     int endCode = 0;
     int silences = 0;
+    int handlers = 0;  // now running, of the dialog or its pages
+    bool hasEnded = false;
     bool isInitialised = false;
     bool isFocusSet = false;
 };

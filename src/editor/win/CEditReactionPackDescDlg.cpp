@@ -22,6 +22,11 @@ void UseBackgroundOfTabs(HWND page) {
     if (enable) enable(page, pageOfTabs);
 }
 
+bool IsFocusIn(const CDialog& page) {
+    const HWND focus = GetFocus();
+    return focus && page.Window() && IsChild(page.Window(), focus);
+}
+
 }  // namespace
 
 CEditReactionPackDescDlg::CEditReactionPackDescDlg(CEditShell& editShell, const ReactionPackDefinition& edited)
@@ -40,6 +45,7 @@ void CEditReactionPackDescDlg::OnInit() {
     for (CDialog* const page : pages) CreatePage(*page);
     KeepPresentSizeAsSmallest();
     ShowSelectedPage();
+    FocusOn(general.NameField());
 }
 
 void CEditReactionPackDescDlg::AddTabs() {
@@ -55,7 +61,7 @@ void CEditReactionPackDescDlg::AddTabs() {
 
 // A page that the system refuses leaves its tab without content.
 void CEditReactionPackDescDlg::CreatePage(CDialog& page) {
-    if (!page.CreateChild(Window())) return;
+    if (!page.CreateChild(*this)) return;
     SetWindowPos(page.Window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
     UseBackgroundOfTabs(page.Window());
 }
@@ -66,15 +72,16 @@ void CEditReactionPackDescDlg::ShowSelectedPage() {
     const auto shown = static_cast<std::int32_t>(PageOfTab(selected));
     if (shown != selected) SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(shown), 0);
     for (std::int32_t tab = 0; tab < 3; ++tab) {
-        if (tab != shown) ShowWindow(pages[tab]->Window(), SW_HIDE);
+        if (tab == shown) continue;
+        if (IsFocusIn(*pages[tab])) FocusOn(tabs);  // a click on a tab alone leaves the keyboard in the page
+        ShowWindow(pages[tab]->Window(), SW_HIDE);
     }
     ShowWindow(pages[shown]->Window(), SW_SHOWNA);
 }
 
 bool CEditReactionPackDescDlg::IsFocusInPage() const {
-    const HWND focus = GetFocus();
     for (const CDialog* const page : pages) {
-        if (focus && page->Window() && IsChild(page->Window(), focus)) return true;
+        if (IsFocusIn(*page)) return true;
     }
     return false;
 }

@@ -33,6 +33,8 @@ public:
     COpenDialog& operator=(const COpenDialog&) = delete;
 
     HWND Window() const { return dialog.Window(); }
+    /// Also by the system.
+    bool HasEnded() const { return dialog.HasEnded() || !dialog.Window(); }
     const COpenDialog* Below() const { return below; }
 
 private:
@@ -50,6 +52,7 @@ HWND CEditorWindows::Owner() const {
 
 template <class Dialog>
 bool CEditorWindows::Run(Dialog& dialog) {
+    if (topmost && topmost->HasEnded()) return false;
     const HWND owner = Owner();
     const COpenDialog open(*this, dialog);
     return dialog.Run(owner);

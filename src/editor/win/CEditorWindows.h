@@ -10,11 +10,12 @@
 namespace reka {
 
 /// The dialogs of one editing, from the call of the simulator to its end. Each belongs to the topmost one that is open,
-/// and the first to the window that is handed in, null for none. Where the system refuses a dialog it counts as
-/// cancelled. May throw std::bad_alloc.
+/// and the first to the window that is handed in, null for none. Where the system refuses a dialog, or the one
+/// below has ended meanwhile, it counts as cancelled. May throw std::bad_alloc.
 ///
 /// As long as this lives the floating point settings are ours: a simulator may trap on what pages compute and on what
-/// the system's drawing does.
+/// the system's drawing does. So they are for the simulator's own windows too, to which a dialog passes on their
+/// messages: to change them for each message would put the system's drawing under the simulator's again.
 class CEditorWindows final : public IEditorUi {
 public:
     explicit CEditorWindows(HWND simulatorWindow) : firstOwner(simulatorWindow) {}

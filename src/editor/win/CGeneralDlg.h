@@ -4,6 +4,7 @@
 
 #include "editor/GeneralPage.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/resource.h"
 
 namespace reka {
 
@@ -14,6 +15,9 @@ public:
 
     /// What the page shows now.
     GeneralPageFields Fields() const;
+
+    /// Where the editing begins; null where the system has refused the page.
+    HWND NameField() const { return Window() ? Item(IDC_GENERAL_NAME) : nullptr; }
 
 protected:
     void OnInit() override;
