@@ -15,6 +15,9 @@ namespace reka {
 
 namespace {
 
+/// Reported by the page itself; above the numbers of the system.
+constexpr int phaseIsSettled = 0x7000;
+
 HICON LoadSmallIcon(int resource) {
     return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
@@ -154,12 +157,12 @@ void CReactionDlg::SetReactionControlsEnabled(const ReactionPageEnabled& enabled
 void CReactionDlg::SelectBasis() {
     const HWND bases = Item(IDC_REACTIONS_BASIS);
     const auto wanted = static_cast<LRESULT>(page.SelectedReaction()->equilibriumBasis);
-    const auto count = static_cast<int>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
-    for (int item = 0; item < count; ++item) {
-        if (SendMessageW(bases, CB_GETITEMDATA, static_cast<WPARAM>(item), 0) == wanted) {
-            SendMessageW(bases, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
-        }
+    const auto count = static_cast<WPARAM>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
+    auto selected = static_cast<WPARAM>(-1);  // for a number that is none of theirs
+    for (WPARAM item = 0; item < count; ++item) {
+        if (SendMessageW(bases, CB_GETITEMDATA, item, 0) == wanted) selected = item;
     }
+    SendMessageW(bases, CB_SETCURSEL, selected, 0);
 }
 
 void CReactionDlg::UpdateEquilibriumUnit() {
@@ -210,6 +213,8 @@ void CReactionDlg::OnCommand(int control, int notification) {
             if (notification == CBN_EDITCHANGE) page.SetPhase(Text(IDC_REACTIONS_PHASE));
             // The second one alone where the item was the chosen one before other text was typed.
             if (notification == CBN_SELCHANGE || notification == CBN_SELENDOK) ChoosePhase();
+            if (notification == CBN_CLOSEUP) PostPhaseIsSettled();
+            if (notification == phaseIsSettled) TakeSettledPhase();
             break;
         default:
             if (notification == BN_CLICKED) Clicked(control);
@@ -284,6 +289,19 @@ void CReactionDlg::ChooseBasis() {
 void CReactionDlg::ChoosePhase() {
     const LRESULT item = SendMessageW(Item(IDC_REACTIONS_PHASE), CB_GETCURSEL, 0, 0);
     if (item >= 0) page.SetPhase(phaseTexts[item]);
+}
+
+/// The list completes what was typed when it opens, without a word, and its end is reported before the field is
+/// settled.
+void CReactionDlg::PostPhaseIsSettled() {
+    PostMessageW(Window(), WM_COMMAND, MAKEWPARAM(IDC_REACTIONS_PHASE, phaseIsSettled),
+                 reinterpret_cast<LPARAM>(Item(IDC_REACTIONS_PHASE)));
+}
+
+void CReactionDlg::TakeSettledPhase() {
+    const ReactionDefinition* const reaction = page.SelectedReaction();
+    const std::u16string shown = Text(IDC_REACTIONS_PHASE);
+    if (reaction && reaction->phase.View() != shown) page.SetPhase(shown);
 }
 
 LRESULT CReactionDlg::OnNotify(NMHDR& header) {

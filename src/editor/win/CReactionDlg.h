@@ -37,10 +37,11 @@ private:
 
     void Clicked(int control);
     void TextChanged(int control);
-    void SelectionChanged(int control);
     void SelectReaction();
     void ChooseBasis();
     void ChoosePhase();
+    void PostPhaseIsSettled();
+    void TakeSettledPhase();
     void EditSelectedCoefficient();
     void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
 
