@@ -256,5 +256,25 @@ TEST_F(ReactionsPage, ShowsWhatItsSmallButtonsDo) {
     });
 }
 
+TEST_F(ReactionsPage, MakesRoomForLongUnits) {
+    Reaction(1).stoichiometry = {-0.123456, 2.654321};
+    Reaction(1).equilibriumBasis = EquilibriumBasis::Concentration;
+    OnReactions([](CUser& u, const CDrivenWindow& page) {
+        const auto width = [&](int control) {
+            const RECT place = PlaceOf(page.Item(control));
+            return place.right - place.left;
+        };
+        ShellOf(u, page).DragCorner(200, 0);
+        const LONG usual = width(IDC_REACTIONS_RATE_UNIT);
+        page.ClickListItem(IDC_REACTIONS_LIST, 1);
+        page.TakePicture("106-long-unit");
+        EXPECT_GT(width(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), usual);
+        EXPECT_EQ(PlaceOf(page.Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT)).right,
+                  PlaceOf(page.Item(IDC_REACTIONS_HEADING)).right);
+        page.ClickListItem(IDC_REACTIONS_LIST, 0);
+        EXPECT_EQ(width(IDC_REACTIONS_RATE_UNIT), usual);
+    });
+}
+
 }  // namespace
 }  // namespace reka::test

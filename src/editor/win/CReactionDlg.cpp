@@ -32,6 +32,17 @@ void EnableControlsOfReaction(HWND page, bool isEnabled) {
     }
 }
 
+int WidthOfText(HWND control, const std::u16string& text) {
+    const HDC device = GetDC(control);
+    if (!device) return 0;
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, WideText(text), static_cast<int>(text.size()), &size);
+    SelectObject(device, before);
+    ReleaseDC(control, device);
+    return size.cx;
+}
+
 }  // namespace
 
 CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS), page(reactionPage) {}
@@ -46,6 +57,7 @@ void CReactionDlg::OnInit() {
     const ControlPlace group = PlaceOf(IDC_REACTIONS_PROPERTIES_GROUP);
     const ControlPlace heading = PlaceOf(IDC_REACTIONS_HEADING);
     inset = {heading.left - group.left, heading.top - group.top};
+    unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
     SetButtonIcons();
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     list.UseWholeRows();
@@ -170,6 +182,20 @@ void CReactionDlg::UpdateEquilibriumUnit() {
     if (!reaction) return;
     SetText(IDC_REACTIONS_RATE_UNIT, RateUnit(*reaction));
     SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, EquilibriumUnit(*reaction));
+    MakeRoomForUnits();
+}
+
+void CReactionDlg::MakeRoomForUnits() {
+    const int rate = WidthOfText(Item(IDC_REACTIONS_RATE_UNIT), Text(IDC_REACTIONS_RATE_UNIT));
+    const int equilibrium =
+        WidthOfText(Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT));
+    const int needed = rate > equilibrium ? rate : equilibrium;
+    if (needed == unitText) return;
+    unitText = needed;
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    OnSize(client.right, client.bottom);
+    InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void CReactionDlg::Take(PageChange change) {
@@ -343,7 +369,8 @@ void CReactionDlg::OnSize(int width, int height) {
     sizes.field = SizeOf(IDC_REACTIONS_RATE);
     sizes.choice = SizeOf(IDC_REACTIONS_PHASE);
     sizes.button = SizeOf(IDC_REACTIONS_EDIT_RATE);
-    sizes.unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
+    sizes.unit = unit;
+    sizes.unitText = unitText;
     const ReactionPageLayout layout = LayOutReactionPage({width, height}, sizes, Dpi());
     const std::pair<int, const ControlPlace&> places[] = {
         {IDC_REACTIONS_LIST_LABEL, layout.listLabel},

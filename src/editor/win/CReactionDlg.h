@@ -32,6 +32,7 @@ private:
     void FillStoichiometry(const ReactionPageContent& content);
     void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);
     void UpdateEquilibriumUnit();
+    void MakeRoomForUnits();
     void SelectBasis();
     void Take(PageChange change);
 
@@ -47,6 +48,8 @@ private:
 
     CReactionPage& page;
     ControlSize inset;  // of the group box, as the template has it
+    ControlSize unit;   // as the template has it
+    int unitText = 0;   // the width of the widest unit
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
 };
