@@ -38,6 +38,7 @@ struct RowColumns {
     int fieldLeft;
     int buttonLeft;
     int unitLeft;
+    int unitRight;
 };
 
 ExpressionRowPlaces PlaceExpression(const CRowsFromBottom& rows, const RowColumns& columns,
@@ -46,7 +47,7 @@ ExpressionRowPlaces PlaceExpression(const CRowsFromBottom& rows, const RowColumn
     row.label = rows.Centre(columns.labelLeft, columns.labelLeft + sizes.label.width, sizes.label.height);
     row.field = rows.Centre(columns.fieldLeft, fieldRight, sizes.field.height);
     row.edit = rows.Centre(columns.buttonLeft, columns.buttonLeft + sizes.button.width, sizes.button.height);
-    row.unit = rows.Centre(columns.unitLeft, columns.unitLeft + sizes.unit.width, sizes.unit.height);
+    row.unit = rows.Centre(columns.unitLeft, columns.unitRight, sizes.unit.height);
     return row;
 }
 
@@ -101,7 +102,8 @@ ReactionPageLayout LayOutReactionPage(const ControlSize& page, const ReactionPag
     RowColumns columns = {};
     columns.labelLeft = left;
     columns.fieldLeft = left + sizes.label.width + space;
-    columns.unitLeft = right - sizes.unit.width;
+    columns.unitRight = right;
+    columns.unitLeft = right - std::max(sizes.unit.width, std::min(sizes.unitText, (right - left) / 4));
     columns.buttonLeft = columns.unitLeft - edge - sizes.button.width;
     const int fieldRight = columns.buttonLeft - space;
 

@@ -37,6 +37,7 @@ struct ReactionPageSizes {
     ControlSize choice;  // a list to choose from, closed; only the height counts
     ControlSize button;  // a small one behind a field
     ControlSize unit;
+    int unitText = 0;  // what the widest unit takes; the column of the units grows with it, to a quarter of the rows
 };
 
 /// An expression with what stands beside it in its row, from left to right.

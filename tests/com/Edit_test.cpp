@@ -12,39 +12,61 @@
 namespace host {
 namespace {
 
-/// What somebody else sees of the edit shell, which is then closed by its frame.
+/// What somebody else sees of a dialog, which is then closed by its frame.
 struct Seen {
-    LRESULT tabs = 0;
+    int controls = 0;
     int pages = 0;
+    LRESULT tabs = 0;
     LRESULT icon = 0;
 };
 
-BOOL CALLBACK TakeShell(HWND window, LPARAM found) {
+struct Search {
+    const wchar_t* title;
+    HWND found;
+};
+
+BOOL CALLBACK TakeDialog(HWND window, LPARAM data) {
+    auto& search = *reinterpret_cast<Search*>(data);
     wchar_t title[50] = {};
     GetWindowTextW(window, title, 50);
-    if (IsWindowVisible(window) && lstrcmpW(title, L"Edit:") == 0) *reinterpret_cast<HWND*>(found) = window;
+    if (IsWindowVisible(window) && lstrcmpW(title, search.title) == 0) search.found = window;
     return TRUE;
 }
 
-HWND FindShell(DWORD thread) {
-    HWND found = nullptr;
-    EnumThreadWindows(thread, TakeShell, reinterpret_cast<LPARAM>(&found));
-    return found;
+HWND FindDialog(DWORD thread, const wchar_t* title) {
+    Search search = {title, nullptr};
+    EnumThreadWindows(thread, TakeDialog, reinterpret_cast<LPARAM>(&search));
+    return search.found;
 }
 
-Seen LookAndClose(DWORD thread, const std::atomic<bool>& isOver) {
+Seen LookAndClose(DWORD thread, const wchar_t* title, const std::atomic<bool>& isOver) {
     Seen seen;
-    HWND shell = nullptr;
-    while (!isOver && !(shell = FindShell(thread))) Sleep(20);
-    if (!shell) return seen;
-    seen.tabs = SendMessageW(GetDlgItem(shell, 201), TCM_GETITEMCOUNT, 0, 0);
-    seen.icon = SendMessageW(shell, WM_GETICON, ICON_BIG, 0);
-    for (HWND child = GetWindow(shell, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    HWND dialog = nullptr;
+    while (!isOver && !(dialog = FindDialog(thread, title))) Sleep(20);
+    if (!dialog) return seen;
+    const HWND tabs = GetDlgItem(dialog, 201);
+    seen.tabs = tabs ? SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0) : 0;
+    seen.icon = SendMessageW(dialog, WM_GETICON, ICON_BIG, 0);
+    for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         wchar_t name[20] = {};
         GetClassNameW(child, name, 20);
+        ++seen.controls;
         if (lstrcmpW(name, L"#32770") == 0) ++seen.pages;
     }
-    PostMessageW(shell, WM_CLOSE, 0, 0);
+    PostMessageW(dialog, WM_CLOSE, 0, 0);
+    return seen;
+}
+
+/// `Edit` of the object while somebody looks at the dialog of that title.
+Seen Edit(reka::ICapeUtilities& object, const wchar_t* title, HRESULT expected) {
+    Seen seen;
+    std::atomic<bool> isOver = false;
+    const DWORD thread = GetCurrentThreadId();
+    std::thread user([&] { seen = LookAndClose(thread, title, isOver); });
+    const HRESULT result = object.Edit();
+    isOver = true;
+    user.join();
+    EXPECT_EQ(result, expected);
     return seen;
 }
 
@@ -56,18 +78,21 @@ TEST(Edit, OpensTheEditorOfAPackage) {
     ASSERT_EQ(maker->NewPropertyPackage(made.Receive()), S_OK);
     const auto package = made.As<reka::ICapeUtilities>();
     for (int round = 0; round < 2; ++round) {
-        Seen seen;
-        std::atomic<bool> isOver = false;
-        const DWORD thread = GetCurrentThreadId();
-        std::thread user([&] { seen = LookAndClose(thread, isOver); });
-        const HRESULT result = package->Edit();
-        isOver = true;
-        user.join();
-        EXPECT_EQ(result, S_FALSE);
+        const Seen seen = Edit(*package.Get(), L"Edit:", S_FALSE);
         EXPECT_EQ(seen.tabs, 3);
         EXPECT_EQ(seen.pages, 3);
         EXPECT_NE(seen.icon, 0);
     }
+}
+
+TEST(Edit, OpensTheDialogOfTheManager) {
+    const CApartment apartment;
+    const auto manager = MakeManager<reka::ICapeUtilities>();
+    ASSERT_TRUE(manager);
+    const Seen seen = Edit(*manager.Get(), L"REKA Reaction Numerics:", S_OK);
+    EXPECT_EQ(seen.controls, 5);
+    EXPECT_EQ(seen.pages, 0);
+    EXPECT_NE(seen.icon, 0);
 }
 
 }  // namespace

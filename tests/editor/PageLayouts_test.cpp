@@ -35,6 +35,22 @@ ReactionPageSizes Sizes() {
     return sizes;
 }
 
+TEST(ReactionPageLayout, GivesLongUnitsUpToAQuarterOfTheRows) {
+    const auto widthOfUnits = [](int pageWidth, int text) {
+        ReactionPageSizes sizes = Sizes();
+        sizes.unitText = text;
+        const ReactionPageLayout layout = LayOutReactionPage({pageWidth, 400}, sizes);
+        EXPECT_EQ(layout.rate.unit.right, layout.heading.right);
+        EXPECT_EQ(layout.rate.edit.right + 5, layout.rate.unit.left);
+        EXPECT_EQ(layout.basis.choice.right, layout.rate.edit.right);
+        return layout.rate.unit.right - layout.rate.unit.left;
+    };
+    EXPECT_EQ(widthOfUnits(1000, 40), 100);
+    EXPECT_EQ(widthOfUnits(1000, 150), 150);
+    EXPECT_EQ(widthOfUnits(1000, 5000), (1000 - 115 - 2 * 9) / 4);
+    EXPECT_EQ(widthOfUnits(500, 5000), 100);
+}
+
 TEST(ReactionPageLayout, KeepsTheButtonsUnderTheListAtTheBottom) {
     const ReactionPageLayout layout = LayOutReactionPage({600, 400}, Sizes());
     EXPECT_EQ(layout.erase, (ControlPlace{5, 372, 105, 395}));

@@ -221,6 +221,23 @@ TEST_F(CompoundsPage, TakesTheNameWhenTheUserGoesElsewhere) {
     }));
 }
 
+TEST_F(CompoundsPage, KeepsTheNameWhenTheDialogIsClosedMeanwhile) {
+    for (const char16_t* const name : {u"Left", u"sECOND"}) {
+        EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+            const CDrivenWindow page = OpenPage(u, shell, EditPage::Compounds);
+            page.ClickCell(IDC_COMPOUNDS_LIST, 0);
+            u.Press(VK_F2);
+            u.WaitUntil("the field of the name", [&] { return page.IsEditing(IDC_COMPOUNDS_LIST); });
+            u.Type(name);
+            EXPECT_TRUE(page.IsEditing(IDC_COMPOUNDS_LIST));
+            u.Press(VK_F4, {VK_MENU});
+            shell.WaitUntilGone();
+            EXPECT_EQ(u.CountDialogs(), 0);
+        }));
+        EXPECT_EQ(NameOf(0), u"First");
+    }
+}
+
 TEST_F(CompoundsPage, TakesLongNames) {
     const std::u16string longName(3000, u'n');
     OnPage(EditPage::Compounds, [&](CUser& u, const CDrivenWindow& page) {
@@ -261,6 +278,20 @@ TEST_F(CompoundsPage, AddsNothingAfterCancel) {
         add.WaitUntilGone();
         EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 2);
     });
+}
+
+TEST_F(CompoundsPage, RefreshesTheReactionsAfterCancelToo) {
+    PutPcdFile(u"U:/mine.pcd", "water");
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        const std::u16string stale = u"stale";
+        u.Send(shell.Item(IDC_REACTIONS_HEADING), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(stale.c_str()));
+        OpenPage(u, shell, EditPage::Compounds).Click(IDC_COMPOUNDS_ADD);
+        const CDrivenWindow add = u.WaitFor(addTitle);
+        add.Click(IDCANCEL);
+        add.WaitUntilGone();
+        EXPECT_EQ(OpenPage(u, shell, EditPage::Reactions).Text(IDC_REACTIONS_HEADING), u"R1");
+        shell.Click(IDCANCEL);
+    }));
 }
 
 TEST_F(CompoundsPage, FallsBackOnTheDefaultFile) {

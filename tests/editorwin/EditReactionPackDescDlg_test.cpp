@@ -4,6 +4,8 @@
 
 #include "ControlTable.h"
 #include "EditorFixture.h"
+#include "Icons.h"
+#include "capeopen/win/resource.h"
 
 namespace reka::test {
 namespace {
@@ -36,8 +38,8 @@ TEST_F(EditShellDialog, HasItsControls) {
             EXPECT_EQ(std::u16string(reinterpret_cast<const char16_t*>(item.pszText)), labels[tab]);
         }
         EXPECT_EQ(u.Send(tabs, TCM_GETCURSEL), 0);
-        EXPECT_NE(u.Send(shell.Get(), WM_GETICON, ICON_BIG), 0);
-        EXPECT_NE(u.Send(shell.Get(), WM_GETICON, ICON_SMALL), 0);
+        ExpectIcon(u.Send(shell.Get(), WM_GETICON, ICON_BIG), IDI_COMPONENT, SM_CXICON);
+        ExpectIcon(u.Send(shell.Get(), WM_GETICON, ICON_SMALL), IDI_COMPONENT, SM_CXSMICON);
         EXPECT_TRUE(VisiblePage(u, shell).HasFocus(IDC_GENERAL_NAME));
         shell.Click(IDCANCEL);
     }));

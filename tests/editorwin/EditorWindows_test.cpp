@@ -154,6 +154,35 @@ TEST_F(EditorWindows, CanBeOpenInTwoThreads) {
     EXPECT_EQ(definition->name.View(), u"Meanwhile");
 }
 
+/// The simulator's window is destroyed while a dialog above the shell is open, or a cell is edited.
+TEST_F(EditorWindows, EndWithTheWindowThatTheyBelongTo) {
+    for (const bool isCell : {false, true}) {
+        const HWND owner = CreateWindowExW(0, L"STATIC", L"Simulator", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 200, 100,
+                                           nullptr, nullptr, nullptr, nullptr);
+        CUser user([&](CUser& u) {
+            const CDrivenWindow shell = u.WaitFor(u"Edit:");
+            if (isCell) {
+                const CDrivenWindow page = OpenPage(u, shell, EditPage::Compounds);
+                page.ClickCell(IDC_COMPOUNDS_LIST, 0);
+                u.Press(VK_F2);
+                u.WaitUntil("the field of the name", [&] { return page.IsEditing(IDC_COMPOUNDS_LIST); });
+                u.Type(u"sECOND");  // which would be refused in a box
+            } else {
+                OpenPage(u, shell, EditPage::Reactions).Click(IDC_REACTIONS_EDIT_RATE);
+                u.WaitFor(u"Edit formula:");
+                u.Type(u"5");
+            }
+            u.OnTestThread([owner] { DestroyWindow(owner); });
+            shell.WaitUntilGone();
+            u.WaitUntil("the end of all windows", [&] { return u.CountDialogs() == 0; });
+        });
+        EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition, MakeManagerTemplates));
+        user.Finish();
+    }
+    EXPECT_EQ(definition->compounds[0]->name.View(), u"First");
+    EXPECT_EQ(definition->reactions[0]->rateEquation, u"2*T");
+}
+
 // Where they open
 
 /// The manager's dialog on a screen that is smaller than it.

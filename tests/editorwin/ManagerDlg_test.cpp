@@ -6,7 +6,9 @@
 
 #include "ControlTable.h"
 #include "EditorFixture.h"
+#include "Icons.h"
 #include "capeopen/CapeOpenInterfaces.h"
+#include "capeopen/win/resource.h"
 #include "manager/CreateReactionPackManager.h"
 
 namespace reka::test {
@@ -71,8 +73,8 @@ TEST_F(ManagerDialog, HasItsControls) {
                        {IDOK, u"Button", u"&Close", BS_DEFPUSHBUTTON | WS_TABSTOP}});
         EXPECT_EQ(Listed(dialog), (Names{u"B", u"A"}));
         EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), -1);
-        EXPECT_NE(u.Send(dialog.Get(), WM_GETICON, ICON_BIG), 0);
-        EXPECT_NE(u.Send(dialog.Get(), WM_GETICON, ICON_SMALL), 0);
+        ExpectIcon(u.Send(dialog.Get(), WM_GETICON, ICON_BIG), IDI_COMPONENT, SM_CXICON);
+        ExpectIcon(u.Send(dialog.Get(), WM_GETICON, ICON_SMALL), IDI_COMPONENT, SM_CXSMICON);
         dialog.TakePicture("107");
     });
 }
@@ -112,6 +114,17 @@ TEST_F(ManagerDialog, OffersCreateAndCloseAloneWithoutTemplates) {
         dialog.TakePicture("107-empty");
     });
     EXPECT_TRUE(IsFileWritten());
+}
+
+TEST_F(ManagerDialog, ShowsNoTemplateOfADamagedFile) {
+    Put(systemFile, FileOf({u"System"}), 50);
+    Put(userFile, {1, 2, 3}, 100);
+    Manage([](CUser&, const CDrivenWindow& dialog) {
+        EXPECT_EQ(dialog.ListCount(IDC_MANAGER_LIST), 0);
+        EXPECT_FALSE(dialog.IsEnabled(IDC_MANAGER_EDIT));
+    });
+    EXPECT_EQ(messages.shown.size(), 1U);
+    EXPECT_EQ(NamesInFile(), Names{});
 }
 
 TEST_F(ManagerDialog, ScrollsToTheEndOfLongNames) {

@@ -3,7 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "ControlTable.h"
+#include "Icons.h"
 #include "ReactionsPage.h"
+#include "capeopen/win/resource.h"
 
 namespace reka::test {
 namespace {
@@ -209,6 +211,68 @@ TEST_F(ReactionsPage, ShowsTheUnitOfTheChosenBasis) {
             EXPECT_EQ(page.Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), sorted[item].unit) << item;
         }
         EXPECT_EQ(Reaction(0).equilibriumBasis, EquilibriumBasis::Molarity);
+    });
+}
+
+TEST_F(ReactionsPage, ShowsNoBasisForANumberThatIsNone) {
+    Reaction(0).equilibriumBasis = static_cast<EquilibriumBasis>(9);
+    OnReactions([this](CUser&, const CDrivenWindow& page) {
+        page.ClickListItem(IDC_REACTIONS_LIST, 1);
+        EXPECT_EQ(page.Text(IDC_REACTIONS_BASIS), u"Fugacity");
+        page.ClickListItem(IDC_REACTIONS_LIST, 0);
+        EXPECT_EQ(page.ListSelection(IDC_REACTIONS_BASIS), -1);
+        EXPECT_EQ(page.Text(IDC_REACTIONS_BASIS), u"");
+        EXPECT_EQ(Reaction(0).equilibriumBasis, static_cast<EquilibriumBasis>(9));
+    });
+}
+
+/// To open the list completes what was typed.
+TEST_F(ReactionsPage, RecordsThePhaseThatTheFieldShowsAfterItsListWasOpen) {
+    OnReactions([this](CUser& u, const CDrivenWindow& page) {
+        for (const WORD key : {WORD{VK_UP}, WORD{VK_F4}}) {
+            page.Fill(IDC_REACTIONS_PHASE, u"So");
+            EXPECT_EQ(Reaction(0).phase.View(), u"So");
+            u.Press(VK_DOWN, {VK_MENU});
+            if (key == VK_UP) u.Press(VK_UP, {VK_MENU});
+            if (key == VK_F4) u.Press(VK_F4);
+            EXPECT_EQ(u.Send(page.Item(IDC_REACTIONS_PHASE), CB_GETDROPPEDSTATE), 0);
+            EXPECT_EQ(Reaction(0).phase.View(), page.Text(IDC_REACTIONS_PHASE));
+        }
+        u.Press(VK_DOWN, {VK_MENU});
+        u.Press(VK_ESCAPE);
+        EXPECT_EQ(Reaction(0).phase.View(), page.Text(IDC_REACTIONS_PHASE));
+    });
+}
+
+TEST_F(ReactionsPage, ShowsWhatItsSmallButtonsDo) {
+    OnReactions([](CUser& u, const CDrivenWindow& page) {
+        const std::pair<int, int> icons[] = {{IDC_REACTIONS_RATE_WIZARD, IDI_RATE_WIZARD},
+                                             {IDC_REACTIONS_EDIT_RATE, IDI_EDIT_EXPRESSION},
+                                             {IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, IDI_EDIT_EXPRESSION},
+                                             {IDC_REACTIONS_EDIT_HEAT, IDI_EDIT_EXPRESSION}};
+        for (const auto& [button, icon] : icons) {
+            ExpectIcon(u.Send(page.Item(button), BM_GETIMAGE, IMAGE_ICON), icon, SM_CXSMICON);
+        }
+    });
+}
+
+TEST_F(ReactionsPage, MakesRoomForLongUnits) {
+    Reaction(1).stoichiometry = {-0.123456, 2.654321};
+    Reaction(1).equilibriumBasis = EquilibriumBasis::Concentration;
+    OnReactions([](CUser& u, const CDrivenWindow& page) {
+        const auto width = [&](int control) {
+            const RECT place = PlaceOf(page.Item(control));
+            return place.right - place.left;
+        };
+        ShellOf(u, page).DragCorner(200, 0);
+        const LONG usual = width(IDC_REACTIONS_RATE_UNIT);
+        page.ClickListItem(IDC_REACTIONS_LIST, 1);
+        page.TakePicture("106-long-unit");
+        EXPECT_GT(width(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), usual);
+        EXPECT_EQ(PlaceOf(page.Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT)).right,
+                  PlaceOf(page.Item(IDC_REACTIONS_HEADING)).right);
+        page.ClickListItem(IDC_REACTIONS_LIST, 0);
+        EXPECT_EQ(width(IDC_REACTIONS_RATE_UNIT), usual);
     });
 }
 

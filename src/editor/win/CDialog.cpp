@@ -87,6 +87,7 @@ bool CDialog::CreateChild(CDialog& parent) {
 INT_PTR CDialog::RunModal(HWND owner) {
     endCode = 0;
     hasEnded = false;
+    isHiding = false;
     DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
                     reinterpret_cast<LPARAM>(this));
     return endCode > 0 ? endCode : notShown;
@@ -118,7 +119,8 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
 INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
-            return Initialise() ? TRUE : FALSE;
+            // where the keyboard begins is a matter of the dialog around a page
+            return Initialise() && !parentDialog ? TRUE : FALSE;
         case WM_COMMAND:
             Command(wParam, lParam);
             return TRUE;
@@ -134,6 +136,9 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_CLOSE:
             Close();
             return TRUE;
+        case WM_WINDOWPOSCHANGING:
+            NoteHiding(reinterpret_cast<const WINDOWPOS*>(lParam)->flags);
+            return FALSE;
         case WM_DESTROY:
             hasEnded = true;
             return FALSE;
@@ -142,6 +147,8 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             window = nullptr;
             isInitialised = false;
             DestroyIcons();
+            // A loop that waits for messages finds only at the next one that its window is gone.
+            if (!parentDialog) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
             return FALSE;
         default:
             return FALSE;
@@ -163,7 +170,6 @@ bool CDialog::Initialise() {
     RECT client = {};
     GetClientRect(window, &client);
     OnSize(client.right, client.bottom);
-    if (parentDialog) return false;  // the keyboard's focus is a matter of the dialog around the page
     return !isFocusSet;
 }
 
@@ -201,7 +207,14 @@ CDialog& CDialog::Root() {
 
 /// Whether what is reported now isn't the user's.
 bool CDialog::IsSilent() {
-    return !isInitialised || silences > 0 || Root().hasEnded;
+    const CDialog& root = Root();
+    return !isInitialised || silences > 0 || root.hasEnded || root.isHiding;
+}
+
+/// The system hides a window before it destroys it, which takes the focus from its fields.
+void CDialog::NoteHiding(UINT flags) {
+    if (flags & SWP_HIDEWINDOW) isHiding = true;
+    if (flags & SWP_SHOWWINDOW) isHiding = false;
 }
 
 void CDialog::Command(WPARAM wParam, LPARAM lParam) {
@@ -220,7 +233,7 @@ void CDialog::Command(WPARAM wParam, LPARAM lParam) {
 
 void CDialog::Close() {
     int& running = Root().handlers;
-    if (IsSilent() || running > 0) return;
+    if (Root().hasEnded || running > 0) return;
     const CCount handler(running);
     OnClose();
 }

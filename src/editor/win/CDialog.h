@@ -107,6 +107,7 @@ private:
     void CentreOverOwner();
     CDialog& Root();
     bool IsSilent();
+    void NoteHiding(UINT flags);
     void Command(WPARAM wParam, LPARAM lParam);
     void Close();
     void Notify(LPARAM lParam);
@@ -123,6 +124,7 @@ private:
     int silences = 0;
     int handlers = 0;  // now running, of the dialog or its pages
     bool hasEnded = false;
+    bool isHiding = false;
     bool isInitialised = false;
     bool isFocusSet = false;
 };

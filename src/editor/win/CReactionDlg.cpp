@@ -15,6 +15,9 @@ namespace reka {
 
 namespace {
 
+/// Reported by the page itself; above the numbers of the system.
+constexpr int phaseIsSettled = 0x7000;
+
 HICON LoadSmallIcon(int resource) {
     return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
@@ -27,6 +30,17 @@ void EnableControlsOfReaction(HWND page, bool isEnabled) {
         const int number = GetDlgCtrlID(control);
         if (number != IDC_REACTIONS_LIST && number != IDC_REACTIONS_CREATE) EnableWindow(control, isEnabled);
     }
+}
+
+int WidthOfText(HWND control, const std::u16string& text) {
+    const HDC device = GetDC(control);
+    if (!device) return 0;
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, WideText(text), static_cast<int>(text.size()), &size);
+    SelectObject(device, before);
+    ReleaseDC(control, device);
+    return size.cx;
 }
 
 }  // namespace
@@ -43,6 +57,7 @@ void CReactionDlg::OnInit() {
     const ControlPlace group = PlaceOf(IDC_REACTIONS_PROPERTIES_GROUP);
     const ControlPlace heading = PlaceOf(IDC_REACTIONS_HEADING);
     inset = {heading.left - group.left, heading.top - group.top};
+    unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
     SetButtonIcons();
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     list.UseWholeRows();
@@ -154,12 +169,12 @@ void CReactionDlg::SetReactionControlsEnabled(const ReactionPageEnabled& enabled
 void CReactionDlg::SelectBasis() {
     const HWND bases = Item(IDC_REACTIONS_BASIS);
     const auto wanted = static_cast<LRESULT>(page.SelectedReaction()->equilibriumBasis);
-    const auto count = static_cast<int>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
-    for (int item = 0; item < count; ++item) {
-        if (SendMessageW(bases, CB_GETITEMDATA, static_cast<WPARAM>(item), 0) == wanted) {
-            SendMessageW(bases, CB_SETCURSEL, static_cast<WPARAM>(item), 0);
-        }
+    const auto count = static_cast<WPARAM>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
+    auto selected = static_cast<WPARAM>(-1);  // for a number that is none of theirs
+    for (WPARAM item = 0; item < count; ++item) {
+        if (SendMessageW(bases, CB_GETITEMDATA, item, 0) == wanted) selected = item;
     }
+    SendMessageW(bases, CB_SETCURSEL, selected, 0);
 }
 
 void CReactionDlg::UpdateEquilibriumUnit() {
@@ -167,6 +182,20 @@ void CReactionDlg::UpdateEquilibriumUnit() {
     if (!reaction) return;
     SetText(IDC_REACTIONS_RATE_UNIT, RateUnit(*reaction));
     SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, EquilibriumUnit(*reaction));
+    MakeRoomForUnits();
+}
+
+void CReactionDlg::MakeRoomForUnits() {
+    const int rate = WidthOfText(Item(IDC_REACTIONS_RATE_UNIT), Text(IDC_REACTIONS_RATE_UNIT));
+    const int equilibrium =
+        WidthOfText(Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT));
+    const int needed = rate > equilibrium ? rate : equilibrium;
+    if (needed == unitText) return;
+    unitText = needed;
+    RECT client = {};
+    GetClientRect(Window(), &client);
+    OnSize(client.right, client.bottom);
+    InvalidateRect(Window(), nullptr, TRUE);
 }
 
 void CReactionDlg::Take(PageChange change) {
@@ -210,6 +239,8 @@ void CReactionDlg::OnCommand(int control, int notification) {
             if (notification == CBN_EDITCHANGE) page.SetPhase(Text(IDC_REACTIONS_PHASE));
             // The second one alone where the item was the chosen one before other text was typed.
             if (notification == CBN_SELCHANGE || notification == CBN_SELENDOK) ChoosePhase();
+            if (notification == CBN_CLOSEUP) PostPhaseIsSettled();
+            if (notification == phaseIsSettled) TakeSettledPhase();
             break;
         default:
             if (notification == BN_CLICKED) Clicked(control);
@@ -286,6 +317,19 @@ void CReactionDlg::ChoosePhase() {
     if (item >= 0) page.SetPhase(phaseTexts[item]);
 }
 
+/// The list completes what was typed when it opens, without a word, and its end is reported before the field is
+/// settled.
+void CReactionDlg::PostPhaseIsSettled() {
+    PostMessageW(Window(), WM_COMMAND, MAKEWPARAM(IDC_REACTIONS_PHASE, phaseIsSettled),
+                 reinterpret_cast<LPARAM>(Item(IDC_REACTIONS_PHASE)));
+}
+
+void CReactionDlg::TakeSettledPhase() {
+    const ReactionDefinition* const reaction = page.SelectedReaction();
+    const std::u16string shown = Text(IDC_REACTIONS_PHASE);
+    if (reaction && reaction->phase.View() != shown) page.SetPhase(shown);
+}
+
 LRESULT CReactionDlg::OnNotify(NMHDR& header) {
     if (header.idFrom != IDC_REACTIONS_STOICHIOMETRY) return 0;
     const CListView list(header.hwndFrom);
@@ -328,7 +372,8 @@ void CReactionDlg::OnSize(int width, int height) {
     sizes.field = SizeOf(IDC_REACTIONS_RATE);
     sizes.choice = SizeOf(IDC_REACTIONS_PHASE);
     sizes.button = SizeOf(IDC_REACTIONS_EDIT_RATE);
-    sizes.unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
+    sizes.unit = unit;
+    sizes.unitText = unitText;
     const ReactionPageLayout layout = LayOutReactionPage({width, height}, sizes, Dpi());
     const std::pair<int, const ControlPlace&> places[] = {
         {IDC_REACTIONS_LIST_LABEL, layout.listLabel},

@@ -32,20 +32,24 @@ private:
     void FillStoichiometry(const ReactionPageContent& content);
     void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);
     void UpdateEquilibriumUnit();
+    void MakeRoomForUnits();
     void SelectBasis();
     void Take(PageChange change);
 
     void Clicked(int control);
     void TextChanged(int control);
-    void SelectionChanged(int control);
     void SelectReaction();
     void ChooseBasis();
     void ChoosePhase();
+    void PostPhaseIsSettled();
+    void TakeSettledPhase();
     void EditSelectedCoefficient();
     void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
 
     CReactionPage& page;
     ControlSize inset;  // of the group box, as the template has it
+    ControlSize unit;   // as the template has it
+    int unitText = 0;   // the width of the widest unit
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
     bool isCellTaken = false;  // or refused: the editing of a cell ends once

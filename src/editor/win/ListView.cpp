@@ -119,9 +119,19 @@ bool IsEditKey(const NMHDR& header) {
     return header.code == LVN_KEYDOWN && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2;
 }
 
-std::u16string_view EditedText(const NMHDR& header) {
-    const wchar_t* const text = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
-    return text ? std::u16string_view(reinterpret_cast<const char16_t*>(text)) : std::u16string_view();
+// Some systems report a copy that they have cut, while the field is still there; others report all of it, and have
+// forgotten the field.
+std::u16string EditedText(const NMHDR& header) {
+    const wchar_t* const reported = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
+    if (!reported) return {};
+    const auto field = reinterpret_cast<HWND>(SendMessageW(header.hwndFrom, LVM_GETEDITCONTROL, 0, 0));
+    std::u16string text(reinterpret_cast<const char16_t*>(reported));
+    if (!field) return text;
+    const int length = GetWindowTextLengthW(field);
+    std::u16string typed(static_cast<std::size_t>(length) + 1, u'\0');
+    const int copied = GetWindowTextW(field, reinterpret_cast<wchar_t*>(typed.data()), length + 1);
+    typed.resize(static_cast<std::size_t>(copied));
+    return typed.size() > text.size() ? typed : text;
 }
 
 std::size_t EditedRow(const NMHDR& header) {

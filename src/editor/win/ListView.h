@@ -5,7 +5,6 @@
 #include <cstddef>
 #include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <windows.h>
@@ -62,8 +61,9 @@ private:
 /// The key on which a list starts to edit its selected row was pressed.
 bool IsEditKey(const NMHDR& header);
 
-/// What was typed in the cell, for the report that its editing has ended; nothing for one that was cancelled.
-std::u16string_view EditedText(const NMHDR& header);
+/// What was typed in the cell, of any length, for the report that its editing has ended; nothing for one that was
+/// cancelled.
+std::u16string EditedText(const NMHDR& header);
 /// The row of a report that editing has begun or ended.
 std::size_t EditedRow(const NMHDR& header);
 
