@@ -13,8 +13,7 @@ namespace reka {
 namespace {
 
 // A simulator may trap on what pages compute and on what the system's drawing does: while a dialog is open the settings
-// are ours. So they are for the simulator's own windows too, to which the dialog passes on their messages: to change
-// them for each message would put the system's drawing under the simulator's again.
+// are ours.
 class CWindowsEditor final : public IEditor {
 public:
     bool EditPackage(ReactionPackDefinition& definition) noexcept override {
