@@ -309,12 +309,25 @@ void CUser::Answer(const ExpectedBox& expected, int button) {
     WaitUntil("the end of the message box", [&] { return !IsWindow(box) || !IsWindowVisible(box); });
 }
 
+/// Keys go to the window in the foreground, which another program's window may have taken, such as the desktop's as it
+/// starts.
+void CUser::BringForward() {
+    const HWND top = TopDialog();
+    if (!top || GetForegroundWindow() == top) return;
+    SetForegroundWindow(top);
+    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(2);
+    while (GetForegroundWindow() != top && std::chrono::steady_clock::now() < end) Sleep(10);
+    Settle();
+}
+
 void CUser::Press(WORD key, std::initializer_list<WORD> held) {
+    BringForward();
     Put(Holding(held, {KeyInput(key, 0), KeyInput(key, KEYEVENTF_KEYUP)}));
     Settle();
 }
 
 void CUser::Type(std::u16string_view text) {
+    BringForward();
     constexpr std::size_t atOnce = 100;  // a queue of messages has an end
     for (std::size_t start = 0; start < text.size(); start += atOnce) {
         std::vector<INPUT> inputs;

@@ -81,6 +81,7 @@ public:
     [[noreturn]] void GiveUp(const std::string& why);
 
 private:
+    void BringForward();
     void Run();
     void CloseEverything();
     HWND FindDialog(const std::u16string& title) const;
