@@ -1,5 +1,6 @@
-// Writes the steps of a tree. Which operand of a node is computed first makes no difference to a value, and of a failure
-// the walk over the nodes tells; so a leaf or a term waits until its node is computed, on either side of an operator.
+// Writes the steps of a tree. Which operand of a node is computed first makes no difference to a value, and of a
+// failure the walk over the nodes tells; so a leaf or a term waits until its node is computed, on either side of an
+// operator.
 
 #include "expression/ExpressionProgram.h"
 
