@@ -34,17 +34,10 @@ double PowerOfTwo(int exponent) {
     return std::bit_cast<double>(static_cast<std::uint64_t>(exponent + 1023) << 52);
 }
 
-}  // namespace
+constexpr double rounder = 0x1.8p52;  // added and taken away again, it leaves the nearest whole number
 
-ScaledNumber ExponentialOf(DoubleDouble x) {
-    constexpr double stepsPerUnit = 0x1.71547652b82fep+7;  // 128 / log(2)
-    // log(2) / 128 in two parts; the first has 28 bits, so that its product with n is without error.
-    constexpr double stepUpper = 0x1.62e42ffp-8;
-    constexpr double stepLower = -0x1.718432a1b0e26p-42;
-    constexpr double rounder = 0x1.8p52;  // added and taken away again, it leaves the nearest whole number
-
-    const double n = (x.high * stepsPerUnit + rounder) - rounder;
-    const double r = (x.high - n * stepUpper) + (x.low - n * stepLower);
+// 2^(n / 128) * exp(r).
+ScaledNumber Compose(double n, double r) {
     const double square = r * r;
     const double farTerms = (1.0 / 24 + r * (1.0 / 120)) + square * (1.0 / 720);
     const double series = r + square * ((1.0 / 2 + r * (1.0 / 6)) + square * farTerms);
@@ -52,6 +45,27 @@ ScaledNumber ExponentialOf(DoubleDouble x) {
     const int step = static_cast<int>(n);
     const DoubleDouble& power = powersOfTwo[static_cast<std::size_t>(step & (stepCount - 1))];
     return {FastTwoSum(power.high, power.low + power.high * series), step >> 7};
+}
+
+}  // namespace
+
+ScaledNumber ExponentialOf(DoubleDouble x) {
+    constexpr double stepsPerUnit = 0x1.71547652b82fep+7;  // 128 / log(2)
+    // log(2) / 128 in two parts; the first has 28 bits, so that its product with n is without error.
+    constexpr double stepUpper = 0x1.62e42ffp-8;
+    constexpr double stepLower = -0x1.718432a1b0e26p-42;
+    const double n = (x.high * stepsPerUnit + rounder) - rounder;
+    return Compose(n, (x.high - n * stepUpper) + (x.low - n * stepLower));
+}
+
+ScaledNumber PowerOfTenOf(double x) {
+    constexpr double stepsPerUnit = 0x1.a934f0979a371p+8;  // 128 * log2(10)
+    // log10(2) / 128 in two parts, as above.
+    constexpr double stepUpper = 0x1.344135p-9;
+    constexpr double stepLower = 0x1.3ef3fde623e25p-38;
+    constexpr double logOfTen = 0x1.26bb1bbb55516p+1;
+    const double n = (x * stepsPerUnit + rounder) - rounder;
+    return Compose(n, ((x - n * stepUpper) - n * stepLower) * logOfTen);
 }
 
 double RoundScaled(const ScaledNumber& number) {

@@ -15,6 +15,9 @@ struct ScaledNumber {
 /// e to the power of `x`, which lies between -2000 and 2000, to about 2^-61 of its value.
 ScaledNumber ExponentialOf(DoubleDouble x);
 
+/// 10 to the power of `x`, which lies between -600 and 600, to about 2^-61 of its value.
+ScaledNumber PowerOfTenOf(double x);
+
 /// `number` as a double: 0, subnormal or infinite where the exponent, between -3000 and 3000, leads there.
 double RoundScaled(const ScaledNumber& number);
 

@@ -102,18 +102,16 @@ double Log(double x) {
     return Round(LogarithmOf(x));
 }
 
+double Exp10(double x) {
+    if (!(std::fabs(x) <= 300.0)) return Pow(10.0, x);
+    return RoundScaled(PowerOfTenOf(x));
+}
+
 double Log10(double x) {
     if (x == 0.0) return -infinity;
     if (x < 0.0) return notANumber;
     if (!std::isfinite(x)) return x;
-    // The factor in two parts, of which the first has 26 bits, as have the upper digits of the logarithm: their product
-    // is without error, and all others are far smaller.
-    constexpr double factorUpper = 0x1.bcb7b18p-2;
-    constexpr double factorLower = constants::inverseLogOfTen.high - factorUpper + constants::inverseLogOfTen.low;
-    const DoubleDouble logarithm = LogarithmOf(x);
-    const double upper = UpperDigits(logarithm.high);
-    const double lower = (logarithm.high - upper) + logarithm.low;
-    return upper * factorUpper + (upper * factorLower + lower * constants::inverseLogOfTen.high);
+    return DecimalLogarithmOf(x);
 }
 
 double Pow(double base, double exponent) {
@@ -125,12 +123,6 @@ double Pow(double base, double exponent) {
     if (!IsWhole(exponent)) return notANumber;
     const double magnitude = PowerOfPositive(-base, exponent);
     return IsOdd(exponent) ? -magnitude : magnitude;
-}
-
-double PowOfLogarithm(DoubleDouble logarithm, double base, double exponent) {
-    if constexpr (hasGoodExponentials) return std::pow(base, exponent);
-    if (!(std::fabs(exponent * logarithm.high) <= 700.0)) return Pow(base, exponent);
-    return RoundScaled(ExponentialOf(logarithm * exponent));
 }
 
 double Sinh(double x) {

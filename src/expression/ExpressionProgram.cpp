@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "expression/Logarithm.h"
 #include "expression/NodeOperation.h"
 #include "expression/ProgramTerms.h"
 #include "expression/WalkStack.h"
@@ -176,7 +175,7 @@ private:
         return step;
     }
 
-    /// A power that has a step of its own: with one of the exponents 2, 3 and 0.5, or of a constant.
+    /// A power that has a step of its own: with one of the exponents 2, 3 and 0.5, or of 10.
     bool WritePower(const ExpressionNode& node, bool isPushing) {
         if (node.kind != NodeKind::Power) return false;
         const ExpressionNode& base = Left(node);
@@ -188,13 +187,8 @@ private:
             Compute(base, isPushing);
             return true;
         }
-        const bool isOfConstant =
-            base.kind == NodeKind::RealConstant && base.value > 1e-300 && base.value < 1e300 && base.value != 1.0;
-        if (!isOfConstant) return false;
-        const DoubleDouble logarithm = LogarithmOf(base.value);
-        ProgramStep step = StepOf(ProgramCode::PowerOfConstant, node.kind);
-        for (const double constant : {logarithm.high, logarithm.low, base.value}) AddConstant(step, constant);
-        Append(step);
+        if (!IsConstant(base, 10.0)) return false;
+        Append(StepOf(ProgramCode::PowerOfTen, node.kind));
         Compute(exponent, isPushing);
         return true;
     }

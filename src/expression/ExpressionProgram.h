@@ -37,36 +37,36 @@ namespace reka {
     SUM(LongSum)        /* o0 + o1 * o2 + o3 * o4 */
 
 /// What else a step does: with the running value `a`, with operands, and with the value `p` that was put aside last.
-#define REKA_PROGRAM_OPERATIONS(OPERATION)                                          \
-    OPERATION(AddTwoProducts)     /* a + o0 * o1 + o2 * o3 */                       \
-    OPERATION(AddThreeProducts)   /* a + o0 * o1 + o2 * o3 + o4 * o5 */             \
-    OPERATION(AddUnequalProducts) /* a + o0 * o1 * o2 + o3 * o4 */                  \
-    OPERATION(SubtractFrom)       /* o0 - a */                                      \
-    OPERATION(Multiply)           /* a * o0 */                                      \
-    OPERATION(MultiplyTwice)      /* a * o0 * o1 */                                 \
-    OPERATION(Divide)             /* a / o0 */                                      \
-    OPERATION(DivideInto)         /* o0 / a */                                      \
-    OPERATION(Power)              /* a ^ o0 */                                      \
-    OPERATION(PowerOf)            /* o0 ^ a */                                      \
-    OPERATION(PowerOfConstant)    /* o2 ^ a, o0 and o1 being the logarithm of o2 */ \
-    OPERATION(AddPopped)          /* p + a */                                       \
-    OPERATION(SubtractPopped)     /* p - a */                                       \
-    OPERATION(MultiplyPopped)     /* p * a */                                       \
-    OPERATION(DividePopped)       /* p / a */                                       \
-    OPERATION(DivideBySquare)     /* p / a ^ 2 */                                   \
-    OPERATION(DivideByCube)       /* p / a ^ 3 */                                   \
-    OPERATION(DivideBySumSquare)  /* a / (o0 + o1 * o2 + o3 * o4) ^ 2 */            \
-    OPERATION(PowerPopped)        /* p ^ a */                                       \
-    OPERATION(FunctionPopped)     /* of p and a, of the kind `kind` */              \
-    OPERATION(Negate)             /* -a */                                          \
-    OPERATION(Square)             /* a ^ 2 */                                       \
-    OPERATION(Cube)               /* a ^ 3 */                                       \
-    OPERATION(PowerOfHalf)        /* a ^ 0.5 */                                     \
-    OPERATION(SquareRoot)                                                           \
-    OPERATION(Exponential)                                                          \
-    OPERATION(Logarithm)                                                            \
-    OPERATION(DecimalLogarithm)                                                     \
-    OPERATION(Function) /* of a, of the kind `kind` */                              \
+#define REKA_PROGRAM_OPERATIONS(OPERATION)                               \
+    OPERATION(AddTwoProducts)     /* a + o0 * o1 + o2 * o3 */            \
+    OPERATION(AddThreeProducts)   /* a + o0 * o1 + o2 * o3 + o4 * o5 */  \
+    OPERATION(AddUnequalProducts) /* a + o0 * o1 * o2 + o3 * o4 */       \
+    OPERATION(SubtractFrom)       /* o0 - a */                           \
+    OPERATION(Multiply)           /* a * o0 */                           \
+    OPERATION(MultiplyTwice)      /* a * o0 * o1 */                      \
+    OPERATION(Divide)             /* a / o0 */                           \
+    OPERATION(DivideInto)         /* o0 / a */                           \
+    OPERATION(Power)              /* a ^ o0 */                           \
+    OPERATION(PowerOf)            /* o0 ^ a */                           \
+    OPERATION(PowerOfTen)         /* 10 ^ a */                           \
+    OPERATION(AddPopped)          /* p + a */                            \
+    OPERATION(SubtractPopped)     /* p - a */                            \
+    OPERATION(MultiplyPopped)     /* p * a */                            \
+    OPERATION(DividePopped)       /* p / a */                            \
+    OPERATION(DivideBySquare)     /* p / a ^ 2 */                        \
+    OPERATION(DivideByCube)       /* p / a ^ 3 */                        \
+    OPERATION(DivideBySumSquare)  /* a / (o0 + o1 * o2 + o3 * o4) ^ 2 */ \
+    OPERATION(PowerPopped)        /* p ^ a */                            \
+    OPERATION(FunctionPopped)     /* of p and a, of the kind `kind` */   \
+    OPERATION(Negate)             /* -a */                               \
+    OPERATION(Square)             /* a ^ 2 */                            \
+    OPERATION(Cube)               /* a ^ 3 */                            \
+    OPERATION(PowerOfHalf)        /* a ^ 0.5 */                          \
+    OPERATION(SquareRoot)                                                \
+    OPERATION(Exponential)                                               \
+    OPERATION(Logarithm)                                                 \
+    OPERATION(DecimalLogarithm)                                          \
+    OPERATION(Function) /* of a, of the kind `kind` */                   \
     OPERATION(End)
 
 /// A term becomes the running value, or it does so after that was put aside, or it is added to it or subtracted.
@@ -120,12 +120,9 @@ public:
     /// Room for all values that are put aside at one time, for the one evaluation that may run at a time.
     double* ValueStack() const { return valueStack.get(); }
 
-    /// What the last run was bound to, for the next one to find its operands at once. The addresses tell all: those of
-    /// the constants stay, and those of the working values follow from the definition, its block and the size of that.
+    /// What the last run was bound to, for the next one to find its operands at once.
     struct Binding {
-        const void* definition = nullptr;
-        const double* workValues = nullptr;
-        std::size_t workArraySize = 0;
+        std::uint64_t workStamp = 0;         // of the definition
         std::unique_ptr<BoundStep[]> steps;  // one for each of `Steps`
     } binding;
 

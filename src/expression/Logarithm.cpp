@@ -15,9 +15,10 @@ namespace reka {
 namespace {
 
 struct Factor {
-    double factor;           // close to 1/m, of 10 bits
-    DoubleDouble logarithm;  // -log(factor), less log(2) for the upper half of the table
-    int exponent;            // 1 for the upper half, which counts m as 2 * (m/2)
+    double factor;                  // close to 1/m, of 10 bits
+    DoubleDouble logarithm;         // -log(factor), less log(2) for the upper half of the table
+    DoubleDouble decimalLogarithm;  // the same to the base 10
+    int exponent;                   // 1 for the upper half, which counts m as 2 * (m/2)
 };
 
 constexpr int factorCount = 128;
@@ -41,7 +42,9 @@ constexpr std::array<Factor, factorCount> MakeFactors() {
         if (i == 0) factor = 1.0;
         if (i == factorCount - 1) factor = 0.5;
         const double nearOne = isUpper ? 2.0 * factor : factor;
-        factors[static_cast<std::size_t>(i)] = {factor, -LogarithmBySeries(nearOne), isUpper ? 1 : 0};
+        const DoubleDouble logarithm = -LogarithmBySeries(nearOne);
+        factors[static_cast<std::size_t>(i)] = {factor, logarithm, logarithm * constants::inverseLogOfTen,
+                                                isUpper ? 1 : 0};
     }
     return factors;
 }
@@ -60,9 +63,15 @@ double SeriesFromTheCube(double r) {
     return r * square * (nearTerms + square * square * farTerms);
 }
 
-}  // namespace
+// x = 2^exponent / c * (1 + rest + smallRest), where c is the entry's factor, or half of it in the upper half.
+struct Parts {
+    int exponent;
+    const Factor& factor;
+    double rest;       // of at most 28 bits, up to 1/128
+    double smallRest;  // up to 2^-26
+};
 
-DoubleDouble LogarithmOf(double x) {
+inline Parts Split(double x) {
     int exponent = 0;
     if (x < 0x1p-1022) {  // subnormal
         x *= 0x1p54;
@@ -76,8 +85,12 @@ DoubleDouble LogarithmOf(double x) {
     // m in two halves, so that their products with the factor are without error.
     const double m = std::bit_cast<double>(mantissa | bitsOfOne);
     const double upper = UpperDigits(m);
-    const DoubleDouble r = TwoSum(upper * factor.factor - 1.0, (m - upper) * factor.factor);
+    return {exponent, factor, upper * factor.factor - 1.0, (m - upper) * factor.factor};
+}
 
+DoubleDouble JoinLogarithm(const Parts& parts) {
+    const auto& [exponent, factor, rest, smallRest] = parts;
+    const DoubleDouble r = TwoSum(rest, smallRest);
     const double rUpper = UpperDigits(r.high);
     const DoubleDouble square = {rUpper * rUpper, (r.high - rUpper) * (r.high + rUpper)};
     const DoubleDouble series = FastTwoSum(r.high, -0.5 * square.high);
@@ -92,6 +105,37 @@ DoubleDouble LogarithmOf(double x) {
     const DoubleDouble sum = FastTwoSum(whole.high, series.high);
     const double low = (exponent * logOfTwoLower + factor.logarithm.low) + whole.low + sum.low + seriesLow;
     return FastTwoSum(sum.high, low);
+}
+
+}  // namespace
+
+DoubleDouble LogarithmOf(double x) {
+    return JoinLogarithm(Split(x));
+}
+
+double DecimalLogarithmOf(double x) {
+    // 1 / log(10) in two parts. The first has 25 bits: its product with the rest is without error, as is that with the
+    // upper digits of a logarithm, and all others are far smaller.
+    constexpr double factorUpper = 0x1.bcb7b1p-2;
+    constexpr double factorLower = constants::inverseLogOfTen.high - factorUpper + constants::inverseLogOfTen.low;
+    const Parts parts = Split(x);
+    if (parts.exponent == 0) {  // near 1, where the result may be as small as the rest
+        const DoubleDouble logarithm = JoinLogarithm(parts);
+        const double upper = UpperDigits(logarithm.high);
+        const double lower = (logarithm.high - upper) + logarithm.low;
+        return upper * factorUpper + (upper * factorLower + lower * constants::inverseLogOfTen.high);
+    }
+    const double r = parts.rest + parts.smallRest;
+    const double series = r * r * -0.5 + SeriesFromTheCube(r);
+    // log10(2) to 42 bits.
+    constexpr double logOfTwoUpper = 0x1.34413509f78p-2;
+    constexpr double logOfTwoLower = 0x1.fef311f12b358p-46;
+    const DoubleDouble& ofFactor = parts.factor.decimalLogarithm;
+    const DoubleDouble whole = FastTwoSum(parts.exponent * logOfTwoUpper, ofFactor.high);
+    const DoubleDouble sum = FastTwoSum(whole.high, parts.rest * factorUpper);
+    const double small = (parts.exponent * logOfTwoLower + ofFactor.low) + whole.low + sum.low;
+    return sum.high +
+           (small + (parts.rest * factorLower + (parts.smallRest + series) * constants::inverseLogOfTen.high));
 }
 
 }  // namespace reka

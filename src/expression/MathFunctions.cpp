@@ -1,17 +1,10 @@
-// The functions of the language that every runtime computes without error, or, for the square root, rounds correctly.
+// The functions of the language that every runtime computes without error.
 
 #include "expression/MathFunctions.h"
-
-#include <emmintrin.h>
 
 #include <cmath>
 
 namespace reka::math {
-
-double Sqrt(double x) {
-    // The processor's own: a runtime may take the detour over the x87 unit, which rounds twice.
-    return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(x)));
-}
 
 double Floor(double x) {
     return std::floor(x);

@@ -3,15 +3,19 @@
 
 #pragma once
 
-#include "expression/DoubleDouble.h"
+#include <emmintrin.h>
 
 namespace reka::math {
 
-double Sqrt(double x);
+/// The processor's own: a runtime may take the detour over the x87 unit, which rounds twice.
+inline double Sqrt(double x) {
+    return _mm_cvtsd_f64(_mm_sqrt_sd(_mm_setzero_pd(), _mm_set_sd(x)));
+}
+
 double Pow(double base, double exponent);
-/// The same for a base above 0 whose natural logarithm is known to more than a double.
-double PowOfLogarithm(DoubleDouble logarithm, double base, double exponent);
 double Exp(double x);
+/// 10 to the power of `x`, at the cost of an exponential.
+double Exp10(double x);
 double Log(double x);
 double Log10(double x);
 double Sin(double x);

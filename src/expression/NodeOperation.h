@@ -31,12 +31,7 @@ constexpr std::int32_t OperandCount(NodeKind kind) {
 /// Why an operator or function is refused for the operands `a` and `b`; null if it isn't.
 const char16_t* FindRefusal(NodeKind kind, double a, double b);
 
-/// Whether an exponent has a power of its own, which needs no logarithm: 2, 3 and 0.5.
-constexpr bool IsSimpleExponent(double exponent) {
-    return exponent == 2.0 || exponent == 3.0 || exponent == 0.5;
-}
-
-/// The value of the operator ^.
+/// The value of the operator ^. The exponents 2, 3 and 0.5 and the base 10 have powers of their own.
 double RaiseTo(double base, double exponent);
 
 /// The value of an operator or function for the operands `a` and `b`, of which a kind with one operand reads the first

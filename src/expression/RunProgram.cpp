@@ -8,6 +8,7 @@
 #include <cstdint>
 
 #include "RuntimeMath.h"
+#include "expression/BindProgram.h"
 #include "expression/MathFunctions.h"
 #include "expression/NodeOperation.h"
 
@@ -24,57 +25,6 @@ inline double ExpOf(double x) {
 /// The power 0.5, which has no sign for a zero.
 inline double RootOf(double x) {
     return math::Sqrt(x + 0.0);
-}
-
-/// A power of a constant with that logarithm.
-inline double RaiseConstant(DoubleDouble logarithm, double base, double exponent) {
-    const bool mayBeSimple =
-        std::bit_cast<std::uint64_t>(exponent) << 16 == 0;  // few digits: a test that costs nothing
-    if (mayBeSimple && IsSimpleExponent(exponent)) return RaiseTo(base, exponent);
-    if constexpr (hasGoodExponentials) return std::pow(base, exponent);
-    return math::PowOfLogarithm(logarithm, base, exponent);
-}
-
-/// Whether the program can run on the working values of a definition.
-bool IsRunnable(const CExpressionProgram& program, const ReactionPackDefinition& definition) {
-    return !program.Steps().empty() && program.CompoundCount() <= definition.workArraySize &&
-           (program.CompoundCount() == 0 || definition.molarity);
-}
-
-/// Binds a program to the working values of a definition. `handlers` are those of the codes, or null for a run that
-/// goes by the codes. False if the program can't run on them.
-bool Bind(CExpressionProgram& program, const ReactionPackDefinition& definition, const void* const* handlers) noexcept {
-    if (!IsRunnable(program, definition)) return false;
-    // By `OperandPlace`.
-    const double* const places[] = {program.Constants(),          &definition.temperature,   &definition.pressure,
-                                    definition.molarity.get(),    definition.activity.get(), definition.fugacity.get(),
-                                    definition.moleFraction.get()};
-    static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
-    BoundStep* bound = program.binding.steps.get();
-    for (const ProgramStep& step : program.Steps()) {
-        if (handlers) {
-            bound->handler = handlers[static_cast<std::size_t>(step.code)];
-        } else {
-            bound->code = step.code;
-        }
-        if (step.operandCount == 0) {
-            bound->kind = step.kind;
-        } else {
-            for (std::size_t i = 0; i < step.operandCount; ++i) {
-                bound->operands[i] = places[static_cast<std::size_t>(step.places[i])] + step.indices[i];
-            }
-        }
-        ++bound;
-    }
-    program.binding.definition = &definition;
-    program.binding.workValues = definition.molarity.get();
-    program.binding.workArraySize = definition.workArraySize;
-    return true;
-}
-
-bool IsBound(const CExpressionProgram& program, const ReactionPackDefinition& definition) {
-    return program.binding.definition == &definition && program.binding.workValues == definition.molarity.get() &&
-           program.binding.workArraySize == definition.workArraySize;
 }
 
 }  // namespace
@@ -127,7 +77,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackD
 #else
     constexpr const void* const* labels = nullptr;
 #endif
-    if (!IsBound(program, definition) && !Bind(program, definition, labels)) [[unlikely]]
+    if (program.binding.workStamp != definition.WorkStamp() && !BindProgram(program, definition, labels)) [[unlikely]]
         return false;
     double* top = program.ValueStack();
     const BoundStep* step = program.binding.steps.get();
@@ -176,7 +126,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackD
             CODE(DivideInto, , a == 0, OPERAND(0) / a)
             CODE(Power, , a < 0, RaiseTo(a, OPERAND(0)))
             CODE(PowerOf, , OPERAND(0) < 0, RaiseTo(OPERAND(0), a))
-            CODE(PowerOfConstant, , false, RaiseConstant({OPERAND(0), OPERAND(1)}, OPERAND(2), a))
+            CODE(PowerOfTen, , false, math::Exp10(a))
             CODE(AddPopped, , false, *--top + a)
             CODE(SubtractPopped, , false, *--top - a)
             CODE(MultiplyPopped, , false, *--top * a)

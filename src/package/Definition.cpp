@@ -2,6 +2,7 @@
 
 #include "package/Definition.h"
 
+#include <atomic>
 #include <utility>
 
 #include "platform/ModuleFile.h"
@@ -9,6 +10,8 @@
 namespace reka {
 
 namespace {
+
+std::atomic<std::uint64_t> lastWorkStamp = 0;
 
 std::unique_ptr<CompoundDefinition> CopyCompound(const CompoundDefinition& source) {
     auto copy = std::make_unique<CompoundDefinition>();
@@ -51,7 +54,7 @@ void ReactionDefinition::DiscardExpressions() {
 }
 
 ReactionPackDefinition::ReactionPackDefinition(IDispatch* context)
-    : pcdFile(ComponentFolder() + u"data" + pathSeparator + u"Korvex1.pcd"), simulationContext(context) {}
+    : pcdFile(ComponentFolder() + u"data" + pathSeparator + u"Korvex1.pcd"), simulationContext(context), workStamp(++lastWorkStamp) {}
 
 void ReactionPackDefinition::Clear() {
     name.Reset();
@@ -82,6 +85,7 @@ void ReactionPackDefinition::AllocateWorkArrays() {
 }
 
 void ReactionPackDefinition::ReleaseWorkArrays() {
+    workStamp = ++lastWorkStamp;
     workArraySize = 0;
     for (CWorkArray* array : {&molarity, &activity, &fugacity, &moleFraction}) array->values = nullptr;
     workBlock.reset();

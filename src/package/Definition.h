@@ -117,8 +117,13 @@ struct ReactionPackDefinition {
     CWorkArray moleFraction;
     std::size_t workArraySize = 0;  // elements of each working array
 
+    /// Above 0, and another one for every definition and every making of its arrays: while it stays, so do the places
+    /// of all working values.
+    std::uint64_t WorkStamp() const { return workStamp; }
+
 private:
     std::unique_ptr<double[]> workBlock;
+    std::uint64_t workStamp;
 };
 
 /// The folder of the loaded module file, with the separator at its end. Empty if the system doesn't tell.

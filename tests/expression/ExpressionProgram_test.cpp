@@ -84,7 +84,7 @@ const ProgramCase programCases[] = {
     {u"P/SQRT(T)", "Value SquareRoot DivideInto End"},
     {u"T^P", "Value Power End"},
     {u"T^SQRT(P)", "Value SquareRoot PowerOf End"},
-    {u"10^T", "Value PowerOfConstant End"},
+    {u"10^T", "Value PowerOfTen End"},
     {u"1^T", "Value Power End"},
     {u"SQRT(T)+SQRT(P)", "Value SquareRoot PushValue SquareRoot AddPopped End"},
     {u"SQRT(T)*SQRT(P)", "Value SquareRoot PushValue SquareRoot MultiplyPopped End"},

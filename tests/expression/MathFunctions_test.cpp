@@ -30,6 +30,7 @@ const FunctionCase functionCases[] = {
     {"Sqrt", GridFunction::Sqrt, [](double x, double) { return math::Sqrt(x); }, 0.51},
     {"Pow", GridFunction::Pow, [](double x, double y) { return math::Pow(x, y); }, 0.8},
     {"Exp", GridFunction::Exp, [](double x, double) { return math::Exp(x); }, 0.8},
+    {"Exp10", GridFunction::Exp10, [](double x, double) { return math::Exp10(x); }, 0.8},
     {"Log", GridFunction::Log, [](double x, double) { return math::Log(x); }, 0.6},
     {"Log10", GridFunction::Log10, [](double x, double) { return math::Log10(x); }, 0.6},
     {"Sin", GridFunction::Sin, [](double x, double) { return math::Sin(x); }, 0.6},
@@ -87,6 +88,15 @@ TEST_P(GridFunctions, StayWithinOneUnitInTheLastPlace) {
 }
 INSTANTIATE_TEST_SUITE_P(Table, GridFunctions, testing::ValuesIn(functionCases),
                          [](const auto& row) { return std::string(row.param.name); });
+
+// An equation of the literature is often a power of ten: what a person would write down comes out.
+TEST(Exp10, GivesThePowersThatTextsWriteDown) {
+    for (int exponent = -22; exponent <= 22; ++exponent) {
+        EXPECT_EQ(BitsOf(math::Exp10(exponent)), BitsOf(PowerOfTen(exponent))) << exponent;
+        EXPECT_EQ(math::Log10(math::Exp10(exponent)), exponent);
+    }
+    EXPECT_EQ(BitsOf(math::Exp10(0.5)), BitsOf(math::Sqrt(10.0)));
+}
 
 TEST(PowerOfTen, IsRoundedCorrectly) {
     int count = 0;

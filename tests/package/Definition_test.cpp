@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <set>
 #include "expression/EvaluateExpression.h"
 #include "support/Builders.h"
 #include "support/CountedFake.h"
@@ -180,6 +181,19 @@ TEST(ReactionPackDefinition, MakesItsWorkingArraysAfresh) {
     EXPECT_EQ(definition->fugacity, nullptr);
     EXPECT_EQ(definition->moleFraction, nullptr);
     EXPECT_EQ(definition->workArraySize, 0U);
+}
+
+// Programs trust the places of working values as long as the stamp stays, and places come again.
+TEST(ReactionPackDefinition, StampsItsWorkingValuesAnew) {
+    std::set<std::uint64_t> stamps = {0};
+    for (int i = 0; i < 3; ++i) {
+        const auto definition = MakePackage({u"Ar", u"Ne"});
+        EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
+        definition->AllocateWorkArrays();
+        EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
+        definition->ReleaseWorkArrays();
+        EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
+    }
 }
 
 TEST(ReactionPackDefinition, StartsItsWorkingArraysAtZero) {

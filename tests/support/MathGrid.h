@@ -27,6 +27,7 @@ enum class GridFunction {
     Ceil,
     Fabs,
     Fmod,
+    Exp10,
 };
 
 struct GridRow {

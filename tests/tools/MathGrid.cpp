@@ -146,6 +146,18 @@ void AddExponentialLimits(std::vector<double>& values) {
     }
 }
 
+// Where the powers of ten are whole numbers, and where they leave the range of a double or become subnormal.
+void AddDecimalExponents(std::vector<double>& values) {
+    for (int exponent = -330; exponent <= 310; ++exponent) values.push_back(exponent);
+    for (const double limit : {308.2547155599167, -307.6526555685888, -323.3062153431158, 300.0, -300.0}) {
+        AddNeighbours(values, limit);
+    }
+    for (int i = 0; i < 4 * count; ++i) {
+        values.push_back(Between(-324.0, 309.0));
+        values.push_back(Between(-20.0, 20.0));
+    }
+}
+
 std::uint64_t BitsOf(double value) {
     std::uint64_t bits;
     std::memcpy(&bits, &value, sizeof bits);
@@ -277,6 +289,7 @@ void WriteGrid(std::FILE* output) {
     WriteUnary(
         output, 16, [](mpfr_t r, const mpfr_t x, mpfr_rnd_t d) { return mpfr_abs(r, x, d); }, Arguments({}));
     WriteBinary(output, 17, mpfr_fmod, RemainderArguments());
+    WriteUnary(output, 18, mpfr_exp10, Arguments({AddDecimalExponents}));
 }
 
 }  // namespace

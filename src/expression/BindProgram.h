@@ -1,0 +1,16 @@
+// What a program needs before it runs on the working values of a definition for the first time.
+
+#pragma once
+
+#include "expression/ExpressionProgram.h"
+#include "package/Definition.h"
+
+namespace reka {
+
+/// Binds `program` to the working values of `definition`. `handlers` are those of the codes, or null for a run that
+/// goes by the codes. False if the program can't run on them: it is that of a malformed tree, or a compound has no
+/// working value. Allocates nothing.
+bool BindProgram(CExpressionProgram& program, const ReactionPackDefinition& definition,
+                 const void* const* handlers) noexcept;
+
+}  // namespace reka
