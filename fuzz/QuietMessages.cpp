@@ -55,12 +55,18 @@ void UseDefinition(ReactionPackDefinition& definition) {
     ReactionPackDefinition copy(nullptr);
     copy.CopyFrom(definition);
     copy.AllocateWorkArrays();
+    constexpr double infinity = std::numeric_limits<double>::infinity();
     constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-    for (const auto& [temperature, amount] : {std::pair{300.0, 0.5}, {0.0, -0.0}, {-1.0, 1e200}, {2.0, notANumber}}) {
+    for (const auto& [temperature, amount] :
+         {std::pair{300.0, 0.5}, {0.0, -0.0}, {-1.0, 1e200}, {2.0, notANumber}, {-infinity, infinity}}) {
         copy.temperature = temperature;
         copy.pressure = 1e5 + temperature;
         for (std::size_t i = 0; i < copy.workArraySize; ++i) {
-            copy.moleFraction[i] = copy.molarity[i] = copy.activity[i] = copy.fugacity[i] = amount;
+            const double own = amount * (1.0 + static_cast<double>(i));  // no two operands alike
+            copy.moleFraction[i] = own;
+            copy.molarity[i] = own * 1.25;
+            copy.activity[i] = own * 1.5;
+            copy.fugacity[i] = own * 1.75;
         }
         for (const auto& reaction : copy.reactions) {
             Evaluate(reaction->rateExpression.get(), copy);

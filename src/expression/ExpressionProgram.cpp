@@ -10,6 +10,7 @@
 #include "expression/NodeOperation.h"
 #include "expression/ProgramTerms.h"
 #include "expression/WalkStack.h"
+#include "platform/HostArithmetic.h"
 
 namespace reka {
 
@@ -166,6 +167,7 @@ private:
     }
 
     /// A term whose factor is a constant is as well added with the other sign, which sums have steps of their own for.
+    /// The constant itself stays behind unused.
     ProgramStep SubtractionOf(const Term& term) {
         const bool isProduct = term.code == ProgramCode::Value || term.code == ProgramCode::Product ||
                                term.code == ProgramCode::TripleProduct;
@@ -359,6 +361,7 @@ private:
 };
 
 CExpressionProgram::CExpressionProgram(const ExpressionNode& root) {
+    const COwnArithmetic arithmetic;  // a tree is also read and copied where the host's settings are in force
     const std::size_t nodeCount = CountSoundNodes(root);
     if (nodeCount == 0) return;
     // Near what most trees come to, so that they hardly grow.

@@ -1,5 +1,5 @@
-// The library functions of the expression language. Each is within one unit in the last place of the true value, on
-// every build, for every argument.
+// The library functions of the expression language; its operator ^ is `RaiseTo`. Each is within one unit in the last
+// place of the true value, on every build, for every argument.
 
 #pragma once
 

@@ -25,10 +25,11 @@ PowerTable MakePowerTable() {
     return powers;
 }
 
+const PowerTable powers = MakePowerTable();
+
 }  // namespace
 
 double PowerOfTen(double exponent) {
-    static const PowerTable powers = MakePowerTable();
     if (exponent < smallestExponent) return 0.0;
     if (exponent > greatestExponent) return std::numeric_limits<double>::infinity();
     return powers[static_cast<std::size_t>(static_cast<int>(exponent) - smallestExponent)];

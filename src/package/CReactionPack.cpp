@@ -46,9 +46,9 @@ void* CReactionPack::FindInterface(REFIID iid) {
 }
 
 void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
-    std::shared_ptr<ReactionPackDefinition> copy;
+    DefinitionHold copy;
     if (source) {
-        copy = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        copy = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
         copy->CopyFrom(*source);
         copy->AllocateWorkArrays();
     }
@@ -57,8 +57,8 @@ void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
     MarkChanged();
 }
 
-std::shared_ptr<ReactionPackDefinition> CReactionPack::CopyDefinition(const ReactionPackDefinition& source) {
-    auto copy = std::make_shared<ReactionPackDefinition>(source.simulationContext.Get());
+CReactionPack::DefinitionHold CReactionPack::CopyDefinition(const ReactionPackDefinition& source) {
+    auto copy = boost::make_local_shared<ReactionPackDefinition>(source.simulationContext.Get());
     copy->CopyFrom(source);
     for (std::size_t i = 0; i < source.compounds.size(); ++i) {
         copy->compounds[i]->databaseIndex = source.compounds[i]->databaseIndex;
@@ -67,7 +67,7 @@ std::shared_ptr<ReactionPackDefinition> CReactionPack::CopyDefinition(const Reac
     return copy;
 }
 
-void CReactionPack::AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded) {
+void CReactionPack::AdoptDefinition(DefinitionHold loaded) {
     loaded->AllocateWorkArrays();
     loaded->simulationContext = simulationContext;  // which a bag may have changed while it was read
     definition = std::move(loaded);

@@ -2,8 +2,9 @@
 
 #pragma once
 
+#include <boost/smart_ptr/local_shared_ptr.hpp>
+#include <boost/smart_ptr/make_local_shared.hpp>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -13,14 +14,6 @@
 #include "package/ReactionIndex.h"
 
 namespace reka {
-
-/// The names of the properties as they are usually spelled, made once: so a calculation goes without copies of the
-/// names that it is given.
-struct PropertyWords {
-    CBstr reactionRate = CBstr::Make(u"ReactionRate");
-    CBstr equilibriumConstant = CBstr::Make(u"ChemicalEquilibriumConstant");
-    CBstr heat = CBstr::Make(u"EnthalpyOfReaction");
-};
 
 /// One reaction package at run time: its definition, the references that the simulator set, and the interfaces over
 /// them. Each interface has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
@@ -108,15 +101,20 @@ public:
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;
 
 private:
+    // Counted without locks, since a package and the calls under way in it belong to one apartment.
+    using DefinitionHold = boost::local_shared_ptr<ReactionPackDefinition>;
+    using MapHold =
+        boost::local_shared_ptr<const std::vector<std::int32_t>>;  // per compound: index into the material's
+
     std::span<const IID> LateBoundInterfaces() const override;
 
     /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.
     int FindReaction(BSTR reactionId, const char16_t* scope);
 
     /// Whether a call under way works on the definition, which must stay for it as it is.
-    bool IsDefinitionInUse() const { return definition.use_count() > 1; }
+    bool IsDefinitionInUse() const { return definition.local_use_count() > 1; }
     /// A definition of the same content with working values of its own.
-    static std::shared_ptr<ReactionPackDefinition> CopyDefinition(const ReactionPackDefinition& source);
+    static DefinitionHold CopyDefinition(const ReactionPackDefinition& source);
 
     void MarkChanged() {
         dirty = 1;
@@ -124,19 +122,17 @@ private:
     }
 
     /// Puts a loaded definition into service.
-    void AdoptDefinition(std::shared_ptr<ReactionPackDefinition> loaded);
+    void AdoptDefinition(DefinitionHold loaded);
 
     // Shared with the calls under way alone.
-    std::shared_ptr<ReactionPackDefinition> definition;
+    DefinitionHold definition;
     CReactionIndex reactionIndex;
-    PropertyWords propertyWords;
     CComRef<ICapeReactionProperties> reactionObject;
     CComRef<IDispatch> material;
     CComRef<IDispatch> simulationContext;
     MaterialWords materialWords;
     std::int32_t dirty = 0;
-    std::shared_ptr<const std::vector<std::int32_t>>
-        compoundMap;  // per compound: index into the material's; may be null
+    MapHold compoundMap;  // may be null
     std::int32_t materialCompoundCount = 0;
     std::int32_t resolvedOrLoaded = 0;
     std::uint32_t changes = 0;   // counts what made it dirty, so that a save notices a change made meanwhile

@@ -135,10 +135,10 @@ private:
     bool ResolveByCasNumber(std::size_t compound, std::u16string& errorText) {
         const CBstr& casNumber = definition.compounds[compound]->casNumber;
         if (casNumber.IsAbsent()) return true;
-        const auto matches = [&](std::size_t j) { return !materialCompounds.casNumbers[j].IsAbsent(); };
-        const std::size_t position = FirstFree(casIndex, casNumber.View(), matches);
+        const std::size_t position = FirstFree(
+            casIndex, casNumber.View(), [&](std::size_t j) { return !materialCompounds.casNumbers[j].IsAbsent(); });
         if (position == none) return true;
-        const std::size_t other = NextAfter(casIndex, position, matches);
+        const std::size_t other = casIndex.FindNext(position);  // an absent number is the same as an empty one
         if (other != none) {
             errorText = u"CAS number " + StringFromBstr(materialCompounds.casNumbers[other].Get()) + u" for compound " +
                         StringFromBstr(materialCompounds.identifiers[position].Get()) +
@@ -171,19 +171,17 @@ private:
         return j;
     }
 
-    /// The next position of the same text that `matches`, free or not.
-    template <class Matches>
-    std::size_t NextAfter(const CTextIndex& index, std::size_t position, Matches&& matches) const {
-        std::size_t j = index.FindNext(position);
-        while (j != none && !matches(j)) j = index.FindNext(j);
-        return j;
-    }
-
-    /// The same for an identifier. Those that are taken are absent from the list: to an empty one they are the same.
+    /// The next position of the same identifier, free or not. Those that are taken are absent from the list: to an
+    /// empty one they are the same.
     std::size_t NextNameAfter(std::size_t position) const {
-        const auto isThere = [&](std::size_t j) { return !materialCompounds.identifiers[j].IsAbsent(); };
-        if (!materialCompounds.identifiers[position].View().empty()) return NextAfter(nameIndex, position, isThere);
-        std::size_t j = position + 1;
+        std::size_t j = position;
+        if (!materialCompounds.identifiers[position].View().empty()) {
+            do {
+                j = nameIndex.FindNext(j);
+            } while (j != none && materialCompounds.identifiers[j].IsAbsent());
+            return j;
+        }
+        ++j;
         while (j < materialCompoundFree.size() && !materialCompounds.identifiers[j].View().empty()) ++j;
         return j < materialCompoundFree.size() ? j : none;
     }
@@ -235,8 +233,8 @@ HRESULT CReactionPack::SetMaterial(IDispatch* newMaterial) {
         if (binding != bindings) return S_OK;  // the material called back and bound another one, which stays
 
         materialCompoundCount = static_cast<std::int32_t>(compounds.identifiers.size());
-        auto map = compoundMap ? std::make_shared<std::vector<std::int32_t>>(*compoundMap)
-                               : std::make_shared<std::vector<std::int32_t>>();
+        auto map = compoundMap ? boost::make_local_shared<std::vector<std::int32_t>>(*compoundMap)
+                               : boost::make_local_shared<std::vector<std::int32_t>>();
         map->resize(definition->compounds.size(), 0);
         compoundMap = map;
         CCompoundResolution resolution(*definition, compounds, *map);

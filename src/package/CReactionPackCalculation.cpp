@@ -3,7 +3,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 #include <memory>
 #include <string>
@@ -23,7 +22,7 @@ namespace {
 constexpr const char16_t* scope = u"CalcReactionProp";
 constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
 
-/// One of the properties that a package calculates, in the order of `PropertyWords`. The value goes out in the unit in
+/// One of the properties that a package calculates. The value goes out in the unit in
 /// which its expression is written.
 struct ReactionProperty {
     const char16_t* name;
@@ -63,6 +62,10 @@ bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
 /// The reactions that a call selects, by index and in the order asked for.
 class CSelection {
 public:
+    CSelection() = default;
+    CSelection(const CSelection&) = delete;  // `indices` may point into it
+    CSelection& operator=(const CSelection&) = delete;
+
     void TakeAll(std::size_t reactionCount) { count = reactionCount; }
     /// Makes room for `size` reactions to come.
     void Reserve(std::size_t size) {
@@ -203,41 +206,17 @@ HRESULT Refuse(BaseObject& object, const std::u16string& text) {
     return Refuse(object, text, text);
 }
 
-/// The string at `i` of an array that `CheckArrayVariant` has accepted, lent.
+/// The string at `i` of an array that `CheckArrayVariant` has accepted, lent by the caller for the whole call.
 BSTR StringAt(const VARIANT& strings, std::int32_t i) {
     return static_cast<const BSTR*>(strings.parray->pvData)[i];
 }
 
-/// A property with its name in the caller's spelling, good for the whole call.
-struct NamedProperty {
-    BSTR name;
-    const ReactionProperty* property;  // null for a name that isn't known
-};
-
-/// The property at `i` of `names`. A name in the usual spelling is one of `words`; of another one `copy` holds a copy,
-/// since the caller's may be gone after a callback. False without memory.
-bool TakeProperty(const PropertyWords& words, const VARIANT& names, std::int32_t i, CBstr& copy, NamedProperty& taken) {
-    const BSTR given = StringAt(names, i);
-    const UINT length = SysStringLen(given);
-    const ReactionProperty* property = reactionProperties;
-    for (const CBstr* word : {&words.reactionRate, &words.equilibriumConstant, &words.heat}) {
-        if (SysStringLen(word->Get()) == length && std::memcmp(given, word->Get(), length * sizeof(OLECHAR)) == 0) {
-            taken = {word->Get(), property};
-            return true;
-        }
-        ++property;
-    }
-    if (!TakeString(names, i, copy)) return false;
-    taken = {copy.Get(), FindProperty(copy.Get())};
-    return true;
-}
-
 /// Selects the reactions that `reacIds` names, or all of them for an empty variant. `S_OK`, or the failure after it was
 /// reported.
-HRESULT SelectReactions(BaseObject& object, const std::shared_ptr<ReactionPackDefinition>& definition,
-                        CReactionIndex& reactionIndex, const VARIANT& reacIds, CSelection& selected) {
+HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& definition, CReactionIndex& reactionIndex,
+                        const VARIANT& reacIds, CSelection& selected) {
     if (reacIds.vt == VT_EMPTY) {
-        selected.TakeAll(definition->reactions.size());
+        selected.TakeAll(definition.reactions.size());
         return S_OK;
     }
     std::u16string errorText;
@@ -274,7 +253,7 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         const COwnArithmetic arithmetic;
 
         CSelection selected;
-        const HRESULT selection = SelectReactions(*this, usedDefinition, reactionIndex, reacIds, selected);
+        const HRESULT selection = SelectReactions(*this, *usedDefinition, reactionIndex, reacIds, selected);
         if (FAILED(selection)) return selection;
         std::u16string errorText;
         const std::int32_t propertyCount = CheckArrayVariant(props, VT_BSTR, errorText);
@@ -290,10 +269,8 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                                materialCompoundCount, arithmetic);
         CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
-            CBstr copy;
-            NamedProperty property{};
-            if (!TakeProperty(propertyWords, props, i, copy, property)) return Refuse(*this, u"out of memory");
-            if (!calculation.Calculate(property.name, property.property, selected)) return ECapeUnknownHR;
+            const BSTR name = StringAt(props, i);
+            if (!calculation.Calculate(name, FindProperty(name), selected)) return ECapeUnknownHR;
         }
         return S_OK;
     });

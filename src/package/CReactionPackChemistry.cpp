@@ -38,7 +38,7 @@ int CReactionPack::FindReaction(BSTR reactionId, const char16_t* scope) {
         SetError(u"Invalid ID", u"Empty string passed as reaction ID", scope, interfaceName);
         return -1;
     }
-    const std::size_t index = reactionIndex.Find(definition, reactionId);
+    const std::size_t index = reactionIndex.Find(*definition, reactionId);
     if (index != CReactionIndex::none) return static_cast<int>(index);
     const std::u16string text = u"Invalid reaction ID: " + std::u16string(name);
     SetError(u"Invalid ID", text.c_str(), scope, interfaceName);

@@ -20,7 +20,7 @@ HRESULT CReactionPack::Load(IPropertyBag* bag, IErrorLog* errorLog) {
     if (!bag) return E_POINTER;
     const CComRef<ECapeRoot> self(this);  // the bag may give the last count back
     try {
-        auto loaded = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        auto loaded = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
         if (!ReadDefinitionFromBag(*loaded, {bag, errorLog, u"REKA"})) return E_FAIL;
         AdoptDefinition(std::move(loaded));
         return S_OK;

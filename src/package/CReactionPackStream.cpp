@@ -53,7 +53,7 @@ HRESULT CReactionPack::Load(IStream* stream) {
     if (!stream) return E_POINTER;
     const CComRef<ECapeRoot> self(this);  // the stream may give the last count back
     try {
-        auto loaded = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        auto loaded = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
         std::unique_ptr<std::uint8_t, FreeMemory> block;
         std::uint32_t size = 0;
         const HRESULT result = ReadBlock(*stream, block, size);

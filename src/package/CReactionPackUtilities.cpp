@@ -28,7 +28,7 @@ HRESULT CReactionPack::Initialize() {
     constexpr const char16_t* interfaceName = u"ICapeUtilitites";  // simulators know it by this spelling
     return RunMethod(*this, scope, interfaceName, [&] {
         if (!definition) {
-            auto made = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+            auto made = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
             made->AllocateWorkArrays();
             definition = std::move(made);
         }
@@ -53,7 +53,7 @@ HRESULT CReactionPack::Terminate() {
 // material isn't bound again to what comes back; whoever has compounds changed sets it again.
 HRESULT CReactionPack::Edit() {
     return RunMethod(*this, u"Edit", u"ICapeUtilities", [&]() -> HRESULT {
-        auto copy = std::make_shared<ReactionPackDefinition>(simulationContext.Get());
+        auto copy = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
         if (definition) copy->CopyFrom(*definition);
         if (!Editor().EditPackage(*copy)) return S_FALSE;
         copy->AllocateWorkArrays();

@@ -54,7 +54,9 @@ void ReactionDefinition::DiscardExpressions() {
 }
 
 ReactionPackDefinition::ReactionPackDefinition(IDispatch* context)
-    : pcdFile(ComponentFolder() + u"data" + pathSeparator + u"Korvex1.pcd"), simulationContext(context), workStamp(++lastWorkStamp) {}
+    : pcdFile(ComponentFolder() + u"data" + pathSeparator + u"Korvex1.pcd"),
+      simulationContext(context),
+      workStamp(++lastWorkStamp) {}
 
 void ReactionPackDefinition::Clear() {
     name.Reset();

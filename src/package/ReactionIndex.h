@@ -3,7 +3,7 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
+#include <cstdint>
 
 #include "package/Definition.h"
 #include "package/TextIndex.h"
@@ -12,17 +12,17 @@ namespace reka {
 
 /// Finds reactions by id in the definition that a package has in service, whose reactions stay as they are until
 /// another definition takes its place. The first search in a definition of more than a few reactions makes an
-/// index, which may throw std::bad_alloc; every search after it takes the same time whatever the number of reactions.
+/// index, which may throw std::bad_alloc; every search after it takes the same time, on average, whatever the number of
+/// reactions.
 class CReactionIndex {
 public:
     static constexpr std::size_t none = CTextIndex::none;
 
     /// Index of the first reaction whose id is the same text as `id`, or `none`.
-    std::size_t Find(const std::shared_ptr<ReactionPackDefinition>& definition, const OLECHAR* id);
+    std::size_t Find(const ReactionPackDefinition& definition, const OLECHAR* id);
 
 private:
-    // Whose reactions the index holds. Not among the users of the definition, and yet no other one can be taken for it.
-    std::weak_ptr<ReactionPackDefinition> indexed;
+    std::uint64_t indexed = 0;  // the stamp of the definition whose reactions the index holds, 0 for none
     CTextIndex ids;
 };
 

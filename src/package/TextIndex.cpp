@@ -20,7 +20,6 @@ std::size_t CTextIndex::FindSlot(Text text) const {
 }
 
 void CTextIndex::Make(std::vector<const OLECHAR*> gathered) {
-    Clear();
     next.assign(gathered.size(), noEntry);
     table.assign(std::bit_ceil(2 * gathered.size() + 1), noEntry);
     texts = std::move(gathered);

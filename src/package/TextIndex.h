@@ -13,7 +13,8 @@
 namespace reka {
 
 /// The texts of a list by `SameText`, each with its position. To make it takes time in proportion to their number, and
-/// to find one takes the same time in a list of any length. The texts are lent and must stay where they are.
+/// to find one takes the same time, on average, in a list of any length. The texts are lent and must stay where they
+/// are.
 class CTextIndex {
 public:
     static constexpr std::size_t none = static_cast<std::size_t>(-1);
@@ -24,6 +25,7 @@ public:
     /// Takes in the texts that `textAt` gives for 0 to `count` - 1. May throw std::bad_alloc, which leaves it empty.
     template <class TextAt>
     void Make(std::size_t count, TextAt&& textAt) {
+        Clear();
         std::vector<const OLECHAR*> gathered(count);
         for (std::size_t i = 0; i < count; ++i) gathered[i] = textAt(i);
         Make(std::move(gathered));

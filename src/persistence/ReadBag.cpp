@@ -43,7 +43,7 @@ struct BagColumn {
 };
 
 /// The filling of one definition. It copies numbers and computes none, so it runs under the host's floating point
-/// settings, which the bag and its error log expect; the parser sees to its own.
+/// settings, which the bag and its error log expect; the parser and an expression's program see to their own.
 class CBagFiller {
 public:
     CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader) : definition(target), reader(bagReader) {}

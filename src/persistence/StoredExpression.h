@@ -30,7 +30,8 @@ void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
 /// that there is none. False: `errorText` holds the reason, `expression` is as it was.
 ///
 /// Kinds and numbers of arguments are compared with the limits of the form alone, and compound indices with nothing:
-/// evaluating a tree that makes no sense fails. May throw std::bad_alloc.
+/// an operation without its operands, or without a value, fails when it is
+/// evaluated. May throw std::bad_alloc.
 bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText);
 
 /// Reads a node with everything under it into `node`, which has no arguments yet. However deep the tree is, the stack

@@ -81,6 +81,10 @@ const ScalarCase scalarCases[] = {
     // What no guard of run-time values refuses.
     {"LogarithmOfZero", u"LOG(0)", -infinity},
     {"TooLargeAnExponential", u"EXP(1000)", infinity},
+    {"RootOfMinusInfinity", u"(-EXP(1000))^0.5", infinity},
+    {"PowerOfTen", u"10^-3", 0.001},
+    {"PowerOfTenBeyondTheRange", u"10^309", infinity},
+    {"PowerOfTenBelowTheRange", u"10^-330", 0.0},
     // Numbers.
     {"ThreeTenths", u"0.3", 0.30000000000000004},  // 3 * 0.1
     {"DotFirst", u".5", 0.5},

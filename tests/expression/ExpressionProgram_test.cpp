@@ -11,6 +11,7 @@
 #include "expression/ExpressionBuilders.h"
 #include "expression/ParseExpression.h"
 #include "expression/WalkStack.h"
+#include "platform/HostArithmetic.h"
 #include "platform/Utf8.h"
 
 namespace reka::test {
@@ -139,6 +140,7 @@ constexpr double telling[] = {0.0,
                               1e200,
                               1e-300,
                               std::numeric_limits<double>::infinity(),
+                              -std::numeric_limits<double>::infinity(),
                               std::numeric_limits<double>::quiet_NaN()};
 
 /// Expects the same of the program and of the nodes for many values.
@@ -186,24 +188,62 @@ TEST(ExpressionProgram, ComputesWhatTheNodesDo) {
 TEST(ExpressionProgram, FindsItsOperandsAgain) {
     auto definition = MakeDefinitionOf({u"i", u"j"});
     const ExpressionRef expression(ParseText(*definition, u"X(j)*T"));
-    const auto evaluate = [&](ReactionPackDefinition& used) {
-        used.temperature = 2.0;
+    const auto evaluate = [&](ReactionPackDefinition& used, double temperature) {
+        used.temperature = temperature;
         if (used.workArraySize > 1) used.moleFraction[1] = 5.0;
         double value = 0.0;
         std::u16string errorText;
         return EvaluateExpression(expression, value, used, errorText) ? value : -1.0;
     };
-    EXPECT_EQ(evaluate(*definition), 10.0);
+    EXPECT_EQ(evaluate(*definition, 2.0), 10.0);
     const auto other = MakeDefinitionOf({u"i", u"j", u"k"});
-    EXPECT_EQ(evaluate(*other), 10.0);
-    EXPECT_EQ(evaluate(*definition), 10.0);
+    EXPECT_EQ(evaluate(*other, 3.0), 15.0);
+    EXPECT_EQ(evaluate(*definition, 4.0), 20.0);
     definition->ReleaseWorkArrays();
-    EXPECT_EQ(evaluate(*definition), -1.0);
+    EXPECT_EQ(evaluate(*definition, 5.0), -1.0);
     definition->AllocateWorkArrays();
-    EXPECT_EQ(evaluate(*definition), 10.0);
+    EXPECT_EQ(evaluate(*definition, 6.0), 30.0);
     definition->compounds.pop_back();
     definition->AllocateWorkArrays();
-    EXPECT_EQ(evaluate(*definition), -1.0);
+    EXPECT_EQ(evaluate(*definition, 7.0), -1.0);
+}
+
+TEST(ExpressionProgram, TellsDefinitionsWithoutWorkArraysApart) {
+    ReactionPackDefinition definition(nullptr);
+    ReactionPackDefinition other(nullptr);
+    const ExpressionRef expression(ParseText(definition, u"T*P"));
+    for (int round = 0; round < 2; ++round) {
+        definition.temperature = 2.0 + round;
+        other.temperature = 200.0 + round;
+        definition.pressure = other.pressure = 10.0;
+        for (ReactionPackDefinition* used : {&definition, &other}) {
+            double value = 0.0;
+            std::u16string errorText;
+            ASSERT_TRUE(EvaluateExpression(expression, value, *used, errorText));
+            EXPECT_EQ(value, used->temperature * 10.0);
+        }
+    }
+}
+
+// Stored data may hold a signaling NaN, which traps where it is compared.
+TEST(ExpressionProgram, IsMadeWhateverTheHostTrapsOn) {
+    constexpr double signaling = std::numeric_limits<double>::signaling_NaN();
+    const ExpressionTree trees[] = {
+        MakeNode(NodeKind::Power, MakeConstant(signaling), MakeNode(NodeKind::Temperature)),
+        MakeNode(NodeKind::Power, MakeNode(NodeKind::Temperature), MakeConstant(signaling)),
+        MakeNode(NodeKind::Subtraction, MakeNode(NodeKind::Temperature), MakeConstant(signaling)),
+    };
+    const ArithmeticSettings before = CurrentArithmetic();
+    ArithmeticSettings trapping = before;
+    trapping.sse &= ~0x1FBFU;  // nothing is masked, nothing has happened
+    for (const ExpressionTree& tree : trees) {
+        SetArithmetic(trapping);
+        const CExpressionProgram program(*tree);
+        const ArithmeticSettings after = CurrentArithmetic();
+        SetArithmetic(before);
+        EXPECT_TRUE(SameArithmetic(after, trapping));
+        EXPECT_FALSE(program.Steps().empty());
+    }
 }
 
 TEST(ExpressionProgram, HasNoStepsForAMalformedTree) {

@@ -379,14 +379,12 @@ std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<co
     for (std::size_t i = 0; i < resolved.size(); ++i) {
         const CBstr& wanted = definition.compounds[i]->casNumber;
         std::size_t j = 0;
-        const auto matches = [&](std::size_t k) {
-            return casNumbers[k] && SameText(ViewOf(casNumbers[k]), wanted.View());
-        };
-        while (j < count && !(isFree[j] && matches(j))) ++j;
+        const auto matches = [&](std::size_t k) { return SameText(ViewOf(casNumbers[k]), wanted.View()); };
+        while (j < count && !(isFree[j] && casNumbers[j] && matches(j))) ++j;
         if (wanted.IsAbsent() || j == count) continue;
         for (std::size_t k = j + 1; k < count; ++k) {
             if (!matches(k)) continue;
-            return "CAS number " + Utf8FromUtf16(casNumbers[k]) + " for compound " +
+            return "CAS number " + Utf8FromUtf16(ViewOf(casNumbers[k])) + " for compound " +
                    Utf8FromUtf16(ViewOf(identifiers[j])) +
                    " is present more than once; unable to determine which compound is which";
         }

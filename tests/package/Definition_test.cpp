@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <set>
+
 #include "expression/EvaluateExpression.h"
 #include "support/Builders.h"
 #include "support/CountedFake.h"
