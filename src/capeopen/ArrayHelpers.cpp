@@ -65,12 +65,12 @@ HRESULT ClearString(SAFEARRAY& array, LONG index) {
 }  // namespace
 
 bool HoldsElements(SAFEARRAY* array, VARTYPE elementType) {
-    if (!array || SafeArrayGetDim(array) == 0) return true;
+    if (!array || array->cDims == 0) return true;
     const VARTYPE recorded = RecordedType(*array);
     // Only plain numbers may come without a record of their type: other bits must not be taken for pointers.
     const bool needsRecord = elementType == VT_BSTR || elementType == VT_VARIANT;
     if (recorded != elementType && (recorded != VT_EMPTY || needsRecord)) return false;
-    return array->pvData && SafeArrayGetElemsize(array) == ElementSize(elementType);
+    return array->pvData && array->cbElements == ElementSize(elementType);
 }
 
 std::int32_t CheckArrayVariant(const VARIANT& variant, VARTYPE elementType, std::u16string& errorText) {
@@ -79,7 +79,7 @@ std::int32_t CheckArrayVariant(const VARIANT& variant, VARTYPE elementType, std:
         errorText = std::u16string(u"invalid type; array of type ") + ElementWord(elementType) + u" expected";
         return -1;
     }
-    if (SafeArrayGetDim(variant.parray) != 1) {
+    if (!variant.parray || variant.parray->cDims != 1) {
         errorText = u"unexpected dimension; 1-dimensional array expected";
         return -1;
     }

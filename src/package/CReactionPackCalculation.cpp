@@ -6,6 +6,7 @@
 #include <iterator>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "capeopen/ArrayHelpers.h"
@@ -22,10 +23,9 @@ namespace {
 constexpr const char16_t* scope = u"CalcReactionProp";
 constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
 
-/// One of the properties that a package calculates. The value goes out in the unit in
-/// which its expression is written.
+/// One of the properties that a package calculates. The value goes out in the unit in which its expression is written.
 struct ReactionProperty {
-    const char16_t* name;
+    std::u16string_view name;
     std::unique_ptr<ExpressionRef> ReactionDefinition::*expression;
     bool acceptsMoleBasis;
     const char16_t* basisError;
@@ -50,13 +50,14 @@ constexpr ReactionProperty reactionProperties[] = {
 
 const ReactionProperty* FindProperty(BSTR name) {
     for (const ReactionProperty& property : reactionProperties) {
-        if (SameText(name, property.name)) return &property;
+        if (SameUsualText(name, property.name)) return &property;
     }
     return nullptr;
 }
 
 bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
-    return TextOf(basis).empty() || (property.acceptsMoleBasis && SameText(basis, u"Mole"));
+    constexpr std::u16string_view moleBasis = u"Mole";
+    return (property.acceptsMoleBasis && SameUsualText(basis, moleBasis)) || TextOf(basis).empty();
 }
 
 /// The reactions that a call selects, by index and in the order asked for.
@@ -116,10 +117,11 @@ public:
     /// Calculates one property of the selected reactions; a null `property` is one that isn't known. False after the
     /// failure was reported.
     bool Calculate(BSTR propertyName, const ReactionProperty* property, const CSelection& selected) {
-        if (!property) {
+        if (!property) [[unlikely]] {
             return Report(u"Unknown or unsupported reaction property \"" + StringFromBstr(propertyName) + u"\"");
         }
-        if (!IsAcceptedBasis(*property, basis)) return Report(u"Unsupported basis", property->basisError);
+        if (!IsAcceptedBasis(*property, basis)) [[unlikely]]
+            return Report(u"Unsupported basis", property->basisError);
         std::uint32_t dependencies = 0;
         for (std::size_t i = 0; i < selected.Count(); ++i) {
             const ReactionDefinition& reaction = *definition.reactions[selected[i]];
@@ -137,10 +139,10 @@ public:
 
 private:
     bool CheckReaction(const ReactionProperty& property, const ReactionDefinition& reaction) {
-        if (!property.acceptsAnyType && reaction.type != property.type) {
+        if (!property.acceptsAnyType && reaction.type != property.type) [[unlikely]] {
             return Report(u"Reaction \"" + StringFromBstr(reaction.id.Get()) + property.typeError);
         }
-        if (!SameText(reaction.phase.Get(), phase)) {
+        if (!SameUsualText(reaction.phase.Get(), phase)) [[unlikely]] {
             return Report(u"phase mismatch", u"Reaction \"" + StringFromBstr(reaction.id.Get()) +
                                                  u"\" is defined for phase " + StringFromBstr(reaction.phase.Get()) +
                                                  u"; cannot perform calculation for requested phase " +
@@ -165,19 +167,24 @@ private:
     bool EvaluateAndStore(BSTR reactionId, BSTR property, const ExpressionRef& expression) {
         double value = 0.0;
         std::u16string errorText;
+        if (!EvaluateExpression(expression, value, definition, errorText)) [[unlikely]] {
+            return ReportCalculation(reactionId, property, errorText);
+        }
         CVariant values;
         CVariant identifiers;
-        if (EvaluateExpression(expression, value, definition, errorText)) {
-            if (!MakeOneNumber(values, value) || !MakeOneString(identifiers, reactionId)) errorText = u"out of memory";
-        }
-        if (!errorText.empty()) {
-            return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
-                          StringFromBstr(reactionId) + u": " + errorText);
+        if (!MakeOneNumber(values, value) || !MakeOneString(identifiers, reactionId)) [[unlikely]] {
+            return ReportCalculation(reactionId, property, u"out of memory");
         }
         const HRESULT result = arithmetic.Outside(
             [&] { return reactionObject.SetReactionProp(property, phase, identifiers.Get(), basis, values.Get()); });
-        if (SUCCEEDED(result)) return true;
+        if (SUCCEEDED(result)) [[likely]]
+            return true;
         return Report(arithmetic.Outside([&] { return GetCapeErrorText(&reactionObject, result); }));
+    }
+
+    bool ReportCalculation(BSTR reactionId, BSTR property, const std::u16string& reason) {
+        return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
+                      StringFromBstr(reactionId) + u": " + reason);
     }
 
     bool Report(const std::u16string& text) { return Report(text, text); }

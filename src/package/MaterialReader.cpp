@@ -55,12 +55,11 @@ CMaterialReader::CMaterialReader(ReactionPackDefinition& packageDefinition, IDis
       materialCompoundCount(compoundCount),
       arithmetic(ownArithmetic) {}
 
-bool CMaterialReader::FetchExpressionInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
+bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
     if (!material) {
         errorText = u"Material not set";
         return false;
     }
-    if (dependencies == 0) return true;
     const std::uint32_t compoundBits = dependencies & ~(dependency::temperature | dependency::pressure);
     if ((dependencies & dependency::temperature) &&
         !ReadScalar(words.temperature.Get(), phase, definition.temperature, errorText)) {

@@ -40,9 +40,13 @@ public:
 
     /// Reads what the bits of `dependencies` ask for, each quantity once, in SI units. False with the reason in
     /// `errorText` at the first request that fails; what was filled before stays filled. No bits, no request.
-    bool FetchExpressionInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText);
+    bool FetchExpressionInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
+        return (dependencies == 0 && material) || FetchInputs(dependencies, phase, errorText);
+    }
 
 private:
+    bool FetchInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText);
+
     /// One property as it is asked for.
     struct Request {
         BSTR property;

@@ -14,6 +14,10 @@ bool SameText(std::u16string_view left, std::u16string_view right);
 bool SameText(const OLECHAR* left, const OLECHAR* right);
 bool SameText(const OLECHAR* left, std::u16string_view right);
 
+/// The same for a string that is most often spelled like the other text: then it's compared as a block of memory.
+bool SameUsualText(BSTR left, std::u16string_view right);
+bool SameUsualText(BSTR left, BSTR right);
+
 /// A number that is the same for texts that are the same.
 std::size_t SameTextHash(const OLECHAR* text);
 std::size_t SameTextHash(std::u16string_view text);
