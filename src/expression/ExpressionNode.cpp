@@ -7,6 +7,7 @@
 #include <bit>
 
 #include "expression/ExpressionProgram.h"
+#include "expression/NodeSource.h"
 #include "expression/WalkStack.h"
 
 namespace reka {
@@ -58,7 +59,7 @@ void DestroyExpression(ExpressionNode* node) noexcept {
             next = argument;
         }
         FreeArray(*node);
-        delete node;
+        FreeNode(node);
         node = next;
     }
 }
@@ -107,13 +108,13 @@ ExpressionTree CloneExpression(const ExpressionNode& source) {
         const ExpressionNode* from;
         ExpressionNode* to;
     };
-    ExpressionTree copy(new ExpressionNode);
+    CNodeSource nodes(CountNodes(source));
+    ExpressionTree copy = nodes.Make(source.kind);
     CWalkStack<Pair> pairs;
     pairs.Push({&source, copy.get()});
     while (!pairs.IsEmpty()) {
         const auto [from, to] = pairs.Top();
         pairs.Pop();
-        to->kind = from->kind;
         if (from->kind == NodeKind::RealConstant) {
             to->value = from->value;
         } else if (IsCompoundLeaf(from->kind)) {
@@ -122,7 +123,7 @@ ExpressionTree CloneExpression(const ExpressionNode& source) {
             AllocateArguments(*to, from->argumentCount);
             for (std::int32_t i = 0; i < from->argumentCount; ++i) {
                 if (!from->arguments[i]) continue;
-                to->arguments[i] = new ExpressionNode;
+                to->arguments[i] = nodes.Make(from->arguments[i]->kind).release();
                 pairs.Push({from->arguments[i], to->arguments[i]});
             }
         }

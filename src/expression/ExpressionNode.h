@@ -75,6 +75,7 @@ struct ExpressionNode {
     };
     ExpressionNode** arguments = nullptr;  // left to right; null while there are none; a slot may be null
     ExpressionNode* own[2];                // where `arguments` lie if there are no more than two
+    std::uint32_t placeInBlock = 0;        // see CNodeSource; 0 for a node made by itself
 
     ExpressionNode() = default;
     ExpressionNode(const ExpressionNode&) = delete;  // `arguments` may point into the node

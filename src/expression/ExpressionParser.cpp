@@ -13,12 +13,6 @@ namespace reka {
 
 namespace {
 
-ExpressionTree NewNode(NodeKind kind) {
-    ExpressionTree node(new ExpressionNode);
-    node->kind = kind;
-    return node;
-}
-
 template <class Action>
 PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
     if (parser.isOutOfMemory) return noSlot;
@@ -71,19 +65,19 @@ void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
 
 PoolSlot ExpressionParser::MakeConstant(double value) noexcept {
     return RunAction(*this, [&] {
-        ExpressionTree node = NewNode(NodeKind::RealConstant);
+        ExpressionTree node = nodes.Make(NodeKind::RealConstant);
         node->value = value;
         return pool.PoolAdd(std::move(node));
     });
 }
 
 PoolSlot ExpressionParser::MakeNode(NodeKind kind) noexcept {
-    return RunAction(*this, [&] { return pool.PoolAdd(NewNode(kind)); });
+    return RunAction(*this, [&] { return pool.PoolAdd(nodes.Make(kind)); });
 }
 
 PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept {
     return RunAction(*this, [&] {
-        ExpressionTree node = NewNode(kind);
+        ExpressionTree node = nodes.Make(kind);
         node->compoundIndex = compoundIndex;
         return pool.PoolAdd(std::move(node));
     });
@@ -95,7 +89,7 @@ PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argum
 
 PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {
     return RunAction(*this, [&] {
-        ExpressionTree node = NewNode(kind);
+        ExpressionTree node = nodes.Make(kind);
         AddArgument(*node, pool.PoolRemove(operand));
         return pool.PoolAdd(std::move(node));
     });
@@ -103,7 +97,7 @@ PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexce
 
 PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept {
     return RunAction(*this, [&] {
-        ExpressionTree node = NewNode(kind);
+        ExpressionTree node = nodes.Make(kind);
         AddArgument(*node, pool.PoolRemove(left));
         AddArgument(*node, pool.PoolRemove(right));
         return pool.PoolAdd(std::move(node));

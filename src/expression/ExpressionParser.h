@@ -9,6 +9,7 @@
 #include <string_view>
 
 #include "expression/ExpressionPool.h"
+#include "expression/NodeSource.h"
 
 namespace reka {
 
@@ -40,8 +41,11 @@ struct TokenNote {
 std::u16string DescribeToken(const TokenNote& note);
 
 struct ExpressionParser {
+    static constexpr std::size_t charactersPerNode = 2;  // of a formula without blanks
+
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
-    explicit ExpressionParser(std::u16string_view text) : source(text.substr(0, text.find(u'\0'))) {}
+    explicit ExpressionParser(std::u16string_view text)
+        : source(text.substr(0, text.find(u'\0'))), nodes(source.size() / charactersPerNode) {}
 
     std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 
@@ -68,6 +72,7 @@ struct ExpressionParser {
     TokenValue tokenValue{};
     TokenNote tokenNote;  // of the token read last, for diagnostics
     std::u16string errorBuffer;
+    CNodeSource nodes;
     ExpressionPool pool;
     bool isOutOfMemory = false;  // no exception may pass through the generated parser
 };

@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "expression/NodeSource.h"
 #include "expression/WalkStack.h"
 
 namespace reka {
@@ -26,6 +27,27 @@ void ForEachNode(const ExpressionNode& root, Visit&& visit) {
         visit(node);
         for (std::int32_t i = node.argumentCount; i-- > 0;) waiting.Push(node.arguments[i]);
     }
+}
+
+/// The number of nodes of the tree that a reader comes to next; of data that is no tree, those up to its fault.
+std::size_t CountNodesAhead(CByteReader reader) {
+    std::size_t count = 0;
+    for (std::uint64_t open = 1; open > 0; --open) {
+        std::uint32_t kind = 0;
+        std::uint32_t argumentCount = 0;
+        if (!reader.ReadU32(kind)) break;
+        ++count;
+        if (static_cast<NodeKind>(kind) == NodeKind::RealConstant) {
+            double value = 0.0;
+            reader.ReadF64(value);
+        } else if (!reader.ReadU32(argumentCount)) {
+            break;
+        } else if (!IsCompoundLeaf(static_cast<NodeKind>(kind))) {
+            if (argumentCount > largestArgumentCount) break;
+            open += argumentCount;
+        }
+    }
+    return count;
 }
 
 /// Reads one node without its arguments, for which it makes empty slots.
@@ -93,7 +115,7 @@ void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer)
     WriteStoredNode(*expression->root, writer);
 }
 
-bool ReadStoredNode(ExpressionNode& root, CByteReader& reader, std::u16string& errorText) {
+bool ReadStoredNode(ExpressionNode& root, CNodeSource& nodes, CByteReader& reader, std::u16string& errorText) {
     struct Place {
         ExpressionNode* node;
         std::int32_t next;  // the argument to be read
@@ -107,7 +129,7 @@ bool ReadStoredNode(ExpressionNode& root, CByteReader& reader, std::u16string& e
             open.Pop();
             continue;
         }
-        auto* const argument = new ExpressionNode;
+        ExpressionNode* const argument = nodes.Make(NodeKind::Failed).release();
         place.node->arguments[place.next++] = argument;
         if (!ReadNodeAlone(*argument, reader, errorText)) return false;
         if (argument->argumentCount > 0) open.Push({argument, 0});
@@ -123,8 +145,9 @@ bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReade
         return false;
     }
     if (!isPresent) return true;
-    ExpressionTree tree(new ExpressionNode);
-    if (!ReadStoredNode(*tree, reader, errorText)) return false;
+    CNodeSource nodes(CountNodesAhead(reader));
+    ExpressionTree tree = nodes.Make(NodeKind::Failed);
+    if (!ReadStoredNode(*tree, nodes, reader, errorText)) return false;
     auto read = std::make_unique<ExpressionRef>(std::move(tree));
     read->dependencies = dependencies;  // the stored mask counts, also where it disagrees with the tree
     expression = std::move(read);

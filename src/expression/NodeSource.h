@@ -1,0 +1,44 @@
+// Where the nodes of a tree come from. A tree's nodes lie side by side, which spares the heap's work for each and keeps
+// walks over the tree within few lines of the processor's cache.
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "expression/ExpressionNode.h"
+
+namespace reka {
+
+struct NodeBlock;
+
+/// Makes the nodes of one tree, in blocks. Each node is freed on its own, as one made by `new` is, and a block goes
+/// with the last of its nodes; so trees may be taken apart and joined as if there were no blocks. The nodes of one
+/// source are for one thread at a time, wherever they are.
+class CNodeSource {
+public:
+    /// `expectedCount` nodes are likely to be asked for; more are made all the same.
+    explicit CNodeSource(std::size_t expectedCount) : nextCapacity(expectedCount) {}
+    ~CNodeSource();
+    CNodeSource(const CNodeSource&) = delete;
+    CNodeSource& operator=(const CNodeSource&) = delete;
+
+    /// A node without arguments. May throw std::bad_alloc.
+    ExpressionTree Make(NodeKind kind);
+
+private:
+    void BeginBlock();
+
+    NodeBlock* block = nullptr;
+    std::uint32_t used = 0;  // nodes of the block that are made
+    std::uint32_t capacity = 0;
+    std::size_t nextCapacity;
+};
+
+/// Frees one node, whatever it came from, and not what is under it.
+void FreeNode(ExpressionNode* node) noexcept;
+
+/// The number of nodes from `root` on.
+std::size_t CountNodes(const ExpressionNode& root);
+
+}  // namespace reka
