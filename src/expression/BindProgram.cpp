@@ -10,7 +10,7 @@ namespace {
 
 /// Whether the program can run on the working values of a definition.
 bool IsRunnable(const CExpressionProgram& program, const ReactionPackDefinition& definition) {
-    return !program.Steps().empty() && program.CompoundCount() <= definition.workArraySize &&
+    return !program.Words().empty() && program.CompoundCount() <= definition.workArraySize &&
            (program.CompoundCount() == 0 || definition.molarity);
 }
 
@@ -24,23 +24,29 @@ bool BindProgram(CExpressionProgram& program, const ReactionPackDefinition& defi
                                     definition.molarity.get(),    definition.activity.get(), definition.fugacity.get(),
                                     definition.moleFraction.get()};
     static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
-    BoundStep* bound = program.binding.steps.get();
-    for (const ProgramStep& step : program.Steps()) {
-        if (handlers) {
-            bound->handler = handlers[static_cast<std::size_t>(step.code)];
-        } else {
-            bound->code = step.code;
-        }
-        if (step.operandCount == 0) {
-            bound->kind = step.kind;
-        } else {
-            for (std::size_t i = 0; i < step.operandCount; ++i) {
-                bound->operands[i] = places[static_cast<std::size_t>(step.places[i])] + step.indices[i];
+    BoundWord* bound = program.BoundWords();
+    std::size_t operandsToCome = 0;
+    bool isKindToCome = false;
+    for (const ProgramWord word : program.Words()) {
+        if (operandsToCome == 0) {
+            if (handlers) {
+                bound->handler = handlers[word.bits];
+            } else {
+                bound->code = word.Code();
             }
+            operandsToCome = OperandCountOf(word.Code());
+            isKindToCome = TakesKind(word.Code());
+        } else {
+            if (isKindToCome) {
+                bound->kind = word.Kind();
+            } else {
+                bound->operand = places[word.Place()] + word.Index();
+            }
+            --operandsToCome;
         }
         ++bound;
     }
-    program.binding.workStamp = definition.WorkStamp();
+    program.boundStamp = definition.WorkStamp();
     return true;
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "expression/ExpressionNode.h"
+#include "expression/ExpressionRef.h"
 #include "expression/RunProgram.h"
 #include "package/Definition.h"
 
@@ -26,7 +27,7 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Reacti
 /// for a malformed tree. One expression serves one caller at a time.
 inline bool EvaluateExpression(const ExpressionRef& expression, double& result,
                                const ReactionPackDefinition& definition, std::u16string& errorText) {
-    if (RunProgram(*expression.program, result, definition)) return true;
+    if (RunProgram(expression.program, result, definition)) return true;
     return EvaluateExpression(*expression.root, result, definition, errorText);  // which finds the reason
 }
 

@@ -1,4 +1,4 @@
-// Making, copying and destroying expression trees, and the owner of a finished one. None of this recurses: a text may
+// Making, copying and destroying expression trees. None of this recurses: a text may
 // make a tree of any depth, and the stack of the host's thread is not ours.
 
 #include "expression/ExpressionNode.h"
@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <bit>
 
-#include "expression/ExpressionProgram.h"
 #include "expression/NodeSource.h"
 #include "expression/WalkStack.h"
 
@@ -20,25 +19,6 @@ static_assert(sizeof(ExpressionNode::own) == ownCount * sizeof(ExpressionNode*))
 // Room is made for the next power of two arguments, so that a long argument list is built in linear time.
 std::size_t ArgumentCapacity(std::int32_t count) {
     return std::bit_ceil(static_cast<std::size_t>(count));
-}
-
-std::uint32_t DependencyOf(NodeKind kind) {
-    switch (kind) {
-        case NodeKind::Pressure:
-            return dependency::pressure;
-        case NodeKind::Temperature:
-            return dependency::temperature;
-        case NodeKind::Molarity:
-            return dependency::molarity;
-        case NodeKind::MoleFraction:
-            return dependency::moleFraction;
-        case NodeKind::Activity:
-            return dependency::activity;
-        case NodeKind::Fugacity:
-            return dependency::fugacity;
-        default:
-            return 0;
-    }
 }
 
 void FreeArray(const ExpressionNode& node) noexcept {
@@ -129,34 +109,6 @@ ExpressionTree CloneExpression(const ExpressionNode& source) {
         }
     }
     return copy;
-}
-
-ExpressionRef::ExpressionRef(ExpressionTree tree)
-    : root(std::move(tree)), program(std::make_unique<CExpressionProgram>(*root)) {
-    CollectDependencies(*root, *this);
-}
-
-ExpressionRef::~ExpressionRef() = default;
-
-std::unique_ptr<ExpressionRef> ExpressionRef::Clone() const {
-    auto copy = std::make_unique<ExpressionRef>(CloneExpression(*root));
-    copy->dependencies = dependencies;
-    return copy;
-}
-
-void CollectDependencies(const ExpressionNode& node, ExpressionRef& expression) {
-    CWalkStack<const ExpressionNode*> waiting;
-    waiting.Push(&node);
-    while (!waiting.IsEmpty()) {
-        const ExpressionNode* current = waiting.Top();
-        waiting.Pop();
-        const std::uint32_t bit = DependencyOf(current->kind);
-        expression.dependencies |= bit;
-        if (bit != 0) continue;
-        for (std::int32_t i = 0; i < current->argumentCount; ++i) {
-            if (current->arguments[i]) waiting.Push(current->arguments[i]);
-        }
-    }
 }
 
 }  // namespace reka

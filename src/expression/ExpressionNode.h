@@ -1,4 +1,4 @@
-// The parsed form of an expression: the tree that is stored, copied and checked, and its owner.
+// The parsed form of an expression: the tree that is stored, copied and checked.
 
 #pragma once
 
@@ -8,8 +8,6 @@
 #include <utility>
 
 namespace reka {
-
-class CExpressionProgram;
 
 /// What a node stands for. The values are written into documents and never change.
 enum class NodeKind : std::int32_t {
@@ -53,16 +51,6 @@ enum class NodeKind : std::int32_t {
 
 constexpr std::int32_t nodeKindCount = 35;
 
-/// Bits of `ExpressionRef::dependencies`: what a tree reads from the material. Stored.
-namespace dependency {
-constexpr std::uint32_t moleFraction = 1;
-constexpr std::uint32_t molarity = 2;
-constexpr std::uint32_t activity = 4;
-constexpr std::uint32_t temperature = 8;
-constexpr std::uint32_t pressure = 16;
-constexpr std::uint32_t fugacity = 32;
-}  // namespace dependency
-
 /// One node of a parsed expression, a plain record. A node owns its arguments; whole trees are made, copied and
 /// destroyed by the operations below, none of which recurses, since a tree may be a million levels deep.
 struct ExpressionNode {
@@ -85,6 +73,11 @@ struct ExpressionNode {
 /// Kinds 30 to 34, whose slot holds a compound's index.
 constexpr bool IsCompoundLeaf(NodeKind kind) {
     return kind >= NodeKind::Molarity && kind <= NodeKind::Fugacity;
+}
+
+/// Whether the slots for the arguments lie in the node itself, or there are none.
+inline bool HoldsItsArguments(const ExpressionNode& node) {
+    return node.arguments == nullptr || node.arguments == node.own;
 }
 
 /// Frees a node and everything under it. A null node and null argument slots are passed over. Allocates nothing.
@@ -112,27 +105,5 @@ void AllocateArguments(ExpressionNode& node, std::int32_t count);
 /// A deep copy of `source`. Constants and compound leaves are copied with what they hold, all others with their
 /// arguments.
 ExpressionTree CloneExpression(const ExpressionNode& source);
-
-/// The owner of one finished expression: its tree, the mask of what the tree reads, and what its evaluation needs.
-/// Never shared; a copy is a deep copy. The tree can't be changed once it is here, so whatever is derived from it stays
-/// true.
-struct ExpressionRef {
-    /// Takes over `tree`, which isn't null, and collects `dependencies` from it.
-    explicit ExpressionRef(ExpressionTree tree);
-    ~ExpressionRef();
-    ExpressionRef(const ExpressionRef&) = delete;
-    ExpressionRef& operator=(const ExpressionRef&) = delete;
-
-    /// A deep copy, with the mask as it stands here.
-    std::unique_ptr<ExpressionRef> Clone() const;
-
-    std::uint32_t dependencies = 0;  // bits of `dependency`; a reader of stored data puts the stored mask here
-    const std::unique_ptr<const ExpressionNode, ExpressionDeleter> root;
-    const std::unique_ptr<CExpressionProgram> program;  // of `root`; what `EvaluateExpression` runs
-};
-
-/// ORs the bits of `node` and of everything under it into `expression.dependencies`. A compound leaf, the pressure and
-/// the temperature set theirs; molecular weight has none.
-void CollectDependencies(const ExpressionNode& node, ExpressionRef& expression);
 
 }  // namespace reka

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -42,10 +43,11 @@ std::u16string DescribeToken(const TokenNote& note);
 
 struct ExpressionParser {
     static constexpr std::size_t charactersPerNode = 2;  // of a formula without blanks
+    static constexpr std::size_t mostExpectedNodes = 256;
 
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
     explicit ExpressionParser(std::u16string_view text)
-        : source(text.substr(0, text.find(u'\0'))), nodes(source.size() / charactersPerNode) {}
+        : source(text.substr(0, text.find(u'\0'))), nodes(std::min(source.size() / charactersPerNode, mostExpectedNodes)) {}
 
     std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 

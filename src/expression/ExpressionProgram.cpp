@@ -5,6 +5,8 @@
 #include "expression/ExpressionProgram.h"
 
 #include <algorithm>
+#include <boost/container/small_vector.hpp>
+#include <cstdint>
 #include <utility>
 
 #include "expression/NodeOperation.h"
@@ -59,44 +61,14 @@ ProgramCode CodeOfFunction(NodeKind kind) {
     }
 }
 
-/// Whether an evaluation of the node looks at nothing but what is there: an operation with just its operands, or a leaf
-/// that has a value.
-bool IsSound(const ExpressionNode& node) {
-    const std::int32_t operandCount = OperandCount(node.kind);
-    if (node.argumentCount != operandCount) return false;
-    for (std::int32_t i = 0; i < operandCount; ++i) {
-        if (!node.arguments[i]) return false;
-    }
-    if (operandCount > 0) return true;
-    switch (node.kind) {
-        case NodeKind::RealConstant:
-        case NodeKind::Temperature:
-        case NodeKind::Pressure:
-            return true;
-        case NodeKind::Molarity:
-        case NodeKind::Activity:
-        case NodeKind::Fugacity:
-        case NodeKind::MoleFraction:
-            return node.compoundIndex >= 0;
-        default:
-            return false;
-    }
-}
-
-/// The number of nodes of a tree of which each is sound; 0 for another one.
-std::size_t CountSoundNodes(const ExpressionNode& root) {
-    std::size_t count = 0;
-    CWalkStack<const ExpressionNode*> waiting;
-    waiting.Push(&root);
-    while (!waiting.IsEmpty()) {
-        const ExpressionNode& node = *waiting.Top();
-        waiting.Pop();
-        if (!IsSound(node)) return 0;
-        ++count;
-        for (std::int32_t i = 0; i < node.argumentCount; ++i) waiting.Push(node.arguments[i]);
-    }
-    return count;
-}
+/// A step while steps are still put together.
+struct ProgramStep {
+    ProgramCode code = ProgramCode::End;
+    std::uint8_t operandCount = 0;
+    OperandPlace places[operandLimit] = {};
+    std::uint32_t indices[operandLimit] = {};
+    NodeKind kind = NodeKind::Failed;  // of a function that has no code of its own
+};
 
 }  // namespace
 
@@ -104,8 +76,6 @@ std::size_t CountSoundNodes(const ExpressionNode& root) {
 /// once what it works on is computed.
 class CProgramWriter {
 public:
-    explicit CProgramWriter(CExpressionProgram& written) : program(written) {}
-
     void Write(const ExpressionNode& root) {
         Compute(root, false);
         while (!tasks.IsEmpty()) {
@@ -117,12 +87,41 @@ public:
                 AddStep(task.step);
             }
         }
-        program.steps.push_back({});
-        program.steps.shrink_to_fit();
-        program.constants.shrink_to_fit();
+        steps.push_back({});
     }
 
-    std::size_t GreatestDepth() const { return greatestDepth; }
+    /// Lays what was written out in `program`.
+    void Pack(CExpressionProgram& program) const {
+        std::size_t constantCount = 0;
+        for (const ProgramStep& step : steps) {
+            program.wordCount += 1 + OperandCountOf(step.code);
+            for (std::size_t i = 0; i < step.operandCount; ++i) {
+                if (step.places[i] == OperandPlace::Constant) ++constantCount;
+            }
+        }
+        program.storage = std::make_unique_for_overwrite<std::byte[]>(
+            program.wordCount * (sizeof(BoundWord) + sizeof(ProgramWord)) +
+            (constantCount + greatestDepth) * sizeof(double) + alignof(double));
+        program.constants = reinterpret_cast<double*>(program.storage.get());
+        program.valueStack = program.constants + constantCount;
+        program.boundWords = reinterpret_cast<BoundWord*>(program.valueStack + greatestDepth);
+        program.words = reinterpret_cast<ProgramWord*>(program.boundWords + program.wordCount);
+        program.compoundCount = compoundCount;
+        ProgramWord* word = program.words;
+        std::uint32_t packedCount = 0;
+        for (const ProgramStep& step : steps) {
+            *word++ = ProgramWord::Of(step.code);
+            if (TakesKind(step.code)) *word++ = ProgramWord::Of(step.kind);
+            for (std::size_t i = 0; i < step.operandCount; ++i) {
+                std::uint32_t index = step.indices[i];
+                if (step.places[i] == OperandPlace::Constant) {
+                    program.constants[packedCount] = constants[index];
+                    index = packedCount++;
+                }
+                *word++ = ProgramWord::Of(step.places[i], index);
+            }
+        }
+    }
 
 private:
     struct Task {
@@ -167,7 +166,6 @@ private:
     }
 
     /// A term whose factor is a constant is as well added with the other sign, which sums have steps of their own for.
-    /// The constant itself stays behind unused.
     ProgramStep SubtractionOf(const Term& term) {
         const bool isProduct = term.code == ProgramCode::Value || term.code == ProgramCode::Product ||
                                term.code == ProgramCode::TripleProduct;
@@ -243,17 +241,17 @@ private:
         }
         step.places[step.operandCount] = PlaceOf(leaf.kind);
         if (IsCompoundLeaf(leaf.kind)) {
-            step.indices[step.operandCount] = leaf.compoundIndex;
-            program.compoundCount = std::max(program.compoundCount, static_cast<std::size_t>(leaf.compoundIndex) + 1);
+            step.indices[step.operandCount] = static_cast<std::uint32_t>(leaf.compoundIndex);
+            compoundCount = std::max(compoundCount, static_cast<std::size_t>(leaf.compoundIndex) + 1);
         }
         ++step.operandCount;
     }
 
     void AddConstant(ProgramStep& step, double constant) { step.indices[step.operandCount++] = IndexOf(constant); }
 
-    std::int32_t IndexOf(double constant) {
-        program.constants.push_back(constant);
-        return static_cast<std::int32_t>(program.constants.size() - 1);
+    std::uint32_t IndexOf(double constant) {
+        constants.push_back(constant);
+        return static_cast<std::uint32_t>(constants.size() - 1);
     }
 
     static OperandPlace PlaceOf(NodeKind leaf) {
@@ -276,7 +274,7 @@ private:
     /// Writes a step, or makes one step of it and the step before.
     void AddStep(const ProgramStep& step) {
         if (step.code >= ProgramCode::AddPopped && step.code <= ProgramCode::FunctionPopped) --depth;
-        if (program.steps.empty() || !Merge(program.steps.back(), step)) program.steps.push_back(step);
+        if (steps.empty() || !Merge(steps.back(), step)) steps.push_back(step);
     }
 
     bool Merge(ProgramStep& before, const ProgramStep& step) {
@@ -312,7 +310,6 @@ private:
 
     /// Of a sum, its square and the division by that.
     bool MergeSumSquare(const ProgramStep& before) {
-        std::vector<ProgramStep>& steps = program.steps;
         if (before.code != ProgramCode::Square || steps[steps.size() - 2].code != ProgramCode::PushLongSum)
             return false;
         steps.pop_back();
@@ -354,23 +351,22 @@ private:
         }
     }
 
-    CExpressionProgram& program;
+    // What most expressions need is at hand without the heap.
+    boost::container::small_vector<ProgramStep, 16> steps;
+    boost::container::small_vector<double, 32> constants;
+    std::size_t compoundCount = 0;
     CWalkStack<Task, 16> tasks;  // tasks are long: more of them would take longer to lay out than to use
     std::size_t depth = 0;
     std::size_t greatestDepth = 0;
 };
 
-CExpressionProgram::CExpressionProgram(const ExpressionNode& root) {
+CExpressionProgram::CExpressionProgram(const ExpressionNode& root, const TreeSurvey& survey) {
+    // Of more nodes than that there might be more constants than a word can number.
+    if (!survey.isSound || survey.nodeCount > ProgramWord::greatestIndex / 4) return;
     const COwnArithmetic arithmetic;  // a tree is also read and copied where the host's settings are in force
-    const std::size_t nodeCount = CountSoundNodes(root);
-    if (nodeCount == 0) return;
-    // Near what most trees come to, so that they hardly grow.
-    steps.reserve(nodeCount / 5 + 2);
-    constants.reserve(nodeCount / 3 + 1);
-    CProgramWriter writer(*this);
+    CProgramWriter writer;
     writer.Write(root);
-    binding.steps = std::make_unique<BoundStep[]>(steps.size());
-    valueStack = std::make_unique<double[]>(writer.GreatestDepth());
+    writer.Pack(*this);
 }
 
 }  // namespace reka

@@ -16,8 +16,10 @@ struct NodeBlock {
 
 namespace {
 
-constexpr std::size_t leastCapacity = 4;
-constexpr std::size_t greatestCapacity = 256;  // a block with a single node left isn't much to keep
+constexpr std::size_t greatestFirstCapacity = 65536;
+// Of the blocks that follow; one of which a single node is left isn't much to keep.
+constexpr std::size_t leastCapacity = 16;
+constexpr std::size_t greatestCapacity = 256;
 
 constexpr std::size_t headSize =
     (sizeof(NodeBlock) + alignof(ExpressionNode) - 1) / alignof(ExpressionNode) * alignof(ExpressionNode);
@@ -26,24 +28,32 @@ std::byte* PlaceOf(NodeBlock* block, std::uint32_t index) {
     return reinterpret_cast<std::byte*>(block) + headSize + index * sizeof(ExpressionNode);
 }
 
+NodeBlock* FindBlock(const ExpressionNode& node) {
+    const std::size_t distance = headSize + (node.placeInBlock - 1) * sizeof(ExpressionNode);
+    auto* const place = reinterpret_cast<std::byte*>(const_cast<ExpressionNode*>(&node));
+    return reinterpret_cast<NodeBlock*>(place - distance);
+}
+
 void Release(NodeBlock* block) noexcept {
     if (--block->holderCount == 0) ::operator delete(block);
 }
 
 }  // namespace
 
+CNodeSource::CNodeSource(std::size_t expectedCount)
+    : nextCapacity(std::clamp<std::size_t>(expectedCount, 1, greatestFirstCapacity)) {}
+
 CNodeSource::~CNodeSource() {
     if (block) Release(block);
 }
 
 void CNodeSource::BeginBlock() {
-    const std::size_t size = std::clamp(nextCapacity, leastCapacity, greatestCapacity);
-    void* const memory = ::operator new(headSize + size * sizeof(ExpressionNode));
+    void* const memory = ::operator new(headSize + nextCapacity * sizeof(ExpressionNode));
     if (block) Release(block);
     block = new (memory) NodeBlock{1};
     used = 0;
-    capacity = static_cast<std::uint32_t>(size);
-    nextCapacity = 2 * size;
+    capacity = static_cast<std::uint32_t>(nextCapacity);
+    nextCapacity = std::clamp(2 * nextCapacity, leastCapacity, greatestCapacity);
 }
 
 ExpressionTree CNodeSource::Make(NodeKind kind) {
@@ -58,10 +68,21 @@ ExpressionTree CNodeSource::Make(NodeKind kind) {
 void FreeNode(ExpressionNode* node) noexcept {
     if (node->placeInBlock == 0) {
         delete node;
-        return;
+    } else {
+        Release(FindBlock(*node));
     }
-    const std::size_t distance = headSize + (node->placeInBlock - 1) * sizeof(ExpressionNode);
-    Release(reinterpret_cast<NodeBlock*>(reinterpret_cast<std::byte*>(node) - distance));
+}
+
+const NodeBlock* BlockOf(const ExpressionNode& node) {
+    return node.placeInBlock == 0 ? nullptr : FindBlock(node);
+}
+
+std::size_t CountHolders(const NodeBlock& block) {
+    return block.holderCount;
+}
+
+void FreeBlockOf(const ExpressionNode& node) noexcept {
+    ::operator delete(FindBlock(node));
 }
 
 std::size_t CountNodes(const ExpressionNode& root) {

@@ -17,8 +17,8 @@ struct NodeBlock;
 /// source are for one thread at a time, wherever they are.
 class CNodeSource {
 public:
-    /// `expectedCount` nodes are likely to be asked for; more are made all the same.
-    explicit CNodeSource(std::size_t expectedCount) : nextCapacity(expectedCount) {}
+    /// Room for `expectedCount` nodes is made at once, within limits; more are made all the same.
+    explicit CNodeSource(std::size_t expectedCount);
     ~CNodeSource();
     CNodeSource(const CNodeSource&) = delete;
     CNodeSource& operator=(const CNodeSource&) = delete;
@@ -37,6 +37,13 @@ private:
 
 /// Frees one node, whatever it came from, and not what is under it.
 void FreeNode(ExpressionNode* node) noexcept;
+
+/// The block that a node lies in; null for a node made by itself.
+const NodeBlock* BlockOf(const ExpressionNode& node);
+/// The number of a block's nodes that are alive, and one more as long as its source takes nodes from it.
+std::size_t CountHolders(const NodeBlock& block);
+/// Frees a block with all of its nodes, of which `node` is one. No arguments lie outside the nodes.
+void FreeBlockOf(const ExpressionNode& node) noexcept;
 
 /// The number of nodes from `root` on.
 std::size_t CountNodes(const ExpressionNode& root);

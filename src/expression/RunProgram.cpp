@@ -29,20 +29,22 @@ inline double RootOf(double x) {
 
 }  // namespace
 
-// A step is `STEP(code) { ... NEXT; }`; without `NEXT` it goes on with the step that is written behind it.
+// A step is `STEP(code) { ... NEXT(code); }`; without `NEXT` it goes on with the step that is written behind it.
 #if defined(__GNUC__)
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wpedantic"
 #define STEP(code) \
     code:
-#define NEXT goto*(++step)->handler
+#define NEXT(code)                                 \
+    step += 1 + OperandCountOf(ProgramCode::code); \
+    goto * step->handler
 #else
 #define STEP(code) case ProgramCode::code:
-#define NEXT \
-    ++step;  \
+#define NEXT(code)                                 \
+    step += 1 + OperandCountOf(ProgramCode::code); \
     continue
 #endif
-#define OPERAND(i) *step->operands[i]
+#define OPERAND(i) *step[1 + i].operand
 #define REFUSE_IF(condition) \
     if (condition) return false
 // A step that leaves `value` in `a`.
@@ -51,7 +53,7 @@ inline double RootOf(double x) {
         preparation;                            \
         REFUSE_IF(refusal);                     \
         a = value;                              \
-        NEXT;                                   \
+        NEXT(code);                             \
     }
 #define SUM(sum, preparation, refusal, value) \
     STEP(Push##sum) {                         \
@@ -65,9 +67,9 @@ inline double RootOf(double x) {
 
 bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackDefinition& definition) noexcept {
 #if defined(__GNUC__)
-#define TERM_LABELS(term) &&term, &&Push##term, &&Add##term, &&Subtract##term,
-#define SUM_LABELS(sum) &&sum, &&Push##sum,
-#define OPERATION_LABEL(operation) &&operation,
+#define TERM_LABELS(term, count) &&term, &&Push##term, &&Add##term, &&Subtract##term,
+#define SUM_LABELS(sum, count) &&sum, &&Push##sum,
+#define OPERATION_LABEL(operation, count) &&operation,
     static const void* const labels[] = {REKA_PROGRAM_TERMS(TERM_LABELS) REKA_PROGRAM_SUMS(SUM_LABELS)
                                              REKA_PROGRAM_OPERATIONS(OPERATION_LABEL)};
 #undef OPERATION_LABEL
@@ -77,10 +79,10 @@ bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackD
 #else
     constexpr const void* const* labels = nullptr;
 #endif
-    if (program.binding.workStamp != definition.WorkStamp() && !BindProgram(program, definition, labels)) [[unlikely]]
+    if (program.boundStamp != definition.WorkStamp() && !BindProgram(program, definition, labels)) [[unlikely]]
         return false;
     double* top = program.ValueStack();
-    const BoundStep* step = program.binding.steps.get();
+    const BoundWord* step = program.BoundWords();
     double a = 0.0;
 
 #if defined(__GNUC__)
@@ -136,7 +138,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackD
             CODE(DivideBySumSquare, const double sum = OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4),
                  sum < 0 || sum * sum == 0, a / (sum * sum))
             CODE(PowerPopped, const double base = *--top, base < 0, RaiseTo(base, a))
-            CODE(FunctionPopped, --top, false, ComputeOperation(step->kind, *top, a))
+            CODE(FunctionPopped, --top, false, ComputeOperation(step[1].kind, *top, a))
             CODE(Negate, , false, -a)
             CODE(Square, , a < 0, a * a)
             CODE(Cube, , a < 0, a * a * a)
@@ -145,7 +147,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const ReactionPackD
             CODE(Exponential, , false, ExpOf(a))
             CODE(Logarithm, , a < 0, math::Log(a))
             CODE(DecimalLogarithm, , a < 0, math::Log10(a))
-            CODE(Function, , FindRefusal(step->kind, a, 0.0), ComputeOperation(step->kind, a, 0.0))
+            CODE(Function, , FindRefusal(step[1].kind, a, 0.0), ComputeOperation(step[1].kind, a, 0.0))
             STEP(End) {
                 result = a;
                 return true;

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "expression/ExpressionNode.h"
+#include "expression/ExpressionRef.h"
 #include "platform/Holders.h"
 
 namespace reka {

@@ -83,6 +83,29 @@ bool ReadNodeAlone(ExpressionNode& node, CByteReader& reader, std::u16string& er
     return true;
 }
 
+/// Reads a node with everything under it, which `nodes` makes, into `root`.
+bool ReadTree(ExpressionNode& root, CNodeSource& nodes, CByteReader& reader, std::u16string& errorText) {
+    struct Place {
+        ExpressionNode* node;
+        std::int32_t next;  // the argument to be read
+    };
+    if (!ReadNodeAlone(root, reader, errorText)) return false;
+    CWalkStack<Place> open;
+    open.Push({&root, 0});
+    while (!open.IsEmpty()) {
+        Place& place = open.Top();
+        if (place.next == place.node->argumentCount) {
+            open.Pop();
+            continue;
+        }
+        ExpressionNode* const argument = nodes.Make(NodeKind::Failed).release();
+        place.node->arguments[place.next++] = argument;
+        if (!ReadNodeAlone(*argument, reader, errorText)) return false;
+        if (argument->argumentCount > 0) open.Push({argument, 0});
+    }
+    return true;
+}
+
 }  // namespace
 
 std::uint64_t StoredNodeSize(const ExpressionNode& root) {
@@ -92,7 +115,10 @@ std::uint64_t StoredNodeSize(const ExpressionNode& root) {
 }
 
 std::uint64_t StoredExpressionSize(const ExpressionRef* expression) {
-    return expression ? 5 + StoredNodeSize(*expression->root) : 1;
+    if (!expression) return 1;
+    const TreeSurvey& survey = expression->survey;
+    return 5 + (survey.isSound ? 8 * std::uint64_t{survey.nodeCount} + 4 * std::uint64_t{survey.constantCount}
+                               : StoredNodeSize(*expression->root));
 }
 
 void WriteStoredNode(const ExpressionNode& root, CByteWriter& writer) {
@@ -115,26 +141,9 @@ void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer)
     WriteStoredNode(*expression->root, writer);
 }
 
-bool ReadStoredNode(ExpressionNode& root, CNodeSource& nodes, CByteReader& reader, std::u16string& errorText) {
-    struct Place {
-        ExpressionNode* node;
-        std::int32_t next;  // the argument to be read
-    };
-    if (!ReadNodeAlone(root, reader, errorText)) return false;
-    CWalkStack<Place> open;
-    open.Push({&root, 0});
-    while (!open.IsEmpty()) {
-        Place& place = open.Top();
-        if (place.next == place.node->argumentCount) {
-            open.Pop();
-            continue;
-        }
-        ExpressionNode* const argument = nodes.Make(NodeKind::Failed).release();
-        place.node->arguments[place.next++] = argument;
-        if (!ReadNodeAlone(*argument, reader, errorText)) return false;
-        if (argument->argumentCount > 0) open.Push({argument, 0});
-    }
-    return true;
+bool ReadStoredNode(ExpressionNode& node, CByteReader& reader, std::u16string& errorText) {
+    CNodeSource nodes(CountNodesAhead(reader));
+    return ReadTree(node, nodes, reader, errorText);
 }
 
 bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText) {
@@ -145,9 +154,12 @@ bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReade
         return false;
     }
     if (!isPresent) return true;
-    CNodeSource nodes(CountNodesAhead(reader));
-    ExpressionTree tree = nodes.Make(NodeKind::Failed);
-    if (!ReadStoredNode(*tree, nodes, reader, errorText)) return false;
+    ExpressionTree tree;
+    {
+        CNodeSource nodes(CountNodesAhead(reader));
+        tree = nodes.Make(NodeKind::Failed);
+        if (!ReadTree(*tree, nodes, reader, errorText)) return false;
+    }
     auto read = std::make_unique<ExpressionRef>(std::move(tree));
     read->dependencies = dependencies;  // the stored mask counts, also where it disagrees with the tree
     expression = std::move(read);

@@ -13,8 +13,7 @@
 #include <memory>
 #include <string>
 
-#include "expression/ExpressionNode.h"
-#include "expression/NodeSource.h"
+#include "expression/ExpressionRef.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
 
@@ -35,9 +34,9 @@ void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
 /// evaluated. May throw std::bad_alloc.
 bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText);
 
-/// Reads a node with everything under it, which `nodes` makes, into `node`, which has no arguments yet. However deep
+/// Reads a node with everything under it into `node`, which has no arguments yet. However deep
 /// the tree is, the stack isn't. False: `errorText` holds the reason, and `node` owns what was read so far. May throw
 /// std::bad_alloc.
-bool ReadStoredNode(ExpressionNode& node, CNodeSource& nodes, CByteReader& reader, std::u16string& errorText);
+bool ReadStoredNode(ExpressionNode& node, CByteReader& reader, std::u16string& errorText);
 
 }  // namespace reka

@@ -6,6 +6,8 @@
 
 #include <limits>
 #include <set>
+#include <span>
+#include <vector>
 
 #include "expression/EvaluateExpression.h"
 #include "expression/ExpressionBuilders.h"
@@ -17,19 +19,28 @@
 namespace reka::test {
 namespace {
 
-#define TERM_NAMES(term) #term, "Push" #term, "Add" #term, "Subtract" #term,
-#define SUM_NAMES(sum) #sum, "Push" #sum,
-#define OPERATION_NAME(operation) #operation,
+#define TERM_NAMES(term, count) #term, "Push" #term, "Add" #term, "Subtract" #term,
+#define SUM_NAMES(sum, count) #sum, "Push" #sum,
+#define OPERATION_NAME(operation, count) #operation,
 const char* const codeNames[] = {REKA_PROGRAM_TERMS(TERM_NAMES) REKA_PROGRAM_SUMS(SUM_NAMES)
                                      REKA_PROGRAM_OPERATIONS(OPERATION_NAME)};
 #undef OPERATION_NAME
 #undef SUM_NAMES
 #undef TERM_NAMES
 
+std::vector<ProgramCode> CodesOf(const CExpressionProgram& program) {
+    std::vector<ProgramCode> codes;
+    const std::span<const ProgramWord> words = program.Words();
+    for (std::size_t i = 0; i < words.size(); i += 1 + OperandCountOf(words[i].Code())) {
+        codes.push_back(words[i].Code());
+    }
+    return codes;
+}
+
 std::string Show(const CExpressionProgram& program) {
     std::string shown;
-    for (const ProgramStep& step : program.Steps()) {
-        shown += (shown.empty() ? "" : " ") + std::string(codeNames[static_cast<std::size_t>(step.code)]);
+    for (const ProgramCode code : CodesOf(program)) {
+        shown += (shown.empty() ? "" : " ") + std::string(codeNames[static_cast<std::size_t>(code)]);
     }
     return shown;
 }
@@ -115,7 +126,8 @@ ExpressionTree ParseText(const ReactionPackDefinition& definition, std::u16strin
 TEST(ExpressionProgram, IsTheseSteps) {
     const auto definition = MakeDefinitionOf({u"i", u"j", u"k", u"l"});
     for (const auto& [text, steps] : programCases) {
-        EXPECT_EQ(Show(CExpressionProgram(*ParseText(*definition, text))), steps) << Utf8FromUtf16(text);
+        const ExpressionTree tree = ParseText(*definition, text);
+        EXPECT_EQ(Show(CExpressionProgram(*tree, SurveyTree(*tree))), steps) << Utf8FromUtf16(text);
     }
 }
 
@@ -176,7 +188,7 @@ TEST(ExpressionProgram, ComputesWhatTheNodesDo) {
         for (const char16_t* frame : usesOfTerms) {
             const std::u16string text = InPlaceOfDollar(frame, row.text);
             const ExpressionRef expression(ParseText(*definition, text));
-            for (const ProgramStep& step : expression.program->Steps()) metCodes.insert(step.code);
+            for (const ProgramCode code : CodesOf(expression.program)) metCodes.insert(code);
             ExpectSameValues(expression, *definition, Utf8FromUtf16(text));
         }
     }
@@ -238,16 +250,18 @@ TEST(ExpressionProgram, IsMadeWhateverTheHostTrapsOn) {
     trapping.sse &= ~0x1FBFU;  // nothing is masked, nothing has happened
     for (const ExpressionTree& tree : trees) {
         SetArithmetic(trapping);
-        const CExpressionProgram program(*tree);
+        const CExpressionProgram program(*tree, SurveyTree(*tree));
         const ArithmeticSettings after = CurrentArithmetic();
         SetArithmetic(before);
         EXPECT_TRUE(SameArithmetic(after, trapping));
-        EXPECT_FALSE(program.Steps().empty());
+        EXPECT_FALSE(program.Words().empty());
     }
 }
 
 TEST(ExpressionProgram, HasNoStepsForAMalformedTree) {
-    const auto isEmpty = [](const ExpressionTree& tree) { return CExpressionProgram(*tree).Steps().empty(); };
+    const auto isEmpty = [](const ExpressionTree& tree) {
+        return CExpressionProgram(*tree, SurveyTree(*tree)).Words().empty();
+    };
     EXPECT_TRUE(isEmpty(MakeNode(NodeKind::Addition, ExpressionTree(), MakeConstant(1))));
     EXPECT_TRUE(isEmpty(MakeNode(NodeKind::Sqrt)));
     EXPECT_TRUE(isEmpty(MakeNode(NodeKind::Sqrt, MakeConstant(1), MakeConstant(2))));
