@@ -42,6 +42,7 @@ std::unique_ptr<IFile> CMemoryFiles::OpenForReading(const std::u16string& path) 
 
 std::unique_ptr<IFile> CMemoryFiles::OpenForWriting(const std::u16string& path) {
     Bytes& bytes = files[path];
+    if (spare.capacity() > bytes.capacity()) bytes.swap(spare);
     bytes.clear();
     return std::make_unique<CMemoryFile>(bytes);
 }
@@ -49,6 +50,14 @@ std::unique_ptr<IFile> CMemoryFiles::OpenForWriting(const std::u16string& path) 
 bool CMemoryFiles::Rename(const std::u16string& from, const std::u16string& to) {
     files[to] = std::exchange(files[from], {});
     files.erase(from);
+    return true;
+}
+
+bool CMemoryFiles::Delete(const std::u16string& path) {
+    const auto found = files.find(path);
+    if (found == files.end()) return false;
+    spare.swap(found->second);
+    files.erase(found);
     return true;
 }
 
