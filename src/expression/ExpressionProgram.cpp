@@ -90,6 +90,8 @@ public:
         steps.push_back({});
     }
 
+    std::size_t CompoundCount() const { return compoundCount; }
+
     /// Lays what was written out in `program`.
     void Pack(CExpressionProgram& program) const {
         std::size_t constantCount = 0;
@@ -101,7 +103,7 @@ public:
         }
         program.storage = std::make_unique_for_overwrite<std::byte[]>(
             program.wordCount * (sizeof(BoundWord) + sizeof(ProgramWord)) +
-            (constantCount + greatestDepth) * sizeof(double) + alignof(double));
+            (constantCount + greatestDepth) * sizeof(double));
         program.constants = reinterpret_cast<double*>(program.storage.get());
         program.valueStack = program.constants + constantCount;
         program.boundWords = reinterpret_cast<BoundWord*>(program.valueStack + greatestDepth);
@@ -361,12 +363,12 @@ private:
 };
 
 CExpressionProgram::CExpressionProgram(const ExpressionNode& root, const TreeSurvey& survey) {
-    // Of more nodes than that there might be more constants than a word can number.
+    // A word has no room for the number of a constant beyond that; nor, below, for a compound's.
     if (!survey.isSound || survey.nodeCount > ProgramWord::greatestIndex / 4) return;
     const COwnArithmetic arithmetic;  // a tree is also read and copied where the host's settings are in force
     CProgramWriter writer;
     writer.Write(root);
-    writer.Pack(*this);
+    if (writer.CompoundCount() <= ProgramWord::greatestIndex) writer.Pack(*this);
 }
 
 }  // namespace reka

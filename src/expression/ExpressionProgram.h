@@ -46,6 +46,8 @@ union BoundWord {
     NodeKind kind;
 };
 
+static_assert(alignof(BoundWord) <= alignof(double));
+
 /// The steps of one tree. Made once, with everything that an evaluation needs besides the working values, so that an
 /// evaluation allocates nothing. A malformed tree, as stored data may hold, has no steps: it is evaluated node by node.
 class CExpressionProgram {

@@ -267,6 +267,8 @@ TEST(ExpressionProgram, HasNoStepsForAMalformedTree) {
     EXPECT_TRUE(isEmpty(MakeNode(NodeKind::Sqrt, MakeConstant(1), MakeConstant(2))));
     EXPECT_TRUE(isEmpty(MakeNode(NodeKind::Sqrt, MakeCompoundLeaf(NodeKind::Activity, -1))));
     EXPECT_TRUE(isEmpty(MakeCompoundLeaf(NodeKind::MolecularWeight, 0)));
+    EXPECT_FALSE(isEmpty(MakeCompoundLeaf(NodeKind::Activity, (1 << 28) - 2)));
+    EXPECT_TRUE(isEmpty(MakeCompoundLeaf(NodeKind::Activity, (1 << 28) - 1)));  // more than a word can number
     EXPECT_FALSE(isEmpty(MakeNode(NodeKind::Sqrt, MakeConstant(1))));
 }
 
