@@ -21,7 +21,7 @@ ExpressionTree NewNode(NodeKind kind) {
 
 template <class Action>
 PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
-    if (parser.isOutOfMemory) return noSlot;
+    if (parser.HasFailed()) return noSlot;
     try {
         return action();
     } catch (const std::bad_alloc&) {
@@ -63,10 +63,12 @@ void ExpressionParser::ReportParseError(std::u16string_view message) {
 }
 
 void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
-    RunAction(*this, [&] {
+    if (isOutOfMemory) return;
+    try {
         ReportParseError(std::u16string(message.begin(), message.end()));
-        return noSlot;
-    });
+    } catch (const std::bad_alloc&) {
+        isOutOfMemory = true;
+    }
 }
 
 PoolSlot ExpressionParser::MakeConstant(double value) noexcept {
@@ -90,7 +92,10 @@ PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compound
 }
 
 PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
-    return MakeOperation(FunctionTable[functionRow].kind, argumentList);
+    return RunAction(*this, [&] {
+        pool.NodeAt(argumentList).kind = FunctionTable[functionRow].kind;
+        return argumentList;
+    });
 }
 
 PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {

@@ -48,12 +48,16 @@ struct ExpressionParser {
     /// Adds `message` and a line end to `errorBuffer`. Every message of lexer and grammar goes through here.
     void ReportParseError(std::u16string_view message);
 
+    /// Whether the parse is going to deliver no tree, whatever else is read.
+    bool HasFailed() const { return isOutOfMemory || !errorBuffer.empty(); }
+
     // The actions of the grammar. Each makes a node that the pool owns and gives its slot; a slot that goes in is
-    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set, and from
-    // then on the actions do nothing.
+    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set. Once the
+    // parse has failed, the actions do nothing: the rest of the text is read for its messages alone.
     PoolSlot MakeConstant(double value) noexcept;
     PoolSlot MakeNode(NodeKind kind) noexcept;
     PoolSlot MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
+    /// The list becomes the function: its arguments are those of the function.
     PoolSlot MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot operand) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept;
