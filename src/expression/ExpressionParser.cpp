@@ -62,6 +62,20 @@ void ExpressionParser::ReportParseError(std::u16string_view message) {
     errorBuffer += u"\r\n";
 }
 
+void ExpressionParser::ReportUnknownWord(std::u16string_view word) {
+    constexpr std::u16string_view start = u"unknown token ";
+    constexpr std::u16string_view end = u"\r\n";
+    constexpr std::size_t partSize = 4096;  // small enough to be in the cache still when it is folded
+    errorBuffer.reserve(errorBuffer.size() + start.size() + word.size() + end.size());
+    errorBuffer += start;
+    for (std::size_t done = 0; done < word.size(); done += partSize) {
+        const std::size_t partStart = errorBuffer.size();
+        errorBuffer += word.substr(done, partSize);
+        for (std::size_t i = partStart; i < errorBuffer.size(); ++i) errorBuffer[i] = UpperCase(errorBuffer[i]);
+    }
+    errorBuffer += end;
+}
+
 void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
     if (isOutOfMemory) return;
     try {

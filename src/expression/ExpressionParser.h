@@ -41,12 +41,14 @@ std::u16string DescribeToken(const TokenNote& note);
 
 struct ExpressionParser {
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
-    explicit ExpressionParser(std::u16string_view text) : source(text.substr(0, text.find(u'\0'))) {}
+    explicit ExpressionParser(std::u16string_view text) : source(text) {}
 
     std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 
     /// Adds `message` and a line end to `errorBuffer`. Every message of lexer and grammar goes through here.
     void ReportParseError(std::u16string_view message);
+    /// The same for a word that nobody knows, which may be as long as the text.
+    void ReportUnknownWord(std::u16string_view word);
 
     /// Whether the parse is going to deliver no tree, whatever else is read.
     bool HasFailed() const { return isOutOfMemory || !errorBuffer.empty(); }
@@ -67,8 +69,8 @@ struct ExpressionParser {
     /// A message of the generated parser, which lets no exception through.
     void ReportGrammarError(std::string_view message) noexcept;
 
-    std::u16string_view source;
-    std::size_t position = 0;  // of the next character
+    std::u16string_view source;  // ends where the lexer says
+    std::size_t position = 0;    // of the next character
     TokenValue tokenValue{};
     TokenNote tokenNote;  // of the token read last, for diagnostics
     std::u16string errorBuffer;
