@@ -43,6 +43,7 @@ struct TextFamily {
     const char* description;
     std::size_t compoundCount;
     bool isWrong;
+    bool sharesLookup;  // as texts of one definition are parsed; otherwise each text by itself
     std::u16string (*make)(std::size_t size);
 };
 
@@ -78,12 +79,13 @@ std::u16string MakeSyntaxErrors(std::size_t size) {
 }
 
 constexpr TextFamily families[] = {
-    {"sum", "a sum", 10, false, MakeSum},
-    {"arguments", "a list of arguments", 10, true, MakeArgumentList},
-    {"name", "one name", 10, true, MakeLongName},
-    {"compounds", "compounds out of 10,000", 10'000, false, MakeCompoundSum},
-    {"errors", "calls with a wrong number of arguments", 10, true, MakeErrors},
-    {"syntax", "syntax errors", 10, true, MakeSyntaxErrors},
+    {"sum", "a sum", 10, false, false, MakeSum},
+    {"arguments", "a list of arguments", 10, true, false, MakeArgumentList},
+    {"name", "one name", 10, true, false, MakeLongName},
+    {"compounds", "compounds out of 10,000", 10'000, false, false, MakeCompoundSum},
+    {"compounds-shared", "the same, one lookup for all texts", 10'000, false, true, MakeCompoundSum},
+    {"errors", "calls with a wrong number of arguments", 10, true, false, MakeErrors},
+    {"syntax", "syntax errors", 10, true, false, MakeSyntaxErrors},
 };
 
 struct ParsedText {
@@ -92,6 +94,7 @@ struct ParsedText {
     std::u16string errorText;
 
     ExpressionTree Parse() { return ParseExpression(*definition, text, errorText, nullptr); }
+    ExpressionTree Parse(CCompoundLookup& compounds) { return ParseExpression(compounds, text, errorText, nullptr); }
 };
 
 void RegisterFamily(const TextFamily& family) {
@@ -107,7 +110,12 @@ void RegisterFamily(const TextFamily& family) {
                 parsed->text = family.make(size);
                 if ((parsed->Parse() == nullptr) != family.isWrong) state.SkipWithError("parses otherwise than meant");
             }
-            for (auto _ : state) benchmark::DoNotOptimize(parsed->Parse());
+            if (family.sharesLookup) {
+                CCompoundLookup compounds(*parsed->definition);
+                for (auto _ : state) benchmark::DoNotOptimize(parsed->Parse(compounds));
+            } else {
+                for (auto _ : state) benchmark::DoNotOptimize(parsed->Parse());
+            }
         });
     }
 }

@@ -62,11 +62,11 @@ std::u16string IdOf(const ReactionDefinition& reaction) {
 }
 
 /// Parses `text` into `expression`, which an empty text leaves as it is.
-bool ParseInto(const ReactionPackDefinition& definition, const ReactionDefinition& reaction, const std::u16string& text,
+bool ParseInto(CCompoundLookup& compounds, const ReactionDefinition& reaction, const std::u16string& text,
                const char16_t* prefix, std::unique_ptr<ExpressionRef>& expression, std::u16string& errorText) {
     if (text.empty()) return true;
     std::u16string parserText;
-    ExpressionTree tree = ParseExpression(definition, text, parserText, nullptr);
+    ExpressionTree tree = ParseExpression(compounds, text, parserText, nullptr);
     if (!tree) {
         errorText = prefix + IdOf(reaction) + u":\r\n" + parserText;
         return false;
@@ -149,19 +149,18 @@ bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDe
     return false;
 }
 
-bool ParseTypeExpression(const ReactionPackDefinition& definition, ReactionDefinition& reaction,
-                         std::u16string& errorText) {
+bool ParseTypeExpression(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u16string& errorText) {
     if (reaction.type == ReactionType::Kinetic) {
-        return ParseInto(definition, reaction, reaction.rateEquation,
+        return ParseInto(compounds, reaction, reaction.rateEquation,
                          u"error parsing rate expression for kinetic reaction ", reaction.rateExpression, errorText);
     }
-    return ParseInto(definition, reaction, reaction.equilibriumConstantEquation,
+    return ParseInto(compounds, reaction, reaction.equilibriumConstantEquation,
                      u"error parsing equilibrium constant expression for equilibrium reaction ",
                      reaction.equilibriumConstantExpression, errorText);
 }
 
-bool ParseHeat(const ReactionPackDefinition& definition, ReactionDefinition& reaction, std::u16string& errorText) {
-    return ParseInto(definition, reaction, reaction.heatEquation,
+bool ParseHeat(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u16string& errorText) {
+    return ParseInto(compounds, reaction, reaction.heatEquation,
                      u"error parsing heat of reaction expression for reaction ", reaction.heatExpression, errorText);
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "checking/DefinitionCheckUi.h"
+#include "expression/CompoundLookup.h"
 #include "package/Definition.h"
 
 namespace reka {
@@ -39,12 +40,12 @@ bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDe
                       std::u16string& errorText);
 
 /// Parses the text that belongs to the type of the reaction, and makes its tree. True without a text as well, which
-/// gives no tree; the text of the other type gets none in any case.
-bool ParseTypeExpression(const ReactionPackDefinition& definition, ReactionDefinition& reaction,
-                         std::u16string& errorText);
+/// gives no tree; the text of the other type gets none in any case. `compounds` is that of the reaction's definition,
+/// one for all its reactions.
+bool ParseTypeExpression(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u16string& errorText);
 
 /// The same for the heat of reaction.
-bool ParseHeat(const ReactionPackDefinition& definition, ReactionDefinition& reaction, std::u16string& errorText);
+bool ParseHeat(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u16string& errorText);
 
 /// Has the user confirm each quantity of the material that the heat of reaction depends on. A fugacity goes without a
 /// question. False for the first that isn't confirmed.

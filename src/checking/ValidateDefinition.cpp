@@ -12,13 +12,14 @@ namespace reka {
 
 namespace {
 
-bool ValidateReaction(const ReactionPackDefinition& definition, ReactionDefinition& reaction, bool hasAllFormulas,
+bool ValidateReaction(CCompoundLookup& compounds, ReactionDefinition& reaction, bool hasAllFormulas,
                       std::u16string& errorText, IDefinitionCheckUi& ui) {
+    const ReactionPackDefinition& definition = compounds.Definition();
     reaction.DiscardExpressions();
     if (!CheckPhase(reaction, errorText)) return false;
     if (hasAllFormulas && !CheckElementBalance(definition, reaction, ui, errorText)) return false;
-    return CheckMassBalance(definition, reaction, errorText) && ParseTypeExpression(definition, reaction, errorText) &&
-           ParseHeat(definition, reaction, errorText) && ConfirmHeatDependencies(reaction, ui, errorText);
+    return CheckMassBalance(definition, reaction, errorText) && ParseTypeExpression(compounds, reaction, errorText) &&
+           ParseHeat(compounds, reaction, errorText) && ConfirmHeatDependencies(reaction, ui, errorText);
 }
 
 bool Validate(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
@@ -30,8 +31,9 @@ bool Validate(ReactionPackDefinition& definition, const TemplateStore* templateS
     }
     if (!CheckCompounds(definition, errorText)) return false;
     const bool hasAllFormulas = HasAllFormulas(definition);
+    CCompoundLookup compounds(definition);  // nobody can edit them while a question to the user is open
     for (const auto& reaction : definition.reactions) {
-        if (!ValidateReaction(definition, *reaction, hasAllFormulas, errorText, ui)) return false;
+        if (!ValidateReaction(compounds, *reaction, hasAllFormulas, errorText, ui)) return false;
     }
     definition.AllocateWorkArrays();
     return true;

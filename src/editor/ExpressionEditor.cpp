@@ -81,7 +81,7 @@ std::vector<ExpressionRun> ColourExpression(std::u16string_view text, TextRange 
 }
 
 CExpressionEditor::CExpressionEditor(const ReactionPackDefinition& edited, IExpressionField& shown)
-    : definition(edited), field(shown) {}
+    : compounds(edited), field(shown) {}
 
 void CExpressionEditor::TextChanged() {
     if (eventsOn) ReparseExpression();
@@ -93,10 +93,10 @@ void CExpressionEditor::SelectionChanged() {
 
 void CExpressionEditor::ReparseExpression() {
     const std::u16string text = field.Text();
-    std::u16string message;
+    message.clear();
     errorPosition = noPosition;
     // No text is no error here: the expression isn't given then.
-    if (!text.empty() && ParseExpression(definition, text, message, &errorPosition)) {
+    if (!text.empty() && ParseExpression(compounds, text, message, &errorPosition)) {
         message.clear();
         errorPosition = noPosition;
     }

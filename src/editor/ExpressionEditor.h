@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "expression/CompoundLookup.h"
 #include "package/Definition.h"
 
 namespace reka {
@@ -56,9 +57,9 @@ public:
     virtual void ShowStatus(const std::u16string& message) = 0;
 };
 
-/// The dialog on the expression of one definition. Both parameters outlive this. No text is ever refused: what is wrong
-/// with it is shown while the user types, and told by the check of the definition. May throw std::bad_alloc; events
-/// count again then.
+/// The dialog on the expression of one definition. Both parameters outlive this, and the definition's compounds stay as
+/// they are meanwhile. No text is ever refused: what is wrong with it is shown while the user types, and told by the
+/// check of the definition. May throw std::bad_alloc; events count again then.
 class CExpressionEditor {
 public:
     CExpressionEditor(const ReactionPackDefinition& edited, IExpressionField& shown);
@@ -77,9 +78,10 @@ private:
     void ReparseExpression();
     void RecolourExpression();
 
-    const ReactionPackDefinition& definition;
+    CCompoundLookup compounds;  // none is added or removed while the dialog is open
     IExpressionField& field;
     std::int32_t errorPosition = noPosition;
+    std::u16string message;  // on the text, kept for its room
     bool eventsOn = true;
 };
 

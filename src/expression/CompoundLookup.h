@@ -11,13 +11,18 @@
 
 namespace reka {
 
-/// The compounds of one definition by name, for the time of one parse. A table of the names is made when so many words
-/// have been looked for that it pays, so that neither a short expression over many compounds nor a long one takes
-/// longer than its words and the compounds ask for.
+/// The compounds of one definition by name, for one parse or for all texts of the definition. A table of the names is
+/// made when so many words have been looked for that it pays, so that neither a short expression over many compounds
+/// nor a long one takes longer than its words and the compounds ask for.
+///
+/// The names are lent: from the first `Find` on, the list of compounds and their names stay as they are for as long as
+/// anything is looked for. Whoever changes them makes another lookup.
 class CCompoundLookup {
 public:
     /// `lookedIn` outlives this.
     explicit CCompoundLookup(const ReactionPackDefinition& lookedIn) : definition(lookedIn) {}
+
+    const ReactionPackDefinition& Definition() const { return definition; }
 
     /// The index of the first compound whose name is `word`, the case of A to Z apart; -1 for none. An absent name
     /// counts as an empty one.

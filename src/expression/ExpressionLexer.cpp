@@ -78,7 +78,7 @@ static_assert(AreFunctionNamesOfThreeToFive());
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadToken() {
-    while (!IsAtEnd() && (source[position] == u'\t' || source[position] == u' ')) ++position;
+    while (NextCharacter() == u'\t' || NextCharacter() == u' ') ++position;
     if (IsAtEnd()) return EndOfInput();
     const char16_t first = ReadCharacter();
     if (StartsWord(first)) return ReadWord();
@@ -133,15 +133,14 @@ int ExpressionLexer<Whole>::Fail(const TokenNote& note, std::u16string_view mess
 // Behind the last character of a number or word: the blanks that close it are consumed with it.
 template <class Whole>
 void ExpressionLexer<Whole>::EndToken() {
-    if (IsAtEnd()) return;
-    const char16_t end = source[position];
+    const char16_t end = NextCharacter();
     if (end == u'\t' || end == u'\r' || end == u' ') ++position;
 }
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadWord() {
     const std::size_t start = position - 1;
-    while (!IsAtEnd() && ContinuesWord(source[position])) ++position;
+    while (ContinuesWord(NextCharacter())) ++position;
     const std::u16string_view word = source.substr(start, position - start);
     EndToken();
     return ResolveWord(word);
@@ -150,13 +149,11 @@ int ExpressionLexer<Whole>::ReadWord() {
 // Quotes are for compound names with blanks, hyphens and the like; "T" in quotes is still the temperature.
 template <class Whole>
 int ExpressionLexer<Whole>::ReadQuotedName() {
-    const std::size_t end = source.find(u'"', position);
-    if (end == std::u16string_view::npos) {
-        position = source.size();
-        return Fail(NoteOf(u"end of input"), u"missing closing quote");
-    }
-    const std::u16string_view name = source.substr(position, end - position);
-    position = end + 1;
+    const std::size_t start = position;
+    while (!IsAtEnd() && NextCharacter() != u'"') ++position;
+    if (IsAtEnd()) return Fail(NoteOf(u"end of input"), u"missing closing quote");
+    const std::u16string_view name = source.substr(start, position - start);
+    ++position;
     return ResolveWord(name);
 }
 
@@ -173,35 +170,32 @@ int ExpressionLexer<Whole>::ResolveWord(std::u16string_view word) {
     if (IsWord(word, piWord)) return token::pi;
     if (IsWord(word, gasConstantWord)) return token::r;
     if (const int code = FindOtherWord(word); code != token::endOfInput) return code;
-    ReportParseError(u"unknown token " + UpperCase(word));
+    ReportUnknownWord(word);
     return token::endOfInput;
 }
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadNumber(char16_t firstDigit) {
     Whole value = firstDigit - u'0';
-    while (!IsAtEnd() && IsDigit(source[position])) value = AppendDigit(value, Whole(ReadCharacter() - u'0'));
-    if (!IsAtEnd()) {
-        switch (source[position]) {
-            case u'e':
-            case u'E':
-                ++position;
-                return ReadExponent(static_cast<double>(value));
-            case u'.':
-                ++position;
-                return ReadFraction(static_cast<double>(value));
-            default:
-                EndToken();
-                break;
-        }
+    while (IsDigit(NextCharacter())) value = AppendDigit(value, Whole(ReadCharacter() - u'0'));
+    switch (NextCharacter()) {
+        case u'e':
+        case u'E':
+            ++position;
+            return ReadExponent(static_cast<double>(value));
+        case u'.':
+            ++position;
+            return ReadFraction(static_cast<double>(value));
+        default:
+            EndToken();
+            return FinishInteger(value);
     }
-    return FinishInteger(value);
 }
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadNumberFromDot() {
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), u"unexpected end of input while reading number");
-    if (IsDigit(source[position])) return ReadFraction(0.0);
+    if (IsDigit(NextCharacter())) return ReadFraction(0.0);
     ++position;
     return Fail(NoteOf(u". (dot)"), u"expected number to follow decimal point");
 }
@@ -210,17 +204,15 @@ int ExpressionLexer<Whole>::ReadNumberFromDot() {
 template <class Whole>
 int ExpressionLexer<Whole>::ReadFraction(double value) {
     double scale = 0.1;
-    while (!IsAtEnd() && IsDigit(source[position])) {
+    while (IsDigit(NextCharacter())) {
         value += (ReadCharacter() - u'0') * scale;
         scale *= 0.1;
     }
-    if (!IsAtEnd()) {
-        if (source[position] == u'e' || source[position] == u'E') {
-            ++position;
-            return ReadExponent(value);
-        }
-        EndToken();
+    if (NextCharacter() == u'e' || NextCharacter() == u'E') {
+        ++position;
+        return ReadExponent(value);
     }
+    EndToken();
     return FinishReal(value);
 }
 
@@ -228,7 +220,7 @@ template <class Whole>
 int ExpressionLexer<Whole>::ReadExponent(double value) {
     constexpr std::u16string_view endMessage = u"unexpected end of input in real number";
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
-    const char16_t first = source[position];
+    const char16_t first = NextCharacter();
     if (IsDigit(first)) return ReadExponentDigits(value, false);
     if (first != u'+' && first != u'-') {
         ReportParseError(u"syntax error in real number, missing exponent");
@@ -237,7 +229,7 @@ int ExpressionLexer<Whole>::ReadExponent(double value) {
     }
     ++position;
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
-    if (IsDigit(source[position])) return ReadExponentDigits(value, first == u'-');
+    if (IsDigit(NextCharacter())) return ReadExponentDigits(value, first == u'-');
     ReportParseError(u"syntax error in real number, expected digit");
     EndToken();
     return FinishReal(value);
@@ -245,14 +237,14 @@ int ExpressionLexer<Whole>::ReadExponent(double value) {
 
 template <class Whole>
 int ExpressionLexer<Whole>::ReadExponentDigits(double value, bool isNegative) {
-    while (!IsAtEnd() && source[position] == u'0') ++position;
-    if (IsAtEnd() || !IsDigit(source[position])) {  // 1e0 is 1, with no multiplication
+    while (NextCharacter() == u'0') ++position;
+    if (!IsDigit(NextCharacter())) {  // 1e0 is 1, with no multiplication
         EndToken();
         return FinishReal(value);
     }
     Whole exponent = ReadCharacter() - u'0';
     if (isNegative) exponent = -exponent;
-    while (!IsAtEnd() && IsDigit(source[position])) {
+    while (IsDigit(NextCharacter())) {
         const Whole digit = ReadCharacter() - u'0';
         exponent = AppendDigit(exponent, exponent < 0 ? -digit : digit);
     }

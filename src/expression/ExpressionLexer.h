@@ -32,7 +32,9 @@ private:
     /// of A to Z plays no part.
     virtual int FindOtherWord(std::u16string_view word) = 0;
 
-    bool IsAtEnd() const { return position >= source.size(); }
+    /// The next character, which stays; zero at the end of the text, which a zero within it is, too.
+    char16_t NextCharacter() const { return position < source.size() ? source[position] : u'\0'; }
+    bool IsAtEnd() const { return NextCharacter() == u'\0'; }
     char16_t ReadCharacter() { return source[position++]; }
     int EndOfInput();
     int Fail(const TokenNote& note, std::u16string_view message);

@@ -15,7 +15,7 @@ namespace {
 
 template <class Action>
 PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
-    if (parser.isOutOfMemory) return noSlot;
+    if (parser.HasFailed()) return noSlot;
     try {
         return action();
     } catch (const std::bad_alloc&) {
@@ -56,11 +56,27 @@ void ExpressionParser::ReportParseError(std::u16string_view message) {
     errorBuffer += u"\r\n";
 }
 
+void ExpressionParser::ReportUnknownWord(std::u16string_view word) {
+    constexpr std::u16string_view start = u"unknown token ";
+    constexpr std::u16string_view end = u"\r\n";
+    constexpr std::size_t partSize = 4096;  // small enough to be in the cache still when it is folded
+    errorBuffer.reserve(errorBuffer.size() + start.size() + word.size() + end.size());
+    errorBuffer += start;
+    for (std::size_t done = 0; done < word.size(); done += partSize) {
+        const std::size_t partStart = errorBuffer.size();
+        errorBuffer += word.substr(done, partSize);
+        for (std::size_t i = partStart; i < errorBuffer.size(); ++i) errorBuffer[i] = UpperCase(errorBuffer[i]);
+    }
+    errorBuffer += end;
+}
+
 void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
-    RunAction(*this, [&] {
+    if (isOutOfMemory) return;
+    try {
         ReportParseError(std::u16string(message.begin(), message.end()));
-        return noSlot;
-    });
+    } catch (const std::bad_alloc&) {
+        isOutOfMemory = true;
+    }
 }
 
 PoolSlot ExpressionParser::MakeConstant(double value) noexcept {
@@ -84,7 +100,10 @@ PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compound
 }
 
 PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
-    return MakeOperation(FunctionTable[functionRow].kind, argumentList);
+    return RunAction(*this, [&] {
+        pool.NodeAt(argumentList).kind = FunctionTable[functionRow].kind;
+        return argumentList;
+    });
 }
 
 PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {

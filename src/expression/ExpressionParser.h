@@ -47,19 +47,25 @@ struct ExpressionParser {
 
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
     explicit ExpressionParser(std::u16string_view text)
-        : source(text.substr(0, text.find(u'\0'))), nodes(std::min(source.size() / charactersPerNode, mostExpectedNodes)) {}
+        : source(text), nodes(std::min(text.size() / charactersPerNode, mostExpectedNodes)) {}
 
     std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 
     /// Adds `message` and a line end to `errorBuffer`. Every message of lexer and grammar goes through here.
     void ReportParseError(std::u16string_view message);
+    /// The same for a word that nobody knows, which may be as long as the text.
+    void ReportUnknownWord(std::u16string_view word);
+
+    /// Whether the parse is going to deliver no tree, whatever else is read.
+    bool HasFailed() const { return isOutOfMemory || !errorBuffer.empty(); }
 
     // The actions of the grammar. Each makes a node that the pool owns and gives its slot; a slot that goes in is
-    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set, and from
-    // then on the actions do nothing.
+    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set. Once the
+    // parse has failed, the actions do nothing: the rest of the text is read for its messages alone.
     PoolSlot MakeConstant(double value) noexcept;
     PoolSlot MakeNode(NodeKind kind) noexcept;
     PoolSlot MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
+    /// The list becomes the function: its arguments are those of the function.
     PoolSlot MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot operand) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept;
@@ -69,8 +75,8 @@ struct ExpressionParser {
     /// A message of the generated parser, which lets no exception through.
     void ReportGrammarError(std::string_view message) noexcept;
 
-    std::u16string_view source;
-    std::size_t position = 0;  // of the next character
+    std::u16string_view source;  // ends where the lexer says
+    std::size_t position = 0;    // of the next character
     TokenValue tokenValue{};
     TokenNote tokenNote;  // of the token read last, for diagnostics
     std::u16string errorBuffer;

@@ -18,11 +18,19 @@ std::recursive_mutex parserLock;
 
 ExpressionTree ParseExpression(const ReactionPackDefinition& definition, std::u16string_view text,
                                std::u16string& errorText, std::int32_t* position) {
+    CCompoundLookup compounds(definition);
+    return ParseExpression(compounds, text, errorText, position);
+}
+
+ExpressionTree ParseExpression(CCompoundLookup& compounds, std::u16string_view text, std::u16string& errorText,
+                               std::int32_t* position) {
     const std::lock_guard lock(parserLock);
     const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
-    ReactionExpressionParser parser(definition, text);
+    ReactionExpressionParser parser(compounds, text);
+    parser.errorBuffer.swap(errorText);  // for its room, which a caller that parses again and again has had before
+    parser.errorBuffer.clear();
     RunReactionGrammar(parser);
-    ExpressionTree tree = FinishParse(parser, &definition, errorText);
+    ExpressionTree tree = FinishParse(parser, &compounds.Definition(), errorText);
     if (position) *position = static_cast<std::int32_t>(parser.position);
     return tree;
 }

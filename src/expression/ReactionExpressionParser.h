@@ -24,13 +24,12 @@ constexpr int x = 268;
 
 /// Words are resolved against the function table, the reserved words and the definition's compounds.
 struct ReactionExpressionParser final : ExpressionLexer<std::int64_t> {
-    /// The expression is `text` up to its first zero character. `text` and `definition` outlive the parser.
-    ReactionExpressionParser(const ReactionPackDefinition& definition, std::u16string_view text)
-        : ExpressionLexer(text), compounds(definition) {}
-
-    CCompoundLookup compounds;
+    /// The expression is `text` up to its first zero character. `text` and `lookup` outlive the parser.
+    ReactionExpressionParser(CCompoundLookup& lookup, std::u16string_view text)
+        : ExpressionLexer(text), compounds(lookup) {}
 
 private:
+    CCompoundLookup& compounds;
     int FindOtherWord(std::u16string_view word) override;
 };
 

@@ -22,15 +22,21 @@ const char16_t* CharactersOf(const OLECHAR* text) {
     return text ? reinterpret_cast<const char16_t*>(text) : u"";
 }
 
-// FNV-1a over the folded characters.
-constexpr std::uint32_t hashStart = 2166136261U;
+// Without the bit in which a small letter differs from its capital. It unites more characters than the comparison does,
+// which costs nothing but a comparison.
+constexpr std::uint64_t foldedBits = 0xFFDF'FFDF'FFDF'FFDF;
 
-constexpr std::uint32_t AppendToHash(std::uint32_t hash, char16_t character) {
-    return (hash ^ Fold(character)) * 16777619U;
+constexpr std::uint64_t hashFactor = 0x9E37'79B9'7F4A'7C15;
+
+// Takes four characters into a hash.
+constexpr std::uint64_t AppendToHash(std::uint64_t hash, std::uint64_t characters) {
+    const std::uint64_t product = (hash ^ (characters & foldedBits)) * hashFactor;
+    return product ^ product >> 32;
 }
 
-constexpr std::size_t FinishHash(std::uint32_t hash) {
-    return hash ^ hash >> 15;  // tables take the lower bits
+// Tables take the lower bits, which must depend on the last character too.
+constexpr std::size_t FinishHash(std::uint64_t hash) {
+    return static_cast<std::uint32_t>(hash * hashFactor >> 32);
 }
 
 }  // namespace
@@ -74,15 +80,19 @@ bool SameUsualText(BSTR left, BSTR right) {
 }
 
 std::size_t SameTextHash(const OLECHAR* text) {
-    std::uint32_t hash = hashStart;
-    for (const char16_t* c = CharactersOf(text); *c != u'\0'; ++c) hash = AppendToHash(hash, *c);
-    return FinishHash(hash);
+    return SameTextHash(std::u16string_view(CharactersOf(text)));
 }
 
 std::size_t SameTextHash(std::u16string_view text) {
-    std::uint32_t hash = hashStart;
-    for (const char16_t character : text) hash = AppendToHash(hash, character);
-    return FinishHash(hash);
+    std::uint64_t hash = text.size();
+    for (; text.size() >= 4; text.remove_prefix(4)) {
+        std::uint64_t characters;
+        std::memcpy(&characters, text.data(), sizeof characters);
+        hash = AppendToHash(hash, characters);
+    }
+    std::uint64_t rest = 0;
+    for (const char16_t character : text) rest = rest << 16 | character;
+    return FinishHash(AppendToHash(hash, rest));
 }
 
 }  // namespace reka

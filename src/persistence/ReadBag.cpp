@@ -46,7 +46,8 @@ struct BagColumn {
 /// settings, which the bag and its error log expect; the parser and an expression's program see to their own.
 class CBagFiller {
 public:
-    CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader) : definition(target), reader(bagReader) {}
+    CBagFiller(ReactionPackDefinition& target, const BagReader& bagReader)
+        : definition(target), reader(bagReader), compounds(target) {}
 
     bool Fill() {
         FillIdentity();
@@ -200,7 +201,7 @@ private:
         if (text.IsAbsent()) return;
         equation = StringFromBstr(text.Get());
         std::u16string errorText;
-        ExpressionTree tree = ParseExpression(definition, equation, errorText, nullptr);
+        ExpressionTree tree = ParseExpression(compounds, equation, errorText, nullptr);
         if (tree) {
             expression = std::make_unique<ExpressionRef>(std::move(tree));
         } else {
@@ -238,6 +239,7 @@ private:
 
     ReactionPackDefinition& definition;
     const BagReader& reader;
+    CCompoundLookup compounds;  // for the expressions, which are read when all compounds are there
 };
 
 }  // namespace

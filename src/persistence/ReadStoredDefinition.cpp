@@ -39,7 +39,7 @@ void WarnOfCorrectedRates() {
 class CDefinitionReader {
 public:
     CDefinitionReader(ReactionPackDefinition& target, std::span<const std::uint8_t> bytes, std::u16string& reason)
-        : definition(target), block(bytes), errorText(reason) {}
+        : definition(target), compounds(target), block(bytes), errorText(reason) {}
 
     bool Read() {
         std::int32_t compoundCount = 0;
@@ -136,7 +136,7 @@ private:
         reaction.rateEquation = u"(" + reaction.rateEquation + u")/3.6";
         reaction.rateExpression.reset();
         std::u16string parserText;
-        ExpressionTree tree = ParseExpression(definition, reaction.rateEquation, parserText, nullptr);
+        ExpressionTree tree = ParseExpression(compounds, reaction.rateEquation, parserText, nullptr);
         if (!tree) {
             errorText = u"Parse error for rate expression of old format file: " + parserText;
             return false;
@@ -157,6 +157,7 @@ private:
     bool HasMore() const { return block.Remaining() > 0; }
 
     ReactionPackDefinition& definition;
+    CCompoundLookup compounds;  // for the expressions, which are read when all compounds are there
     CByteReader block;
     std::u16string& errorText;
     std::uint32_t version = 0;

@@ -234,7 +234,8 @@ TEST(ParseExpression, EndsAtTheFirstZero) {
 
 TEST(ParseExpression, FailsWithASecondNodeLeft) {
     const auto definition = MakeDefinitionOf({});
-    ReactionExpressionParser parser(*definition, u"");
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, u"");
     parser.MakeNode(NodeKind::Temperature);
     parser.MakeNode(NodeKind::Pressure);
     EXPECT_EQ(TakeParsedNode(parser), nullptr);
@@ -243,7 +244,8 @@ TEST(ParseExpression, FailsWithASecondNodeLeft) {
 
 TEST(ParseExpression, TakesTheOneNodeOutOfThePool) {
     const auto definition = MakeDefinitionOf({});
-    ReactionExpressionParser parser(*definition, u"");
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, u"");
     const PoolSlot removed = parser.MakeNode(NodeKind::Temperature);
     parser.MakeNode(NodeKind::Pressure);
     parser.pool.PoolRemove(removed);
@@ -251,6 +253,42 @@ TEST(ParseExpression, TakesTheOneNodeOutOfThePool) {
     EXPECT_EQ(parser.pool.FindNode(0), noSlot);
     EXPECT_EQ(TakeParsedNode(parser), nullptr);
     EXPECT_EQ(parser.errorBuffer, u"");
+}
+
+TEST(ParseExpression, MakesNothingOnceItHasFailed) {
+    const auto definition = MakeDefinitionOf({});
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, u"");
+    const PoolSlot list = parser.MakeOperation(NodeKind::ExpressionList, parser.MakeNode(NodeKind::Temperature));
+    parser.ReportParseError(u"wrong");
+    EXPECT_EQ(parser.MakeNode(NodeKind::Pressure), noSlot);
+    EXPECT_EQ(parser.MakeConstant(1), noSlot);
+    EXPECT_EQ(parser.AppendArgument(list, noSlot), noSlot);
+    EXPECT_EQ(parser.MakeFunction(0, list), noSlot);
+    EXPECT_EQ(parser.MakeOperation(NodeKind::Addition, list, noSlot), noSlot);
+    parser.ReportGrammarError("worse");
+    EXPECT_EQ(parser.errorBuffer, u"wrong\r\nworse\r\n");
+}
+
+TEST(ParseExpression, MakesTheFunctionOfItsList) {
+    const auto definition = MakeDefinitionOf({});
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, u"");
+    const PoolSlot list = parser.MakeOperation(NodeKind::ExpressionList, parser.MakeNode(NodeKind::Temperature));
+    parser.AppendArgument(list, parser.MakeNode(NodeKind::Pressure));
+    EXPECT_EQ(parser.MakeFunction(17, list), list);
+    EXPECT_EQ(Show(TakeParsedNode(parser).get()), "25(29,28)");
+}
+
+TEST(ParseExpression, KeepsTheRoomOfTheErrorText) {
+    const auto definition = MakeDefinitionOf({});
+    std::u16string errorText(1000, u'x');
+    const char16_t* const room = errorText.data();
+    EXPECT_EQ(ParseExpression(*definition, u"2+", errorText, nullptr), nullptr);
+    EXPECT_EQ(errorText, u"syntax error, unexpected $end\r\n");
+    EXPECT_NE(ParseExpression(*definition, u"2", errorText, nullptr), nullptr);
+    EXPECT_EQ(errorText, u"");
+    EXPECT_EQ(errorText.data(), room);
 }
 
 // The parser's stack has room for 9999 entries, one of them for the start.
@@ -396,7 +434,8 @@ TEST(ParseExpression, DoesNotFollowTheLocaleOfTheHost) {
     std::u16string errorText;
     EXPECT_EQ(Show(ParseExpression(*definition, u"0.5+2.5e-1", errorText, nullptr).get()), "0.75");
     EXPECT_EQ(ParseExpression(*definition, u"0,5", errorText, nullptr), nullptr);
-    ReactionExpressionParser parser(*definition, u"1.5");
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, u"1.5");
     parser.ReadToken();
     EXPECT_EQ(parser.TokenDescription(), u"real value 1.5");
     std::setlocale(LC_ALL, before.c_str());

@@ -19,7 +19,8 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 // index, single characters as they are, and other words as their code; then each message, in brackets.
 std::string Tokens(std::u16string_view text, std::initializer_list<const char16_t*> compounds = {}) {
     const auto definition = MakeDefinitionOf(compounds);
-    ReactionExpressionParser parser(*definition, text);
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, text);
     std::string line;
     while (const int code = parser.ReadToken()) {
         if (!line.empty()) line += " ";
@@ -48,7 +49,8 @@ std::string Tokens(std::u16string_view text, std::initializer_list<const char16_
 // The number at the start of a text.
 double ReadNumber(std::u16string_view text) {
     const auto definition = MakeDefinitionOf({});
-    ReactionExpressionParser parser(*definition, text);
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, text);
     EXPECT_EQ(parser.ReadToken(), token::realNumber) << Utf8FromUtf16(text);
     return parser.tokenValue.number;
 }
@@ -229,7 +231,8 @@ class Descriptions : public testing::TestWithParam<DescriptionCase> {};
 
 TEST_P(Descriptions, TellTheTokenReadLast) {
     const auto definition = MakeDefinitionOf({});
-    ReactionExpressionParser parser(*definition, GetParam().text);
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, GetParam().text);
     parser.ReadToken();
     EXPECT_EQ(parser.TokenDescription(), GetParam().description);
 }
@@ -250,7 +253,8 @@ TEST(CompoundNames, AreFoundAmongThousands) {
         definition.compounds.back()->name = CBstr::Make(name);
         text += name + u" ";
     }
-    ReactionExpressionParser parser(definition, text);
+    CCompoundLookup lookup(definition);
+    ReactionExpressionParser parser(lookup, text);
     for (int i = 0; i < 10000; ++i) {
         ASSERT_EQ(parser.ReadToken(), token::component);
         ASSERT_EQ(parser.tokenValue.index, i);
@@ -261,6 +265,72 @@ TEST(CompoundNames, AreFoundAmongThousands) {
 TEST(Source, EndsAtItsFirstZero) {
     EXPECT_EQ(Tokens(std::u16string_view(u"1+\0T", 4)), "#1 +");
     EXPECT_EQ(Tokens(std::u16string_view(u"\"a\0\"", 4)), "[missing closing quote]");
+    EXPECT_EQ(Tokens(std::u16string_view(u"\0T", 2)), "");
+    EXPECT_EQ(Tokens(std::u16string_view(u"T\0T", 3)), "264");
+    EXPECT_EQ(Tokens(std::u16string_view(u"12\0"
+                                         u"3",
+                                         4)),
+              "#12");
+    EXPECT_EQ(Tokens(std::u16string_view(u"1.5\0"
+                                         u"5",
+                                         5)),
+              "#1.5");
+    EXPECT_EQ(Tokens(std::u16string_view(u".\0"
+                                         u"5",
+                                         3)),
+              "[unexpected end of input while reading number]");
+    EXPECT_EQ(Tokens(std::u16string_view(u"2e\0"
+                                         u"5",
+                                         4)),
+              "[unexpected end of input in real number]");
+    EXPECT_EQ(Tokens(std::u16string_view(u"2e-\0"
+                                         u"5",
+                                         5)),
+              "[unexpected end of input in real number]");
+    EXPECT_EQ(Tokens(std::u16string_view(u"2e0\0"
+                                         u"5",
+                                         5)),
+              "#2");
+    EXPECT_EQ(Tokens(std::u16string_view(u"2e1\0"
+                                         u"5",
+                                         5)),
+              "#20");
+}
+
+TEST(Source, IsNotReadBeyondAZero) {
+    const auto definition = MakeDefinitionOf({});
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, std::u16string_view(u"T \0T", 4));
+    EXPECT_EQ(parser.ReadToken(), token::t);
+    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
+    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
+    EXPECT_EQ(parser.position, 2U);
+}
+
+TEST(Source, EndsBehindAQuoteThatNothingCloses) {
+    const auto definition = MakeDefinitionOf({});
+    CCompoundLookup lookup(*definition);
+    ReactionExpressionParser parser(lookup, std::u16string_view(u"\"ab\0\"", 5));
+    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
+    EXPECT_EQ(parser.position, 3U);
+}
+
+TEST(UnknownWords, AreToldInUpperCaseWhateverTheirLength) {
+    for (const std::size_t length : {1U, 4095U, 4096U, 4097U, 20'000U}) {
+        const auto definition = MakeDefinitionOf({});
+        CCompoundLookup lookup(*definition);
+        std::u16string name;
+        std::u16string upperCase;
+        while (name.size() < length) {
+            name += u"z\u00E4Z{";
+            upperCase += u"Z\u00E4Z{";
+        }
+        const std::u16string text = u'"' + name + u'"';
+        ReactionExpressionParser parser(lookup, text);
+        parser.ReportParseError(u"before");
+        EXPECT_EQ(parser.ReadToken(), token::endOfInput);
+        EXPECT_TRUE(parser.errorBuffer == u"before\r\nunknown token " + upperCase + u"\r\n") << length;
+    }
 }
 
 }  // namespace

@@ -75,10 +75,11 @@ public:
         CheckCompoundNames(definition);
         definition.AllocateWorkArrays();
         const bool hasAllFormulas = reka::HasAllFormulas(definition);
+        reka::CCompoundLookup compounds(definition);
         for (const auto& checked : definition.reactions) {
             reaction = OnOneLine(checked->id.View());
             isInReaction = true;
-            CheckReaction(definition, *checked, hasAllFormulas);
+            CheckReaction(definition, compounds, *checked, hasAllFormulas);
             isInReaction = false;
         }
     }
@@ -104,8 +105,8 @@ private:
     void Fault(std::u16string_view text) { Add(true, text); }
     void Warn(std::u16string_view text) { Add(false, text); }
 
-    void CheckReaction(reka::ReactionPackDefinition& definition, reka::ReactionDefinition& checked,
-                       bool hasAllFormulas) {
+    void CheckReaction(reka::ReactionPackDefinition& definition, reka::CCompoundLookup& compounds,
+                       reka::ReactionDefinition& checked, bool hasAllFormulas) {
         std::u16string errorText;
         const bool isKinetic = checked.type == reka::ReactionType::Kinetic;
         auto& expression = isKinetic ? checked.rateExpression : checked.equilibriumConstantExpression;
@@ -115,8 +116,8 @@ private:
         if (!reka::CheckPhase(checked, errorText)) Fault(errorText);
         if (hasAllFormulas && !reka::CheckElementBalance(definition, checked, *this, errorText)) Fault(errorText);
         if (!reka::CheckMassBalance(definition, checked, errorText)) Fault(errorText);
-        if (!reka::ParseTypeExpression(definition, checked, errorText)) Fault(errorText);
-        if (!reka::ParseHeat(definition, checked, errorText)) Fault(errorText);
+        if (!reka::ParseTypeExpression(compounds, checked, errorText)) Fault(errorText);
+        if (!reka::ParseHeat(compounds, checked, errorText)) Fault(errorText);
         reka::ConfirmHeatDependencies(checked, *this, errorText);
         CompareTrees(storedExpression, expression.get(),
                      isKinetic ? checked.rateEquation : checked.equilibriumConstantEquation,
@@ -159,21 +160,21 @@ private:
 
     /// A name is good if a molarity with it, as it stands or in quotes, is that of this compound.
     void CheckCompoundNames(const reka::ReactionPackDefinition& definition) {
+        reka::CCompoundLookup compounds(definition);
         for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
             const std::u16string name(definition.compounds[i]->name.View());
             const auto index = static_cast<std::int32_t>(i);
-            if (IsAddressed(definition, u"C(" + name + u")", index) ||
-                IsAddressed(definition, u"C(\"" + name + u"\")", index)) {
+            if (IsAddressed(compounds, u"C(" + name + u")", index) ||
+                IsAddressed(compounds, u"C(\"" + name + u"\")", index)) {
                 continue;
             }
             Warn(u"compound " + name + u" can't be named in an expression");
         }
     }
 
-    static bool IsAddressed(const reka::ReactionPackDefinition& definition, const std::u16string& text,
-                            std::int32_t index) {
+    static bool IsAddressed(reka::CCompoundLookup& compounds, const std::u16string& text, std::int32_t index) {
         std::u16string errorText;
-        const reka::ExpressionTree tree = reka::ParseExpression(definition, text, errorText, nullptr);
+        const reka::ExpressionTree tree = reka::ParseExpression(compounds, text, errorText, nullptr);
         return tree && tree->kind == reka::NodeKind::Molarity && tree->compoundIndex == index;
     }
 
