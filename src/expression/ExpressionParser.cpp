@@ -100,10 +100,7 @@ PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compound
 }
 
 PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
-    return RunAction(*this, [&] {
-        pool.NodeAt(argumentList).kind = FunctionTable[functionRow].kind;
-        return argumentList;
-    });
+    return MakeOperation(FunctionTable[functionRow].kind, argumentList);
 }
 
 PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {

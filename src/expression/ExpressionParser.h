@@ -65,7 +65,6 @@ struct ExpressionParser {
     PoolSlot MakeConstant(double value) noexcept;
     PoolSlot MakeNode(NodeKind kind) noexcept;
     PoolSlot MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
-    /// The list becomes the function: its arguments are those of the function.
     PoolSlot MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot operand) noexcept;
     PoolSlot MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept;

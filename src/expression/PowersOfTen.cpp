@@ -1,38 +1,36 @@
-// The powers of ten that a double can hold, each rounded correctly: made once from their decimal texts.
+// The powers of ten that a double can hold, each rounded correctly: made once from their decimal texts, when the
+// program or module is loaded.
 
 #include "expression/PowersOfTen.h"
 
-#include <array>
 #include <charconv>
 #include <limits>
 
+#include "platform/HostArithmetic.h"
+
 namespace reka {
 
-namespace {
-
-constexpr int smallestExponent = -323;  // 1E-324 rounds to 0
-constexpr int greatestExponent = 308;
-
-using PowerTable = std::array<double, greatestExponent - smallestExponent + 1>;
-
-PowerTable MakePowerTable() {
+PowerTable MakePowersOfTen() {
+    const COwnArithmetic arithmetic;  // the conversion may compute
     PowerTable powers{};
-    for (int exponent = smallestExponent; exponent <= greatestExponent; ++exponent) {
+    for (int exponent = smallestPowerOfTen; exponent <= greatestPowerOfTen; ++exponent) {
         char text[8] = "1e";
         const char* const end = std::to_chars(text + 2, text + sizeof text, exponent).ptr;
-        std::from_chars(text, end, powers[static_cast<std::size_t>(exponent - smallestExponent)]);
+        std::from_chars(text, end, powers[static_cast<std::size_t>(exponent - smallestPowerOfTen)]);
     }
     return powers;
 }
 
-const PowerTable powers = MakePowerTable();
+namespace {
+
+const PowerTable powers = MakePowersOfTen();
 
 }  // namespace
 
 double PowerOfTen(double exponent) {
-    if (exponent < smallestExponent) return 0.0;
-    if (exponent > greatestExponent) return std::numeric_limits<double>::infinity();
-    return powers[static_cast<std::size_t>(static_cast<int>(exponent) - smallestExponent)];
+    if (exponent < smallestPowerOfTen) return 0.0;
+    if (exponent > greatestPowerOfTen) return std::numeric_limits<double>::infinity();
+    return powers[static_cast<std::size_t>(static_cast<int>(exponent) - smallestPowerOfTen)];
 }
 
 }  // namespace reka

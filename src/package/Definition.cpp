@@ -59,6 +59,7 @@ ReactionPackDefinition::ReactionPackDefinition(IDispatch* context)
       workStamp(++lastWorkStamp) {}
 
 void ReactionPackDefinition::Clear() {
+    workStamp = ++lastWorkStamp;
     name.Reset();
     description.Reset();
     reactions.clear();

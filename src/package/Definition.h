@@ -117,8 +117,9 @@ struct ReactionPackDefinition {
     CWorkArray moleFraction;
     std::size_t workArraySize = 0;  // elements of each working array
 
-    /// Above 0, and another one for every definition and every making of its arrays: while it stays, so do the places
-    /// of all working values.
+    /// Above 0, and another one for every definition and whenever it is emptied or its arrays are made or released:
+    /// while it stays, so do the places of all working values. Of a definition in service the reactions stay as well,
+    /// which an index of them counts on.
     std::uint64_t WorkStamp() const { return workStamp; }
 
 private:

@@ -14,7 +14,8 @@ bool SameText(std::u16string_view left, std::u16string_view right);
 bool SameText(const OLECHAR* left, const OLECHAR* right);
 bool SameText(const OLECHAR* left, std::u16string_view right);
 
-/// The same for a string that is most often spelled like the other text: then it's compared as a block of memory.
+/// The same for a string that is most often spelled like the other text: then it's compared as a block of memory. A
+/// `right` that is a view holds no zero character.
 bool SameUsualText(BSTR left, std::u16string_view right);
 bool SameUsualText(BSTR left, BSTR right);
 

@@ -35,7 +35,7 @@ std::size_t CountNodesAhead(CByteReader reader) {
     for (std::uint64_t open = 1; open > 0; --open) {
         std::uint32_t kind = 0;
         std::uint32_t argumentCount = 0;
-        if (!reader.ReadU32(kind)) break;
+        if (!reader.ReadU32(kind) || kind >= static_cast<std::uint32_t>(nodeKindCount)) break;
         ++count;
         if (static_cast<NodeKind>(kind) == NodeKind::RealConstant) {
             double value = 0.0;
@@ -117,8 +117,7 @@ std::uint64_t StoredNodeSize(const ExpressionNode& root) {
 std::uint64_t StoredExpressionSize(const ExpressionRef* expression) {
     if (!expression) return 1;
     const TreeSurvey& survey = expression->survey;
-    return 5 + (survey.isSound ? 8 * std::uint64_t{survey.nodeCount} + 4 * std::uint64_t{survey.constantCount}
-                               : StoredNodeSize(*expression->root));
+    return 5 + 8 * std::uint64_t{survey.nodeCount} + 4 * std::uint64_t{survey.constantCount};
 }
 
 void WriteStoredNode(const ExpressionNode& root, CByteWriter& writer) {

@@ -13,6 +13,7 @@
 
 #include "expression/ExpressionBuilders.h"
 #include "expression/PowersOfTen.h"
+#include "platform/HostArithmetic.h"
 #include "support/MathGrid.h"
 
 namespace reka::test {
@@ -109,6 +110,24 @@ TEST(PowerOfTen, IsRoundedCorrectly) {
         EXPECT_EQ(BitsOf(PowerOfTen(exponent)), row.truth) << exponent;
     }
     EXPECT_GE(count, 641);
+}
+
+// The table is made when a host loads the module, under that host's settings.
+TEST(PowerOfTen, IsMadeUnderAnySettingsOfTheHost) {
+    constexpr std::uint32_t roundUp = 0x4000;
+    const ArithmeticSettings before = CurrentArithmetic();
+    ArithmeticSettings roundingUp = before;
+    roundingUp.sse |= roundUp;
+    ArithmeticSettings trapping = before;
+    trapping.sse &= ~0x1FBFU;  // nothing is masked, nothing has happened
+    for (const ArithmeticSettings& settings : {roundingUp, trapping}) {
+        SetArithmetic(settings);
+        const PowerTable powers = MakePowersOfTen();
+        SetArithmetic(before);
+        for (int exponent = smallestPowerOfTen; exponent <= greatestPowerOfTen; ++exponent) {
+            EXPECT_EQ(powers[static_cast<std::size_t>(exponent - smallestPowerOfTen)], PowerOfTen(exponent));
+        }
+    }
 }
 
 TEST(PowerOfTen, EndsBeyondTheRangeOfADouble) {

@@ -9,6 +9,7 @@
 #include <thread>
 #include <vector>
 
+#include "expression/CheckExpression.h"
 #include "expression/EvaluateExpression.h"
 #include "expression/ExpressionBuilders.h"
 #include "expression/FinishParse.h"
@@ -270,14 +271,18 @@ TEST(ParseExpression, MakesNothingOnceItHasFailed) {
     EXPECT_EQ(parser.errorBuffer, u"wrong\r\nworse\r\n");
 }
 
-TEST(ParseExpression, MakesTheFunctionOfItsList) {
+TEST(ParseExpression, LeavesTheListOfAFunctionToTheCheck) {
     const auto definition = MakeDefinitionOf({});
     CCompoundLookup lookup(*definition);
     ReactionExpressionParser parser(lookup, u"");
     const PoolSlot list = parser.MakeOperation(NodeKind::ExpressionList, parser.MakeNode(NodeKind::Temperature));
     parser.AppendArgument(list, parser.MakeNode(NodeKind::Pressure));
-    EXPECT_EQ(parser.MakeFunction(17, list), list);
-    EXPECT_EQ(Show(TakeParsedNode(parser).get()), "25(29,28)");
+    parser.MakeFunction(17, list);
+    const ExpressionTree tree = TakeParsedNode(parser);
+    EXPECT_EQ(Show(tree.get()), "25(7(29,28))");
+    std::u16string errorText;
+    CheckExpression(*tree, *definition, errorText);
+    EXPECT_EQ(Show(tree.get()), "25(29,28)");
 }
 
 TEST(ParseExpression, KeepsTheRoomOfTheErrorText) {

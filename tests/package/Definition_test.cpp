@@ -192,6 +192,8 @@ TEST(ReactionPackDefinition, StampsItsWorkingValuesAnew) {
         EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
         definition->AllocateWorkArrays();
         EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
+        definition->Clear();
+        EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
         definition->ReleaseWorkArrays();
         EXPECT_TRUE(stamps.insert(definition->WorkStamp()).second);
     }

@@ -40,6 +40,10 @@ TEST_P(SameTextTable, ComparesNames) {
     EXPECT_EQ(SameText(left.Get(), right.View()), GetParam().same);
     EXPECT_EQ(SameText(right.Get(), left.View()), GetParam().same);
     EXPECT_EQ(SameText(left.View(), right.View()), GetParam().same);
+    EXPECT_EQ(SameUsualText(left.Get(), right.Get()), GetParam().same);
+    EXPECT_EQ(SameUsualText(right.Get(), left.Get()), GetParam().same);
+    EXPECT_EQ(SameUsualText(left.Get(), right.View()), GetParam().same);
+    EXPECT_EQ(SameUsualText(right.Get(), left.View()), GetParam().same);
     if (GetParam().same) {
         EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.Get()));
         EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.View()));

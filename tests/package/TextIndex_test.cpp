@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "package/SameText.h"
+#include "support/AllocationCounter.h"
 
 namespace reka::test {
 namespace {
@@ -44,6 +45,26 @@ TEST(TextIndex, HasNothingBeforeItIsMadeAndOfAnEmptyList) {
     EXPECT_EQ(index.Find(u"Ar"), CTextIndex::none);
     index.Make(0, [](std::size_t) -> const OLECHAR* { return nullptr; });
     EXPECT_EQ(index.Find(u""), CTextIndex::none);
+}
+
+TEST(TextIndex, IsEmptyWithoutMemory) {
+    std::vector<CBstr> kept;
+    const CTextIndex made = IndexOf({u"Ar", u"N2"}, kept);
+    for (std::size_t n = 1;; ++n) {
+        CTextIndex index = made;
+        ASSERT_FALSE(index.IsEmpty());
+        std::vector<CBstr> more;
+        for (int i = 0; i < 9; ++i) more.push_back(CBstr::Make(u"O2"));
+        FailAllocation(n);
+        try {
+            index.Make(more.size(), [&](std::size_t i) { return more[i].Get(); });
+            FailAllocation(0);
+            EXPECT_GT(n, 2U);
+            break;
+        } catch (const std::bad_alloc&) {
+            EXPECT_TRUE(index.IsEmpty());
+        }
+    }
 }
 
 TEST(TextIndex, FindsWhatAWalkFinds) {

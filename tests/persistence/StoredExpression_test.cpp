@@ -155,6 +155,17 @@ TEST_P(StoredNodes, ReadOrTellWhy) {
 INSTANTIATE_TEST_SUITE_P(Table, StoredNodes, testing::ValuesIn(nodeCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(StoredExpression, ReadsATreeIntoOneBlock) {
+    const auto definition = MakePackage({u"i"});
+    const ReactionDefinition& reaction = AddKinetic(*definition, u"r", u"(2*EXP(-8000/(R*T))*C(i)^2+MIN(X(i),P))/3");
+    const std::vector<std::uint8_t> bytes = Write(reaction.rateExpression.get());
+    EXPECT_EQ(bytes.size(), StoredExpressionSize(reaction.rateExpression.get()));
+    const ReadField field = Read(bytes);
+    ASSERT_TRUE(field.isRead);
+    EXPECT_TRUE(field.expression->survey.isWholeBlock);
+    EXPECT_EQ(field.expression->survey.nodeCount, reaction.rateExpression->survey.nodeCount);
+}
+
 TEST(StoredExpression, TellsOfAMissingFlagAndMask) {
     EXPECT_EQ(Read({}).errorText, "data corrupted");
     EXPECT_EQ(Read({1, 0, 0}).errorText, "data corrupted");
