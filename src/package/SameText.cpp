@@ -65,20 +65,6 @@ bool SameText(const OLECHAR* left, std::u16string_view right) {
     return *a == u'\0';
 }
 
-bool SameUsualText(BSTR left, std::u16string_view right) {
-    const std::size_t size = right.size();
-    if (size != 0 && SysStringLen(left) == size && std::memcmp(left, right.data(), size * sizeof(OLECHAR)) == 0) {
-        return true;
-    }
-    return SameText(left, right);
-}
-
-bool SameUsualText(BSTR left, BSTR right) {
-    const std::size_t size = SysStringLen(right);
-    if (size != 0 && SysStringLen(left) == size && std::memcmp(left, right, size * sizeof(OLECHAR)) == 0) return true;
-    return SameText(left, right);
-}
-
 std::size_t SameTextHash(const OLECHAR* text) {
     return SameTextHash(std::u16string_view(CharactersOf(text)));
 }

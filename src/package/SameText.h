@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstring>
 #include <string_view>
 
 #include "platform/Holders.h"
@@ -16,8 +17,18 @@ bool SameText(const OLECHAR* left, std::u16string_view right);
 
 /// The same for a string that is most often spelled like the other text: then it's compared as a block of memory. A
 /// `right` that is a view holds no zero character.
-bool SameUsualText(BSTR left, std::u16string_view right);
-bool SameUsualText(BSTR left, BSTR right);
+inline bool SameUsualText(BSTR left, std::u16string_view right) {
+    const std::size_t size = right.size();
+    if (size != 0 && SysStringLen(left) == size && std::memcmp(left, right.data(), size * sizeof(OLECHAR)) == 0) {
+        return true;
+    }
+    return SameText(left, right);
+}
+inline bool SameUsualText(BSTR left, BSTR right) {
+    const std::size_t size = SysStringLen(right);
+    if (size != 0 && SysStringLen(left) == size && std::memcmp(left, right, size * sizeof(OLECHAR)) == 0) return true;
+    return SameText(left, right);
+}
 
 /// A number that is the same for texts that are the same.
 std::size_t SameTextHash(const OLECHAR* text);
