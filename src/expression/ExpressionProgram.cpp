@@ -101,9 +101,9 @@ public:
                 if (step.places[i] == OperandPlace::Constant) ++constantCount;
             }
         }
-        program.storage = std::make_unique_for_overwrite<std::byte[]>(
-            program.wordCount * (sizeof(BoundWord) + sizeof(ProgramWord)) +
-            (constantCount + greatestDepth) * sizeof(double));
+        program.storage =
+            std::make_unique_for_overwrite<std::byte[]>(program.wordCount * (sizeof(BoundWord) + sizeof(ProgramWord)) +
+                                                        (constantCount + greatestDepth) * sizeof(double));
         program.constants = reinterpret_cast<double*>(program.storage.get());
         program.valueStack = program.constants + constantCount;
         program.boundWords = reinterpret_cast<BoundWord*>(program.valueStack + greatestDepth);
