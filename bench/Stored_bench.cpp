@@ -56,12 +56,6 @@ std::unique_ptr<ReactionPackDefinition> MakePackage(std::size_t reactionCount) {
     return definition;
 }
 
-std::size_t CountNodes(const ExpressionNode& node) {
-    std::size_t count = 1;
-    for (std::int32_t i = 0; i < node.argumentCount; ++i) count += CountNodes(*node.arguments[i]);
-    return count;
-}
-
 struct StoredPackage {
     std::unique_ptr<ReactionPackDefinition> definition = MakePackage(6);
     std::vector<std::uint8_t> block;
@@ -191,7 +185,7 @@ void PrintMemory() {
     StartMeasuringMemory();
     StoredPackage stored;
     std::size_t nodes = 0;
-    for (const auto& reaction : stored.definition->reactions) nodes += CountNodes(*reaction->rateExpression->root);
+    for (const auto& reaction : stored.definition->reactions) nodes += reaction->rateExpression->survey.nodeCount;
     std::vector<ExpressionTree> trees;
     trees.reserve(stored.definition->reactions.size());
     const MemoryUse atTrees = UsedMemory();

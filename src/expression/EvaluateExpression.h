@@ -23,8 +23,8 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Reacti
                         std::u16string& errorText);
 
 /// The same for the tree of `expression`, with the same results and texts. This is what runs once per reaction and
-/// property: it takes no lock, and allocates only to report a failure or
-/// for a malformed tree. One expression serves one caller at a time.
+/// property: it takes no lock, and allocates only to report a failure or for a malformed tree. One
+/// expression serves one caller at a time.
 inline bool EvaluateExpression(const ExpressionRef& expression, double& result,
                                const ReactionPackDefinition& definition, std::u16string& errorText) {
     if (RunProgram(expression.program, result, definition)) return true;

@@ -7,6 +7,7 @@
 #include <bit>
 
 #include "expression/NodeSource.h"
+#include "expression/TreeSurvey.h"
 #include "expression/WalkStack.h"
 
 namespace reka {
@@ -88,7 +89,7 @@ ExpressionTree CloneExpression(const ExpressionNode& source) {
         const ExpressionNode* from;
         ExpressionNode* to;
     };
-    CNodeSource nodes(CountNodes(source));
+    CNodeSource nodes(SurveyTree(source).nodeCount);
     ExpressionTree copy = nodes.Make(source.kind);
     CWalkStack<Pair> pairs;
     pairs.Push({&source, copy.get()});

@@ -74,7 +74,7 @@ struct ExpressionParser {
     /// A message of the generated parser, which lets no exception through.
     void ReportGrammarError(std::string_view message) noexcept;
 
-    std::u16string_view source;  // ends where the lexer says
+    std::u16string_view source;  // the expression, and what may stand behind its end
     std::size_t position = 0;    // of the next character
     TokenValue tokenValue{};
     TokenNote tokenNote;  // of the token read last, for diagnostics

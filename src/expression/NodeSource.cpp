@@ -6,8 +6,6 @@
 #include <algorithm>
 #include <new>
 
-#include "expression/WalkStack.h"
-
 namespace reka {
 
 struct NodeBlock {
@@ -83,21 +81,6 @@ std::size_t CountHolders(const NodeBlock& block) {
 
 void FreeBlockOf(const ExpressionNode& node) noexcept {
     ::operator delete(FindBlock(node));
-}
-
-std::size_t CountNodes(const ExpressionNode& root) {
-    std::size_t count = 0;
-    CWalkStack<const ExpressionNode*> waiting;
-    waiting.Push(&root);
-    while (!waiting.IsEmpty()) {
-        const ExpressionNode& node = *waiting.Top();
-        waiting.Pop();
-        ++count;
-        for (std::int32_t i = 0; i < node.argumentCount; ++i) {
-            if (node.arguments[i]) waiting.Push(node.arguments[i]);
-        }
-    }
-    return count;
 }
 
 }  // namespace reka

@@ -45,7 +45,4 @@ std::size_t CountHolders(const NodeBlock& block);
 /// Frees a block with all of its nodes, of which `node` is one. No arguments lie outside the nodes.
 void FreeBlockOf(const ExpressionNode& node) noexcept;
 
-/// The number of nodes from `root` on.
-std::size_t CountNodes(const ExpressionNode& root);
-
 }  // namespace reka

@@ -16,19 +16,6 @@ constexpr std::int32_t largestArgumentCount = 4;
 const char16_t* const outOfBytes = u"data corrupted";
 const char16_t* const badNode = u"invalid data";
 
-/// Visits the nodes of a tree in the order in which they are stored.
-template <class Visit>
-void ForEachNode(const ExpressionNode& root, Visit&& visit) {
-    CWalkStack<const ExpressionNode*> waiting;
-    waiting.Push(&root);
-    while (!waiting.IsEmpty()) {
-        const ExpressionNode& node = *waiting.Top();
-        waiting.Pop();
-        visit(node);
-        for (std::int32_t i = node.argumentCount; i-- > 0;) waiting.Push(node.arguments[i]);
-    }
-}
-
 /// The number of nodes of the tree that a reader comes to next; of data that is no tree, those up to its fault.
 std::size_t CountNodesAhead(CByteReader reader) {
     std::size_t count = 0;
@@ -108,20 +95,20 @@ bool ReadTree(ExpressionNode& root, CNodeSource& nodes, CByteReader& reader, std
 
 }  // namespace
 
-std::uint64_t StoredNodeSize(const ExpressionNode& root) {
-    std::uint64_t size = 0;
-    ForEachNode(root, [&](const ExpressionNode& node) { size += node.kind == NodeKind::RealConstant ? 12 : 8; });
-    return size;
+std::uint64_t StoredNodeSize(const TreeSurvey& tree) {
+    return 8 * std::uint64_t{tree.nodeCount} + 4 * std::uint64_t{tree.constantCount};
 }
 
 std::uint64_t StoredExpressionSize(const ExpressionRef* expression) {
-    if (!expression) return 1;
-    const TreeSurvey& survey = expression->survey;
-    return 5 + 8 * std::uint64_t{survey.nodeCount} + 4 * std::uint64_t{survey.constantCount};
+    return expression ? 5 + StoredNodeSize(expression->survey) : 1;
 }
 
 void WriteStoredNode(const ExpressionNode& root, CByteWriter& writer) {
-    ForEachNode(root, [&](const ExpressionNode& node) {
+    CWalkStack<const ExpressionNode*> waiting;
+    waiting.Push(&root);
+    while (!waiting.IsEmpty()) {
+        const ExpressionNode& node = *waiting.Top();
+        waiting.Pop();
         writer.WriteI32(static_cast<std::int32_t>(node.kind));
         if (node.kind == NodeKind::RealConstant) {
             writer.WriteF64(node.value);
@@ -130,7 +117,8 @@ void WriteStoredNode(const ExpressionNode& root, CByteWriter& writer) {
         } else {
             writer.WriteI32(node.argumentCount);
         }
-    });
+        for (std::int32_t i = node.argumentCount; i-- > 0;) waiting.Push(node.arguments[i]);
+    }
 }
 
 void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer) {

@@ -21,7 +21,7 @@ namespace reka {
 
 /// Bytes of the field of `expression`, which may be null, and of one tree.
 std::uint64_t StoredExpressionSize(const ExpressionRef* expression);
-std::uint64_t StoredNodeSize(const ExpressionNode& node);
+std::uint64_t StoredNodeSize(const TreeSurvey& tree);
 
 void WriteStoredExpression(const ExpressionRef* expression, CByteWriter& writer);
 void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
@@ -30,8 +30,7 @@ void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
 /// that there is none. False: `errorText` holds the reason, `expression` is as it was.
 ///
 /// Kinds and numbers of arguments are compared with the limits of the form alone, and compound indices with nothing:
-/// an operation without its operands, or without a value, fails when it is
-/// evaluated. May throw std::bad_alloc.
+/// an operation without its operands, or without a value, fails when it is evaluated. May throw std::bad_alloc.
 bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText);
 
 /// Reads a node with everything under it into `node`, which has no arguments yet. However deep
