@@ -12,7 +12,7 @@
 
 #include "bench/IdleMaterial.h"
 #include "capeopen/ComObject.h"
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "package/CReactionPack.h"
 
 namespace reka::bench {

@@ -16,9 +16,9 @@
 #include "bench/Formulas.h"
 #include "bench/MuFormula.h"
 #include "bench/ShippedFormulas.h"
-#include "expression/EvaluateExpression.h"
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "expression/parse/ParseExpression.h"
+#include "expression/run/EvaluateExpression.h"
+#include "text/Utf8.h"
 
 namespace reka::bench {
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::bench {
 

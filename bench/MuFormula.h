@@ -6,7 +6,7 @@
 
 #include <muParser.h>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::bench {
 

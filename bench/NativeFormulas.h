@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::bench {
 

@@ -12,8 +12,8 @@
 
 #include "bench/Formulas.h"
 #include "bench/MuFormula.h"
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "expression/parse/ParseExpression.h"
+#include "text/Utf8.h"
 
 namespace reka::bench {
 

@@ -12,7 +12,7 @@
 
 #include <nlohmann/json.hpp>
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::bench {
 

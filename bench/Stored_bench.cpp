@@ -18,7 +18,7 @@
 #include "bench/MemoryFiles.h"
 #include "capeopen/ComObject.h"
 #include "compounds/LoadPcdFile.h"
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "manager/TemplateStore.h"
 #include "package/CReactionPack.h"
 #include "persistence/StoredDefinition.h"

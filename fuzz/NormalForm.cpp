@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "checking/FormulaNormalForm.h"
+#include "formula/FormulaNormalForm.h"
 #include "platform/CodePage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "expression/EvaluateExpression.h"
+#include "expression/run/EvaluateExpression.h"
 #include "persistence/StoredDefinition.h"
 #include "platform/UserMessages.h"
 

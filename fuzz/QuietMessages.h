@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::fuzz {
 

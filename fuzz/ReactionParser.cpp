@@ -1,7 +1,7 @@
 // Any text as an expression over three compounds.
 
 #include "QuietMessages.h"
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "platform/CodePage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "expression/EvaluateScalarInput.h"
+#include "expression/parse/EvaluateScalarInput.h"
 #include "platform/CodePage.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::fuzz {
 

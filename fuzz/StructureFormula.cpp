@@ -1,6 +1,6 @@
 // Any text as a formula in its form.
 
-#include "checking/StructureFormula.h"
+#include "formula/StructureFormula.h"
 
 #include <cstdint>
 #include <cstdlib>

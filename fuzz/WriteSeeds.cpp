@@ -14,7 +14,7 @@
 #include "compounds/LoadPcdFile.h"
 #include "persistence/ByteReader.h"
 #include "persistence/StoredDefinition.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace {
 

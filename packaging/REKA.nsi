@@ -43,8 +43,8 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The REKA developers"
 !define SHARE_ALL 7
 !define OPEN_EXISTING 3
 !define FLAG_FOLDERS_TOO 0x02000000
-!define MUI_ICON "${SOURCE}/src/capeopen/win/icons/Reka.ico"
-!define MUI_UNICON "${SOURCE}/src/capeopen/win/icons/Reka.ico"
+!define MUI_ICON "${SOURCE}/src/editor/win/icons/Reka.ico"
+!define MUI_UNICON "${SOURCE}/src/editor/win/icons/Reka.ico"
 
 Var isForUser        ; 1: for this user alone, 0: for all users
 Var isAdministrator  ; 1: runs with the rights of an administrator

@@ -3,7 +3,7 @@
 # spell out are those that it writes. Returns non-zero and says what differs when they aren't.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
-script=src/capeopen/win/REKA.rgs
+script=src/server/REKA.rgs
 doctor=tools/rekadoctor/RegistrationNames.h
 failures=0
 

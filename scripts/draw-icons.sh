@@ -1,12 +1,12 @@
 #!/usr/bin/env bash
-# Draws the component's icons anew from their sources: src/capeopen/win/icons/*.svg become the .ico files beside them, each
+# Draws the component's icons anew from their sources: src/editor/win/icons/*.svg become the .ico files beside them, each
 # with 16, 24, 32 and 48 pixels. The .ico files are kept in the tree, so a build doesn't need this.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 install_packages "${icon_packages[@]}"
 
-icons=src/capeopen/win/icons
+icons=src/editor/win/icons
 pictures=$(mktemp -d)
 trap 'rm -rf "$pictures"' EXIT
 

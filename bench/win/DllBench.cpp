@@ -15,7 +15,7 @@
 
 #include "bench/IdleMaterial.h"
 #include "capeopen/ClassIds.h"
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "manager/TemplateStore.h"
 #include "persistence/StoredDefinition.h"
 #include "platform/Files.h"

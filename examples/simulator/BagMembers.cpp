@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "VariantArrays.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

@@ -4,7 +4,7 @@
 
 #include "PackageFactory.h"
 #include "VariantArrays.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

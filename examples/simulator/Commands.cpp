@@ -10,7 +10,7 @@
 #include "ReactionTable.h"
 #include "ReadMaterial.h"
 #include "VariantArrays.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

@@ -7,7 +7,7 @@
 #include "AlignedTable.h"
 #include "FormatNumber.h"
 #include "WriteEquation.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

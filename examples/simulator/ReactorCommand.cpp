@@ -9,7 +9,7 @@
 #include "ReactorSolvers.h"
 #include "RunGnuplot.h"
 #include "SameName.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

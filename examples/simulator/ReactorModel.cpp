@@ -7,9 +7,9 @@
 #include <map>
 
 #include "SameName.h"
-#include "checking/FormulaNormalForm.h"
-#include "checking/StructureFormula.h"
-#include "platform/Utf8.h"
+#include "formula/FormulaNormalForm.h"
+#include "formula/StructureFormula.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

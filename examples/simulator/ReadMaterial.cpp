@@ -6,7 +6,7 @@
 #include <initializer_list>
 
 #include "FormatNumber.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

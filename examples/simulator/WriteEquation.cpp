@@ -6,7 +6,7 @@
 
 #include "FormatNumber.h"
 #include "SameName.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekasim {
 

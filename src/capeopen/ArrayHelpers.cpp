@@ -152,16 +152,4 @@ bool TakeString(const VARIANT& strings, LONG index, CBstr& text) {
     return SUCCEEDED(SafeArrayGetElement(strings.parray, &index, text.Receive()));
 }
 
-std::u16string StringFromBstr(BSTR text) {
-    return std::u16string(TextOf(text));
-}
-
-CBstr BstrFromString(std::u16string_view text) {
-    return text.empty() ? CBstr() : CBstr::Make(text);
-}
-
-CBstr BstrFromString(BSTR text) {
-    return BstrFromString(TextOf(text));
-}
-
 }  // namespace reka

@@ -56,11 +56,4 @@ HRESULT PutNumber(SAFEARRAY& array, LONG index, double number);
 /// False without memory or for an index outside the bounds.
 bool TakeString(const VARIANT& strings, LONG index, CBstr& text);
 
-/// An absent string gives an empty text.
-std::u16string StringFromBstr(BSTR text);
-/// An empty text gives an absent string.
-CBstr BstrFromString(std::u16string_view text);
-/// A copy by the same rule: an empty string becomes absent.
-CBstr BstrFromString(BSTR text);
-
 }  // namespace reka

@@ -7,12 +7,12 @@
 #include <string_view>
 #include <utility>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/NumberText.h"
-#include "checking/StructureFormula.h"
-#include "expression/ParseExpression.h"
-#include "package/SameText.h"
+#include "expression/parse/ParseExpression.h"
+#include "formula/StructureFormula.h"
+#include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
+#include "platform/SameText.h"
+#include "text/NumberText.h"
 
 namespace reka {
 
@@ -83,11 +83,9 @@ bool CheckName(const ReactionPackDefinition& definition, std::u16string& errorTe
     return false;
 }
 
-bool CheckNameIsFree(const ReactionPackDefinition& definition,
-                     const std::vector<std::unique_ptr<ReactionPackDefinition>>& templates,
-                     const ReactionPackDefinition* except, std::u16string& errorText) {
-    for (const auto& other : templates) {
-        if (other.get() == except || !SameText(other->name.Get(), definition.name.Get())) continue;
+bool CheckNameIsFree(const ReactionPackDefinition& definition, const TakenNames& taken, std::u16string& errorText) {
+    for (const auto& other : taken.templates) {
+        if (other.get() == taken.except || !SameText(other->name.Get(), definition.name.Get())) continue;
         errorText = u"Reaction package name \"" + std::u16string(definition.name.View()) +
                     u"\"is already used, and must be unique";
         return false;

@@ -1,26 +1,23 @@
-// The single checks of a definition. `ValidateDefinition` runs them in their order up to the first that fails; a
+// The single checks of a definition. `RunDefinitionChecks` runs them in their order up to the first that fails; a
 // program that reports all faults of a package runs each. All may throw std::bad_alloc, and all but the parsing ones
 // leave what they check as it is.
 
 #pragma once
 
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "checking/DefinitionCheckUi.h"
-#include "expression/CompoundLookup.h"
-#include "package/Definition.h"
+#include "checking/RunDefinitionChecks.h"
+#include "expression/parse/CompoundLookup.h"
+#include "records/Definition.h"
 
 namespace reka {
 
 /// True if the package has a name; otherwise the reason is in `errorText`, as in all that follow.
 bool CheckName(const ReactionPackDefinition& definition, std::u16string& errorText);
 
-/// True if no template but `except`, which may be null, has the name of the package.
-bool CheckNameIsFree(const ReactionPackDefinition& definition,
-                     const std::vector<std::unique_ptr<ReactionPackDefinition>>& templates,
-                     const ReactionPackDefinition* except, std::u16string& errorText);
+/// True if the name of the package is none of those that are taken.
+bool CheckNameIsFree(const ReactionPackDefinition& definition, const TakenNames& taken, std::u16string& errorText);
 
 /// True for two compounds or more.
 bool CheckCompounds(const ReactionPackDefinition& definition, std::u16string& errorText);

@@ -9,10 +9,10 @@
 #include <exception>
 #include <span>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/FormulaNormalForm.h"
+#include "formula/FormulaNormalForm.h"
 #include "platform/CodePage.h"
 #include "platform/Files.h"
+#include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
 #include "platform/OutOfMemoryText.h"
 

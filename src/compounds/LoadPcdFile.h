@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -7,10 +7,10 @@
 #include <cmath>
 #include <utility>
 
-#include "checking/NumberText.h"
 #include "editor/DefinitionCompounds.h"
 #include "platform/Files.h"
 #include "platform/HostArithmetic.h"
+#include "text/NumberText.h"
 
 namespace reka {
 

@@ -11,7 +11,7 @@
 
 #include "compounds/LoadPcdFile.h"
 #include "editor/EditorUi.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -4,11 +4,11 @@
 
 #include <utility>
 
-#include "checking/NumberText.h"
 #include "editor/CompoundsOfMaterial.h"
 #include "editor/DefinitionCompounds.h"
-#include "package/SameText.h"
 #include "platform/Files.h"
+#include "platform/SameText.h"
+#include "text/NumberText.h"
 
 namespace reka {
 

@@ -12,7 +12,7 @@
 
 #include "editor/EditorUi.h"
 #include "editor/ReactionPage.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

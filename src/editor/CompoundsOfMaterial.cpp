@@ -5,9 +5,9 @@
 #include <memory>
 #include <utility>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/NumberText.h"
 #include "editor/DefinitionCompounds.h"
+#include "platform/Holders.h"
+#include "text/NumberText.h"
 
 namespace reka {
 

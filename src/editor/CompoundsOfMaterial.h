@@ -10,7 +10,7 @@
 
 #include "compounds/MaterialCompounds.h"
 #include "editor/EditorUi.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

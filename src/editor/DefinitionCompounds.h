@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <memory>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

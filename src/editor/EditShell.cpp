@@ -6,9 +6,9 @@
 #include <memory>
 #include <utility>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/ValidateDefinition.h"
-#include "package/SameText.h"
+#include "manager/ValidateDefinition.h"
+#include "platform/Holders.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

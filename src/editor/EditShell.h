@@ -12,8 +12,8 @@
 #include "editor/EditorUi.h"
 #include "editor/GeneralPage.h"
 #include "editor/ReactionPage.h"
-#include "editor/TemplateSource.h"
-#include "package/Definition.h"
+#include "manager/TemplateSource.h"
+#include "records/Definition.h"
 
 namespace reka {
 

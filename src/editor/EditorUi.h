@@ -8,11 +8,11 @@
 #include <vector>
 
 #include "compounds/MaterialCompounds.h"
-#include "editor/TemplateSource.h"
-#include "package/Definition.h"
+#include "manager/TemplateSource.h"
 #include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
 #include "platform/UserMessages.h"
+#include "records/Definition.h"
 
 namespace reka {
 

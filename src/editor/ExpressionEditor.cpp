@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 
 namespace reka {
 

@@ -8,8 +8,8 @@
 #include <string_view>
 #include <vector>
 
-#include "expression/CompoundLookup.h"
-#include "package/Definition.h"
+#include "expression/parse/CompoundLookup.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <utility>
 
-#include "checking/NumberText.h"
-#include "expression/EvaluateScalarInput.h"
+#include "expression/parse/EvaluateScalarInput.h"
 #include "platform/HostArithmetic.h"
+#include "text/NumberText.h"
 
 namespace reka {
 

@@ -8,11 +8,11 @@
 #include <numeric>
 #include <utility>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/NumberText.h"
-#include "expression/EvaluateScalarInput.h"
-#include "package/SameText.h"
+#include "expression/parse/EvaluateScalarInput.h"
+#include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
+#include "platform/SameText.h"
+#include "text/NumberText.h"
 
 namespace reka {
 

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "editor/EditorUi.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

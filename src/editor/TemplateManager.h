@@ -9,7 +9,7 @@
 
 #include "editor/DialogLayout.h"
 #include "editor/EditorUi.h"
-#include "editor/TemplateSource.h"
+#include "manager/TemplateSource.h"
 
 namespace reka {
 

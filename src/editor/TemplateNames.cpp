@@ -5,7 +5,7 @@
 #include <utility>
 
 #include "capeopen/ArrayHelpers.h"
-#include "package/SameText.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "editor/EditorUi.h"
-#include "editor/TemplateSource.h"
+#include "manager/TemplateSource.h"
 
 namespace reka {
 

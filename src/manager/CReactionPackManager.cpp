@@ -10,13 +10,13 @@
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ComObject.h"
 #include "capeopen/ErrorTexts.h"
-#include "editor/Edit.h"
 #include "manager/ConfigFileNames.h"
 #include "manager/CreateReactionPackManager.h"
 #include "manager/ManagerTemplates.h"
 #include "package/CReactionPack.h"
-#include "package/SameText.h"
+#include "package/Edit.h"
 #include "platform/Files.h"
+#include "platform/SameText.h"
 #include "platform/ThreadError.h"
 
 namespace reka {

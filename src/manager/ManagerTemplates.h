@@ -5,8 +5,8 @@
 #include <memory>
 #include <utility>
 
-#include "editor/TemplateSource.h"
 #include "manager/CReactionPackManager.h"
+#include "manager/TemplateSource.h"
 
 namespace reka {
 

@@ -9,9 +9,9 @@
 #include <vector>
 
 #include "capeopen/BaseObject.h"
-#include "package/Definition.h"
 #include "package/MaterialReader.h"
 #include "package/ReactionIndex.h"
+#include "records/Definition.h"
 
 namespace reka {
 

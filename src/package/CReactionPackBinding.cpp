@@ -11,7 +11,7 @@
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ErrorTexts.h"
 #include "package/CReactionPack.h"
-#include "package/TextIndex.h"
+#include "platform/TextIndex.h"
 
 namespace reka {
 

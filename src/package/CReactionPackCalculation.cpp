@@ -11,10 +11,10 @@
 
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ErrorTexts.h"
-#include "expression/EvaluateExpression.h"
+#include "expression/run/EvaluateExpression.h"
 #include "package/CReactionPack.h"
-#include "package/SameText.h"
 #include "platform/HostArithmetic.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

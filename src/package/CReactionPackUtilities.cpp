@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "capeopen/ErrorTexts.h"
-#include "editor/Edit.h"
 #include "package/CReactionPack.h"
+#include "package/Edit.h"
 
 namespace reka {
 

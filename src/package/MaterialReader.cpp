@@ -8,7 +8,7 @@
 
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ErrorTexts.h"
-#include "package/SameText.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

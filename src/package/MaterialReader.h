@@ -8,8 +8,8 @@
 
 #include "capeopen/CapeOpenInterfaces.h"
 #include "capeopen/OutsideHolders.h"
-#include "package/Definition.h"
 #include "platform/HostArithmetic.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -2,7 +2,7 @@
 
 #include "package/ReactionIndex.h"
 
-#include "package/SameText.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

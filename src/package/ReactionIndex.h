@@ -5,8 +5,8 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "package/Definition.h"
-#include "package/TextIndex.h"
+#include "platform/TextIndex.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "capeopen/BagVariant.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

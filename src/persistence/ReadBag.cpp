@@ -9,10 +9,10 @@
 #include <utility>
 
 #include "capeopen/ArrayHelpers.h"
-#include "expression/ParseExpression.h"
-#include "package/SameText.h"
+#include "expression/parse/ParseExpression.h"
 #include "persistence/BagKeys.h"
 #include "persistence/PropertyBagForm.h"
+#include "platform/SameText.h"
 
 namespace reka {
 

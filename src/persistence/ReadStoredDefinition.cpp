@@ -6,12 +6,12 @@
 #include <memory>
 #include <utility>
 
-#include "capeopen/ArrayHelpers.h"
-#include "checking/FormulaNormalForm.h"
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
+#include "formula/FormulaNormalForm.h"
 #include "persistence/ByteReader.h"
 #include "persistence/StoredDefinition.h"
 #include "persistence/StoredExpression.h"
+#include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
 #include "platform/OutOfMemoryText.h"
 #include "platform/UserMessages.h"

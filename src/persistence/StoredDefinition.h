@@ -30,7 +30,7 @@
 #include <string>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka {
 

@@ -4,8 +4,8 @@
 
 #include <utility>
 
-#include "expression/NodeSource.h"
-#include "expression/WalkStack.h"
+#include "expression/tree/NodeSource.h"
+#include "expression/tree/WalkStack.h"
 
 namespace reka {
 

@@ -13,7 +13,7 @@
 #include <memory>
 #include <string>
 
-#include "expression/ExpressionRef.h"
+#include "expression/tree/ExpressionRef.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
 

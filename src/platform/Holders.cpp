@@ -1,4 +1,5 @@
-// See Holders.h.
+// Strings of the platform, made and read. A BSTR may hold zero characters and may be absent; what the component keeps
+// and compares ends at the first zero, so that every reader sees the same text.
 
 #include "platform/Holders.h"
 
@@ -23,6 +24,18 @@ CBstr CBstr::TryMake(std::u16string_view characters) noexcept {
     const OLECHAR* source = characters.empty() ? nullptr : reinterpret_cast<const OLECHAR*>(characters.data());
     BSTR made = SysAllocStringLen(source, static_cast<UINT>(characters.size()));
     return CBstr(made);
+}
+
+std::u16string StringFromBstr(BSTR text) {
+    return std::u16string(TextOf(text));
+}
+
+CBstr BstrFromString(std::u16string_view text) {
+    return text.empty() ? CBstr() : CBstr::Make(text);
+}
+
+CBstr BstrFromString(BSTR text) {
+    return BstrFromString(TextOf(text));
 }
 
 }  // namespace reka

@@ -54,6 +54,13 @@ private:
     BSTR text = nullptr;
 };
 
+/// An absent string gives an empty text.
+std::u16string StringFromBstr(BSTR text);
+/// An empty text gives an absent string.
+CBstr BstrFromString(std::u16string_view text);
+/// A copy by the same rule: an empty string becomes absent.
+CBstr BstrFromString(BSTR text);
+
 /// Sole owner of a VARIANT and what it holds.
 class CVariant {
 public:

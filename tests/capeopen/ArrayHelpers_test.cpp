@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Utf8.h"
 #include "support/Values.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

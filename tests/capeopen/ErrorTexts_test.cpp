@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/SystemMessages.h"
-#include "platform/Utf8.h"
 #include "support/FakeReactionObject.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -8,9 +8,9 @@
 #include <limits>
 
 #include "platform/HostArithmetic.h"
-#include "platform/Utf8.h"
 #include "support/AllocationCounter.h"
 #include "support/FakeFiles.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

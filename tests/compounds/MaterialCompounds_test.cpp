@@ -8,8 +8,8 @@
 #include <cmath>
 #include <limits>
 
-#include "platform/Utf8.h"
 #include "support/FakeMaterialTemplates.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -7,11 +7,11 @@
 #include <chrono>
 #include <limits>
 
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/FakeFiles.h"
 #include "support/PcdBytes.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -8,10 +8,10 @@
 
 #include "editor/AddCompounds.h"
 #include "editor/DefinitionCompounds.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/FakeFiles.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -7,11 +7,11 @@
 #include <limits>
 
 #include "editor/CompoundPage.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/FakeFiles.h"
 #include "support/FakeMaterialTemplates.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

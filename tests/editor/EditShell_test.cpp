@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "editor/TemplateFixture.h"
-#include "package/SameText.h"
+#include "platform/SameText.h"
 
 namespace reka::test {
 namespace {

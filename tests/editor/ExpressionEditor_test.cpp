@@ -8,9 +8,9 @@
 #include <functional>
 #include <limits>
 
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "expression/parse/ParseExpression.h"
 #include "support/Builders.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -6,10 +6,10 @@
 
 #include <functional>
 
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "expression/parse/ParseExpression.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

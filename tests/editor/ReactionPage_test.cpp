@@ -6,10 +6,10 @@
 
 #include <limits>
 
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/Values.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -7,9 +7,9 @@
 #include <vector>
 
 #include "capeopen/ComObject.h"
-#include "editor/TemplateSource.h"
 #include "manager/CReactionPackManager.h"
 #include "manager/StoreFixture.h"
+#include "manager/TemplateSource.h"
 #include "support/CountedFake.h"
 #include "support/FakeEditorUi.h"
 #include "support/Values.h"

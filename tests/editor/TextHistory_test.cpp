@@ -6,8 +6,8 @@
 
 #include <new>
 
-#include "platform/Utf8.h"
 #include "support/AllocationCounter.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

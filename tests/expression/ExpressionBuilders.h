@@ -10,8 +10,8 @@
 #include <string>
 #include <utility>
 
-#include "expression/ExpressionNode.h"
-#include "package/Definition.h"
+#include "expression/tree/ExpressionNode.h"
+#include "records/Definition.h"
 
 namespace reka::test {
 

@@ -15,10 +15,10 @@
 #include <string>
 #include <vector>
 
-#include "expression/EvaluateExpression.h"
-#include "expression/ParseExpression.h"
-#include "package/Definition.h"
+#include "expression/parse/ParseExpression.h"
+#include "expression/run/EvaluateExpression.h"
 #include "persistence/StoredDefinition.h"
+#include "records/Definition.h"
 
 namespace reka {
 namespace {

@@ -10,11 +10,11 @@
 #include "manager/TemplateStore.h"
 #include "persistence/StoredDefinition.h"
 #include "platform/ModuleFile.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeFiles.h"
 #include "support/FakeMessages.h"
 #include "support/StoredBytes.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

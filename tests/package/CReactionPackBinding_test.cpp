@@ -5,12 +5,12 @@
 #include <random>
 #include <utility>
 
-#include "package/SameText.h"
-#include "platform/Utf8.h"
+#include "platform/SameText.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeReactionObject.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

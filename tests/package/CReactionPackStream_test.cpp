@@ -4,7 +4,6 @@
 
 #include "capeopen/ClassIds.h"
 #include "package/CReactionPack.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeMessages.h"
@@ -12,6 +11,7 @@
 #include "support/FakeStream.h"
 #include "support/Garbage.h"
 #include "support/StoredBytes.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

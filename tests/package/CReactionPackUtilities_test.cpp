@@ -5,11 +5,11 @@
 #include "capeopen/ComObject.h"
 #include "capeopen/ErrorTexts.h"
 #include "package/CreateReactionPack.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeReactionObject.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

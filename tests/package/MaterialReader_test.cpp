@@ -3,10 +3,10 @@
 #include <tuple>
 
 #include "capeopen/ErrorTexts.h"
-#include "platform/Utf8.h"
 #include "support/Builders.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeReactionObject.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

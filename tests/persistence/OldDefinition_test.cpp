@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <string>
 
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "persistence/StoredBlocks.h"
 #include "support/Builders.h"
 #include "support/FakeMessages.h"

@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "persistence/StoredDefinition.h"
-#include "platform/Utf8.h"
 #include "support/StoredBytes.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

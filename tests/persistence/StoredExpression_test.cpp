@@ -5,11 +5,11 @@
 #include <cmath>
 #include <string>
 
-#include "expression/EvaluateExpression.h"
-#include "platform/Utf8.h"
+#include "expression/run/EvaluateExpression.h"
 #include "support/Builders.h"
 #include "support/SmallStack.h"
 #include "support/StoredBytes.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

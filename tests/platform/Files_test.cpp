@@ -9,7 +9,7 @@
 #include <random>
 
 #include "platform/ModuleFile.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "checking/ValidateDefinition.h"
 #include "compounds/LoadPcdFile.h"
 #include "manager/CreateReactionPackManager.h"
+#include "manager/ValidateDefinition.h"
 #include "package/CReactionPack.h"
 #include "persistence/StoredDefinition.h"
 #include "platform/Files.h"

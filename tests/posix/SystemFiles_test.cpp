@@ -15,8 +15,8 @@
 #include <random>
 
 #include "platform/Files.h"
-#include "platform/Utf8.h"
 #include "support/AllocationCounter.h"
+#include "text/Utf8.h"
 
 namespace {
 

@@ -5,8 +5,8 @@
 #include <filesystem>
 
 #include "platform/Files.h"
-#include "platform/Utf8.h"
 #include "support/posix/EnvironmentVariable.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 namespace {

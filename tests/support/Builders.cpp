@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "capeopen/ComObject.h"
-#include "expression/ParseExpression.h"
-#include "platform/Utf8.h"
+#include "expression/parse/ParseExpression.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

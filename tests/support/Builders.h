@@ -7,7 +7,7 @@
 #include <string>
 
 #include "package/CReactionPack.h"
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace reka::test {
 

@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Utf8.h"
 #include "support/CountedFake.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "editor/Edit.h"
+#include "package/Edit.h"
 
 namespace reka::test {
 

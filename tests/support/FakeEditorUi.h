@@ -9,7 +9,7 @@
 #include <vector>
 
 #include "editor/EditorUi.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

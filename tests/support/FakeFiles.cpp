@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

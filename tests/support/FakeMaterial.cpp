@@ -2,7 +2,7 @@
 
 #include "support/FakeMaterial.h"
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

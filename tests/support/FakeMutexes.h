@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "platform/NamedMutex.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

@@ -6,7 +6,7 @@
 #include <ostream>
 
 #include "capeopen/ArrayHelpers.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka::test {
 

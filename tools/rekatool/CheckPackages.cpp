@@ -6,12 +6,12 @@
 
 #include "RateGrid.h"
 #include "checking/DefinitionChecks.h"
-#include "expression/ParseExpression.h"
-#include "package/SameText.h"
+#include "expression/parse/ParseExpression.h"
 #include "persistence/StoredDefinition.h"
 #include "persistence/StoredExpression.h"
+#include "platform/SameText.h"
 #include "platform/UserMessages.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekatool {
 
@@ -67,7 +67,7 @@ public:
         std::u16string errorText;
         if (!reka::CheckName(definition, errorText)) {
             Fault(errorText);
-        } else if (!reka::CheckNameIsFree(definition, others, &definition, errorText)) {
+        } else if (!reka::CheckNameIsFree(definition, {others, &definition}, errorText)) {
             Fault(errorText);
         }
         if (!reka::CheckCompounds(definition, errorText)) Fault(errorText);

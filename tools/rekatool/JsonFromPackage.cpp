@@ -10,7 +10,7 @@
 #include "PackageWords.h"
 #include "persistence/ByteReader.h"
 #include "platform/CodePage.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekatool {
 

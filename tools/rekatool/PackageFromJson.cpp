@@ -12,7 +12,7 @@
 #include "persistence/ByteWriter.h"
 #include "persistence/StoredExpression.h"
 #include "platform/CodePage.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekatool {
 

@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string_view>
 
-#include "expression/ExpressionNode.h"
+#include "expression/tree/ExpressionNode.h"
 
 namespace rekatool {
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "checking/NumberText.h"
-#include "expression/EvaluateExpression.h"
-#include "package/SameText.h"
+#include "expression/run/EvaluateExpression.h"
 #include "platform/HostArithmetic.h"
+#include "platform/SameText.h"
+#include "text/NumberText.h"
 
 namespace rekatool {
 

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace rekatool {
 

@@ -10,7 +10,7 @@
 #include "PackageFile.h"
 #include "ParseReadable.h"
 #include "platform/Files.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekatool {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <utility>
 
-#include "expression/ParseExpression.h"
+#include "expression/parse/ParseExpression.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/StoredExpression.h"

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "package/Definition.h"
+#include "records/Definition.h"
 
 namespace rekatool {
 

@@ -9,11 +9,11 @@
 #include "Document.h"
 #include "OutputFile.h"
 #include "PropertyBag.h"
-#include "checking/ValidateDefinition.h"
+#include "manager/ValidateDefinition.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/PropertyBagForm.h"
 #include "persistence/StoredDefinition.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace {
 

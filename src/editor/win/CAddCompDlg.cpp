@@ -6,7 +6,6 @@
 #include <iterator>
 #include <new>
 
-#include "capeopen/win/resource.h"
 #include "editor/win/ListView.h"
 #include "editor/win/resource.h"
 

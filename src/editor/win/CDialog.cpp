@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-#include "capeopen/win/Module.h"
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 
@@ -13,7 +13,7 @@ namespace {
 constexpr WPARAM anyLength = 0x7FFFFFFE;
 
 HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
-    return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
+    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
                                          LR_DEFAULTCOLOR));
 }
@@ -79,7 +79,7 @@ CDialog::~CDialog() {
 
 bool CDialog::CreateChild(CDialog& parent) {
     parentDialog = &parent;
-    return CreateDialogParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), parent.window, Procedure,
+    return CreateDialogParamW(ModuleHandle(), MAKEINTRESOURCEW(templateId), parent.window, Procedure,
                               reinterpret_cast<LPARAM>(this)) != nullptr;
 }
 
@@ -88,8 +88,7 @@ INT_PTR CDialog::RunModal(HWND owner) {
     endCode = 0;
     hasEnded = false;
     isHiding = false;
-    DialogBoxParamW(TheModule().instance, MAKEINTRESOURCEW(templateId), owner, Procedure,
-                    reinterpret_cast<LPARAM>(this));
+    DialogBoxParamW(ModuleHandle(), MAKEINTRESOURCEW(templateId), owner, Procedure, reinterpret_cast<LPARAM>(this));
     return endCode > 0 ? endCode : notShown;
 }
 

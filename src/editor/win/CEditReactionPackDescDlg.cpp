@@ -4,7 +4,6 @@
 
 #include <commctrl.h>
 
-#include "capeopen/win/resource.h"
 #include "editor/win/resource.h"
 
 namespace reka {

@@ -2,7 +2,6 @@
 
 #include "editor/win/CManagerDlg.h"
 
-#include "capeopen/win/resource.h"
 #include "editor/win/resource.h"
 
 namespace reka {

@@ -5,11 +5,10 @@
 #include <array>
 #include <utility>
 
-#include "capeopen/win/Module.h"
-#include "capeopen/win/resource.h"
 #include "editor/PageLayouts.h"
 #include "editor/win/ListView.h"
 #include "editor/win/resource.h"
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 
@@ -19,7 +18,7 @@ namespace {
 constexpr int phaseIsSettled = 0x7000;
 
 HICON LoadSmallIcon(int resource) {
-    return static_cast<HICON>(LoadImageW(TheModule().instance, MAKEINTRESOURCEW(resource), IMAGE_ICON,
+    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
                                          LR_DEFAULTCOLOR));
 }

@@ -9,8 +9,8 @@
 #include <cderr.h>
 #include <commdlg.h>
 
-#include "capeopen/win/Module.h"
 #include "editor/win/CDialog.h"
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 

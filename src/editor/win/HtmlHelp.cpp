@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "capeopen/win/Module.h"
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 

@@ -2,7 +2,7 @@
 
 #pragma once
 
-#include "editor/Edit.h"
+#include "package/Edit.h"
 
 namespace reka {
 

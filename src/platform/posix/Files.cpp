@@ -16,7 +16,7 @@
 #include <string_view>
 #include <utility>
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka {
 

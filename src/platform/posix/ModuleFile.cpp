@@ -7,7 +7,7 @@
 #include <climits>
 #include <cstdlib>
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka {
 

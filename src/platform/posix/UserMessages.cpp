@@ -6,7 +6,7 @@
 #include <cstdio>
 #include <string_view>
 
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace reka {
 

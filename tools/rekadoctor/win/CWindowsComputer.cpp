@@ -9,7 +9,7 @@
 
 #include "LongPath.h"
 #include "capeopen/ErrorTexts.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekadoctor {
 

@@ -6,7 +6,7 @@
 
 #include "CWindowsComputer.h"
 #include "RunRekadoctor.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 int wmain(int argc, wchar_t** argv) {
     const UINT codePage = GetConsoleOutputCP();

@@ -12,7 +12,7 @@
 #include "capeopen/ClassIds.h"
 #include "capeopen/ErrorTexts.h"
 #include "platform/Holders.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 namespace rekadoctor {
 

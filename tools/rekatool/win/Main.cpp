@@ -5,7 +5,7 @@
 #include <iostream>
 
 #include "RunRekatool.h"
-#include "platform/Utf8.h"
+#include "text/Utf8.h"
 
 int wmain(int argc, wchar_t** argv) {
     SetConsoleOutputCP(CP_UTF8);

@@ -1,0 +1,30 @@
+// All checks of a definition in their order, and what makes it ready to calculate.
+
+#pragma once
+
+#include <memory>
+#include <span>
+#include <string>
+
+#include "checking/DefinitionCheckUi.h"
+#include "records/Definition.h"
+
+namespace reka {
+
+/// The names that a definition may not have: those of `templates` but for `except`, which may be null.
+struct TakenNames {
+    std::span<const std::unique_ptr<ReactionPackDefinition>> templates;
+    const ReactionPackDefinition* except = nullptr;
+};
+
+/// Checks `definition`, up to the first check that fails, and makes the trees of its expressions: the only place where
+/// an edited definition gets them. Without `taken` any name will do.
+///
+/// True: the definition holds fresh trees and work arrays. False: `errorText` holds the first reason. The reactions
+/// before the failing one have fresh trees then, the failing one those that were parsed before the failure and no old
+/// one, and those behind it what they had. So a question about the heat of reaction that is cancelled leaves all fresh
+/// trees of its reaction. May throw std::bad_alloc; the user's answers come through `ui`.
+bool RunDefinitionChecks(ReactionPackDefinition& definition, const TakenNames* taken, std::u16string& errorText,
+                         IDefinitionCheckUi& ui);
+
+}  // namespace reka

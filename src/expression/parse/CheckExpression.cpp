@@ -1,0 +1,176 @@
+// Checks a tree that the grammar has delivered, and folds its constants. Each node is visited twice: on the way down
+// its argument list is dissolved, on the way up the node itself is checked and folded.
+
+#include "expression/parse/CheckExpression.h"
+
+#include <utility>
+
+#include "expression/tree/NodeOperation.h"
+#include "expression/tree/WalkStack.h"
+
+namespace reka {
+
+namespace {
+
+constexpr const char16_t* nodeWords[] = {
+    u"real constant",
+    u"addition",
+    u"subtraction",
+    u"multiplication",
+    u"division",
+    u"negation",
+    u"power",
+    u"expression list",
+    u"SQRT",
+    u"SIN",
+    u"COS",
+    u"SINH",
+    u"COSH",
+    u"ASIN",
+    u"ACOS",
+    u"TAN",
+    u"ATAN",
+    u"ABS",
+    u"FLOOR",
+    u"CEIL",
+    u"ROUND",
+    u"EXP",
+    u"LOG",
+    u"LOG10",
+    u"TANH",
+    u"MIN",
+    u"MAX",
+    u"MOD",
+    u"pressure",
+    u"temperature",
+    u"molarity",
+    u"mole fraction",
+    u"molecular weight",
+    u"activity",
+    u"fugacity",
+};
+static_assert(std::size(nodeWords) == nodeKindCount);
+
+constexpr std::int32_t scalarKindCount = static_cast<std::int32_t>(NodeKind::Mod) + 1;  // behind it: what is read
+
+// A function comes from the grammar with one argument, the list of its real ones. The node takes those over.
+void DissolveList(ExpressionNode& node) {
+    if (node.argumentCount != 1 || !node.arguments[0]) return;
+    if (node.arguments[0]->kind != NodeKind::ExpressionList) return;
+    const ExpressionTree list(std::exchange(node.arguments[0], nullptr));
+    ClearArguments(node);
+    MoveArguments(node, *list);
+}
+
+bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* reason) {
+    errorText += word;
+    errorText += reason;
+    return false;
+}
+
+// The number of arguments that the kind asks for; false with a line when the node has another number, or when its kind
+// isn't one of the first `kindCount`.
+bool CheckArgumentCount(const ExpressionNode& node, std::int32_t kindCount, std::u16string& errorText) {
+    const auto number = static_cast<std::int32_t>(node.kind);
+    if (node.kind == NodeKind::Failed) return true;
+    if (number < 0 || number >= kindCount) {
+        return Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
+    }
+    if (node.kind == NodeKind::ExpressionList) return Refuse(errorText, u"", u"unexpected expression list\r\n");
+    const std::int32_t required = OperandCount(node.kind);
+    if (node.argumentCount == required) return true;
+    if (required == 2) return Refuse(errorText, nodeWords[number], u" should have two arguments\r\n");
+    if (required == 1) return Refuse(errorText, nodeWords[number], u" should have one argument\r\n");
+    if (node.kind == NodeKind::RealConstant) {
+        return Refuse(errorText, u"", u"internal error: real constant with sub expressions\r\n");
+    }
+    if (IsCompoundLeaf(node.kind) && node.kind != NodeKind::MolecularWeight) {
+        return Refuse(errorText, u"", u"internal error: array property with sub expressions\r\n");
+    }
+    return Refuse(errorText, nodeWords[number], u" should not have arguments\r\n");
+}
+
+bool IsConstant(const ExpressionNode* node) {
+    return node && node->kind == NodeKind::RealConstant;
+}
+
+// An operation on constants becomes a constant.
+void FoldConstants(ExpressionNode& node) {
+    for (std::int32_t i = 0; i < node.argumentCount; ++i) {
+        if (!IsConstant(node.arguments[i])) return;
+    }
+    const double first = node.arguments[0]->value;
+    const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
+    node.value = ComputeOperation(node.kind, first, second);
+    node.kind = NodeKind::RealConstant;
+    ClearArguments(node);
+}
+
+// A molecular weight never changes, so it is read once and for all.
+void ReadMolecularWeight(ExpressionNode& node, const INamedCompounds& compounds, std::u16string& errorText) {
+    const std::int32_t index = node.compoundIndex;
+    if (index < 0 || static_cast<std::size_t>(index) >= compounds.CompoundCount()) {
+        Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
+        return;
+    }
+    node.kind = NodeKind::RealConstant;
+    node.value = compounds.MolecularWeight(static_cast<std::size_t>(index));
+}
+
+// Checks and folds one node whose arguments have been seen to. Without compounds there is no material either.
+void CheckNode(ExpressionNode& node, const INamedCompounds* compounds, std::u16string& errorText) {
+    if (!CheckArgumentCount(node, compounds ? nodeKindCount : scalarKindCount, errorText)) return;
+    if (node.kind == NodeKind::MolecularWeight) {
+        ReadMolecularWeight(node, *compounds, errorText);
+        return;
+    }
+    if (OperandCount(node.kind) == 0) return;
+    // The numerator plays no part: T/0 is refused here and not when it is evaluated.
+    if (node.kind == NodeKind::Division && IsConstant(node.arguments[1]) && node.arguments[1]->value == 0) {
+        errorText += u"division by zero\r\n";
+        return;
+    }
+    FoldConstants(node);
+}
+
+// A leaf of which there is nothing to check: a constant, or what is read from a material.
+bool IsFinished(const ExpressionNode& node, const INamedCompounds* compounds) {
+    if (node.argumentCount != 0) return false;
+    if (node.kind == NodeKind::RealConstant) return true;
+    return compounds && node.kind >= NodeKind::Pressure && node.kind <= NodeKind::Fugacity &&
+           node.kind != NodeKind::MolecularWeight;
+}
+
+void CheckTree(ExpressionNode& node, const INamedCompounds* compounds, std::u16string& errorText) {
+    struct Visit {
+        ExpressionNode* node;
+        std::int32_t nextArgument;
+    };
+    CWalkStack<Visit> visits;
+    DissolveList(node);
+    visits.Push({&node, 0});
+    while (!visits.IsEmpty()) {
+        Visit& visit = visits.Top();
+        if (visit.nextArgument < visit.node->argumentCount) {
+            ExpressionNode* argument = visit.node->arguments[visit.nextArgument++];
+            if (!argument || IsFinished(*argument, compounds)) continue;
+            DissolveList(*argument);
+            visits.Push({argument, 0});
+        } else {
+            CheckNode(*visit.node, compounds, errorText);
+            visits.Pop();
+        }
+    }
+}
+
+}  // namespace
+
+void CheckExpression(ExpressionNode& node, const INamedCompounds& compounds, std::u16string& errorText) {
+    CheckTree(node, &compounds, errorText);
+}
+
+void CheckScalarExpression(ExpressionNode& node, std::u16string& errorText) {
+    CheckTree(node, nullptr, errorText);
+}
+
+}  // namespace reka

@@ -1,0 +1,52 @@
+// Binding looks up every operand once, so that a run finds them at their addresses.
+
+#include "expression/run/BindProgram.h"
+
+#include <cstddef>
+
+namespace reka {
+
+namespace {
+
+/// Whether the program can run on the working values of a values.
+bool IsRunnable(const CExpressionProgram& program, const WorkingValues& values) {
+    return !program.Words().empty() && program.CompoundCount() <= values.workArraySize &&
+           (program.CompoundCount() == 0 || values.molarity);
+}
+
+}  // namespace
+
+bool BindProgram(CExpressionProgram& program, const WorkingValues& values, const void* const* handlers) noexcept {
+    if (!IsRunnable(program, values)) return false;
+    // By `OperandPlace`.
+    const double* const places[] = {program.Constants(),      &values.temperature,   &values.pressure,
+                                    values.molarity.get(),    values.activity.get(), values.fugacity.get(),
+                                    values.moleFraction.get()};
+    static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
+    BoundWord* bound = program.BoundWords();
+    std::size_t operandsToCome = 0;
+    bool isKindToCome = false;
+    for (const ProgramWord word : program.Words()) {
+        if (operandsToCome == 0) {
+            if (handlers) {
+                bound->handler = handlers[word.bits];
+            } else {
+                bound->code = word.Code();
+            }
+            operandsToCome = OperandCountOf(word.Code());
+            isKindToCome = TakesKind(word.Code());
+        } else {
+            if (isKindToCome) {
+                bound->kind = word.Kind();
+            } else {
+                bound->operand = places[word.Place()] + word.Index();
+            }
+            --operandsToCome;
+        }
+        ++bound;
+    }
+    program.boundStamp = values.WorkStamp();
+    return true;
+}
+
+}  // namespace reka

@@ -1,0 +1,33 @@
+// The checks know nothing of a store: here a store becomes the list of the names that are taken. The fields of the
+// general page are written late, since they are typed in while the other pages change the definition.
+
+#include "manager/ValidateDefinition.h"
+
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "checking/RunDefinitionChecks.h"
+#include "platform/OutOfMemoryText.h"
+
+namespace reka {
+
+bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
+                        std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
+                        std::u16string& errorText, IDefinitionCheckUi& ui) noexcept {
+    try {
+        CBstr name = BstrFromString(nameText);
+        CBstr description = BstrFromString(descriptionText);
+        definition.name = std::move(name);
+        definition.description = std::move(description);
+        definition.thermoVersion = versionIndex == 1 ? ThermoVersion::Version11 : ThermoVersion::Version10;
+        std::optional<TakenNames> taken;
+        if (!storeAllowed && templateStore) taken = {templateStore->templates, templateStore->templateUnderEdit};
+        return RunDefinitionChecks(definition, taken ? &*taken : nullptr, errorText, ui);
+    } catch (const std::exception&) {
+        TellOutOfMemory(errorText);
+        return false;
+    }
+}
+
+}  // namespace reka

@@ -1,0 +1,31 @@
+// See Edit.h.
+
+#include "package/Edit.h"
+
+#include <utility>
+
+namespace reka {
+
+namespace {
+
+/// Stands where there are no windows: every dialog counts as one that couldn't be shown.
+class CNoEditor final : public IEditor {
+public:
+    bool EditPackage(ReactionPackDefinition& /*definition*/) noexcept override { return false; }
+    void EditTemplates(ITemplateSource& /*templates*/) noexcept override {}
+};
+
+CNoEditor noEditor;
+IEditor* present = nullptr;
+
+}  // namespace
+
+IEditor& Editor() {
+    return present ? *present : noEditor;
+}
+
+IEditor* ReplaceEditor(IEditor* replacement) {
+    return std::exchange(present, replacement);
+}
+
+}  // namespace reka

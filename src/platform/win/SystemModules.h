@@ -1,0 +1,18 @@
+// The module that holds this code, and libraries of the system.
+
+#pragma once
+
+#include <windows.h>
+
+namespace reka {
+
+/// The module whose resources the dialogs are: what was set last, null before.
+HINSTANCE ModuleHandle() noexcept;
+/// Sets it as the module is attached, and gives the one before. Tests set another one.
+HINSTANCE SetModuleHandle(HINSTANCE module) noexcept;
+
+/// Loads a library out of the system's own folder, and none of that name that lies beside the program. Null if there is
+/// none.
+HMODULE LoadSystemLibrary(const wchar_t* name) noexcept;
+
+}  // namespace reka

@@ -1,0 +1,17 @@
+// See ThreadsOfRuntime.h. The library listens to the system by the module's list of thread callbacks, the one road to
+// it that is open: it is told what it would be told at the end of the thread.
+
+#include "server/ThreadsOfRuntime.h"
+
+#include <windows.h>
+
+extern "C" const IMAGE_TLS_DIRECTORY _tls_used;  // part of the compiler's start code
+
+namespace reka {
+
+void LeaveThisThread() noexcept {
+    const auto* callback = reinterpret_cast<const PIMAGE_TLS_CALLBACK*>(_tls_used.AddressOfCallBacks);
+    for (; *callback; ++callback) (*callback)(nullptr, DLL_THREAD_DETACH, nullptr);
+}
+
+}  // namespace reka

@@ -1,0 +1,56 @@
+#include "formula/StructureFormula.h"
+
+#include <gtest/gtest.h>
+
+#include "text/Utf8.h"
+
+namespace reka::test {
+namespace {
+
+/// "H 4, O 2", or "no" for a text outside the form.
+std::string Read(std::u16string_view formula, double coefficient, ElementBalance balance = {}) {
+    if (!ReadStructureFormula(formula, coefficient, balance)) return "no";
+    std::string text;
+    for (const ElementAmount& element : balance) {
+        if (!text.empty()) text += ", ";
+        char amount[32];
+        std::snprintf(amount, sizeof amount, "%g", element.amount);
+        text += Utf8FromUtf16(element.symbol) + " " + amount;
+    }
+    return text;
+}
+
+TEST(StructureFormula, AddsCountsTimesTheCoefficient) {
+    EXPECT_EQ(Read(u"H2O", 2), "H 4, O 2");
+    EXPECT_EQ(Read(u"NaCl", -1), "Na -1, Cl -1");
+    EXPECT_EQ(Read(u"C1.5H3", 1), "C 1.5, H 3");
+    EXPECT_EQ(Read(u"C.5", 1), "C 0.5");
+    EXPECT_EQ(Read(u"C2.", 1), "C 2");
+    EXPECT_EQ(Read(u"C1.2.3", 1), "C 1.2");
+    EXPECT_EQ(Read(u"CH3COOH", 1), Read(u"C2H4O2", 1));
+    EXPECT_EQ(Read(u"Co", 1), "Co 1");
+    EXPECT_EQ(Read(u"CO", 1), "C 1, O 1");
+    EXPECT_EQ(Read(u"Xx", 1), "Xx 1");
+    EXPECT_EQ(Read(u"", 3), "");
+}
+
+TEST(StructureFormula, AddsToWhatIsThere) {
+    EXPECT_EQ(Read(u"CO2", 1, {{u"O", -3}}), "O -1, C 1");
+    EXPECT_EQ(Read(u"HO", 1, {{u"h", 5}}), "h 5, H 1, O 1");
+}
+
+TEST(StructureFormula, RefusesWhatIsOutsideTheForm) {
+    for (const char16_t* const text : {u"C(CH3)4", u"Na+", u"H2 O", u"h2o", u"Uue", u"C.", u"C..", u"C0", u"C0.0",
+                                       u"2H", u" ", u"C-1", u"\u00C4", u"C\u0661"}) {
+        EXPECT_EQ(Read(text, 1), "no") << Utf8FromUtf16(text);
+    }
+}
+
+TEST(StructureFormula, KeepsWhatItReadBeforeAFailure) {
+    ElementBalance balance;
+    EXPECT_FALSE(ReadStructureFormula(u"H2O+", 1, balance));
+    EXPECT_EQ(balance.size(), 2U);
+}
+
+}  // namespace
+}  // namespace reka::test
