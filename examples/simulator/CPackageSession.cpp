@@ -3,7 +3,7 @@
 #include "CPackageSession.h"
 
 #include "PackageFactory.h"
-#include "VariantArrays.h"
+#include "packagetext/VariantArrays.h"
 #include "text/Utf8.h"
 
 namespace rekasim {
@@ -59,10 +59,10 @@ bool FailMissingInterface(const char* name, Failure& failure) {
 }
 
 /// A failed load tells its reason through the log.
-bool FailLoad(HRESULT result, const CErrorLog& log, Failure& failure) {
+bool FailLoad(HRESULT result, const packagetext::CErrorLog& log, Failure& failure) {
     failure = {"the package can't be loaded: " + TextOfResult(result), "Load", "IPersistPropertyBag"};
     if (!log.Reports().empty()) {
-        const CErrorLog::Report& last = log.Reports().back();
+        const packagetext::CErrorLog::Report& last = log.Reports().back();
         failure.text = "the package can't be loaded: " + reka::Utf8FromUtf16(last.property) + ": " +
                        reka::Utf8FromUtf16(last.text);
     } else if (result == E_FAIL) {
@@ -97,7 +97,7 @@ bool ListPackages(std::vector<std::u16string>& names, Failure& failure) {
     reka::CVariant list;
     const HRESULT result = manager->GetListOfReactionsPackages(&list.Get());
     if (FAILED(result)) return FailCall(manager.Get(), result, "GetListOfReactionsPackages", failure);
-    if (!ReadTexts(list.Get(), names)) {
+    if (!packagetext::ReadTexts(list.Get(), names)) {
         failure = {"GetListOfReactionsPackages gives no list of strings", "GetListOfReactionsPackages", ""};
         return false;
     }
@@ -118,7 +118,7 @@ bool CPackageSession::Resolve(const std::u16string& name, Failure& failure) {
     return false;
 }
 
-bool CPackageSession::Load(CPropertyBag& bag, CErrorLog& log, Failure& failure) {
+bool CPackageSession::Load(packagetext::CPropertyBag& bag, packagetext::CErrorLog& log, Failure& failure) {
     reka::CComRef<reka::ICapeThermoNewPropertyPackage> manager;
     if (!MakeManager(manager, failure)) return false;
     reka::CComRef<IDispatch> made;
@@ -189,7 +189,7 @@ bool CPackageSession::ReadReactions(std::vector<Reaction>& reactions, Failure& f
     reka::CVariant list;
     const HRESULT result = chemistry->GetReactionsIds(list.Receive());
     std::vector<std::u16string> ids;
-    if (FAILED(result) || !ReadTexts(list.Get(), ids)) {
+    if (FAILED(result) || !packagetext::ReadTexts(list.Get(), ids)) {
         return FailCall(package.Get(), result, "GetReactionsIds", failure);
     }
     for (const std::u16string& id : ids) {
@@ -235,8 +235,10 @@ bool CPackageSession::ReadParticipants(reka::ICapeReactionChemistry& chemistry, 
     std::vector<std::u16string> casNumbers;
     std::vector<double> charges;
     std::vector<double> coefficients;
-    const bool isReadable = ReadTexts(idList.Get(), ids) && ReadTexts(casNumberList.Get(), casNumbers) &&
-                            ReadNumbers(chargeList.Get(), charges) && ReadNumbers(coefficientList.Get(), coefficients);
+    const bool isReadable = packagetext::ReadTexts(idList.Get(), ids) &&
+                            packagetext::ReadTexts(casNumberList.Get(), casNumbers) &&
+                            packagetext::ReadNumbers(chargeList.Get(), charges) &&
+                            packagetext::ReadNumbers(coefficientList.Get(), coefficients);
     if (!isReadable || casNumbers.size() != ids.size() || charges.size() != ids.size() ||
         coefficients.size() != ids.size()) {
         failure = {"the package's compound lists don't fit together", "GetReactionCompoundIds",
@@ -254,8 +256,8 @@ bool CPackageSession::Calculate(const char16_t* property, const std::u16string& 
                                 Failure& failure) {
     const auto routine = Ask<reka::ICapeReactionsRoutine>(package.Get());
     if (!routine) return FailMissingInterface("ICapeReactionsRoutine", failure);
-    const reka::CVariant properties = VariantFromTexts(std::vector<std::u16string>{property});
-    const reka::CVariant ids = VariantFromTexts(reactionIds);
+    const reka::CVariant properties = packagetext::VariantFromTexts(std::vector<std::u16string>{property});
+    const reka::CVariant ids = packagetext::VariantFromTexts(reactionIds);
     const reka::CBstr phaseText = reka::CBstr::Make(phase);
     if (reactionResults) reactionResults->Clear();
     HRESULT result = routine->CalcReactionProp(properties.Get(), phaseText.Get(), ids.Get(), nullptr);
@@ -265,11 +267,11 @@ bool CPackageSession::Calculate(const char16_t* property, const std::u16string& 
     reka::CVariant numbers;
     result =
         reactionResults->GetReactionProp(propertyText.Get(), phaseText.Get(), ids.Get(), nullptr, numbers.Receive());
-    if (SUCCEEDED(result) && ReadNumbers(numbers.Get(), values)) return true;
+    if (SUCCEEDED(result) && packagetext::ReadNumbers(numbers.Get(), values)) return true;
     return FailCall(static_cast<reka::ICapeReactionProperties*>(reactionResults), result, "GetReactionProp", failure);
 }
 
-bool CPackageSession::Save(CPropertyBag& bag, Failure& failure) {
+bool CPackageSession::Save(packagetext::CPropertyBag& bag, Failure& failure) {
     const HRESULT result = package->Save(&bag, 1, 1);
     if (SUCCEEDED(result)) return true;
     failure = {"the package can't be saved: " + TextOfResult(result), "Save", "IPersistPropertyBag"};

@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-#include "CMaterial.h"
 #include "CReactionResults.h"
 #include "Failure.h"
-#include "PropertyBag.h"
+#include "material/CMaterial.h"
+#include "packagetext/PropertyBag.h"
 
 namespace rekasim {
 
@@ -47,7 +47,7 @@ public:
     bool Resolve(const std::u16string& name, Failure& failure);
     /// Has the manager make a new package, loads it from the bag and initialises it. `log` gets what it reports on the
     /// way.
-    bool Load(CPropertyBag& bag, CErrorLog& log, Failure& failure);
+    bool Load(packagetext::CPropertyBag& bag, packagetext::CErrorLog& log, Failure& failure);
     bool ReadIdentity(std::u16string& name, std::u16string& description, Failure& failure);
     /// Binds the material through the context of one thermo version; afterwards the package speaks of compounds by the
     /// material's identifiers.
@@ -58,7 +58,7 @@ public:
     /// reaction object.
     bool Calculate(const char16_t* property, const std::u16string& phase,
                    const std::vector<std::u16string>& reactionIds, std::vector<double>& values, Failure& failure);
-    bool Save(CPropertyBag& bag, Failure& failure);
+    bool Save(packagetext::CPropertyBag& bag, Failure& failure);
 
 private:
     bool TakePackage(reka::CComRef<IDispatch> made, Failure& failure);

@@ -3,7 +3,7 @@
 #include "CReactionResults.h"
 
 #include "SameName.h"
-#include "VariantArrays.h"
+#include "packagetext/VariantArrays.h"
 
 namespace rekasim {
 
@@ -37,7 +37,7 @@ HRESULT STDMETHODCALLTYPE CReactionResults::GetReactionProp(BSTR property, BSTR 
     if (!propVals) return E_POINTER;
     VariantInit(propVals);
     std::vector<std::u16string> ids;
-    if (!ReadTexts(reacIds, ids) || ids.empty()) {
+    if (!packagetext::ReadTexts(reacIds, ids) || ids.empty()) {
         return Fail(ECapeInvalidArgumentHR, u"the reactions must be an array of strings", u"GetReactionProp",
                     interfaceName);
     }
@@ -52,14 +52,15 @@ HRESULT STDMETHODCALLTYPE CReactionResults::GetReactionProp(BSTR property, BSTR 
         }
         values.push_back(found->value);
     }
-    return GiveVariant(VariantFromNumbers(values), propVals);
+    return GiveVariant(packagetext::VariantFromNumbers(values), propVals);
 }
 
 HRESULT STDMETHODCALLTYPE CReactionResults::SetReactionProp(BSTR property, BSTR phase, VARIANT reacIds, BSTR basis,
                                                             VARIANT propVals) {
     std::vector<std::u16string> ids;
     std::vector<double> values;
-    if (!ReadTexts(reacIds, ids) || !ReadNumbers(propVals, values) || ids.empty() || ids.size() != values.size()) {
+    if (!packagetext::ReadTexts(reacIds, ids) || !packagetext::ReadNumbers(propVals, values) || ids.empty() ||
+        ids.size() != values.size()) {
         return Fail(ECapeInvalidArgumentHR, u"one reaction identifier and one number are needed for each reaction",
                     u"SetReactionProp", interfaceName);
     }

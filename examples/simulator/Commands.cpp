@@ -4,12 +4,12 @@
 
 #include <ostream>
 
-#include "BagMembers.h"
 #include "CPackageSession.h"
 #include "FormatNumber.h"
 #include "ReactionTable.h"
-#include "ReadMaterial.h"
-#include "VariantArrays.h"
+#include "material/ReadMaterial.h"
+#include "packagetext/BagMembers.h"
+#include "packagetext/VariantArrays.h"
 #include "text/Utf8.h"
 
 namespace rekasim {
@@ -18,14 +18,14 @@ namespace {
 
 /// A package, loaded from a document or resolved by its name, and the document that goes with it.
 struct OpenDocument {
-    Json content = Json::object();  // with the material, if there is one
-    std::string path;               // of the document
+    packagetext::Json content = packagetext::Json::object();  // with the material, if there is one
+    std::string path;                                         // of the document
     CPackageSession session;
     std::vector<std::string> loadFaults;  // what the package reported while it loaded, each in one line
 };
 
-void KeepLoadFaults(const CErrorLog& log, OpenDocument& document) {
-    for (const CErrorLog::Report& report : log.Reports()) {
+void KeepLoadFaults(const packagetext::CErrorLog& log, OpenDocument& document) {
+    for (const packagetext::CErrorLog::Report& report : log.Reports()) {
         document.loadFaults.push_back(OnOneLine(reka::Utf8FromUtf16(report.property)) + ": " +
                                       OnOneLine(reka::Utf8FromUtf16(report.text)));
     }
@@ -47,25 +47,26 @@ bool Finish(bool isDone, const CommandOptions& options, const OpenDocument& docu
 
 bool OpenByName(const CommandOptions& options, OpenDocument& document, Failure& failure) {
     document.path = options.materialPath;
-    if (!document.path.empty() && !ReadDocument(document.path, document.content, failure.text)) return false;
+    if (!document.path.empty() && !packagetext::ReadDocument(document.path, document.content, failure.text))
+        return false;
     return document.session.Resolve(reka::Utf16FromUtf8(options.packageName), failure);
 }
 
 bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& err, Failure& failure) {
     if (!options.packageName.empty()) return OpenByName(options, document, failure);
     document.path = options.documentPath;
-    if (!ReadDocument(options.documentPath, document.content, failure.text)) return false;
+    if (!packagetext::ReadDocument(options.documentPath, document.content, failure.text)) return false;
     const auto package = document.content.find("package");
-    const auto bag = MakeObject<CPropertyBag>();
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
     std::string errorText;
     if (package == document.content.end() || !package->is_object()) {
         errorText = "package: the member is missing or no object";
-    } else if (FillBag(*package, *bag, errorText)) {
-        const auto log = MakeObject<CErrorLog>();
+    } else if (packagetext::FillBag(*package, *bag, errorText)) {
+        const auto log = packagetext::MakeObject<packagetext::CErrorLog>();
         const bool loaded = document.session.Load(*bag, *log, failure);
         if (loaded) KeepLoadFaults(*log, document);
         for (std::size_t i = 0; options.isVerbose && i < log->Reports().size(); ++i) {
-            const CErrorLog::Report& report = log->Reports()[i];
+            const packagetext::CErrorLog::Report& report = log->Reports()[i];
             err << "rekasim: load report: " << OnOneLine(reka::Utf8FromUtf16(report.property)) << ": "
                 << OnOneLine(reka::Utf8FromUtf16(report.text)) << "\n";
         }
@@ -87,9 +88,9 @@ bool WriteIdentity(CPackageSession& session, std::ostream& out, Failure& failure
 
 /// The thermo version that the package's data name; a package without the word uses version 1.0.
 bool ReadVersion(CPackageSession& session, ThermoVersion& version, Failure& failure) {
-    const auto bag = MakeObject<CPropertyBag>();
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
     if (!session.Save(*bag, failure)) return false;
-    const Json members = MembersFromBag(*bag);
+    const packagetext::Json members = packagetext::MembersFromBag(*bag);
     const auto word = members.find("thermoVersion");
     version = word != members.end() && *word == "1.1" ? ThermoVersion::Version11 : ThermoVersion::Version10;
     return true;
@@ -162,8 +163,8 @@ bool PrintTable(const CommandOptions& options, OpenDocument& document, std::ostr
                 Failure& failure) {
     MaterialState state;
     if (!ReadState(document, state, failure)) return false;
-    const auto material = MakeObject<CMaterial>();
-    const auto results = MakeObject<CReactionResults>();
+    const auto material = packagetext::MakeObject<CMaterial>();
+    const auto results = packagetext::MakeObject<CReactionResults>();
     material->SetState(state);
     CPackageSession& session = document.session;
     std::vector<Reaction> reactions;
@@ -205,10 +206,10 @@ bool PrintPackage(OpenDocument& document, std::ostream& out, Failure& failure) {
 }
 
 bool SaveDocument(const CommandOptions& options, OpenDocument& document, Failure& failure) {
-    const auto bag = MakeObject<CPropertyBag>();
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
     if (!document.session.Save(*bag, failure)) return false;
-    document.content["package"] = MembersFromBag(*bag);
-    return WriteDocument(options.outputPath, document.content, failure.text);
+    document.content["package"] = packagetext::MembersFromBag(*bag);
+    return packagetext::WriteDocument(options.outputPath, document.content, failure.text);
 }
 
 }  // namespace

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "Failure.h"
-#include "ReactorCommand.h"
+#include "reactor/ReactorCommand.h"
 
 namespace rekasim {
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "CPackageSession.h"
-#include "MaterialProperties.h"
+#include "material/MaterialProperties.h"
 
 namespace rekasim {
 

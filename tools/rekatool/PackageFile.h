@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "Document.h"
 #include "StoredPackage.h"
+#include "packagetext/Document.h"
 
 namespace rekatool {
 
-using rekasim::Json;
+using packagetext::Json;
 
 enum class FileForm : unsigned char {
     Templates,  // a file of templates: a count, then a size and a block for each

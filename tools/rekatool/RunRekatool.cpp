@@ -72,7 +72,7 @@ PackageFile ReadPackages(const std::string& path, const Bytes& bytes) {
 
 int Export(const Options& options, std::ostream& out) {
     const Bytes bytes = ReadFile(options.inputPath);
-    const std::string text = rekasim::TextOfDocument(JsonFromFile(ReadPackages(options.inputPath, bytes)));
+    const std::string text = packagetext::TextOfDocument(JsonFromFile(ReadPackages(options.inputPath, bytes)));
     const Bytes textBytes(text.begin(), text.end());
     if (WritePackageFile(ReadReadable(options.inputPath, textBytes)) != bytes) {
         throw ToolFailure{options.inputPath + ": the readable form would not lead back to this file"};

@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "BagMembers.h"
-#include "Document.h"
 #include "OutputFile.h"
-#include "PropertyBag.h"
 #include "manager/ValidateDefinition.h"
+#include "packagetext/BagMembers.h"
+#include "packagetext/Document.h"
+#include "packagetext/PropertyBag.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/PropertyBagForm.h"
 #include "persistence/StoredDefinition.h"
@@ -17,7 +17,7 @@
 
 namespace {
 
-using rekasim::Json;
+using packagetext::Json;
 
 /// A user who wants no formula left unread, and whose heats may depend on the temperature.
 class CBuilderUi : public reka::IDefinitionCheckUi {
@@ -33,12 +33,12 @@ bool Fail(const std::string& path, const std::string& reason) {
 }
 
 bool AddTemplate(const std::string& path, reka::TemplateStore& store) {
-    Json document;
+    packagetext::Json document;
     std::string reason;
-    if (!rekasim::ReadDocument(path, document, reason)) return Fail(path, reason);
-    const auto bag = rekasim::MakeObject<rekasim::CPropertyBag>();
-    const auto log = rekasim::MakeObject<rekasim::CErrorLog>();
-    if (!document.contains("package") || !rekasim::FillBag(document["package"], *bag, reason)) {
+    if (!packagetext::ReadDocument(path, document, reason)) return Fail(path, reason);
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
+    const auto log = packagetext::MakeObject<packagetext::CErrorLog>();
+    if (!document.contains("package") || !packagetext::FillBag(document["package"], *bag, reason)) {
         return Fail(path, "no package: " + reason);
     }
     auto definition = std::make_unique<reka::ReactionPackDefinition>(nullptr);

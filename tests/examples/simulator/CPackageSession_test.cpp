@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "BagMembers.h"
 #include "DocumentFixture.h"
-#include "ReadMaterial.h"
+#include "material/ReadMaterial.h"
+#include "packagetext/BagMembers.h"
 
 namespace rekasim {
 
@@ -14,9 +14,9 @@ namespace {
 
 class PackageSession : public testing::Test {
 protected:
-    bool Load(const Json& package) {
-        const auto bag = MakeObject<CPropertyBag>();
-        EXPECT_TRUE(FillBag(package, *bag, failure.text)) << failure.text;
+    bool Load(const packagetext::Json& package) {
+        const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
+        EXPECT_TRUE(packagetext::FillBag(package, *bag, failure.text)) << failure.text;
         return session.Load(*bag, *log, failure);
     }
     bool LoadExample(const std::string& name) {
@@ -27,10 +27,10 @@ protected:
         return Load(document["package"]);
     }
 
-    Json document;
-    reka::CComRef<reka::CComObject<CMaterial>> material = MakeObject<CMaterial>();
-    reka::CComRef<reka::CComObject<CReactionResults>> results = MakeObject<CReactionResults>();
-    reka::CComRef<reka::CComObject<CErrorLog>> log = MakeObject<CErrorLog>();
+    packagetext::Json document;
+    reka::CComRef<reka::CComObject<CMaterial>> material = packagetext::MakeObject<CMaterial>();
+    reka::CComRef<reka::CComObject<CReactionResults>> results = packagetext::MakeObject<CReactionResults>();
+    reka::CComRef<reka::CComObject<packagetext::CErrorLog>> log = packagetext::MakeObject<packagetext::CErrorLog>();
     Failure failure;
     CPackageSession session;
 };
@@ -82,7 +82,7 @@ TEST_F(PackageSession, PassesOnThePackagesOwnWords) {
 
 TEST_F(PackageSession, PassesOnTheMaterialsWordsThroughThePackage) {
     ASSERT_TRUE(LoadExample("methyl-acetate-esterification.json")) << failure.text;
-    Json package = document["package"];
+    packagetext::Json package = document["package"];
     package["reactionRateEquation"] = {"F(water)"};
     ASSERT_TRUE(Load(package)) << failure.text;
     ASSERT_TRUE(session.SetReactionObject(*results, failure)) << failure.text;
@@ -107,18 +107,18 @@ TEST_F(PackageSession, TellsWhichCompoundTheMaterialLacks) {
 }
 
 TEST_F(PackageSession, TellsWhyAPackageCannotBeLoaded) {
-    Json package = ReadExample("ammonia-synthesis.json")["package"];
+    packagetext::Json package = ReadExample("ammonia-synthesis.json")["package"];
     package["compoundCAS"].erase(0);
     EXPECT_FALSE(Load(package));
     EXPECT_EQ(failure.text, "the package can't be loaded: compoundCAS: array size mismatch");
-    EXPECT_FALSE(Load(Json::object()));
+    EXPECT_FALSE(Load(packagetext::Json::object()));
 }
 
 TEST_F(PackageSession, SavesWhatItLoaded) {
     ASSERT_TRUE(LoadExample("toluene-hydrodealkylation.json")) << failure.text;
-    const auto saved = MakeObject<CPropertyBag>();
+    const auto saved = packagetext::MakeObject<packagetext::CPropertyBag>();
     ASSERT_TRUE(session.Save(*saved, failure)) << failure.text;
-    const Json members = MembersFromBag(*saved);
+    const packagetext::Json members = packagetext::MembersFromBag(*saved);
     for (const auto& member : document["package"].items()) EXPECT_EQ(members[member.key()], member.value());
 }
 

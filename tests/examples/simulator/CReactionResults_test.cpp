@@ -5,8 +5,8 @@
 #include <gtest/gtest.h>
 
 #include "DocumentFixture.h"
-#include "PropertyBag.h"
-#include "VariantArrays.h"
+#include "packagetext/PropertyBag.h"
+#include "packagetext/VariantArrays.h"
 
 namespace rekasim {
 
@@ -18,19 +18,20 @@ class ReactionResults : public testing::Test {
 protected:
     HRESULT Set(const char16_t* property, const char16_t* phase, const Texts& ids, const std::vector<double>& set) {
         return results->SetReactionProp(reka::CBstr::Make(property).Get(), reka::CBstr::Make(phase).Get(),
-                                        VariantFromTexts(ids).Get(), nullptr, VariantFromNumbers(set).Get());
+                                        packagetext::VariantFromTexts(ids).Get(), nullptr,
+                                        packagetext::VariantFromNumbers(set).Get());
     }
     HRESULT Get(const char16_t* property, const char16_t* phase, const Texts& ids) {
         reka::CVariant answer;
         const HRESULT result =
             results->GetReactionProp(reka::CBstr::Make(property).Get(), reka::CBstr::Make(phase).Get(),
-                                     VariantFromTexts(ids).Get(), nullptr, answer.Receive());
-        EXPECT_TRUE(ReadNumbers(answer.Get(), values));
+                                     packagetext::VariantFromTexts(ids).Get(), nullptr, answer.Receive());
+        EXPECT_TRUE(packagetext::ReadNumbers(answer.Get(), values));
         return result;
     }
     std::u16string Error() { return LastError(static_cast<reka::ICapeReactionProperties*>(results.Get())); }
 
-    reka::CComRef<reka::CComObject<CReactionResults>> results = MakeObject<CReactionResults>();
+    reka::CComRef<reka::CComObject<CReactionResults>> results = packagetext::MakeObject<CReactionResults>();
     std::vector<double> values;
 };
 

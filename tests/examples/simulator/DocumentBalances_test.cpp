@@ -39,10 +39,10 @@ bool IsCasNumber(const std::string& text) {
 class Documents : public testing::TestWithParam<std::string> {};
 
 TEST_P(Documents, BalanceElementsAndMasses) {
-    const Json document = ReadExample(GetParam());
-    const Json& package = document["package"];
-    for (const Json& id : package["reactionID"]) {
-        const Json& coefficients = package["stoichiometry[" + id.get<std::string>() + "]"];
+    const packagetext::Json document = ReadExample(GetParam());
+    const packagetext::Json& package = document["package"];
+    for (const packagetext::Json& id : package["reactionID"]) {
+        const packagetext::Json& coefficients = package["stoichiometry[" + id.get<std::string>() + "]"];
         ASSERT_EQ(coefficients.size(), package["compoundFormula"].size());
         std::map<std::string, double> atoms;
         double mass = 0;
@@ -57,17 +57,17 @@ TEST_P(Documents, BalanceElementsAndMasses) {
 }
 
 TEST_P(Documents, HaveCasNumbersWithTheRightLastDigit) {
-    const Json document = ReadExample(GetParam());
-    for (const Json& number : document["package"]["compoundCAS"]) {
+    const packagetext::Json document = ReadExample(GetParam());
+    for (const packagetext::Json& number : document["package"]["compoundCAS"]) {
         EXPECT_TRUE(IsCasNumber(number.get<std::string>())) << number;
     }
-    for (const Json& compound : document["material"]["compounds"]) {
+    for (const packagetext::Json& compound : document["material"]["compounds"]) {
         EXPECT_TRUE(IsCasNumber(compound["casNumber"].get<std::string>())) << compound;
     }
 }
 
 TEST_P(Documents, TellTitleSourceAndValidity) {
-    const Json document = ReadExample(GetParam());
+    const packagetext::Json document = ReadExample(GetParam());
     EXPECT_FALSE(document.value("title", "").empty());
     EXPECT_FALSE(document.value("validity", "").empty());
     ASSERT_TRUE(document["source"].is_array());
@@ -100,9 +100,9 @@ constexpr std::size_t longestQuotedExpression = 190;
 TEST_P(Documents, StandInTheGuideWithTheirExpressions) {
     const std::string guide = ReadGuide();
     EXPECT_NE(guide.find("`" + GetParam() + "`"), std::string::npos);
-    const Json package = ReadExample(GetParam())["package"];
+    const packagetext::Json package = ReadExample(GetParam())["package"];
     for (const char* key : {"reactionRateEquation", "reactionEquilibriumConstantEquation", "reactionHeatEquation"}) {
-        for (const Json& expression : package[key]) {
+        for (const packagetext::Json& expression : package[key]) {
             if (expression.is_null() || expression.get<std::string>().size() > longestQuotedExpression) continue;
             EXPECT_NE(guide.find("`" + expression.get<std::string>() + "`"), std::string::npos) << expression;
         }

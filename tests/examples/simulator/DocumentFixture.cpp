@@ -1,4 +1,4 @@
-// See DocumentFixture.h.
+// Paths in the tests are UTF-8, as the programs take them; the library of the language has its own form of them.
 
 #include "DocumentFixture.h"
 
@@ -8,13 +8,12 @@
 #include <filesystem>
 #include <fstream>
 #include <limits>
-#include <random>
 #include <sstream>
 
-#include "BagMembers.h"
 #include "CPackageSession.h"
-#include "ReadMaterial.h"
 #include "RunRekasim.h"
+#include "material/ReadMaterial.h"
+#include "packagetext/BagMembers.h"
 
 namespace rekasim {
 
@@ -27,12 +26,6 @@ std::filesystem::path NativePath(const std::string& path) {
 std::string Utf8Path(const std::filesystem::path& path) {
     const std::u8string text = path.u8string();
     return {text.begin(), text.end()};
-}
-
-/// Tests run beside each other, in processes of their own.
-std::string UniquePrefix() {
-    std::random_device random;
-    return "rekasim-test-" + std::to_string(random()) + "-" + std::to_string(random()) + "-";
 }
 
 }  // namespace
@@ -57,33 +50,11 @@ std::string ReadGuide() {
     return content.str();
 }
 
-Json ReadExample(const std::string& name) {
-    Json content;
+packagetext::Json ReadExample(const std::string& name) {
+    packagetext::Json content;
     std::string errorText;
-    EXPECT_TRUE(ReadDocument(ExamplePath(name), content, errorText)) << errorText;
+    EXPECT_TRUE(packagetext::ReadDocument(ExamplePath(name), content, errorText)) << errorText;
     return content;
-}
-
-CTemporaryFile::CTemporaryFile(const std::string& name, const std::string& content)
-    : path(Utf8Path(std::filesystem::temp_directory_path() / NativePath(UniquePrefix() + name))) {
-    if (!content.empty()) std::ofstream(NativePath(path), std::ios::binary) << content;
-}
-
-CTemporaryFile::~CTemporaryFile() {
-    std::error_code ignored;
-    std::filesystem::remove(NativePath(path), ignored);
-}
-
-bool CTemporaryFile::IsThere() const {
-    std::error_code ignored;
-    return std::filesystem::exists(NativePath(path), ignored);
-}
-
-std::string CTemporaryFile::Content() const {
-    std::ifstream file(NativePath(path), std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
 }
 
 RunResult RunProgram(const std::vector<std::string>& arguments) {
@@ -99,17 +70,18 @@ RunResult RunProgram(const std::vector<std::string>& arguments) {
 double CalculateExample(const std::string& name, const char16_t* property, const std::u16string& reactionId,
                         double temperature) {
     constexpr double missing = std::numeric_limits<double>::quiet_NaN();
-    const Json content = ReadExample(name);
-    const auto bag = MakeObject<CPropertyBag>();
-    const auto log = MakeObject<CErrorLog>();
-    const auto material = MakeObject<CMaterial>();
-    const auto results = MakeObject<CReactionResults>();
+    const packagetext::Json content = ReadExample(name);
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
+    const auto log = packagetext::MakeObject<packagetext::CErrorLog>();
+    const auto material = packagetext::MakeObject<CMaterial>();
+    const auto results = packagetext::MakeObject<CReactionResults>();
     MaterialState state;
     Failure failure;
     CPackageSession session;
     const ThermoVersion version =
         content["package"]["thermoVersion"] == "1.1" ? ThermoVersion::Version11 : ThermoVersion::Version10;
-    bool done = FillBag(content["package"], *bag, failure.text) && ReadMaterial(content, state, failure.text);
+    bool done =
+        packagetext::FillBag(content["package"], *bag, failure.text) && ReadMaterial(content, state, failure.text);
     if (temperature > 0) state.temperature = temperature;
     const std::u16string phase = state.phase;
     material->SetState(state);

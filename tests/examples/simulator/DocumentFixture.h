@@ -7,11 +7,14 @@
 #include <string_view>
 #include <vector>
 
-#include "Document.h"
-#include "MaterialProperties.h"
+#include "material/MaterialProperties.h"
+#include "packagetext/Document.h"
 #include "platform/Holders.h"
+#include "support/TemporaryFile.h"
 
 namespace rekasim {
+
+using reka::test::CTemporaryFile;
 
 /// Full path of a document of the examples.
 std::string ExamplePath(const std::string& name);
@@ -20,23 +23,7 @@ std::vector<std::string> ExampleNames();
 /// The page on the reaction systems.
 std::string ReadGuide();
 /// The parsed document; a failure of the test when it can't be read.
-Json ReadExample(const std::string& name);
-
-/// A file of its own in the temporary folder, removed at the end.
-class CTemporaryFile {
-public:
-    CTemporaryFile(const std::string& name, const std::string& content);
-    ~CTemporaryFile();
-    CTemporaryFile(const CTemporaryFile&) = delete;
-    CTemporaryFile& operator=(const CTemporaryFile&) = delete;
-
-    const std::string& Path() const { return path; }
-    bool IsThere() const;
-    std::string Content() const;
-
-private:
-    std::string path;  // UTF-8
-};
+packagetext::Json ReadExample(const std::string& name);
 
 struct RunResult {
     int status = 0;

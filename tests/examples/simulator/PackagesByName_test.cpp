@@ -2,11 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "BagMembers.h"
 #include "CPackageSession.h"
 #include "DocumentFixture.h"
 #include "manager/TemplateStore.h"
 #include "package/CReactionPack.h"
+#include "packagetext/BagMembers.h"
 #include "persistence/PropertyBagForm.h"
 #include "support/FakeFiles.h"
 
@@ -20,10 +20,10 @@ protected:
     void Offer(const std::vector<std::string>& documents) {
         reka::TemplateStore store;
         for (const std::string& name : documents) {
-            const Json content = ReadExample(name);
-            const auto bag = MakeObject<CPropertyBag>();
+            const packagetext::Json content = ReadExample(name);
+            const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
             std::string errorText;
-            ASSERT_TRUE(FillBag(content["package"], *bag, errorText)) << errorText;
+            ASSERT_TRUE(packagetext::FillBag(content["package"], *bag, errorText)) << errorText;
             auto definition = std::make_unique<reka::ReactionPackDefinition>(nullptr);
             ASSERT_TRUE(reka::ReadDefinitionFromBag(*definition, reka::BagReader{bag.Get(), nullptr, u"test"}));
             store.templates.push_back(std::move(definition));

@@ -12,8 +12,8 @@ namespace {
 
 /// The table of an example after a change to its document.
 RunResult RunChanged(const std::string& name, const char* patch, const std::vector<std::string>& more = {}) {
-    Json document = ReadExample(name);
-    document.merge_patch(Json::parse(patch));
+    packagetext::Json document = ReadExample(name);
+    document.merge_patch(packagetext::Json::parse(patch));
     const CTemporaryFile file("changed.json", document.dump());
     std::vector<std::string> arguments = {"table", "--document", file.Path()};
     arguments.insert(arguments.end(), more.begin(), more.end());

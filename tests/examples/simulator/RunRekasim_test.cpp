@@ -98,8 +98,8 @@ TEST(SaveCommand, KeepsMaterialAndNotes) {
         RunProgram({"save", "--document", ExamplePath("methanol-synthesis.json"), "--to", copy.Path()});
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
-    const Json original = ReadExample("methanol-synthesis.json");
-    const Json saved = Json::parse(copy.Content());
+    const packagetext::Json original = ReadExample("methanol-synthesis.json");
+    const packagetext::Json saved = packagetext::Json::parse(copy.Content());
     EXPECT_EQ(saved["material"], original["material"]);
     EXPECT_EQ(saved["source"], original["source"]);
     EXPECT_EQ(saved["title"], original["title"]);

@@ -18,7 +18,7 @@ std::string RoundTrip(const CStoredBytes& bytes, Json* readable = nullptr) {
     PackageFile file;
     if (!ReadPackageFile(bytes.bytes, file)) return "none";
     EXPECT_EQ(WritePackageFile(file), bytes.bytes);
-    const std::string text = rekasim::TextOfDocument(JsonFromFile(file));
+    const std::string text = packagetext::TextOfDocument(JsonFromFile(file));
     const Json content = Json::parse(text);
     PackageFile back;
     std::string errorText;

@@ -1,0 +1,23 @@
+// Documents: JSON files with a package ("package", the keys of its property bag), a material ("material")
+// and, for the reader, a title, the source and what else one wants to note.
+
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <string>
+
+namespace packagetext {
+
+/// Keeps the members in their order, so that what is saved reads like what was loaded.
+using Json = nlohmann::ordered_json;
+
+/// Paths are UTF-8. False leaves `content` empty and gives the path and the reason in `errorText`, for malformed JSON
+/// with line and column.
+bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
+/// The text of a document: members on lines of their own, lists of plain values on one line. Recurses along the
+/// nesting of `content`.
+std::string TextOfDocument(const Json& content);
+/// Replaces the file by the text of the document.
+bool WriteDocument(const std::string& path, const Json& content, std::string& errorText);
+
+}  // namespace packagetext
