@@ -188,7 +188,7 @@ HRESULT CReactionPack::GetReactionConcBasis(BSTR reactionId, BSTR* basis) {
         if (reaction.type != ReactionType::Equilibrium) return S_OK;  // the basis belongs to the constant
         const auto stored = static_cast<std::int32_t>(reaction.equilibriumBasis);
         const std::int32_t known = std::clamp(stored, std::int32_t{0}, equilibriumBasisCount - 1);
-        *basis = CBstr::Make(equilibriumBasisTexts[known]).Detach();
+        *basis = CBstr::Make(equilibriumBasisWords[known]).Detach();
         return S_OK;
     });
 }

@@ -164,29 +164,29 @@ private:
     }
 
     bool TakeType(const CBstr& word, ReactionDefinition& reaction) {
-        const bool isEquilibrium = SameText(word.Get(), u"Equilibrium");
-        if (!isEquilibrium && !SameText(word.Get(), u"Kinetic")) {
-            ReportInvalidValue(bagkey::reactionType, word);
-            return false;
-        }
-        reaction.type = isEquilibrium ? ReactionType::Equilibrium : ReactionType::Kinetic;
-        return true;
+        return TakeWord(bagkey::reactionType, word, reactionTypeWords, reaction.type);
     }
 
     bool TakeRateBasis(const CBstr& word, ReactionDefinition& reaction) {
-        const bool isHomogeneous = SameText(word.Get(), u"Homogeneous");
-        if (!isHomogeneous && !SameText(word.Get(), u"Heterogeneous")) {
-            ReportInvalidValue(bagkey::reactionRateBasis, word);
-            return false;
+        return TakeWord(bagkey::reactionRateBasis, word, rateBasisWords, reaction.rateBasis);
+    }
+
+    /// The value of the enum that has the word. False after another one has been reported.
+    template <class Enum, std::size_t Count>
+    bool TakeWord(const char16_t* key, const CBstr& word, const char16_t* const (&words)[Count], Enum& value) {
+        for (std::size_t i = 0; i < Count; ++i) {
+            if (!SameText(word.Get(), std::u16string_view(words[i]))) continue;
+            value = static_cast<Enum>(i);
+            return true;
         }
-        reaction.rateBasis = isHomogeneous ? RateBasis::Homogeneous : RateBasis::Heterogeneous;
-        return true;
+        ReportInvalidValue(key, word);
+        return false;
     }
 
     /// The words of the bases are compared with case, unlike all others.
     void TakeEquilibriumBasis(const CBstr& word, ReactionDefinition& reaction) {
         for (std::int32_t basis = 0; basis < equilibriumBasisCount; ++basis) {
-            if (word.View() == equilibriumBasisTexts[basis]) {
+            if (word.View() == equilibriumBasisWords[basis]) {
                 reaction.equilibriumBasis = static_cast<EquilibriumBasis>(basis);
                 return;
             }
@@ -228,13 +228,7 @@ private:
         BagVariant value;
         if (!Read(bagkey::thermoVersion, value, VT_BSTR)) return;
         const CBstr word = CBstr::CopyOf(value.value.bstrVal);
-        if (SameText(word.Get(), u"1.0")) {
-            definition.thermoVersion = ThermoVersion::Version10;
-        } else if (SameText(word.Get(), u"1.1")) {
-            definition.thermoVersion = ThermoVersion::Version11;
-        } else {
-            ReportInvalidValue(bagkey::thermoVersion, word);
-        }
+        TakeWord(bagkey::thermoVersion, word, thermoVersionWords, definition.thermoVersion);
     }
 
     ReactionPackDefinition& definition;

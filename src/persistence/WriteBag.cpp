@@ -89,14 +89,13 @@ bool WriteReactions(CBagWriter& writer, const ReactionPackDefinition& definition
     }) && writer.WriteTexts(bagkey::reactionPhase, count, [&](std::size_t i) {
         return reactions[i]->phase.Get();
     }) && writer.WriteTexts(bagkey::reactionType, count, [&](std::size_t i) {
-        return Text(reactions[i]->type == ReactionType::Kinetic ? u"Kinetic" : u"Equilibrium");
+        return Text(WordOf(reactions[i]->type, reactionTypeWords));
     }) && writer.WriteTexts(bagkey::reactionRateBasis, count, [&](std::size_t i) {
-        const bool isHeterogeneous = reactions[i]->rateBasis == RateBasis::Heterogeneous;
-        return Text(isHeterogeneous ? u"Heterogeneous" : u"Homogeneous");
+        return Text(WordOf(reactions[i]->rateBasis, rateBasisWords));
     }) && writer.WriteTexts(bagkey::reactionRateEquation, count, [&](std::size_t i) {
         return Text(reactions[i]->rateEquation);
     }) && writer.WriteTexts(bagkey::reactionEquilibriumBasis, count, [&](std::size_t i) {
-        return Text(equilibriumBasisTexts[static_cast<std::size_t>(reactions[i]->equilibriumBasis)]);
+        return Text(equilibriumBasisWords[static_cast<std::size_t>(reactions[i]->equilibriumBasis)]);
     }) && writer.WriteTexts(bagkey::reactionEquilibriumConstantEquation, count, [&](std::size_t i) {
         return Text(reactions[i]->equilibriumConstantEquation);
     }) && writer.WriteTexts(bagkey::reactionHeatEquation, count, [&](std::size_t i) {
@@ -119,13 +118,12 @@ bool WriteStoichiometry(CBagWriter& writer, const ReactionPackDefinition& defini
 
 bool WriteDefinitionToBag(const ReactionPackDefinition& definition, IPropertyBag& bag) {
     CBagWriter writer(bag);
-    const bool isVersion11 = definition.thermoVersion == ThermoVersion::Version11;
     return writer.WriteText(bagkey::name, PresentCopy(definition.name)) &&
            writer.WriteText(bagkey::description, PresentCopy(definition.description)) &&
            writer.WriteText(bagkey::pcdFile, BstrFromString(definition.pcdFile)) &&
            WriteCompounds(writer, definition) && HasKnownBases(definition) && WriteReactions(writer, definition) &&
            WriteStoichiometry(writer, definition) &&
-           writer.WriteText(bagkey::thermoVersion, CBstr::Make(isVersion11 ? u"1.1" : u"1.0"));
+           writer.WriteText(bagkey::thermoVersion, CBstr::Make(WordOf(definition.thermoVersion, thermoVersionWords)));
 }
 
 }  // namespace reka

@@ -16,10 +16,19 @@
 
 namespace reka {
 
-enum class ReactionType : std::int32_t { Equilibrium = 0, Kinetic = 1 };     // stored
+// The words for each enum, by value, are what property bags and documents hold; those of the equilibrium bases are
+// reported to the simulator, too.
+
+enum class ReactionType : std::int32_t { Equilibrium = 0, Kinetic = 1 };  // stored
+constexpr const char16_t* reactionTypeWords[] = {u"Equilibrium", u"Kinetic"};
+
 enum class RateBasis : std::int32_t { Homogeneous = 0, Heterogeneous = 1 };  // stored
-enum class ThermoVersion : std::int32_t { Version10 = 0, Version11 = 1 };    // stored
-enum class EquilibriumBasis : std::int32_t {                                 // stored
+constexpr const char16_t* rateBasisWords[] = {u"Homogeneous", u"Heterogeneous"};
+
+enum class ThermoVersion : std::int32_t { Version10 = 0, Version11 = 1 };  // stored
+constexpr const char16_t* thermoVersionWords[] = {u"1.0", u"1.1"};
+
+enum class EquilibriumBasis : std::int32_t {  // stored
     Molarity = 0,
     Concentration = 1,
     MoleFraction = 2,
@@ -27,11 +36,15 @@ enum class EquilibriumBasis : std::int32_t {                                 // 
     Fugacity = 4,
     Activity = 5,
 };
-
-/// The words for the equilibrium bases, by value: reported to the simulator and written into property bags.
-constexpr const char16_t* equilibriumBasisTexts[] = {u"Molarity",     u"Concentration", u"MoleFraction",
+constexpr const char16_t* equilibriumBasisWords[] = {u"Molarity",     u"Concentration", u"MoleFraction",
                                                      u"MassFraction", u"Fugacity",      u"Activity"};
 constexpr std::int32_t equilibriumBasisCount = 6;
+
+/// The word for a value, with any other than 1 of the enums that have two values counting as 0.
+template <class Enum>
+constexpr const char16_t* WordOf(Enum value, const char16_t* const (&words)[2]) {
+    return words[value == Enum{1} ? 1 : 0];
+}
 
 /// One compound of a package.
 struct CompoundDefinition {

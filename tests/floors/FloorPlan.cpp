@@ -28,11 +28,12 @@ std::vector<std::string> SplitWords(const std::string& text) {
     return {std::sregex_token_iterator(text.begin(), text.end(), word), {}};
 }
 
-/// A folder called win or posix belongs to the floor it lies in, unless it is a floor of its own.
+/// A folder called win or posix belongs to the floor it lies in, unless it is a floor of its own; outside the house
+/// every folder belongs to the one it lies in.
 std::string FloorOf(const fs::path& folder, const std::set<std::string>& folders) {
     for (fs::path at = folder; !at.empty(); at = at.parent_path()) {
         if (folders.contains(at.generic_string())) return at.generic_string();
-        if (at.filename() != "win" && at.filename() != "posix") break;
+        if (*at.begin() == "src" && at.filename() != "win" && at.filename() != "posix") break;
     }
     return folder.generic_string();
 }

@@ -58,8 +58,8 @@ std::string TextOfNumber(double number) {
 }
 
 template <std::size_t count>
-Json JsonOfWord(std::uint32_t word, const std::string_view (&words)[count]) {
-    if (word < count) return std::string(words[word]);
+Json JsonOfWord(std::uint32_t word, const char16_t* const (&words)[count]) {
+    if (word < count) return reka::Utf8FromUtf16(words[word]);
     return word;
 }
 
@@ -113,12 +113,12 @@ Json JsonOfReaction(const StoredPackage& package, const StoredReaction& stored,
                     const reka::ReactionPackDefinition& definition) {
     Json reaction = {{"id", JsonOfText(stored.id)}, {"phase", JsonOfText(stored.phase)}};
     if (package.version < 2) reaction["obsolete"] = JsonOfText(stored.obsolete);
-    reaction["type"] = JsonOfWord(stored.type, typeWords);
-    reaction["rateBasis"] = JsonOfWord(stored.rateBasis, rateBasisWords);
+    reaction["type"] = JsonOfWord(stored.type, reka::reactionTypeWords);
+    reaction["rateBasis"] = JsonOfWord(stored.rateBasis, reka::rateBasisWords);
     reaction["rateEquation"] = JsonOfText(stored.rateEquation);
     AddTree(reaction, rateTreeMember, stored.rateTree, stored.rateEquation, definition);
     if (package.version >= 2) {
-        reaction["equilibriumBasis"] = JsonOfWord(stored.equilibriumBasis, equilibriumBasisWords);
+        reaction["equilibriumBasis"] = JsonOfWord(stored.equilibriumBasis, reka::equilibriumBasisWords);
     }
     reaction["equilibriumConstantEquation"] = JsonOfText(stored.equilibriumConstantEquation);
     AddTree(reaction, constantTreeMember, stored.equilibriumConstantTree, stored.equilibriumConstantEquation,
@@ -142,7 +142,8 @@ Json JsonFromPackage(const StoredPackage& package) {
     content["name"] = JsonOfText(package.name);
     content["description"] = JsonOfText(package.description);
     content["pcdFile"] = JsonOfText(package.pcdFile);
-    content["thermoVersion"] = package.thermoVersion ? JsonOfWord(*package.thermoVersion, thermoVersionWords) : Json();
+    content["thermoVersion"] =
+        package.thermoVersion ? JsonOfWord(*package.thermoVersion, reka::thermoVersionWords) : Json();
     if (package.compoundCount < 0) content["compoundCount"] = package.compoundCount;
     content["compounds"] = Json::array();
     for (const StoredCompound& compound : package.compounds) content["compounds"].push_back(JsonOfCompound(compound));

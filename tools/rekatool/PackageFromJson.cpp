@@ -81,10 +81,10 @@ public:
         return value.get<double>();
     }
     template <std::size_t count>
-    std::uint32_t WordOf(const std::string_view (&words)[count]) const {
+    std::uint32_t WordOf(const char16_t* const (&words)[count]) const {
         if (!IsText()) return Word();
         for (std::uint32_t i = 0; i < count; ++i) {
-            if (Text() == words[i]) return i;
+            if (Text() == reka::Utf8FromUtf16(words[i])) return i;
         }
         Fail("there is no \"" + Text() + "\" here");
     }
@@ -213,8 +213,8 @@ StoredReaction ReadReaction(const CValue& value, const StoredPackage& package,
     } else if (value.Has("obsolete")) {
         value.Member("obsolete").Fail("only versions 0 and 1 have this text");
     }
-    reaction.type = value.Member("type").WordOf(typeWords);
-    reaction.rateBasis = value.Member("rateBasis").WordOf(rateBasisWords);
+    reaction.type = value.Member("type").WordOf(reka::reactionTypeWords);
+    reaction.rateBasis = value.Member("rateBasis").WordOf(reka::rateBasisWords);
     reaction.rateEquation = ReadNarrow(value.Member("rateEquation"));
     reaction.equilibriumConstantEquation = ReadNarrow(value.Member("equilibriumConstantEquation"));
     reaction.heatEquation = ReadNarrow(value.Member("heatEquation"));
@@ -229,7 +229,7 @@ StoredReaction ReadReaction(const CValue& value, const StoredPackage& package,
         ReadTree(value, constantTreeMember, reaction.equilibriumConstantEquation, definition);
     reaction.heatTree = ReadTree(value, heatTreeMember, reaction.heatEquation, definition);
     if (package.version >= 2) {
-        reaction.equilibriumBasis = value.Member("equilibriumBasis").WordOf(equilibriumBasisWords);
+        reaction.equilibriumBasis = value.Member("equilibriumBasis").WordOf(reka::equilibriumBasisWords);
     } else if (value.Has("equilibriumBasis")) {
         value.Member("equilibriumBasis").Fail("versions 0 and 1 have no basis");
     }
@@ -247,7 +247,7 @@ StoredPackage ReadPackage(const CValue& value) {
     package.description = ReadWide(value.Member("description"));
     package.pcdFile = ReadNarrow(value.Member("pcdFile"));
     const CValue thermoVersion = value.Member("thermoVersion");
-    if (!thermoVersion.IsNull()) package.thermoVersion = thermoVersion.WordOf(thermoVersionWords);
+    if (!thermoVersion.IsNull()) package.thermoVersion = thermoVersion.WordOf(reka::thermoVersionWords);
     value.Member("compounds").ForEach([&](const CValue& compound) {
         package.compounds.push_back(ReadCompound(compound));
     });

@@ -10,12 +10,6 @@
 
 namespace rekatool {
 
-constexpr std::string_view typeWords[] = {"Equilibrium", "Kinetic"};
-constexpr std::string_view rateBasisWords[] = {"Homogeneous", "Heterogeneous"};
-constexpr std::string_view equilibriumBasisWords[] = {"Molarity",     "Concentration", "MoleFraction",
-                                                      "MassFraction", "Fugacity",      "Activity"};
-constexpr std::string_view thermoVersionWords[] = {"1.0", "1.1"};
-
 /// Kinds of nodes, by their stored numbers.
 constexpr std::string_view nodeWords[] = {
     "RealConstant",

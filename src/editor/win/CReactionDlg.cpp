@@ -88,7 +88,7 @@ void CReactionDlg::FillChoices() {
     const HWND bases = Item(IDC_REACTIONS_BASIS);
     for (int basis = 0; basis < equilibriumBasisCount; ++basis) {
         const LRESULT item =
-            SendMessageW(bases, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(equilibriumBasisTexts[basis]));
+            SendMessageW(bases, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(equilibriumBasisWords[basis]));
         SendMessageW(bases, CB_SETITEMDATA, static_cast<WPARAM>(item), basis);
     }
 }
