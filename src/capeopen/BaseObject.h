@@ -5,6 +5,7 @@
 
 #include <new>
 #include <stdexcept>
+#include <string>
 
 #include "capeopen/DualInterface.h"
 #include "capeopen/MergedDispatch.h"
@@ -47,6 +48,17 @@ public:
     void SetError(const char16_t* name, const char16_t* description, const char16_t* scope,
                   const char16_t* interfaceName) noexcept;
 
+    /// The end of a method that fails: `SetError` and its result code, with a name and a sentence or with one text for
+    /// both.
+    HRESULT Fail(const char16_t* name, const char16_t* description, const char16_t* scope,
+                 const char16_t* interfaceName) noexcept {
+        SetError(name, description, scope, interfaceName);
+        return ECapeUnknownHR;
+    }
+    HRESULT Fail(const std::u16string& text, const char16_t* scope, const char16_t* interfaceName) noexcept {
+        return Fail(text.c_str(), text.c_str(), scope, interfaceName);
+    }
+
     /// The interface that `iid` names, without a count; null if the object hasn't got it. `IUnknown` and `IDispatch`
     /// are always the same ones; the latter knows the members of all interfaces.
     void* FindInterface(REFIID iid) override;
@@ -83,12 +95,12 @@ HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* int
     try {
         return body();
     } catch (const std::bad_alloc&) {
-        object.SetError(u"out of memory", u"out of memory", scope, interfaceName);
+        return object.Fail(u"out of memory", u"out of memory", scope, interfaceName);
     } catch (const std::length_error&) {
-        object.SetError(u"out of memory", u"out of memory", scope, interfaceName);
+        return object.Fail(u"out of memory", u"out of memory", scope, interfaceName);
     } catch (...) {
+        return ECapeUnknownHR;
     }
-    return ECapeUnknownHR;
 }
 
 }  // namespace reka

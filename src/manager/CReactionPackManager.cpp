@@ -109,9 +109,7 @@ HRESULT CReactionPackManager::ResolveReactionsPackage(BSTR name, IDispatch** pac
         CComRef<IDispatch> answer;
         const HRESULT result = GivePackage(made, answer.Receive());
         if (FAILED(result)) {
-            const std::u16string text = u"Failed to create reaction package: " + GetSystemErrorText(result);
-            SetError(text.c_str(), text.c_str(), scope, interfaceName);
-            return ECapeUnknownHR;
+            return Fail(u"Failed to create reaction package: " + GetSystemErrorText(result), scope, interfaceName);
         }
         store.LoadTemplates();
         for (const auto& definition : store.templates) {

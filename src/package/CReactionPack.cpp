@@ -48,13 +48,26 @@ void* CReactionPack::FindInterface(REFIID iid) {
 void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
     DefinitionHold copy;
     if (source) {
-        copy = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
+        copy = MakeDefinition();
         copy->CopyFrom(*source);
-        copy->AllocateWorkArrays();
     }
-    definition = std::move(copy);
+    PutIntoService(copy);
     if (definition) resolvedOrLoaded = 1;
     MarkChanged();
+}
+
+CReactionPack::DefinitionHold CReactionPack::MakeDefinition() const {
+    return boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
+}
+
+void CReactionPack::PutIntoService(DefinitionHold& next) {
+    if (next) next->AllocateWorkArrays();
+    definition.swap(next);
+    ShareContext();  // another one may have been set while `next` was read or edited
+}
+
+void CReactionPack::ShareContext() {
+    if (definition) definition->simulationContext = simulationContext;
 }
 
 CReactionPack::DefinitionHold CReactionPack::CopyDefinition(const ReactionPackDefinition& source) {
@@ -65,14 +78,6 @@ CReactionPack::DefinitionHold CReactionPack::CopyDefinition(const ReactionPackDe
     }
     copy->AllocateWorkArrays();
     return copy;
-}
-
-void CReactionPack::AdoptDefinition(DefinitionHold loaded) {
-    loaded->AllocateWorkArrays();
-    loaded->simulationContext = simulationContext;  // which a bag may have changed while it was read
-    definition = std::move(loaded);
-    resolvedOrLoaded = 1;
-    dirty = 0;
 }
 
 HRESULT CReactionPack::get_ComponentName(BSTR* name) {

@@ -108,8 +108,8 @@ private:
 
     std::span<const IID> LateBoundInterfaces() const override;
 
-    /// Index of the first reaction of that name, or -1 after `SetError` for the method `scope`.
-    int FindReaction(BSTR reactionId, const char16_t* scope);
+    /// The first reaction of that name; null after `SetError` for the method `scope`.
+    const ReactionDefinition* FindReaction(BSTR reactionId, const char16_t* scope);
 
     /// Whether a call under way works on the definition, which must stay for it as it is.
     bool IsDefinitionInUse() const { return definition.local_use_count() > 1; }
@@ -121,8 +121,47 @@ private:
         ++changes;
     }
 
-    /// Puts a loaded definition into service.
-    void AdoptDefinition(DefinitionHold loaded);
+    /// An empty definition with the package's context.
+    DefinitionHold MakeDefinition() const;
+    /// Puts a definition, which may be null, into service: with working values, and with the context as it is by then.
+    /// `next` gets the one before, whose end may let the simulator call in.
+    void PutIntoService(DefinitionHold& next);
+    /// Gives the definition the context of the package, which the dialogs find there.
+    void ShareContext();
+
+    /// The frame of both loads: `read` fills a definition aside, and when it answers `S_OK` that one is put into
+    /// service. `thrown` answers whatever is thrown.
+    template <class Read>
+    HRESULT LoadAside(HRESULT thrown, Read&& read) noexcept {
+        const CComRef<ECapeRoot> self(this);  // what is read may give the last count back
+        try {
+            DefinitionHold loaded = MakeDefinition();
+            const HRESULT result = read(*loaded);
+            if (result != S_OK) return result;
+            PutIntoService(loaded);
+            resolvedOrLoaded = 1;
+            dirty = 0;
+            return S_OK;
+        } catch (...) {
+            return thrown;
+        }
+    }
+
+    /// The frame of both saves: `write` gets the definition as it is, whatever it calls, and answers `S_OK`.
+    template <class Write>
+    HRESULT SaveAsItIs(BOOL clearDirty, Write&& write) noexcept {
+        const CComRef<ECapeRoot> self(this);
+        try {
+            const DefinitionHold saved = definition;
+            const std::uint32_t savedChanges = changes;
+            const HRESULT result = write(*saved);
+            if (result != S_OK) return result;
+            if (clearDirty && changes == savedChanges) dirty = 0;  // unless something was changed behind it
+            return S_OK;
+        } catch (...) {
+            return E_FAIL;
+        }
+    }
 
     // Shared with the calls under way alone.
     DefinitionHold definition;

@@ -190,7 +190,7 @@ private:
     bool Report(const std::u16string& text) { return Report(text, text); }
 
     bool Report(const std::u16string& name, const std::u16string& description) {
-        object.SetError(name.c_str(), description.c_str(), scope, interfaceName);
+        object.Fail(name.c_str(), description.c_str(), scope, interfaceName);
         return false;
     }
 
@@ -202,16 +202,6 @@ private:
     const BSTR phase;
     const BSTR basis;
 };
-
-/// Reports a failure of the call as a whole.
-HRESULT Refuse(BaseObject& object, const std::u16string& name, const std::u16string& description) {
-    object.SetError(name.c_str(), description.c_str(), scope, interfaceName);
-    return ECapeUnknownHR;
-}
-
-HRESULT Refuse(BaseObject& object, const std::u16string& text) {
-    return Refuse(object, text, text);
-}
 
 /// The string at `i` of an array that `CheckArrayVariant` has accepted, lent by the caller for the whole call.
 BSTR StringAt(const VARIANT& strings, std::int32_t i) {
@@ -228,15 +218,17 @@ HRESULT SelectReactions(BaseObject& object, const ReactionPackDefinition& defini
     }
     std::u16string errorText;
     const std::int32_t count = CheckArrayVariant(reacIds, VT_BSTR, errorText);
-    if (count < 0) return Refuse(object, u"invalid format for reaction IDs: " + errorText);
+    if (count < 0) return object.Fail(u"invalid format for reaction IDs: " + errorText, scope, interfaceName);
     if (count == 0) {
-        return Refuse(object, u"Missing reaction IDs", u"No reaction IDs have been specified for CalcReactionProp");
+        return object.Fail(u"Missing reaction IDs", u"No reaction IDs have been specified for CalcReactionProp", scope,
+                           interfaceName);
     }
     selected.Reserve(static_cast<std::size_t>(count));
     for (std::int32_t i = 0; i < count; ++i) {
         const BSTR name = StringAt(reacIds, i);
         const std::size_t index = reactionIndex.Find(definition, name);
-        if (index == CReactionIndex::none) return Refuse(object, u"Unknown reaction ID: " + StringFromBstr(name));
+        if (index == CReactionIndex::none)
+            return object.Fail(u"Unknown reaction ID: " + StringFromBstr(name), scope, interfaceName);
         selected.Append(index);
     }
     return S_OK;
@@ -248,7 +240,8 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
     return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
         if (!definition) return E_UNEXPECTED;
         if (!reactionObject) {
-            return Refuse(*this, u"No reaction object", u"The reaction object was not set before CalcReactionProp");
+            return Fail(u"No reaction object", u"The reaction object was not set before CalcReactionProp", scope,
+                        interfaceName);
         }
         // What the call began with stays until it ends, whatever a callback does. A calculation that is called from
         // within another one leaves the working values of that one alone.
@@ -264,13 +257,15 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         if (FAILED(selection)) return selection;
         std::u16string errorText;
         const std::int32_t propertyCount = CheckArrayVariant(props, VT_BSTR, errorText);
-        if (propertyCount < 0) return Refuse(*this, u"invalid format for properties: " + errorText);
+        if (propertyCount < 0) return Fail(u"invalid format for properties: " + errorText, scope, interfaceName);
         if (propertyCount == 0) {
-            return Refuse(*this, u"Missing properties", u"No properties have been specified for CalcReactionProp");
+            return Fail(u"Missing properties", u"No properties have been specified for CalcReactionProp", scope,
+                        interfaceName);
         }
         if (!usedMaterial) {
-            return Refuse(*this, u"Missing material",
-                          u"A material reference has not been set on the reaction package before CalcReactionProp");
+            return Fail(u"Missing material",
+                        u"A material reference has not been set on the reaction package before CalcReactionProp", scope,
+                        interfaceName);
         }
         CMaterialReader reader(*usedDefinition, usedMaterial.Get(), materialWords, usedMap ? *usedMap : noMap,
                                materialCompoundCount, arithmetic);

@@ -32,17 +32,17 @@ void GiveList(VARIANT* output, CVariant& list) {
 
 }  // namespace
 
-int CReactionPack::FindReaction(BSTR reactionId, const char16_t* scope) {
+const ReactionDefinition* CReactionPack::FindReaction(BSTR reactionId, const char16_t* scope) {
     const std::u16string_view name = TextOf(reactionId);
     if (name.empty()) {
-        SetError(u"Invalid ID", u"Empty string passed as reaction ID", scope, interfaceName);
-        return -1;
+        Fail(u"Invalid ID", u"Empty string passed as reaction ID", scope, interfaceName);
+        return nullptr;
     }
     const std::size_t index = reactionIndex.Find(*definition, reactionId);
-    if (index != CReactionIndex::none) return static_cast<int>(index);
+    if (index != CReactionIndex::none) return definition->reactions[index].get();
     const std::u16string text = u"Invalid reaction ID: " + std::u16string(name);
-    SetError(u"Invalid ID", text.c_str(), scope, interfaceName);
-    return -1;
+    Fail(u"Invalid ID", text.c_str(), scope, interfaceName);
+    return nullptr;
 }
 
 HRESULT CReactionPack::GetNumberOfReactions(LONG* count) {
@@ -60,8 +60,7 @@ HRESULT CReactionPack::GetReactionsIds(VARIANT* reactionIds) {
         return PutString(array, index, reactions[static_cast<std::size_t>(index)]->id.Get());
     });
     if (made) return S_OK;
-    SetError(u"Out of memory", u"Out of memory", u"GetReactionsIds", interfaceName);
-    return ECapeUnknownHR;
+    return Fail(u"Out of memory", u"Out of memory", u"GetReactionsIds", interfaceName);
 }
 
 HRESULT CReactionPack::GetReactionType(BSTR reactionId, CapeReactionType* type) {
@@ -69,9 +68,9 @@ HRESULT CReactionPack::GetReactionType(BSTR reactionId, CapeReactionType* type) 
     return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
         if (!definition) return E_UNEXPECTED;
         if (!type) return E_POINTER;
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
-        *type = static_cast<CapeReactionType>(definition->reactions[static_cast<std::size_t>(index)]->type);
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
+        *type = static_cast<CapeReactionType>(reaction->type);
         return S_OK;
     });
 }
@@ -81,7 +80,7 @@ HRESULT CReactionPack::GetNumberOfReactionCompounds(BSTR reactionId, LONG* count
     return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
         if (!definition) return E_UNEXPECTED;
         if (!count) return E_POINTER;
-        if (FindReaction(reactionId, scope) < 0) return ECapeUnknownHR;
+        if (!FindReaction(reactionId, scope)) return ECapeUnknownHR;
         *count = 0;  // the participants are told by GetReactionCompoundIds alone
         return S_OK;
     });
@@ -93,18 +92,15 @@ HRESULT CReactionPack::GetReactionCompoundIds(BSTR reactionId, VARIANT* compound
     return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
         if (!definition) return E_UNEXPECTED;
         if (!compoundIds || !charges || !casNumbers) return E_POINTER;
-        if (!reactionId) {
-            SetError(u"No reaction ID", u"No reaction ID specified", scope, interfaceName);
-            return ECapeUnknownHR;
-        }
+        if (!reactionId) return Fail(u"No reaction ID", u"No reaction ID specified", scope, interfaceName);
         VariantClear(compoundIds);
         VariantClear(charges);
         VariantClear(casNumbers);
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
 
         const COwnArithmetic arithmetic;  // a coefficient may be a signalling NaN
-        const auto participants = ParticipantsOf(*definition->reactions[static_cast<std::size_t>(index)], *definition);
+        const auto participants = ParticipantsOf(*reaction, *definition);
         const auto compoundAt = [&](LONG i) -> const CompoundDefinition& {
             return *definition->compounds[participants[static_cast<std::size_t>(i)]];
         };
@@ -119,10 +115,7 @@ HRESULT CReactionPack::GetReactionCompoundIds(BSTR reactionId, VARIANT* compound
             CreateListVariant(casList.Get(), participants.size(), VT_BSTR, [&](SAFEARRAY& array, LONG i) {
                 return PutString(array, i, compoundAt(i).casNumber.Get());
             });
-        if (!made) {
-            SetError(u"out of memory", u"out of memory", scope, interfaceName);
-            return ECapeUnknownHR;
-        }
+        if (!made) return Fail(u"out of memory", u"out of memory", scope, interfaceName);
         GiveList(compoundIds, idList);
         GiveList(charges, chargeList);
         GiveList(casNumbers, casList);
@@ -136,18 +129,16 @@ HRESULT CReactionPack::GetStoichiometricCoefficients(BSTR reactionId, VARIANT* c
         if (!definition) return E_UNEXPECTED;
         if (!coefficients) return E_POINTER;
         VariantInit(coefficients);
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
 
         const COwnArithmetic arithmetic;
-        const ReactionDefinition& reaction = *definition->reactions[static_cast<std::size_t>(index)];
-        const auto participants = ParticipantsOf(reaction, *definition);
+        const auto participants = ParticipantsOf(*reaction, *definition);
         const bool made = CreateListVariant(*coefficients, participants.size(), VT_R8, [&](SAFEARRAY& array, LONG i) {
-            return PutNumber(array, i, reaction.stoichiometry[participants[static_cast<std::size_t>(i)]]);
+            return PutNumber(array, i, reaction->stoichiometry[participants[static_cast<std::size_t>(i)]]);
         });
         if (made) return S_OK;
-        SetError(u"out of memory", u"out of memory", scope, interfaceName);
-        return ECapeUnknownHR;
+        return Fail(u"out of memory", u"out of memory", scope, interfaceName);
     });
 }
 
@@ -157,9 +148,9 @@ HRESULT CReactionPack::GetReactionPhase(BSTR reactionId, BSTR* phase) {
         if (!definition) return E_UNEXPECTED;
         if (!phase) return E_POINTER;
         *phase = nullptr;  // before anything can fail
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
-        *phase = CBstr::CopyOf(definition->reactions[static_cast<std::size_t>(index)]->phase.Get()).Detach();
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
+        *phase = CBstr::CopyOf(reaction->phase.Get()).Detach();
         return S_OK;
     });
 }
@@ -169,9 +160,9 @@ HRESULT CReactionPack::GetReactionRateBasis(BSTR reactionId, CapeReactionRateBas
     return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
         if (!definition) return E_UNEXPECTED;
         if (!basis) return E_POINTER;
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
-        *basis = static_cast<CapeReactionRateBasis>(definition->reactions[static_cast<std::size_t>(index)]->rateBasis);
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
+        *basis = static_cast<CapeReactionRateBasis>(reaction->rateBasis);
         return S_OK;
     });
 }
@@ -182,11 +173,10 @@ HRESULT CReactionPack::GetReactionConcBasis(BSTR reactionId, BSTR* basis) {
         if (!definition) return E_UNEXPECTED;
         if (!basis) return E_POINTER;
         *basis = nullptr;
-        const int index = FindReaction(reactionId, scope);
-        if (index < 0) return ECapeUnknownHR;
-        const ReactionDefinition& reaction = *definition->reactions[static_cast<std::size_t>(index)];
-        if (reaction.type != ReactionType::Equilibrium) return S_OK;  // the basis belongs to the constant
-        const auto stored = static_cast<std::int32_t>(reaction.equilibriumBasis);
+        const ReactionDefinition* const reaction = FindReaction(reactionId, scope);
+        if (!reaction) return ECapeUnknownHR;
+        if (reaction->type != ReactionType::Equilibrium) return S_OK;  // the basis belongs to the constant
+        const auto stored = static_cast<std::int32_t>(reaction->equilibriumBasis);
         const std::int32_t known = std::clamp(stored, std::int32_t{0}, equilibriumBasisCount - 1);
         *basis = CBstr::Make(equilibriumBasisWords[known]).Detach();
         return S_OK;

@@ -51,45 +51,32 @@ HRESULT CReactionPack::IsDirty() {
 
 HRESULT CReactionPack::Load(IStream* stream) {
     if (!stream) return E_POINTER;
-    const CComRef<ECapeRoot> self(this);  // the stream may give the last count back
-    try {
-        auto loaded = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
+    return LoadAside(E_OUTOFMEMORY, [&](ReactionPackDefinition& loaded) -> HRESULT {
         std::unique_ptr<std::uint8_t, FreeMemory> block;
         std::uint32_t size = 0;
         const HRESULT result = ReadBlock(*stream, block, size);
         if (result != S_OK) return result;
         std::u16string errorText;  // there is nobody to be told
-        if (!ReadStoredDefinition(*loaded, std::span(block.get(), size), errorText)) return E_FAIL;
-        block.reset();
-        AdoptDefinition(std::move(loaded));
-        return S_OK;
-    } catch (...) {
-        return E_OUTOFMEMORY;
-    }
+        return ReadStoredDefinition(loaded, std::span(block.get(), size), errorText) ? S_OK : E_FAIL;
+    });
 }
 
 HRESULT CReactionPack::Save(IStream* stream, BOOL clearDirty) {
     if (!definition) return E_UNEXPECTED;
     if (!stream) return E_POINTER;
-    const CComRef<ECapeRoot> self(this);
-    try {
-        const std::uint32_t savedChanges = changes;
+    return SaveAsItIs(clearDirty, [&](const ReactionPackDefinition& saved) -> HRESULT {
         std::vector<std::uint8_t> block;
         std::u16string errorText;
-        if (!WriteStoredDefinition(*definition, block, errorText)) return E_FAIL;
+        if (!WriteStoredDefinition(saved, block, errorText)) return E_FAIL;
         const auto size = static_cast<ULONG>(block.size());
         std::vector<std::uint8_t> sizeWord;
         CByteWriter(sizeWord).WriteU32(size);
         ULONG written = 0;
-        HRESULT result = stream->Write(sizeWord.data(), sizeWordBytes, &written);
+        const HRESULT result = stream->Write(sizeWord.data(), sizeWordBytes, &written);
         if (HasFailed(result)) return result;
-        result = stream->Write(block.data(), size, &written);
-        if (HasFailed(result)) return result;
-        if (clearDirty && changes == savedChanges) dirty = 0;  // unless something was changed behind it
-        return S_OK;
-    } catch (...) {
-        return E_FAIL;
-    }
+        const HRESULT blockResult = stream->Write(block.data(), size, &written);
+        return HasFailed(blockResult) ? blockResult : S_OK;
+    });
 }
 
 HRESULT CReactionPack::GetSizeMax(ULARGE_INTEGER* size) {

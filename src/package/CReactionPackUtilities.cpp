@@ -19,7 +19,7 @@ HRESULT CReactionPack::put_simulationContext(IDispatch* context) {
     const CComRef<ECapeRoot> self(this);  // a release below may drop the last count on this object, or on the context
     const CComRef<IDispatch> kept(context);
     simulationContext = kept;
-    if (definition) definition->simulationContext = kept;
+    ShareContext();
     return S_OK;
 }
 
@@ -28,14 +28,12 @@ HRESULT CReactionPack::Initialize() {
     constexpr const char16_t* interfaceName = u"ICapeUtilitites";  // simulators know it by this spelling
     return RunMethod(*this, scope, interfaceName, [&] {
         if (!definition) {
-            auto made = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
-            made->AllocateWorkArrays();
-            definition = std::move(made);
+            DefinitionHold made = MakeDefinition();
+            PutIntoService(made);
         }
         if (resolvedOrLoaded) return S_OK;
         constexpr const char16_t* text = u"Reaction package was not resolved or loaded";
-        SetError(text, text, scope, interfaceName);
-        return ECapeUnknownHR;
+        return Fail(text, text, scope, interfaceName);
     });
 }
 
@@ -45,7 +43,7 @@ HRESULT CReactionPack::Terminate() {
     ++bindings;
     material.Reset();
     reactionObject.Reset();
-    if (definition) definition->simulationContext.Reset();
+    ShareContext();
     return S_OK;
 }
 
@@ -53,12 +51,10 @@ HRESULT CReactionPack::Terminate() {
 // material isn't bound again to what comes back; whoever has compounds changed sets it again.
 HRESULT CReactionPack::Edit() {
     return RunMethod(*this, u"Edit", u"ICapeUtilities", [&]() -> HRESULT {
-        auto copy = boost::make_local_shared<ReactionPackDefinition>(simulationContext.Get());
+        DefinitionHold copy = MakeDefinition();
         if (definition) copy->CopyFrom(*definition);
         if (!Editor().EditPackage(*copy)) return S_FALSE;
-        copy->AllocateWorkArrays();
-        copy->simulationContext = simulationContext;  // the simulator may have set another one meanwhile
-        definition.swap(copy);                        // the old one goes when all is done: its end may let it call in
+        PutIntoService(copy);  // the old one goes with `copy` when all is done: its end may let the simulator call in
         MarkChanged();
         return S_OK;
     });
@@ -77,10 +73,8 @@ HRESULT CReactionPack::SetReactionObject(IDispatch** reactionObjectRef) {
         HRESULT result = object->QueryInterface(ICapeReactionProperties::iid, &found);
         if (SUCCEEDED(result) && !found) result = E_NOINTERFACE;
         if (FAILED(result)) {
-            const std::u16string text =
-                u"Failed to obtain ICapeReactionProperties pointer: " + GetSystemErrorText(result);
-            SetError(text.c_str(), text.c_str(), scope, interfaceName);
-            return ECapeUnknownHR;
+            return Fail(u"Failed to obtain ICapeReactionProperties pointer: " + GetSystemErrorText(result), scope,
+                        interfaceName);
         }
         reactionObject.Reset(static_cast<ICapeReactionProperties*>(found));
         return S_OK;
