@@ -21,7 +21,8 @@
 #include "expression/parse/ParseExpression.h"
 #include "manager/TemplateStore.h"
 #include "package/CReactionPack.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 
 namespace reka::bench {
 

@@ -9,7 +9,7 @@
 #include "QuietMessages.h"
 #include "capeopen/ArrayHelpers.h"
 #include "persistence/ByteReader.h"
-#include "persistence/PropertyBagForm.h"
+#include "persistence/ReadBag.h"
 #include "platform/CodePage.h"
 
 namespace {

@@ -12,7 +12,8 @@
 #include <vector>
 
 #include "expression/run/EvaluateExpression.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "platform/UserMessages.h"
 
 namespace reka::fuzz {

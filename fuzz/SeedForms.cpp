@@ -8,8 +8,8 @@
 #include "BagAnswers.h"
 #include "capeopen/ArrayHelpers.h"
 #include "persistence/ByteWriter.h"
-#include "persistence/PropertyBagForm.h"
 #include "persistence/StoredExpression.h"
+#include "persistence/WriteBag.h"
 #include "platform/CodePage.h"
 
 namespace reka::fuzz {

@@ -3,7 +3,7 @@
 #include <span>
 
 #include "QuietMessages.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     reka::fuzz::SilenceMessages();

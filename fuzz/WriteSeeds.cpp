@@ -13,7 +13,7 @@
 #include "SeedForms.h"
 #include "compounds/LoadPcdFile.h"
 #include "persistence/ByteReader.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
 #include "text/Utf8.h"
 
 namespace {

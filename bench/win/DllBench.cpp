@@ -17,7 +17,7 @@
 #include "capeopen/ClassIds.h"
 #include "expression/parse/ParseExpression.h"
 #include "manager/TemplateStore.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "platform/Files.h"
 
 namespace reka::bench {

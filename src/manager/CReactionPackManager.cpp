@@ -10,7 +10,7 @@
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ComObject.h"
 #include "capeopen/ErrorTexts.h"
-#include "manager/ConfigFileNames.h"
+#include "manager/ConfigFile.h"
 #include "manager/CreateReactionPackManager.h"
 #include "manager/ManagerTemplates.h"
 #include "package/CReactionPack.h"

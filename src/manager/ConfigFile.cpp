@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "manager/ConfigFileNames.h"
+#include "manager/ConfigFile.h"
 #include "manager/TemplateStore.h"
 #include "platform/Files.h"
 #include "platform/ModuleFile.h"

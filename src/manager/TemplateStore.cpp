@@ -7,9 +7,10 @@
 #include <exception>
 #include <utility>
 
-#include "manager/ConfigFileNames.h"
+#include "manager/ConfigFile.h"
 #include "persistence/ByteReader.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "platform/Files.h"
 #include "platform/OutOfMemoryText.h"
 #include "platform/UserMessages.h"

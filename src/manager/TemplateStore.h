@@ -3,7 +3,7 @@
 //
 // The file has no header beyond its count, all numbers are little-endian:
 //     i32  number of templates; 0 or less for none
-//     then for each: u32 size of its block, and the block as StoredDefinition.h has it
+//     then for each: u32 size of its block, and the block as WriteStoredDefinition.h has it
 // What stands behind the last block isn't looked at.
 
 #pragma once

@@ -84,22 +84,6 @@ private:
     std::vector<std::uint32_t> many;
 };
 
-/// An array of one number, and one of one string; absent text makes a null element. The elements are put in without the
-/// platform's help, which would look at what it has just made. False without memory, with `values` empty.
-bool MakeOneNumber(CVariant& values, double value) {
-    if (!CreateArrayVariant(values.Get(), 1, VT_R8)) return false;
-    *static_cast<double*>(values.Get().parray->pvData) = value;
-    return true;
-}
-
-bool MakeOneString(CVariant& strings, BSTR text) {
-    if (!CreateArrayVariant(strings.Get(), 1, VT_BSTR)) return false;
-    if (!text) return true;
-    const BSTR copy = SysAllocStringLen(text, SysStringLen(text));
-    *static_cast<BSTR*>(strings.Get().parray->pvData) = copy;
-    return copy != nullptr;
-}
-
 /// One call, with all that it works on. What it began with stays alive until it ends.
 class CPropertyCalculation {
 public:

@@ -3,7 +3,8 @@
 
 #include "capeopen/ClassIds.h"
 #include "package/CReactionPack.h"
-#include "persistence/PropertyBagForm.h"
+#include "persistence/ReadBag.h"
+#include "persistence/WriteBag.h"
 
 namespace reka {
 

@@ -1,5 +1,5 @@
 // The package in a simulator's document, as bytes: a u32 with the size of the block, and the block as
-// StoredDefinition.h has it. Nothing refers to a template or to a file, so a document stands for itself.
+// WriteStoredDefinition.h has it. Nothing refers to a template or to a file, so a document stands for itself.
 
 #include <cstdint>
 #include <cstdlib>
@@ -12,7 +12,8 @@
 #include "package/CReactionPack.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 
 namespace reka {
 

@@ -24,12 +24,6 @@ std::u16string Decimal(std::int32_t number) {
     return std::u16string(digits, end.ptr);
 }
 
-/// An array of the one string `text`. False without memory.
-bool MakeOneString(CVariant& array, BSTR text) {
-    return CreateListVariant(*array.Receive(), 1, VT_BSTR,
-                             [text](SAFEARRAY& made, LONG index) { return PutString(made, index, text); });
-}
-
 /// Whether `answer` holds an array of doubles, of whatever shape.
 bool IsDoubleArray(const VARIANT& answer) {
     return answer.vt == (VT_ARRAY | VT_R8) && answer.parray && HoldsElements(answer.parray, VT_R8);

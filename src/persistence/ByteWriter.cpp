@@ -1,4 +1,6 @@
-// See ByteWriter.h.
+// Numbers go out byte by byte, so that the order of bytes is that of the form on every machine; the compilers make one
+// store of it. A narrow text takes as many bytes as it has characters, whatever the code page makes of them: the count
+// in front of it says so, and readers go by that.
 
 #include "persistence/ByteWriter.h"
 
@@ -55,14 +57,14 @@ void CByteWriter::WriteNarrowBytes(std::size_t length, std::string_view bytes) {
     block.resize(block.size() + length + 1 - stored.size());  // with zeros, of which the first is the terminator
 }
 
-std::uint64_t WideTextSize(const CBstr& text) {
+void CByteCounter::WriteWideText(const CBstr& text) {
     const std::uint64_t length = text.View().size();
-    return length == 0 ? 4 : 2 * length + 6;
+    size += length == 0 ? 4 : 2 * length + 6;
 }
 
-std::uint64_t NarrowTextSize(std::u16string_view text) {
+void CByteCounter::WriteNarrowText(std::u16string_view text) {
     const std::uint64_t length = UpToZero(text).size();
-    return length == 0 ? 4 : length + 5;
+    size += length == 0 ? 4 : length + 5;
 }
 
 }  // namespace reka

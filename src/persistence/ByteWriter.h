@@ -1,4 +1,4 @@
-// The cursor that writes stored bytes, and the sizes that its texts take.
+// The cursor that writes stored bytes, and one that counts them, so that a layout is stated once for both.
 
 #pragma once
 
@@ -34,8 +34,19 @@ private:
     std::vector<std::uint8_t>& block;
 };
 
-/// Bytes of a wide text, and of a narrow one.
-std::uint64_t WideTextSize(const CBstr& text);
-std::uint64_t NarrowTextSize(std::u16string_view text);
+/// Takes what a CByteWriter takes, and counts the bytes that it would write.
+class CByteCounter {
+public:
+    void WriteU32(std::uint32_t) { size += 4; }
+    void WriteI32(std::int32_t) { size += 4; }
+    void WriteF64(double) { size += 8; }
+    void WriteWideText(const CBstr& text);
+    void WriteNarrowText(std::u16string_view text);
+    void Skip(std::uint64_t count) { size += count; }
+    std::uint64_t Size() const { return size; }
+
+private:
+    std::uint64_t size = 0;
+};
 
 }  // namespace reka

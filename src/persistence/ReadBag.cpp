@@ -1,4 +1,8 @@
-// Filling a definition from a property bag.
+// Filling a definition from a property bag. The entries come in families of arrays, a row for each compound or
+// reaction. An entry that won't do is told to the error log and passed over where the rest makes sense without it,
+// since a document that was saved must open again.
+
+#include "persistence/ReadBag.h"
 
 #include <array>
 #include <cstddef>
@@ -11,7 +15,6 @@
 #include "capeopen/ArrayHelpers.h"
 #include "expression/parse/ParseExpression.h"
 #include "persistence/BagKeys.h"
-#include "persistence/PropertyBagForm.h"
 #include "platform/SameText.h"
 
 namespace reka {

@@ -1,4 +1,8 @@
-// Reading a definition, all versions. The fields come in the order of the layout in StoredDefinition.h.
+// Reading a definition, all versions. The fields come in the order of the layout in WriteStoredDefinition.h. What comes
+// in is anybody's bytes: the cursor checks what is left before it moves, and a count makes no room before there are
+// bytes for what it counts.
+
+#include "persistence/ReadStoredDefinition.h"
 
 #include <cstdint>
 #include <exception>
@@ -9,7 +13,6 @@
 #include "expression/parse/ParseExpression.h"
 #include "formula/FormulaNormalForm.h"
 #include "persistence/ByteReader.h"
-#include "persistence/StoredDefinition.h"
 #include "persistence/StoredExpression.h"
 #include "platform/Holders.h"
 #include "platform/HostArithmetic.h"

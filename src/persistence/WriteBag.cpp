@@ -1,4 +1,7 @@
-// Writing a definition into a property bag.
+// Writing a definition into a property bag, in the order in which the entries are read again. The first entry that the
+// bag refuses ends it, since a document with half of a package is none.
+
+#include "persistence/WriteBag.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -6,7 +9,6 @@
 
 #include "capeopen/ArrayHelpers.h"
 #include "persistence/BagKeys.h"
-#include "persistence/PropertyBagForm.h"
 
 namespace reka {
 

@@ -1,11 +1,13 @@
-// Writing a definition: the exact size first, so that there is one allocation, then the fields in their order.
+// Writing a definition: its fields in their order, first for their exact size, so that there is one allocation, and
+// then for their bytes.
+
+#include "persistence/WriteStoredDefinition.h"
 
 #include <cstdint>
 #include <exception>
 #include <limits>
 
 #include "persistence/ByteWriter.h"
-#include "persistence/StoredDefinition.h"
 #include "persistence/StoredExpression.h"
 #include "platform/OutOfMemoryText.h"
 
@@ -16,28 +18,16 @@ namespace {
 constexpr std::uint32_t versionMarker = 0xFFFFFFFF;
 constexpr std::uint32_t currentVersion = 3;
 
-std::uint64_t CompoundSize(const CompoundDefinition& compound) {
-    return WideTextSize(compound.id) + WideTextSize(compound.casNumber) + WideTextSize(compound.name) +
-           WideTextSize(compound.formula) + 16;
+void WriteTree(const ExpressionRef* expression, CByteWriter& writer) {
+    WriteStoredExpression(expression, writer);
 }
 
-std::uint64_t ReactionSize(const ReactionDefinition& reaction) {
-    return WideTextSize(reaction.id) + WideTextSize(reaction.phase) + 8 + NarrowTextSize(reaction.rateEquation) +
-           NarrowTextSize(reaction.equilibriumConstantEquation) + NarrowTextSize(reaction.heatEquation) +
-           8 * std::uint64_t{reaction.stoichiometry.size()} + StoredExpressionSize(reaction.rateExpression.get()) +
-           StoredExpressionSize(reaction.equilibriumConstantExpression.get()) +
-           StoredExpressionSize(reaction.heatExpression.get()) + 4;
+void WriteTree(const ExpressionRef* expression, CByteCounter& counter) {
+    counter.Skip(StoredExpressionSize(expression));
 }
 
-std::uint64_t BlockSize(const ReactionPackDefinition& definition) {
-    std::uint64_t size = 20;  // marker, version, two counts, thermo version
-    size += WideTextSize(definition.name) + WideTextSize(definition.description) + NarrowTextSize(definition.pcdFile);
-    for (const auto& compound : definition.compounds) size += CompoundSize(*compound);
-    for (const auto& reaction : definition.reactions) size += ReactionSize(*reaction);
-    return size;
-}
-
-void WriteCompound(const CompoundDefinition& compound, CByteWriter& writer) {
+template <class Writer>
+void WriteCompound(const CompoundDefinition& compound, Writer& writer) {
     writer.WriteWideText(compound.id);
     writer.WriteWideText(compound.casNumber);
     writer.WriteWideText(compound.name);
@@ -46,7 +36,8 @@ void WriteCompound(const CompoundDefinition& compound, CByteWriter& writer) {
     writer.WriteF64(compound.charge);
 }
 
-void WriteReaction(const ReactionDefinition& reaction, CByteWriter& writer) {
+template <class Writer>
+void WriteReaction(const ReactionDefinition& reaction, Writer& writer) {
     writer.WriteWideText(reaction.id);
     writer.WriteWideText(reaction.phase);
     writer.WriteI32(static_cast<std::int32_t>(reaction.type));
@@ -55,13 +46,14 @@ void WriteReaction(const ReactionDefinition& reaction, CByteWriter& writer) {
     writer.WriteNarrowText(reaction.equilibriumConstantEquation);
     writer.WriteNarrowText(reaction.heatEquation);
     for (const double& coefficient : reaction.stoichiometry) writer.WriteF64(coefficient);
-    WriteStoredExpression(reaction.rateExpression.get(), writer);
-    WriteStoredExpression(reaction.equilibriumConstantExpression.get(), writer);
-    WriteStoredExpression(reaction.heatExpression.get(), writer);
+    WriteTree(reaction.rateExpression.get(), writer);
+    WriteTree(reaction.equilibriumConstantExpression.get(), writer);
+    WriteTree(reaction.heatExpression.get(), writer);
     writer.WriteI32(static_cast<std::int32_t>(reaction.equilibriumBasis));
 }
 
-void WriteFields(const ReactionPackDefinition& definition, CByteWriter& writer) {
+template <class Writer>
+void WriteFields(const ReactionPackDefinition& definition, Writer& writer) {
     writer.WriteWideText(definition.name);
     writer.WriteWideText(definition.description);
     writer.WriteNarrowText(definition.pcdFile);
@@ -80,9 +72,10 @@ bool WriteStoredDefinition(const ReactionPackDefinition& definition, std::vector
                            std::u16string& errorText) noexcept {
     try {
         block.clear();
-        const std::uint64_t size = BlockSize(definition);
-        if (size <= static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) {
-            block.reserve(static_cast<std::size_t>(size));
+        CByteCounter counter;
+        WriteFields(definition, counter);
+        if (counter.Size() <= static_cast<std::uint64_t>(std::numeric_limits<std::int32_t>::max())) {
+            block.reserve(static_cast<std::size_t>(counter.Size()));
             CByteWriter writer(block);
             WriteFields(definition, writer);
             return true;

@@ -2,22 +2,22 @@
 
 #include "platform/Files.h"
 
-#include <utility>
+#include "platform/Seam.h"
 
 namespace reka {
 
 namespace {
 
-IFileSystem* replacement = nullptr;
+CSeam<IFileSystem> seam;
 
 }  // namespace
 
 IFileSystem& Files() {
-    return replacement ? *replacement : SystemFiles();
+    return seam.Or(SystemFiles());
 }
 
 IFileSystem* ReplaceFiles(IFileSystem* other) {
-    return std::exchange(replacement, other);
+    return seam.Replace(other);
 }
 
 }  // namespace reka

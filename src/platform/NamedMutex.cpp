@@ -2,22 +2,22 @@
 
 #include "platform/NamedMutex.h"
 
-#include <utility>
+#include "platform/Seam.h"
 
 namespace reka {
 
 namespace {
 
-INamedMutexes* replacement = nullptr;
+CSeam<INamedMutexes> seam;
 
 }  // namespace
 
 INamedMutexes& NamedMutexes() {
-    return replacement ? *replacement : SystemMutexes();
+    return seam.Or(SystemMutexes());
 }
 
 INamedMutexes* ReplaceNamedMutexes(INamedMutexes* other) {
-    return std::exchange(replacement, other);
+    return seam.Replace(other);
 }
 
 }  // namespace reka

@@ -17,7 +17,7 @@
 
 #include "expression/parse/ParseExpression.h"
 #include "expression/run/EvaluateExpression.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "records/Definition.h"
 
 namespace reka {

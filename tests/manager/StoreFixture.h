@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "manager/TemplateStore.h"
-#include "persistence/StoredDefinition.h"
 #include "platform/ModuleFile.h"
 #include "support/Builders.h"
 #include "support/FakeFiles.h"

@@ -6,7 +6,6 @@
 #include <iterator>
 #include <limits>
 
-#include "persistence/PropertyBagForm.h"
 #include "persistence/SampleBag.h"
 
 namespace reka::test {

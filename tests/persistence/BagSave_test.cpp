@@ -4,7 +4,6 @@
 
 #include <span>
 
-#include "persistence/PropertyBagForm.h"
 #include "persistence/SampleBag.h"
 
 namespace reka::test {

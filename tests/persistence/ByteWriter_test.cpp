@@ -56,7 +56,9 @@ INSTANTIATE_TEST_SUITE_P(Table, NarrowWidths, testing::ValuesIn(widthCases),
 TEST(ByteWriter, KeepsToTheCapacityForTextsOfAnyWidth) {
     for (const std::string_view bytes : {"", "a", "ab", "abc", "abcdefgh"}) {
         Bytes block;
-        block.reserve(static_cast<std::size_t>(NarrowTextSize(u"xy")));
+        CByteCounter counter;
+        counter.WriteNarrowText(u"xy");
+        block.reserve(static_cast<std::size_t>(counter.Size()));
         const std::uint8_t* const start = block.data();
         CByteWriter(block).WriteNarrowBytes(2, bytes);
         EXPECT_EQ(block.size(), 7U);

@@ -8,7 +8,8 @@
 #include <string>
 #include <vector>
 
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "support/StoredBytes.h"
 #include "text/Utf8.h"
 

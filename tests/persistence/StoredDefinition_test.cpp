@@ -1,4 +1,4 @@
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
 
 #include <gtest/gtest.h>
 

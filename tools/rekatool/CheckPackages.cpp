@@ -7,7 +7,7 @@
 #include "RateGrid.h"
 #include "checking/DefinitionChecks.h"
 #include "expression/parse/ParseExpression.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
 #include "persistence/StoredExpression.h"
 #include "platform/SameText.h"
 #include "platform/UserMessages.h"

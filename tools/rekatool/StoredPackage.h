@@ -1,5 +1,5 @@
 // A stored block taken apart into just what is stored, byte for byte: nothing corrected, nothing judged. The layout is
-// that of persistence/StoredDefinition.h.
+// that of persistence/WriteStoredDefinition.h.
 
 #pragma once
 

@@ -11,8 +11,8 @@
 #include "packagetext/Document.h"
 #include "packagetext/PropertyBag.h"
 #include "persistence/ByteWriter.h"
-#include "persistence/PropertyBagForm.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadBag.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "text/Utf8.h"
 
 namespace {

@@ -7,7 +7,7 @@
 #include "manager/TemplateStore.h"
 #include "package/CReactionPack.h"
 #include "packagetext/BagMembers.h"
-#include "persistence/PropertyBagForm.h"
+#include "persistence/ReadBag.h"
 #include "support/FakeFiles.h"
 
 namespace rekasim {

@@ -14,8 +14,9 @@
 #include "formula/FormulaNormalForm.h"
 #include "formula/StructureFormula.h"
 #include "manager/ValidateDefinition.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/ReadStoredDefinition.h"
 #include "persistence/StoredExpression.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "text/Utf8.h"
 
 namespace rekasim {

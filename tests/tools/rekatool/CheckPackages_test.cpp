@@ -6,7 +6,7 @@
 
 #include "SampleBlocks.h"
 #include "expression/parse/ParseExpression.h"
-#include "persistence/StoredDefinition.h"
+#include "persistence/WriteStoredDefinition.h"
 #include "support/Builders.h"
 
 namespace rekatool {

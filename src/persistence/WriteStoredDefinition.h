@@ -26,7 +26,6 @@
 #pragma once
 
 #include <cstdint>
-#include <span>
 #include <string>
 #include <vector>
 
@@ -38,14 +37,5 @@ namespace reka {
 /// memory or of room for a 32-bit size, and `block` is empty. Throws nothing.
 bool WriteStoredDefinition(const ReactionPackDefinition& definition, std::vector<std::uint8_t>& block,
                            std::u16string& errorText) noexcept;
-
-/// Fills `definition`, which was just made, from a block. Values are taken as stored; texts and trees aren't compared
-/// with each other, and no text is parsed but a corrected rate of version 0. Each such block is told to the user, once,
-/// in a message box.
-///
-/// False: `errorText` holds the reason, and `definition` what had been read by then, which is to be thrown away. Throws
-/// nothing.
-bool ReadStoredDefinition(ReactionPackDefinition& definition, std::span<const std::uint8_t> block,
-                          std::u16string& errorText) noexcept;
 
 }  // namespace reka

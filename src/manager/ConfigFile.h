@@ -1,4 +1,4 @@
-// Names around the file of templates.
+// Names around the file of templates, which TemplateStore::GetConfigFilePath finds.
 
 #pragma once
 
