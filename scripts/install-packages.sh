@@ -20,6 +20,7 @@ bench_packages=(libbenchmark-dev libmuparser-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)
+check_packages=(clang-format clang-tidy)
 icon_packages=(librsvg2-bin icoutils)
 picture_packages=(imagemagick)
 package_packages=(nsis zip unzip)

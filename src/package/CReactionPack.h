@@ -41,8 +41,6 @@ public:
 
     /// The definition in use, null before there is one. Good until the next call.
     const ReactionPackDefinition* Definition() const { return definition.get(); }
-    bool HasUnsavedChanges() const { return dirty != 0; }
-    bool IsResolvedOrLoaded() const { return resolvedOrLoaded != 0; }
 
     /// The interface that `iid` names, without a count; null if the package hasn't got it.
     void* FindInterface(REFIID iid) override;

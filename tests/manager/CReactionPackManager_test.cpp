@@ -258,7 +258,6 @@ TEST_F(Manager, MakesNewPackages) {
     EXPECT_EQ(files.operations.size(), 1U);  // without a look at the templates
     const auto* const made = dynamic_cast<CReactionPack*>(package.Get());
     ASSERT_NE(made, nullptr);
-    EXPECT_TRUE(made->IsResolvedOrLoaded());
     const ReactionPackDefinition& definition = *made->Definition();
     EXPECT_TRUE(definition.compounds.empty());
     EXPECT_TRUE(definition.description.IsAbsent());

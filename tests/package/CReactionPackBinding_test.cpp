@@ -67,10 +67,10 @@ TEST_F(MaterialBinding, MatchesByCasNumberAndThenByName) {
 TEST_F(MaterialBinding, DoesNotTouchTheDirtyFlag) {
     CFakeBag bag;
     package->Save(&bag, 1, 1);
-    ASSERT_FALSE(package->HasUnsavedChanges());
+    ASSERT_FALSE(package->IsDirty() == S_OK);
     CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
     EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
 }
 
 TEST_F(MaterialBinding, ShowsTheMaterialsIdentifiersAfterwards) {

@@ -58,7 +58,7 @@ TEST_F(PackageStream, KeepsTheDefinition) {
     EXPECT_EQ(loaded->IsDirty(), S_FALSE);
     EXPECT_EQ(loaded->Load(&stream), S_OK);
     EXPECT_EQ(loaded->IsDirty(), S_FALSE);
-    EXPECT_TRUE(loaded->IsResolvedOrLoaded());
+    EXPECT_TRUE(loaded->Initialize() == S_OK);
     EXPECT_EQ(loaded->Definition()->name.View(), u"before");
     EXPECT_EQ(loaded->Definition()->workArraySize, 2U);
     EXPECT_NE(loaded->Definition()->molarity, nullptr);
@@ -232,7 +232,6 @@ TEST(PackageWithoutDefinition, StaysWithoutOneWhenALoadFails) {
         stream.position = 0;
         EXPECT_EQ(package->Load(&stream), results[i]);
         EXPECT_EQ(package->Definition(), nullptr);
-        EXPECT_FALSE(package->IsResolvedOrLoaded());
         EXPECT_EQ(package->IsDirty(), S_FALSE);
     }
     EXPECT_EQ(package->Initialize(), ECapeUnknownHR);

@@ -19,19 +19,19 @@ const ReportedError nothingReported = {"<null>", "<null>", "<null>", "<null>"};
 TEST(ReactionPack, StartsWithoutADefinition) {
     const CPackageHolder package;
     EXPECT_EQ(package->Definition(), nullptr);
-    EXPECT_FALSE(package->HasUnsavedChanges());
-    EXPECT_FALSE(package->IsResolvedOrLoaded());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
+    EXPECT_FALSE(package->Initialize() == S_OK);
 }
 
 TEST(ReactionPack, TakesADeepCopyThatAsksToBeSaved) {
     const auto definition = MakePackage({u"Ar"});
     const CPackageHolder package(*definition);
     EXPECT_NE(package->Definition(), definition.get());
-    EXPECT_TRUE(package->HasUnsavedChanges());
-    EXPECT_TRUE(package->IsResolvedOrLoaded());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
+    EXPECT_TRUE(package->Initialize() == S_OK);
     package->AssignDefinition(nullptr);
     EXPECT_EQ(package->Definition(), nullptr);
-    EXPECT_TRUE(package->IsResolvedOrLoaded());
+    EXPECT_TRUE(package->Initialize() == S_OK);
 }
 
 TEST(ReactionPackIdentification, MarksThePackageChangedWhenItIsPut) {
@@ -39,13 +39,13 @@ TEST(ReactionPackIdentification, MarksThePackageChangedWhenItIsPut) {
     const CPackageHolder package(*definition);
     CFakeBag bag;
     ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
-    ASSERT_FALSE(package->HasUnsavedChanges());
+    ASSERT_FALSE(package->IsDirty() == S_OK);
     package->put_ComponentName(nullptr);
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
     ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
-    ASSERT_FALSE(package->HasUnsavedChanges());
+    ASSERT_FALSE(package->IsDirty() == S_OK);
     package->put_ComponentDescription(nullptr);
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
 }
 
 TEST(ReactionPackIdentification, KeepsTheMarkOfAChangeMadeWhileItIsSaved) {
@@ -54,7 +54,7 @@ TEST(ReactionPackIdentification, KeepsTheMarkOfAChangeMadeWhileItIsSaved) {
     CFakeBag bag;
     bag.log.onCall = [&](const std::string&) { package->put_ComponentName(nullptr); };
     ASSERT_EQ(package->Save(&bag, 1, 0), S_OK);
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
 }
 
 TEST(ReactionPackIdentification, IsThatOfTheDefinition) {
@@ -110,7 +110,7 @@ TEST(ReactionPackUtilities, RefusesToInitializeWithoutADefinitionOfItsOwn) {
     EXPECT_EQ(package->GetNumberOfReactions(&count), S_OK);  // the empty definition stays
     EXPECT_EQ(count, 0);
     EXPECT_EQ(package->Initialize(), ECapeUnknownHR);
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
 }
 
 TEST(ReactionPackUtilities, InitializesAsOftenAsOneLikes) {
@@ -161,8 +161,8 @@ TEST(ReactionPackUtilities, TerminateDropsAllOutsideReferences) {
     EXPECT_EQ(material.references.Held(), 0);
     EXPECT_EQ(results.references.Held(), 0);
     EXPECT_NE(package->Definition(), nullptr);
-    EXPECT_TRUE(package->IsResolvedOrLoaded());
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->Initialize() == S_OK);
+    EXPECT_TRUE(package->IsDirty() == S_OK);
     EXPECT_EQ(package->CalcReactionProp({}, nullptr, {}, nullptr), ECapeUnknownHR);
     EXPECT_EQ(ErrorOf(package.Unknown()).name, "No reaction object");
     const CPackageHolder empty;
@@ -254,7 +254,7 @@ TEST(ReactionPackUtilities, EditWithoutADialogChangesNothing) {
     const CPackageHolder package;
     EXPECT_EQ(package->Edit(), S_FALSE);
     EXPECT_EQ(package->Definition(), nullptr);
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
 }
 
 TEST(SetReactionObject, NeedsADefinitionAndAReference) {

@@ -30,7 +30,7 @@ protected:
         AddKinetic(*definition, u"R1", u"2*T");
         holder = std::make_unique<CPackageHolder>(*definition);
         EXPECT_EQ(Package().Save(&bag, 1, 0), S_OK);
-        EXPECT_FALSE(Package().HasUnsavedChanges());
+        EXPECT_FALSE(Package().IsDirty() == S_OK);
     }
     CReactionPack& Package() { return **holder; }
 
@@ -66,7 +66,7 @@ TEST_F(EditOfAPackage, TakesTheCopyOverAtOk) {
     EXPECT_EQ(taken.reactions[0]->rateEquation, u"3*T");
     EXPECT_EQ(taken.workArraySize, 2U);
     EXPECT_TRUE(taken.molarity);
-    EXPECT_TRUE(Package().HasUnsavedChanges());
+    EXPECT_TRUE(Package().IsDirty() == S_OK);
     CBstr name;
     EXPECT_EQ(Package().get_ComponentName(name.Receive()), S_OK);
     EXPECT_EQ(name.View(), u"Edited");
@@ -81,7 +81,7 @@ TEST_F(EditOfAPackage, ThrowsTheCopyAwayAtCancel) {
     EXPECT_EQ(Package().Edit(), S_FALSE);
     EXPECT_EQ(Package().Definition(), own);
     EXPECT_EQ(own->reactions.size(), 1U);
-    EXPECT_FALSE(Package().HasUnsavedChanges());
+    EXPECT_FALSE(Package().IsDirty() == S_OK);
 }
 
 TEST_F(EditOfAPackage, HandsTheSimulatorsContextOn) {
@@ -150,7 +150,7 @@ TEST_F(EditOfAPackage, WorksWithoutADefinition) {
     };
     EXPECT_EQ(Package().Edit(), S_OK);
     EXPECT_EQ(Package().Definition()->name.View(), u"new");
-    EXPECT_FALSE(Package().IsResolvedOrLoaded());
+    EXPECT_FALSE(Package().Initialize() == S_OK);
     EXPECT_EQ(Package().Initialize(), ECapeUnknownHR);
     Package().Terminate();
 }

@@ -30,8 +30,8 @@ protected:
 TEST_F(BagLoad, BringsBackWhatWasSaved) {
     EXPECT_EQ(Load(), S_OK);
     EXPECT_TRUE(errorLog.errors.empty());
-    EXPECT_TRUE(package->IsResolvedOrLoaded());
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->Initialize() == S_OK);
+    EXPECT_FALSE(package->IsDirty() == S_OK);
     EXPECT_EQ(Loaded().workArraySize, 2U);
     EXPECT_EQ(Loaded().pcdFile, u"C:\\data\\x.pcd");
     EXPECT_EQ(Loaded().thermoVersion, ThermoVersion::Version11);
@@ -116,11 +116,11 @@ protected:
         EXPECT_EQ(Load(), E_FAIL);
         ASSERT_EQ(Loaded().compounds.size(), 1U);
         EXPECT_EQ(Loaded().compounds[0]->name.View(), u"old");
-        EXPECT_TRUE(package->HasUnsavedChanges());
+        EXPECT_TRUE(package->IsDirty() == S_OK);
         const CPackageHolder fresh;
         EXPECT_EQ(fresh->Load(&bag, nullptr), E_FAIL);
         EXPECT_EQ(fresh->Definition(), nullptr);
-        EXPECT_FALSE(fresh->IsResolvedOrLoaded());
+        EXPECT_FALSE(fresh->Initialize() == S_OK);
     }
 };
 

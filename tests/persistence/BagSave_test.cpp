@@ -43,7 +43,7 @@ TEST_F(BagSave, WritesTheEntriesInTheirOrder) {
     EXPECT_EQ(bag.Entry("stoichiometry[K]"), "[-1, 0.5]");
     EXPECT_EQ(bag.Entry("stoichiometry[E]"), "[0, 0]");
     EXPECT_EQ(bag.Entry("thermoVersion"), "'1.1'");
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
 }
 
 TEST_F(BagSave, WritesEmptyListsAsEmptyValues) {
@@ -66,7 +66,7 @@ TEST_F(BagSave, EndsBehindTheCompoundsForAnUnknownBasis) {
         bag.log.Clear();
         EXPECT_EQ(Save(*definition), E_FAIL);
         EXPECT_EQ(bag.log.calls.back(), "Write compoundCharge");
-        EXPECT_TRUE(package->HasUnsavedChanges());
+        EXPECT_TRUE(package->IsDirty() == S_OK);
     }
 }
 
@@ -87,14 +87,14 @@ TEST_F(BagSave, EndsAtTheFirstEntryThatCannotBeWritten) {
         bag.log.failAt = n;
         EXPECT_EQ(Save(*MakeSample()), E_FAIL);
         EXPECT_EQ(static_cast<int>(bag.log.calls.size()), n);
-        EXPECT_TRUE(package->HasUnsavedChanges());
+        EXPECT_TRUE(package->IsDirty() == S_OK);
     }
     EXPECT_EQ(bag.references.Held(), 0);
 }
 
 TEST_F(BagSave, KeepsTheDirtyFlagUnlessToldToClearIt) {
     EXPECT_EQ(Save(*MakeSample(), 0), S_OK);
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
 }
 
 TEST_F(BagSave, KeepsAChangeThatABagMakesDirty) {
@@ -103,11 +103,11 @@ TEST_F(BagSave, KeepsAChangeThatABagMakesDirty) {
     };
     EXPECT_EQ(Save(*MakeSample()), S_OK);
     EXPECT_EQ(bag.Entry("Name"), "'Test package'");
-    EXPECT_TRUE(package->HasUnsavedChanges());
+    EXPECT_TRUE(package->IsDirty() == S_OK);
     bag.log.onCall = nullptr;
     EXPECT_EQ(package->Save(&bag, 1, 0), S_OK);
     EXPECT_EQ(bag.Entry("Name"), "'later'");
-    EXPECT_FALSE(package->HasUnsavedChanges());
+    EXPECT_FALSE(package->IsDirty() == S_OK);
 }
 
 TEST_F(BagSave, NamesNoReactionInTheStoichiometryOfOneWithoutIdentifier) {

@@ -217,7 +217,7 @@ TEST_F(OutOfMemory, EndsASaveWithoutClearingTheFlag) {
     ForEachFailure([&] { package->AssignDefinition(definition.get()); }, [&] { return package->Save(&bag, 1, 0); },
                    [&](HRESULT result, bool isReached) {
                        EXPECT_EQ(result, isReached ? E_FAIL : S_OK);
-                       EXPECT_EQ(package->HasUnsavedChanges(), isReached);
+                       EXPECT_EQ(package->IsDirty() == S_OK, isReached);
                    });
 }
 

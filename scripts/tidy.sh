@@ -1,0 +1,25 @@
+#!/usr/bin/env bash
+# Runs clang-tidy, with the checks of .clang-tidy, over the sources of the product: src/, tools/ and examples/, as far as
+# they are compiled natively. A finding is a failure. FILE...: over these alone.
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+. scripts/install-packages.sh
+install_packages "${native_packages[@]}" "${fuzz_packages[@]}" "${check_packages[@]}"
+
+preset=native-tidy
+mkdir -p build
+{ cmake --preset "$preset" && cmake --build --preset "$preset" --target reka_grammar; } >"build/$preset.log" 2>&1 ||
+    { cat "build/$preset.log"; exit 1; }
+if [ "$#" -gt 0 ]; then
+    files=("$@")
+else
+    mapfile -t files < <(sed -n "s|^ *\"file\": \"$PWD/\([^\"]*\)\".*|\1|p" "build/$preset/compile_commands.json" |
+        grep -E '^(src|tools|examples)/')
+fi
+failed=0
+printf '%s\0' "${files[@]}" |
+    xargs -0 -n 1 -P "$(nproc)" sh -c '
+        found=$(clang-tidy -p "$0" --quiet --warnings-as-errors="*" "$1" 2>/dev/null) || { echo "$found"; exit 1; }
+    ' "build/$preset" || failed=1
+echo "clang-tidy has read ${#files[@]} files."
+exit "$failed"
