@@ -16,7 +16,7 @@ class CModuleLock {
 public:
     CModuleLock() { ++moduleLockCount; }
     CModuleLock(const CModuleLock&) : CModuleLock() {}
-    CModuleLock& operator=(const CModuleLock&) { return *this; }
+    CModuleLock& operator=(const CModuleLock&) = default;
     ~CModuleLock() { --moduleLockCount; }
 };
 
