@@ -102,7 +102,7 @@ bool Load(const std::u16string& path, CompoundList& list, std::u16string& errorT
     }
     std::uint8_t header[2] = {};
     const bool isWhole = file->Read(header, sizeof header) == sizeof header;
-    const std::size_t recordLength = static_cast<std::size_t>(header[0] | header[1] << 8);
+    const auto recordLength = static_cast<std::size_t>(header[0] | header[1] << 8);
     if (!isWhole || (recordLength != shortRecord && recordLength != longRecord)) {
         errorText = u"invalid record length in " + path;
         return false;

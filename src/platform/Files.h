@@ -45,6 +45,10 @@ public:
     /// Fails if `to` is there already.
     virtual bool Rename(const std::u16string& from, const std::u16string& to) = 0;
     virtual bool Delete(const std::u16string& path) = 0;
+    /// Puts a file of `size` bytes in the place of `path`, at once and for good: it is written beside the old one,
+    /// brought to the disk, given the old one's access rights and then renamed. A link stays, and the file behind it is
+    /// replaced; a device or a pipe is written to. False: the old file is there as it was, and nothing beside it.
+    virtual bool Replace(const std::u16string& path, const void* data, std::size_t size) = 0;
 
     /// Where the data of applications lie for the current user; made if need be. False if the system doesn't tell.
     virtual bool FindUserFolder(std::u16string& path) = 0;

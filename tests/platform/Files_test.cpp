@@ -112,6 +112,17 @@ TEST_F(SystemFile, IsRenamedToAFreeName) {
     EXPECT_FALSE(files.Exists(Path(u"a")));
 }
 
+TEST_F(SystemFile, IsReplacedAsAWhole) {
+    EXPECT_TRUE(files.Replace(Path(u"a"), "first", 5));
+    EXPECT_EQ(Read(Path(u"a")), "first");
+    EXPECT_TRUE(files.Replace(Path(u"a"), "second", 6));
+    EXPECT_EQ(Read(Path(u"a")), "second");
+    EXPECT_TRUE(files.Replace(Path(u"a"), "", 0));
+    EXPECT_EQ(Read(Path(u"a")), "");
+    EXPECT_FALSE(files.Exists(Path(u"a.new0")));
+    EXPECT_FALSE(files.Replace(Path(u"none") + pathSeparator + u"a", "x", 1));
+}
+
 TEST_F(SystemFile, LiesInFoldersThatAreMade) {
     const std::u16string folder = Path(u"new") + std::u16string(1, pathSeparator);
     EXPECT_TRUE(files.CreateFolder(folder));

@@ -49,6 +49,7 @@ public:
     bool Copy(const std::u16string&, const std::u16string&) override { return true; }
     bool Rename(const std::u16string&, const std::u16string&) override { return true; }
     bool Delete(const std::u16string&) override { return true; }
+    bool Replace(const std::u16string&, const void*, std::size_t) override { return true; }
     bool FindUserFolder(std::u16string& path) override {
         path = u"/somewhere/of/the/user";
         return true;

@@ -13,6 +13,7 @@
 #include <fstream>
 #include <iterator>
 #include <random>
+#include <set>
 
 #include "platform/Files.h"
 #include "support/AllocationCounter.h"
@@ -104,6 +105,87 @@ TEST_F(PosixFile, IsCopiedWholeOrNotAtAll) {
     Write("empty", "");
     EXPECT_TRUE(files.Copy(Path("empty"), Path("new")));
     EXPECT_EQ(Read("new"), "");
+}
+
+/// What is in a folder, by name.
+std::set<std::string> NamesIn(const fs::path& folder) {
+    std::set<std::string> names;
+    for (const auto& entry : fs::directory_iterator(folder)) names.insert(entry.path().filename());
+    return names;
+}
+
+TEST_F(PosixFile, StaysWhereThereIsNoRoomForTheOneThatReplacesIt) {
+    Write("user", "mine");
+    rlimit before;
+    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    const rlimit limited = {100000, before.rlim_max};
+    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &limited), 0);
+    const std::string large(300000, 'x');
+    const bool isReplaced = files.Replace(Path("user"), large.data(), large.size());
+    const int error = errno;
+    const bool isMade = files.Replace(Path("new"), large.data(), large.size());
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    EXPECT_FALSE(isReplaced);
+    EXPECT_EQ(error, EFBIG);
+    EXPECT_FALSE(isMade);
+    EXPECT_EQ(Read("user"), "mine");
+    EXPECT_EQ(NamesIn(root), std::set<std::string>{"user"});
+    EXPECT_TRUE(files.Replace(Path("user"), large.data(), large.size()));
+    EXPECT_EQ(Read("user"), large);
+    EXPECT_EQ(NamesIn(root), std::set<std::string>{"user"});
+}
+
+TEST_F(PosixFile, IsReplacedWithTheRightsThatItHad) {
+    Write("user", "old");
+    fs::permissions(root / "user", fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_exec);
+    ASSERT_TRUE(files.Replace(Path("user"), "new", 3));
+    EXPECT_EQ(Read("user"), "new");
+    EXPECT_EQ(fs::status(root / "user").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_exec);
+    const mode_t mask = umask(0027);
+    const bool isMade = files.Replace(Path("other"), "new", 3);
+    umask(mask);
+    EXPECT_TRUE(isMade);
+    EXPECT_EQ(fs::status(root / "other").permissions(),
+              fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
+}
+
+TEST_F(PosixFile, IsReplacedBehindItsLinks) {
+    fs::create_directory(root / "far");
+    Write("far/user", "old");
+    fs::create_symlink("far/user", root / "near");
+    fs::create_symlink("near", root / "nearer");
+    ASSERT_TRUE(files.Replace(Path("nearer"), "new", 3));
+    EXPECT_TRUE(fs::is_symlink(root / "nearer"));
+    EXPECT_TRUE(fs::is_symlink(root / "near"));
+    EXPECT_EQ(Read("far/user"), "new");
+    fs::create_symlink("far/none", root / "dangling");
+    ASSERT_TRUE(files.Replace(Path("dangling"), "made", 4));
+    EXPECT_TRUE(fs::is_symlink(root / "dangling"));
+    EXPECT_EQ(Read("far/none"), "made");
+}
+
+TEST_F(PosixFile, IsWrittenWhereItIsADevice) {
+    EXPECT_TRUE(files.Replace(u"/dev/null", "abc", 3));
+    EXPECT_FALSE(files.Replace(u"/dev/full", "abc", 3));
+    EXPECT_EQ(errno, ENOSPC);
+    EXPECT_FALSE(fs::is_regular_file("/dev/null"));
+    EXPECT_FALSE(files.Replace(Path("none/user"), "abc", 3));
+    fs::create_directory(root / "folder");
+    EXPECT_FALSE(files.Replace(Path("folder"), "abc", 3));
+    EXPECT_EQ(NamesIn(root), std::set<std::string>{"folder"});
+}
+
+/// A name beside it that is taken belongs to somebody else.
+TEST_F(PosixFile, IsReplacedBesideOthers) {
+    Write("user", "old");
+    Write("user.new0", "somebody's");
+    ASSERT_TRUE(files.Replace(Path("user"), "new", 3));
+    EXPECT_EQ(Read("user"), "new");
+    EXPECT_EQ(Read("user.new0"), "somebody's");
+    EXPECT_EQ(NamesIn(root), (std::set<std::string>{"user", "user.new0"}));
 }
 
 TEST_F(PosixFile, LeavesADeviceThatItCanNotCopyTo) {

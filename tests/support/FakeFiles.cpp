@@ -106,6 +106,13 @@ bool CFakeFiles::Delete(const std::u16string& path) {
     return entries.erase(path) > 0;
 }
 
+bool CFakeFiles::Replace(const std::u16string& path, const void* data, std::size_t size) {
+    if (Record("replace " + Utf8FromUtf16(path))) return false;
+    const auto* const first = static_cast<const std::uint8_t*>(data);
+    entries[path] = {{first, first + size}, now++};
+    return true;
+}
+
 bool CFakeFiles::FindUserFolder(std::u16string& path) {
     if (Record("user folder") || !hasUserFolder) return false;
     path = userFolder;

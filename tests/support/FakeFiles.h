@@ -29,6 +29,7 @@ public:
     bool Copy(const std::u16string& from, const std::u16string& to) override;
     bool Rename(const std::u16string& from, const std::u16string& to) override;
     bool Delete(const std::u16string& path) override;
+    bool Replace(const std::u16string& path, const void* data, std::size_t size) override;
     bool FindUserFolder(std::u16string& path) override;
     std::u16string LastErrorText() override { return errorText; }
 

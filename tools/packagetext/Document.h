@@ -17,7 +17,7 @@ bool ReadDocument(const std::string& path, Json& content, std::string& errorText
 /// The text of a document: members on lines of their own, lists of plain values on one line. Recurses along the
 /// nesting of `content`.
 std::string TextOfDocument(const Json& content);
-/// Replaces the file by the text of the document.
+/// Replaces the file by the text of the document, as ReplaceFile.h has it.
 bool WriteDocument(const std::string& path, const Json& content, std::string& errorText);
 
 }  // namespace packagetext

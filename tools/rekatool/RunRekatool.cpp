@@ -9,6 +9,7 @@
 #include "CheckPackages.h"
 #include "PackageFile.h"
 #include "ParseReadable.h"
+#include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
 #include "text/Utf8.h"
 
@@ -44,10 +45,8 @@ Bytes ReadFile(const std::string& path) {
 }
 
 void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {
-    const auto file = reka::Files().OpenForWriting(reka::Utf16FromUtf8(path));
-    if (!file || !file->Write(bytes.data(), bytes.size()) || !file->Flush()) {
-        throw ToolFailure{path + ": the file can't be written"};
-    }
+    std::string errorText;
+    if (!packagetext::ReplaceFile(reka::Files(), path, bytes, errorText)) throw ToolFailure{errorText};
 }
 
 /// Lines that went nowhere, as on a full disk, must not look like a good end.

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "OutputFile.h"
+#include "packagetext/ReplaceFile.h"
 
 namespace {
 
@@ -81,5 +81,8 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "%s: not a compound: %s\n", argv[2], line.c_str());
         return 1;
     }
-    return shipped::WriteOutput(argv[1], file) ? 0 : 1;
+    std::string reason;
+    if (packagetext::ReplaceFile(reka::SystemFiles(), argv[1], file, reason)) return 0;
+    std::fprintf(stderr, "%s\n", reason.c_str());
+    return 1;
 }

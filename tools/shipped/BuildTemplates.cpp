@@ -5,11 +5,11 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "OutputFile.h"
 #include "manager/ValidateDefinition.h"
 #include "packagetext/BagMembers.h"
 #include "packagetext/Document.h"
 #include "packagetext/PropertyBag.h"
+#include "packagetext/ReplaceFile.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/ReadBag.h"
 #include "persistence/WriteStoredDefinition.h"
@@ -72,7 +72,10 @@ bool WriteTemplates(const reka::TemplateStore& store, const char* path) {
         writer.WriteU32(static_cast<std::uint32_t>(block.size()));
         bytes.insert(bytes.end(), block.begin(), block.end());
     }
-    return shipped::WriteOutput(path, bytes);
+    std::string reason;
+    if (packagetext::ReplaceFile(reka::SystemFiles(), path, bytes, reason)) return true;
+    std::fprintf(stderr, "%s\n", reason.c_str());
+    return false;
 }
 
 }  // namespace

@@ -131,6 +131,56 @@ bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const
     return false;
 }
 
+/// A new file beside `path`, whose name gets into `name`.
+CDescriptor MakeBeside(const std::string& path, std::string& name) {
+    constexpr int triedNames = 100;
+    for (int number = 0;; ++number) {
+        name = path + ".new" + std::to_string(number);
+        CDescriptor made(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        if (made.IsOpen() || errno != EEXIST || number == triedNames) return made;
+    }
+}
+
+/// Fills a new file, gives it the rights of `old`, which may be null, and brings it to the disk.
+bool FillReplacement(const CDescriptor& made, const struct stat* old, const void* data, std::size_t size) {
+    if (!made.Write(data, size)) return false;
+    if (old) {
+        // The owner can be given away by root alone, who then leaves the file to whom it belonged.
+        [[maybe_unused]] const int ignored = fchown(made.Number(), old->st_uid, old->st_gid);
+        if (fchmod(made.Number(), old->st_mode & 07777) != 0) return false;
+    }
+    return fsync(made.Number()) == 0;
+}
+
+/// Brings a folder's new entry to the disk. A file system that can't has done what it can.
+void FlushFolderOf(std::string path) {
+    const std::size_t end = path.rfind('/');
+    path.resize(end == std::string::npos ? 0 : end + 1);
+    const CDescriptor folder(open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.IsOpen()) fsync(folder.Number());
+}
+
+/// Puts a file in the place of `target`, whose status is `old`; null if there is none.
+bool ReplacePlainFile(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
+    std::string name;
+    const CDescriptor made = MakeBeside(target, name);
+    if (!made.IsOpen()) return false;
+    if (FillReplacement(made, old, data, size) && rename(name.c_str(), target.c_str()) == 0) {
+        FlushFolderOf(target);
+        return true;
+    }
+    const int error = errno;  // the failure is the one to tell of
+    unlink(name.c_str());
+    errno = error;
+    return false;
+}
+
+/// The file that `path` leads to, through links; `path` itself if there is none.
+std::string FollowLinks(const char* path) {
+    char resolved[PATH_MAX];
+    return realpath(path, resolved) ? resolved : path;
+}
+
 /// Makes the folder and those above it. The path has no separator at its end.
 bool MakeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
@@ -139,6 +189,12 @@ bool MakeFolders(const std::string& path) {
     if (mkdir(path.c_str(), 0777) == 0) return true;
     struct stat found;
     return stat(path.c_str(), &found) == 0 && S_ISDIR(found.st_mode);
+}
+
+/// A link to nothing, since `FollowLinks` has gone along all others.
+bool IsLink(const std::string& path) {
+    struct stat found;
+    return lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode);
 }
 
 std::string HomeFolder() {
@@ -206,6 +262,19 @@ public:
     }
 
     bool Delete(const std::u16string& path) override { return unlink(CNativePath(path).Get()) == 0; }
+
+    bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
+        const std::string target = FollowLinks(CNativePath(path).Get());
+        struct stat old;
+        const bool isThere = stat(target.c_str(), &old) == 0;
+        if ((isThere && !S_ISREG(old.st_mode)) || IsLink(target)) {
+            const CDescriptor device(open(target.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+            return device.IsOpen() && device.Write(data, size);
+        }
+        // Who may write into the folder could replace what he may not write.
+        if (isThere && access(target.c_str(), W_OK) != 0) return false;
+        return ReplacePlainFile(target, isThere ? &old : nullptr, data, size);
+    }
 
     bool FindUserFolder(std::u16string& path) override {
         const char* const configured = std::getenv("XDG_CONFIG_HOME");

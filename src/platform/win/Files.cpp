@@ -7,6 +7,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <string>
 #include <utility>
 
 #include "platform/SystemMessages.h"
@@ -84,6 +85,49 @@ std::unique_ptr<IFile> MakeFile(CFileHandle handle) {
     return std::make_unique<CWindowsFile>(std::move(handle));
 }
 
+/// The file that `path` leads to through links; `path` itself if there is none.
+std::wstring FollowLinks(const std::u16string& path) {
+    const DWORD attributes = GetFileAttributesW(Wide(path));
+    if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return Wide(path);
+    const CFileHandle file(CreateFileW(Wide(path), FILE_READ_ATTRIBUTES, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    wchar_t found[1024];
+    const DWORD length = file.IsOpen() ? GetFinalPathNameByHandleW(file.Get(), found, 1024, 0) : 0;
+    return length > 0 && length < 1024 ? std::wstring(found, length) : std::wstring(Wide(path));
+}
+
+/// Whether the name is that of a console, a printer or the like, which nothing can take the place of.
+bool IsDevice(const std::wstring& path) {
+    const CFileHandle file(
+        CreateFileW(path.c_str(), FILE_READ_ATTRIBUTES, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    const DWORD type = file.IsOpen() ? GetFileType(file.Get()) : FILE_TYPE_UNKNOWN;
+    return type == FILE_TYPE_CHAR || type == FILE_TYPE_PIPE;
+}
+
+/// A name that no file has.
+std::wstring NameBeside(const std::wstring& path) {
+    std::wstring name;
+    unsigned number = 0;
+    do {
+        name = path + L".new" + std::to_wstring(number++);
+    } while (GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES);
+    return name;
+}
+
+/// A new file that is on the disk when this has succeeded.
+bool WriteNew(const std::wstring& path, const void* data, std::size_t size) {
+    const std::unique_ptr<IFile> file = MakeFile(
+        CFileHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)));
+    return file && file->Write(data, size) && file->Flush();
+}
+
+/// With the access rights of the file that is replaced.
+bool PutInPlace(const std::wstring& made, const std::wstring& target, bool isThere) {
+    if (isThere &&
+        ReplaceFileW(target.c_str(), made.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
+        return true;
+    return MoveFileExW(made.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+}
+
 class CWindowsFiles final : public IFileSystem {
 public:
     std::unique_ptr<IFile> OpenForReading(const std::u16string& path) override {
@@ -119,6 +163,27 @@ public:
     }
 
     bool Delete(const std::u16string& path) override { return DeleteFileW(Wide(path)) != 0; }
+
+    bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
+        const std::wstring target = FollowLinks(path);
+        const DWORD attributes = GetFileAttributesW(target.c_str());
+        const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+        if (IsDevice(target)) {
+            const std::unique_ptr<IFile> device = MakeFile(
+                CFileHandle(CreateFileW(target.c_str(), GENERIC_WRITE, sharing, nullptr, OPEN_EXISTING, 0, nullptr)));
+            return device && device->Write(data, size);
+        }
+        if (isThere && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return false;
+        }
+        const std::wstring beside = NameBeside(target);
+        if (WriteNew(beside, data, size) && PutInPlace(beside, target, isThere)) return true;
+        const DWORD error = GetLastError();  // the failure is the one to tell of
+        DeleteFileW(beside.c_str());
+        SetLastError(error);
+        return false;
+    }
 
     bool FindUserFolder(std::u16string& path) override {
         wchar_t folder[MAX_PATH];

@@ -80,7 +80,9 @@ TEST(Document, ThatIsMissingIsNamed) {
     EXPECT_FALSE(ReadDocument("no-such-file.json", content, errorText));
     EXPECT_EQ(errorText, "no-such-file.json: the file can't be opened");
     EXPECT_FALSE(WriteDocument("no-such-folder/x.json", Json::object(), errorText));
-    EXPECT_EQ(errorText, "no-such-folder/x.json: the file can't be written");
+    const std::string start = "no-such-folder/x.json: the file can't be written: ";
+    EXPECT_EQ(errorText.substr(0, start.size()), start);
+    EXPECT_GT(errorText.size(), start.size());  // with the system's reason
 }
 
 }  // namespace
