@@ -1,3 +1,7 @@
+// The program's own operators new and delete. The count costs an addition and is always on; the bytes cost a question
+// to the heap for each block, so they are followed only from the moment that a program says so, before its first
+// measurement of memory.
+
 #include "bench/AllocationCount.h"
 
 #include <malloc.h>

@@ -1,4 +1,5 @@
-// See NativeFormulas.h. The mathematics is that of the compiler's runtime.
+// Written out by hand, with the guards that the language has, since a comparison with C++ that may divide by zero would
+// be one with something nobody can use. The mathematics is that of the compiler's runtime.
 
 #include "bench/NativeFormulas.h"
 

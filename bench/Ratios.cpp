@@ -1,3 +1,6 @@
+// Ratios are made of medians, since the machine does other things as well, and their mean is the geometric one: a ratio
+// of two and one of a half then cancel.
+
 #include "bench/Ratios.h"
 
 #include <algorithm>

@@ -1,3 +1,6 @@
+// Times of the processor rather than of the clock, the median of the repetitions. A figure that was left out of a run
+// is no line of the table, so one program prints the long table and the short one.
+
 #include "bench/Times.h"
 
 #include <algorithm>

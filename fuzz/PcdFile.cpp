@@ -1,4 +1,5 @@
-// Any bytes as a compound file.
+// Any bytes as a compound file. Whatever they are, the list is empty where there is a reason, no reason is told where
+// there is a list, and the file is closed.
 
 #include "compounds/LoadPcdFile.h"
 #include "support/FakeFiles.h"

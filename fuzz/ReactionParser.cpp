@@ -1,4 +1,5 @@
-// Any text as an expression over three compounds.
+// Any text as an expression over three compounds, one of them with a blank and one with a comma in its name. A tree
+// that comes out of it is used as that of a reaction: copied, evaluated, stored and read again.
 
 #include "QuietMessages.h"
 #include "expression/parse/ParseExpression.h"

@@ -1,4 +1,4 @@
-// Any text in a numeric field.
+// Any text in a numeric field. It has a value or a reason, never both and never neither.
 
 #include <cmath>
 #include <cstdint>

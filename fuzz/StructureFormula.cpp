@@ -1,4 +1,5 @@
-// Any text as a formula in its form.
+// Any text as a formula in its form. Counts are above 0, so no amount for a positive coefficient can be below it, and a
+// text that was read has elements.
 
 #include "formula/StructureFormula.h"
 

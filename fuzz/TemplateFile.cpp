@@ -1,4 +1,5 @@
-// Any bytes as the file of templates of a user.
+// Any bytes as the file of templates of a user. They aren't lost, whatever they are: the file stays, or lies there as a
+// backup. What was read is used, and stored over it.
 
 #include "QuietMessages.h"
 #include "manager/TemplateStore.h"

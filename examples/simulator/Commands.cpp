@@ -1,4 +1,6 @@
-// See Commands.h.
+// Each command is the same few steps: open the package, have it do something, print. Nothing is printed before all
+// numbers are there, so a failure leaves no half of a table. What a package reported while it loaded is often the
+// reason of a failure much later, so it is kept until the end and told with that.
 
 #include "Commands.h"
 

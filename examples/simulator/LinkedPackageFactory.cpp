@@ -1,4 +1,5 @@
-// The manager of the component that is linked into the program.
+// The manager of the component that is linked into the program: so rekasim runs, and its tests with it, on systems that
+// have no registry to find a component in.
 
 #include "PackageFactory.h"
 

@@ -1,4 +1,5 @@
-// See Sweep.h.
+// Each temperature is the first one plus a number of steps: adding step to step would carry the rounding of each along,
+// and after a thousand of them miss the end. The end itself is put in exactly, so that it prints as it was typed.
 
 #include "Sweep.h"
 

@@ -1,4 +1,7 @@
-// See LoadPcdFile.h. Each record is read whole, and its parts are taken out of memory.
+// Each record is read whole, and its parts are taken out of memory. The place of a record is computed from its number,
+// so nothing of one can shift the next. What stands between the parts that count belongs to the outside tool and isn't
+// looked at. One record that makes no sense spoils the file: a table of which the half is wrong would be worse than
+// none, as nobody checks the numbers of a compound that looks right.
 
 #include "compounds/LoadPcdFile.h"
 

@@ -1,4 +1,20 @@
-// Reading, setting aside and writing the file of templates.
+// Reading, setting aside and writing the file of templates. For example: the file of a user, REKAConfig.dat, holds two
+// templates of which the second is damaged, and an older damaged file lies beside it as REKAConfig.dat.backup.
+//
+//     LoadTemplates    reads the count and the first block, finds the fault in the second
+//                      closes the file and destroys the template that was read
+//                      renames REKAConfig.dat.backup to REKAConfig.dat.backup1
+//                      renames REKAConfig.dat to REKAConfig.dat.backup
+//                      tells the user where the file went; the list is empty, and there is no REKAConfig.dat
+//     LoadTemplates    finds no REKAConfig.dat, so copies the system's there and reads that
+//     StoreTemplates   writes REKAConfig.dat.tmp: the count, then for each template the size of its block and the block
+//                      brings it to the disk and closes it
+//                      deletes REKAConfig.dat and renames REKAConfig.dat.tmp to that
+//
+// So a damaged file is kept for repair by hand, and between the deletion and the renaming a whole temporary file lies
+// on the disk. A template that can't be stored, or a file that can't be brought to the disk, leaves the old file where
+// it is. A write that fails doesn't: the user is told, what was written takes the file's place, and the next load sets
+// that aside.
 
 #include "manager/TemplateStore.h"
 

@@ -1,4 +1,5 @@
-// See Edit.h.
+// The place where the windows are put by the module that has them. Until then, and where there are none, an editor
+// stands here that shows nothing, so that no caller asks whether there is one.
 
 #include "package/Edit.h"
 

@@ -1,4 +1,6 @@
-// See ReactionIndex.h.
+// Whether the index still fits is told by the stamp of the definition, not by its address: a definition that was freed
+// may be followed by another at the same place. The stamp is noted last, so an index that memory ran out for counts as
+// none.
 
 #include "package/ReactionIndex.h"
 

@@ -1,4 +1,7 @@
-// See StoredExpression.h. None of this recurses: a stored tree may be as deep as its block is long.
+// None of this recurses: a stored tree may be as deep as its block is long, and a host's thread may have a small stack.
+// Writing takes nodes off a stack of those that wait, reading keeps a stack of the nodes whose arguments are still to
+// come. Before a tree is read its nodes are counted on a copy of the cursor, so that all of them come out of one
+// allocation; the count is bounded by the bytes that are there, whatever they claim.
 
 #include "persistence/StoredExpression.h"
 

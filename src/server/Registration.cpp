@@ -1,5 +1,8 @@
-// See Registration.h. The registrar is the system's, a class of atl.dll that is asked for there directly: so it works
-// in a process that hasn't started COM, and on a system whose own registration of it is damaged.
+// The registrar is the system's, a class of atl.dll that is asked for there directly: so it works in a process that
+// hasn't started COM, and on a system whose own registration of it is damaged. The keys stand in a script among the
+// module's resources, which the same registrar runs backwards to remove them, so neither way can forget what the other
+// does. For a single user the classes root of this process is led elsewhere while the script runs: the script needn't
+// know of it.
 
 #include "server/Registration.h"
 

@@ -1,3 +1,5 @@
+// Entries of a property bag by their types: what is taken, what is passed over, and what is told of it.
+
 #include "capeopen/BagVariant.h"
 
 #include <gtest/gtest.h>

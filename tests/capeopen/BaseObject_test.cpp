@@ -1,3 +1,5 @@
+// What every object of the component says of itself: identification, the last failure, identity.
+
 #include "capeopen/BaseObject.h"
 
 #include <gtest/gtest.h>

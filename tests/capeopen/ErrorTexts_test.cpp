@@ -1,3 +1,5 @@
+// Whose words tell of an outside failure: the object's, the standard's or the system's.
+
 #include "capeopen/ErrorTexts.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Lists as scripts read them, and as the members want what scripts pass.
+
 #include "capeopen/ScriptArrays.h"
 
 #include <gtest/gtest.h>

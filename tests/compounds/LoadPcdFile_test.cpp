@@ -1,3 +1,5 @@
+// Compound files, whole and damaged: what becomes of each field, and what is told of a file that won't do.
+
 #include "compounds/LoadPcdFile.h"
 
 #include <gtest/gtest.h>

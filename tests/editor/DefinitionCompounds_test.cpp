@@ -1,3 +1,5 @@
+// Compounds that come and go, and the coefficients of the reactions that must follow them.
+
 #include "editor/DefinitionCompounds.h"
 
 #include <gtest/gtest.h>

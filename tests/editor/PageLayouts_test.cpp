@@ -1,3 +1,5 @@
+// Where the controls of a page go when the shell is made larger, at any resolution.
+
 #include "editor/PageLayouts.h"
 
 #include <gtest/gtest.h>

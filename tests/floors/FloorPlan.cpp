@@ -17,11 +17,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string ReadText(const fs::path& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(stream), {});
-}
-
 /// The words of `text`, which blanks, commas, colons and quotes separate.
 std::vector<std::string> SplitWords(const std::string& text) {
     static const std::regex word("[^ ,:\"`\r\n]+");
@@ -115,6 +110,11 @@ private:
 };
 
 }  // namespace
+
+std::string ReadText(const fs::path& file) {
+    std::ifstream stream(file, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(stream), {});
+}
 
 std::vector<Floor> ReadTable(const fs::path& file, const std::string& name) {
     const std::string text = ReadText(file);

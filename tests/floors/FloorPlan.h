@@ -16,6 +16,9 @@ struct Floor {
     bool operator==(const Floor&) const = default;
 };
 
+/// The bytes of a file; none for one that can't be read.
+std::string ReadText(const std::filesystem::path& file);
+
 /// The rows of the list `name` in a file such as cmake/Floors.cmake, in their order.
 std::vector<Floor> ReadTable(const std::filesystem::path& file, const std::string& name);
 

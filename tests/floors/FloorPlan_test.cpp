@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <cstdlib>
-#include <fstream>
 #include <set>
+
+#include "floors/TreeOfSources.h"
 
 namespace floors {
 namespace {
@@ -25,25 +25,6 @@ std::vector<Floor> FloorsOfTheSource() {
 std::vector<Floor> Companions() {
     return ReadTable(repository / "cmake/Floors.cmake", "REKA_COMPANIONS");
 }
-
-/// A tree of sources in a folder of its own.
-class CTreeOfSources {
-public:
-    CTreeOfSources() {
-        char path[] = "/tmp/reka-floors-XXXXXX";
-        root = mkdtemp(path);
-    }
-    ~CTreeOfSources() { fs::remove_all(root); }
-    CTreeOfSources(const CTreeOfSources&) = delete;
-    CTreeOfSources& operator=(const CTreeOfSources&) = delete;
-
-    void Write(const fs::path& file, const std::string& text) const {
-        fs::create_directories((root / file).parent_path());
-        std::ofstream(root / file) << text;
-    }
-
-    fs::path root;
-};
 
 TEST(Floors, IncludeNothingAboveThem) {
     ASSERT_GE(FloorsOfTheSource().size(), 17U);

@@ -1,3 +1,5 @@
+// Formulas as people write them, and the one form that each of them comes to.
+
 #include "formula/FormulaNormalForm.h"
 
 #include <gtest/gtest.h>

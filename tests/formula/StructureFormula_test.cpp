@@ -1,3 +1,5 @@
+// The elements of a formula in its form, and what isn't in that form.
+
 #include "formula/StructureFormula.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// The manager as a simulator calls it: lists, packages by name, new packages, and hosts that call in meanwhile.
+
 #include "manager/CReactionPackManager.h"
 
 #include "capeopen/ComObject.h"

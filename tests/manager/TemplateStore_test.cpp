@@ -1,3 +1,5 @@
+// The file of templates: how a user comes to it, what is read and written, and where a damaged one goes, step by step.
+
 #include "manager/TemplateStore.h"
 
 #include "manager/StoreFixture.h"

@@ -1,3 +1,5 @@
+// What makes a definition ready to calculate, check by check, with the words and questions of each.
+
 #include "manager/ValidateDefinition.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Which compound of a material is which of the package, which materials are refused, and what a failure leaves.
+
 #include <gtest/gtest.h>
 
 #include <deque>

@@ -1,3 +1,5 @@
+// The queries about reactions: their answers, and the order in which each looks at its arguments.
+
 #include <gtest/gtest.h>
 
 #include <limits>

@@ -1,3 +1,5 @@
+// The life of a package: identification, context, start and end, the reaction object, and its identity.
+
 #include <gtest/gtest.h>
 
 #include <utility>

@@ -1,3 +1,5 @@
+// What is asked of a material by either version, in which order, and what is made of each answer.
+
 #include <gtest/gtest.h>
 
 #include <tuple>

@@ -1,3 +1,5 @@
+// Reactions by their ids, in few and in many, and never those of another definition.
+
 #include "package/ReactionIndex.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// How many bytes a text takes in its stored form, whatever the code page makes of it.
+
 #include "persistence/ByteWriter.h"
 
 #include <gtest/gtest.h>

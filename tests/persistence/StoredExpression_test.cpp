@@ -1,3 +1,5 @@
+// Stored trees: their bytes, what is believed of them, and trees of any depth.
+
 #include "persistence/StoredExpression.h"
 
 #include <gtest/gtest.h>

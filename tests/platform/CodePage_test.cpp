@@ -1,3 +1,5 @@
+// The 8-bit text of stored data and back, the same on each platform.
+
 #include "platform/CodePage.h"
 
 #include <gtest/gtest.h>

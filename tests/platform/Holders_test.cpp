@@ -1,3 +1,5 @@
+// The holders of what the platform hands out: what each takes over, lends and gives away.
+
 #include "platform/Holders.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,6 @@
+// Floating point settings: the component's own while it computes, the host's while it calls, and the same numbers for
+// all.
+
 #include "platform/HostArithmetic.h"
 
 #include <gtest/gtest.h>

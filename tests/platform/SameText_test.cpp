@@ -1,3 +1,5 @@
+// Names that count as the same, and the hash that has to agree.
+
 #include "platform/SameText.h"
 
 #include <gtest/gtest.h>

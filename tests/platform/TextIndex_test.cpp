@@ -1,3 +1,5 @@
+// The index of names against a walk along the list.
+
 #include "platform/TextIndex.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// The records: what a new one holds, what a copy takes along, and what stays behind.
+
 #include "records/Definition.h"
 
 #include <gtest/gtest.h>

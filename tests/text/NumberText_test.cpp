@@ -1,3 +1,5 @@
+// Numbers as texts in their two forms, and back.
+
 #include "text/NumberText.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// UTF-8 both ways, well formed and not.
+
 #include "text/Utf8.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// See Hexadecimal.h.
+// Digits both ways, by the routines that know no locale. The readers take exactly what the writers give: no blanks, no
+// signs, no odd digit, since a person who edits such a text has made a mistake that should be told.
 
 #include "Hexadecimal.h"
 

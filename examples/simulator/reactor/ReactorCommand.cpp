@@ -1,4 +1,7 @@
-// See ReactorCommand.h.
+// From the command line to the profile. What can be said of the options is said before anything long is calculated, an
+// option without a use as well as one that is missing, since either is a misunderstanding of what the package's rates
+// count by. Every point is checked for its elements before it is printed: a package whose reactions don't balance gives
+// numbers that look right.
 
 #include "reactor/ReactorCommand.h"
 

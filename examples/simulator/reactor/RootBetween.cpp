@@ -1,4 +1,5 @@
-// By Algorithm 748 of Alefeld, Potra and Shi (ACM Trans. Math. Softw. 21 (1995) 327-344), which needs no slope.
+// By Algorithm 748 of Alefeld, Potra and Shi (ACM Trans. Math. Softw. 21 (1995) 327-344), which needs no slope: the
+// functions are made of what a package calculates, and a package gives none.
 
 #include "reactor/RootBetween.h"
 

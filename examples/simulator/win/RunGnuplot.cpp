@@ -1,4 +1,5 @@
-// The drawing program through a pipe, found where the system looks for programs.
+// The drawing program through a pipe, found where the system looks for programs. The pipe is binary, so that the script
+// arrives byte for byte as it was made.
 
 #include "RunGnuplot.h"
 

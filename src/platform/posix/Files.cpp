@@ -1,4 +1,7 @@
-// The file system by POSIX. The configuration folder of the user stands for the folder of application data.
+// The file system by POSIX, made to answer as that of Windows does, since what users see rests on it: a rename doesn't
+// replace, a folder can't be opened as a file, a copy keeps the time of the last write. The configuration folder of the
+// user stands for the folder of application data. Calls that a signal interrupts are made again. What closes or cleans
+// up keeps the error number of the failure before, from which the user is told the reason.
 
 #include "platform/Files.h"
 

@@ -1,4 +1,5 @@
-// See ThreadError.h.
+// The C library's error number stands for the thread's last error: it is what the calls of this system leave behind,
+// and each thread has its own.
 
 #include "platform/ThreadError.h"
 

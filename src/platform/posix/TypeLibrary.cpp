@@ -1,4 +1,5 @@
-// See platform/TypeLibrary.h: there are none here.
+// There are no type libraries here, so there is no late binding either: each call answers that it isn't implemented,
+// and an object tells that it has no types. Everything is reached through the slots of the interfaces.
 
 #include "platform/TypeLibrary.h"
 

@@ -1,4 +1,6 @@
-// See ModuleFile.h.
+// The module is found by the address of this very routine, so the same code tells the path of a DLL and that of a
+// program that has it linked in. It isn't held by that: a count taken here would keep the module from ever being
+// unloaded.
 
 #include "platform/ModuleFile.h"
 

@@ -1,4 +1,5 @@
-// The system's mutexes.
+// The system's mutexes. One whose holder ended without giving it back counts as taken: a process that died while it
+// parsed must not keep all others from it.
 
 #include "platform/NamedMutex.h"
 

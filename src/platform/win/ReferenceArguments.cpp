@@ -1,4 +1,8 @@
-// See ReferenceArguments.h.
+// The arguments are copied, fitted, and after the call written back: the client's own variables are never lent to a
+// member, since the call may run code of the client's that changes them. What a member wants is read from its
+// description in the type library, so a new member needs nothing here. References are made to numbers and objects
+// alone; those to lists and texts pass the dispatcher as they come. A variable that couldn't take the result is refused
+// before the call, not after it has had its effect.
 
 #include "platform/win/ReferenceArguments.h"
 

@@ -1,4 +1,5 @@
-// The system's message table.
+// The system's message table. Inserts are left alone, since no arguments come with a result code; the text lies in a
+// buffer here rather than in one of the system's, which would have to be given back.
 
 #include "platform/SystemMessages.h"
 

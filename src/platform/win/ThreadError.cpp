@@ -1,4 +1,5 @@
-// See ThreadError.h.
+// The system's number for the thread, passed on: where a dialog couldn't be shown, the caller of the component reads
+// its reason there, and what is done in between must not lose it.
 
 #include "platform/ThreadError.h"
 

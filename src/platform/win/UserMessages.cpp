@@ -1,4 +1,4 @@
-// The system's message boxes.
+// The system's message boxes. Styles and answers are numbered as the system numbers them, so nothing is translated.
 
 #include "platform/UserMessages.h"
 

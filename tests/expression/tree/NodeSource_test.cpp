@@ -1,3 +1,5 @@
+// Nodes out of one allocation, and their trees, which are freed whichever way they were made.
+
 #include "expression/tree/NodeSource.h"
 
 #include <gtest/gtest.h>

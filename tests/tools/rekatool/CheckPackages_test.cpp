@@ -1,3 +1,5 @@
+// What is found in packages: each fault and each warning, one at a time, and nothing in a good one.
+
 #include "CheckPackages.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,5 @@
+// Texts of the readable form as a person or a merge leaves them.
+
 #include "ParseReadable.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,5 @@
-// See Icons.h.
+// Icons are drawn on white and compared dot by dot: handles tell nothing, since each loading gives another one. That
+// the module's icons differ from each other is expected too, or the comparison would prove nothing.
 
 #include "Icons.h"
 
