@@ -57,23 +57,6 @@ EditPage PageOfTab(std::int32_t selectedTab) {
     return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
 }
 
-EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons, int dpi) {
-    const int margin = ScalePixels(5, dpi);   // of the dialog and between OK and Cancel
-    const int leftGap = ScalePixels(2, dpi);  // between the buttons at the left
-    EditShellLayout layout;
-    const int bottom = client.height - margin;
-    const auto place = [bottom](int left, const ControlSize& size) {
-        return PlaceAt(left, bottom - size.height, size);
-    };
-    layout.help = place(margin, buttons.help);
-    layout.load = place(layout.help.right + leftGap, buttons.load);
-    layout.store = place(layout.load.right + leftGap, buttons.store);
-    layout.cancel = place(client.width - margin - buttons.cancel.width, buttons.cancel);
-    layout.ok = place(layout.cancel.left - margin - buttons.ok.width, buttons.ok);
-    layout.tabs = {margin, margin, client.width - margin, layout.ok.top - margin};
-    return layout;
-}
-
 CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource* templates, TemplateSourceFactory makeTemplates,
                        IEditorUi& asked)
     : compoundPage(edited, asked),

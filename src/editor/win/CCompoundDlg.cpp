@@ -4,15 +4,14 @@
 
 #include <utility>
 
-#include "editor/PageLayouts.h"
 #include "editor/win/CReactionDlg.h"
+#include "editor/win/DialogLayouts.h"
 #include "editor/win/ListView.h"
-#include "editor/win/resource.h"
 
 namespace reka {
 
 CCompoundDlg::CCompoundDlg(CCompoundPage& compoundPage, CReactionDlg& reactionDialog)
-    : CDialog(IDD_COMPOUNDS), page(compoundPage), reactions(reactionDialog) {}
+    : CDialog(IDD_COMPOUNDS, compoundsLayout), page(compoundPage), reactions(reactionDialog) {}
 
 void CCompoundDlg::OnInit() {
     CListView list(Item(IDC_COMPOUNDS_LIST));
@@ -95,16 +94,6 @@ bool CCompoundDlg::TakeName(const NMHDR& header) {
     CListView(header.hwndFrom).SetText(EditedRow(header), 0, name);  // shown also if what follows fails
     reactions.RefreshReactionPage();
     return true;
-}
-
-void CCompoundDlg::OnSize(int width, int height) {
-    const CompoundPageLayout layout = LayOutCompoundPage(
-        {width, height}, {SizeOf(IDC_COMPOUNDS_ADD), SizeOf(IDC_COMPOUNDS_DELETE), SizeOf(IDC_COMPOUNDS_RENAME)},
-        Dpi());
-    Place(IDC_COMPOUNDS_LIST, layout.list);
-    Place(IDC_COMPOUNDS_ADD, layout.add);
-    Place(IDC_COMPOUNDS_DELETE, layout.erase);
-    Place(IDC_COMPOUNDS_RENAME, layout.rename);
 }
 
 }  // namespace reka

@@ -23,7 +23,6 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
 
 private:
     void Take(const CompoundPageChange& change);

@@ -3,7 +3,9 @@
 #include "editor/win/CDialog.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "editor/win/DialogLayouts.h"
 #include "platform/win/SystemModules.h"
 
 namespace reka {
@@ -11,6 +13,7 @@ namespace reka {
 namespace {
 
 constexpr WPARAM anyLength = 0x7FFFFFFE;
+static_assert(okButton == IDOK && cancelButton == IDCANCEL);
 
 HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
     return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
@@ -127,7 +130,7 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             Notify(lParam);
             return TRUE;
         case WM_SIZE:
-            Size(wParam, lParam);
+            Size(wParam);
             return TRUE;
         case WM_GETMINMAXINFO:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
@@ -157,6 +160,7 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // The dialog stays usable where memory runs out meanwhile.
 bool CDialog::Initialise() {
     isFocusSet = false;
+    NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
     EnumChildWindows(window, LiftLengthLimit, 0);
     try {
@@ -166,9 +170,7 @@ bool CDialog::Initialise() {
         TellThereIsNoMemory(window);
     }
     isInitialised = true;
-    RECT client = {};
-    GetClientRect(window, &client);
-    OnSize(client.right, client.bottom);
+    LayOut();
     return !isFocusSet;
 }
 
@@ -245,9 +247,9 @@ void CDialog::Notify(LPARAM lParam) {
     if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
 }
 
-void CDialog::Size(WPARAM kind, LPARAM size) {
+void CDialog::Size(WPARAM kind) {
     if (!isInitialised || kind == SIZE_MINIMIZED) return;
-    OnSize(LOWORD(size), HIWORD(size));
+    LayOut();
     // Group boxes don't erase what they uncover, and what was moved over other controls leaves traces there.
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
@@ -260,7 +262,33 @@ LRESULT CDialog::OnNotify(NMHDR& /*header*/) {
     return 0;
 }
 
-void CDialog::OnSize(int /*width*/, int /*height*/) {}
+/// The controls as the template has them, before anything moves them.
+void CDialog::NoteDesign() {
+    designedClient = ClientSize();
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        designed[i] = {};
+        if (!IsLayoutLine(layout[i].control)) designed[i].place = PlaceOf(layout[i].control);
+    }
+}
+
+void CDialog::LayOut() {
+    if (layout.empty()) return;
+    std::array<ControlPlace, mostLayoutRows> places;
+    reka::LayOut(layout, {designedClient, {designed.data(), layout.size()}}, ClientSize(), Dpi(), places);
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        if (!IsLayoutLine(layout[i].control)) Place(layout[i].control, places[i]);
+    }
+    OnLaidOut();
+}
+
+void CDialog::MakeRoomForText(int control, int width) {
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        if (layout[i].control != control) continue;
+        if (std::exchange(designed[i].textWidth, width) == width) return;
+        LayOut();
+        InvalidateRect(window, nullptr, TRUE);
+    }
+}
 
 void CDialog::KeepPresentSizeAsSmallest() {
     RECT frame = {};
@@ -355,9 +383,10 @@ ControlPlace CDialog::PlaceOf(int control) const {
     return {place.left, place.top, place.right, place.bottom};
 }
 
-ControlSize CDialog::SizeOf(int control) const {
-    const ControlPlace place = PlaceOf(control);
-    return {place.right - place.left, place.bottom - place.top};
+ControlSize CDialog::ClientSize() const {
+    RECT client = {};
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
 }
 
 int CDialog::Dpi() const {

@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <array>
+#include <span>
 #include <string>
 
 #include <windows.h>
@@ -36,7 +38,9 @@ public:
     bool HasEnded() const { return hasEnded; }
 
 protected:
-    explicit CDialog(int dialogTemplate) : templateId(dialogTemplate) {}
+    /// `dialogLayout`, a table of DialogLayouts.h, tells of a dialog that can be sized where its controls stand.
+    explicit CDialog(int dialogTemplate, std::span<const LayoutRow> dialogLayout = {})
+        : templateId(dialogTemplate), layout(dialogLayout) {}
 
     /// Shows the dialog until it has ended, with `owner` disabled meanwhile; null for no owner. What `End` was called
     /// with; `notShown` if the system has refused the dialog, or ended it with the program.
@@ -53,8 +57,8 @@ protected:
     virtual void OnCommand(int control, int notification);
     /// What a list view or another of the newer controls reports. The result is what the control is told.
     virtual LRESULT OnNotify(NMHDR& header);
-    /// The client area has that size now, in pixels; called after `OnInit` too, and not for a minimised window.
-    virtual void OnSize(int width, int height);
+    /// The controls of a dialog that can be sized have their places, for the first time after `OnInit`.
+    virtual void OnLaidOut() {}
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
 
@@ -79,9 +83,11 @@ protected:
     void FocusOn(HWND control);  // also one of a page; null for none
     /// Lets a list box scroll to the end of its longest item; after each change of its items.
     void FitScrolling(int listBox) const;
-    void Place(int control, const ControlPlace& place);
     ControlPlace PlaceOf(int control) const;  // in the client area
-    ControlSize SizeOf(int control) const;
+    /// Gives the controls the places of the layout; nobody else moves them.
+    void LayOut();
+    /// The text of a control that grows in the layout takes that width now, in pixels.
+    void MakeRoomForText(int control, int width);
 
     /// Dots per inch of the screen, to which the system has sized the controls and their font.
     int Dpi() const;
@@ -111,10 +117,16 @@ private:
     void Command(WPARAM wParam, LPARAM lParam);
     void Close();
     void Notify(LPARAM lParam);
-    void Size(WPARAM kind, LPARAM size);
+    void Size(WPARAM kind);
+    void NoteDesign();
+    void Place(int control, const ControlPlace& place);
+    ControlSize ClientSize() const;
     void DestroyIcons();
 
     int templateId;
+    std::span<const LayoutRow> layout;
+    ControlSize designedClient;
+    std::array<DesignedControl, mostLayoutRows> designed;  // one for each row of the layout
     HWND window = nullptr;
     HICON largeIcon = nullptr;
     HICON smallIcon = nullptr;

@@ -2,11 +2,11 @@
 
 #include "editor/win/CGeneralDlg.h"
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
-CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL), initial(filling) {}
+CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL, generalLayout), initial(filling) {}
 
 void CGeneralDlg::OnInit() {
     SetText(IDC_GENERAL_NAME, initial.name);
@@ -25,15 +25,5 @@ GeneralPageFields CGeneralDlg::Fields() const {
 
 // Enter and Escape in a field come as OK and Cancel, and mean nothing here.
 void CGeneralDlg::OnCommand(int /*control*/, int /*notification*/) {}
-
-void CGeneralDlg::OnSize(int width, int /*height*/) {
-    const int right = GeneralPageRightEdge(width, PlaceOf(IDC_GENERAL_GENERAL_GROUP).left);
-    for (const int control : {IDC_GENERAL_GENERAL_GROUP, IDC_GENERAL_STANDARD_GROUP, IDC_GENERAL_NAME,
-                              IDC_GENERAL_DESCRIPTION, IDC_GENERAL_THERMO_VERSION}) {
-        ControlPlace place = PlaceOf(control);
-        place.right = right;
-        Place(control, place);
-    }
-}
 
 }  // namespace reka

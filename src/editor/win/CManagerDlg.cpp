@@ -2,11 +2,12 @@
 
 #include "editor/win/CManagerDlg.h"
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
-CManagerDlg::CManagerDlg(CTemplateManager& templateManager) : CDialog(IDD_MANAGER), manager(templateManager) {}
+CManagerDlg::CManagerDlg(CTemplateManager& templateManager)
+    : CDialog(IDD_MANAGER, managerLayout), manager(templateManager) {}
 
 void CManagerDlg::OnInit() {
     ShowList();
@@ -53,17 +54,6 @@ void CManagerDlg::OnCommand(int control, int notification) {
             CDialog::OnCommand(control, notification);
             break;
     }
-}
-
-void CManagerDlg::OnSize(int width, int height) {
-    const TemplateManagerSizes buttons = {SizeOf(IDC_MANAGER_CREATE), SizeOf(IDC_MANAGER_EDIT),
-                                          SizeOf(IDC_MANAGER_DELETE), SizeOf(IDOK)};
-    const TemplateManagerLayout layout = LayOutTemplateManager({width, height}, buttons, Dpi());
-    Place(IDC_MANAGER_LIST, layout.list);
-    Place(IDC_MANAGER_CREATE, layout.create);
-    Place(IDC_MANAGER_EDIT, layout.edit);
-    Place(IDC_MANAGER_DELETE, layout.erase);
-    Place(IDOK, layout.close);
 }
 
 }  // namespace reka

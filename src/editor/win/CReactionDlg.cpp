@@ -2,12 +2,12 @@
 
 #include "editor/win/CReactionDlg.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
-#include "editor/PageLayouts.h"
+#include "editor/win/DialogLayouts.h"
 #include "editor/win/ListView.h"
-#include "editor/win/resource.h"
 #include "platform/win/SystemModules.h"
 
 namespace reka {
@@ -44,7 +44,7 @@ int WidthOfText(HWND control, const std::u16string& text) {
 
 }  // namespace
 
-CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS), page(reactionPage) {}
+CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS, reactionsLayout), page(reactionPage) {}
 
 CReactionDlg::~CReactionDlg() {
     for (const HICON icon : {wizardIcon, editIcon}) {
@@ -53,10 +53,6 @@ CReactionDlg::~CReactionDlg() {
 }
 
 void CReactionDlg::OnInit() {
-    const ControlPlace group = PlaceOf(IDC_REACTIONS_PROPERTIES_GROUP);
-    const ControlPlace heading = PlaceOf(IDC_REACTIONS_HEADING);
-    inset = {heading.left - group.left, heading.top - group.top};
-    unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
     SetButtonIcons();
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     list.UseWholeRows();
@@ -188,13 +184,7 @@ void CReactionDlg::MakeRoomForUnits() {
     const int rate = WidthOfText(Item(IDC_REACTIONS_RATE_UNIT), Text(IDC_REACTIONS_RATE_UNIT));
     const int equilibrium =
         WidthOfText(Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT));
-    const int needed = rate > equilibrium ? rate : equilibrium;
-    if (needed == unitText) return;
-    unitText = needed;
-    RECT client = {};
-    GetClientRect(Window(), &client);
-    OnSize(client.right, client.bottom);
-    InvalidateRect(Window(), nullptr, TRUE);
+    MakeRoomForText(IDC_REACTIONS_RATE_UNIT, std::max(rate, equilibrium));
 }
 
 void CReactionDlg::Take(PageChange change) {
@@ -355,55 +345,6 @@ void CReactionDlg::EditSelectedCoefficient() {
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     const int row = list.SelectedRow();
     if (row >= 0 && page.CanEditCoefficient()) list.EditFirstCell(static_cast<std::size_t>(row));
-}
-
-void CReactionDlg::OnSize(int width, int height) {
-    ReactionPageSizes sizes;
-    sizes.listLabel = SizeOf(IDC_REACTIONS_LIST_LABEL);
-    sizes.create = SizeOf(IDC_REACTIONS_CREATE);
-    sizes.rename = SizeOf(IDC_REACTIONS_RENAME);
-    sizes.erase = SizeOf(IDC_REACTIONS_DELETE);
-    sizes.inset = inset;
-    sizes.heading = SizeOf(IDC_REACTIONS_HEADING);
-    sizes.equilibrium = SizeOf(IDC_REACTIONS_EQUILIBRIUM);
-    sizes.heterogeneous = SizeOf(IDC_REACTIONS_HETEROGENEOUS);
-    sizes.label = SizeOf(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL);
-    sizes.field = SizeOf(IDC_REACTIONS_RATE);
-    sizes.choice = SizeOf(IDC_REACTIONS_PHASE);
-    sizes.button = SizeOf(IDC_REACTIONS_EDIT_RATE);
-    sizes.unit = unit;
-    sizes.unitText = unitText;
-    const ReactionPageLayout layout = LayOutReactionPage({width, height}, sizes, Dpi());
-    const std::pair<int, const ControlPlace&> places[] = {
-        {IDC_REACTIONS_LIST_LABEL, layout.listLabel},
-        {IDC_REACTIONS_LIST, layout.list},
-        {IDC_REACTIONS_CREATE, layout.create},
-        {IDC_REACTIONS_RENAME, layout.rename},
-        {IDC_REACTIONS_DELETE, layout.erase},
-        {IDC_REACTIONS_PROPERTIES_GROUP, layout.properties},
-        {IDC_REACTIONS_HEADING, layout.heading},
-        {IDC_REACTIONS_STOICHIOMETRY, layout.stoichiometry},
-        {IDC_REACTIONS_EQUILIBRIUM, layout.equilibrium},
-        {IDC_REACTIONS_HETEROGENEOUS, layout.heterogeneous},
-        {IDC_REACTIONS_RATE_LABEL, layout.rate.label},
-        {IDC_REACTIONS_RATE, layout.rate.field},
-        {IDC_REACTIONS_RATE_WIZARD, layout.rateWizard},
-        {IDC_REACTIONS_EDIT_RATE, layout.rate.edit},
-        {IDC_REACTIONS_RATE_UNIT, layout.rate.unit},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL, layout.equilibriumConstant.label},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.field},
-        {IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.edit},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, layout.equilibriumConstant.unit},
-        {IDC_REACTIONS_BASIS_LABEL, layout.basis.label},
-        {IDC_REACTIONS_BASIS, layout.basis.choice},
-        {IDC_REACTIONS_HEAT_LABEL, layout.heat.label},
-        {IDC_REACTIONS_HEAT, layout.heat.field},
-        {IDC_REACTIONS_EDIT_HEAT, layout.heat.edit},
-        {IDC_REACTIONS_HEAT_UNIT, layout.heat.unit},
-        {IDC_REACTIONS_PHASE_LABEL, layout.phase.label},
-        {IDC_REACTIONS_PHASE, layout.phase.choice},
-    };
-    for (const auto& [control, place] : places) Place(control, place);
 }
 
 }  // namespace reka

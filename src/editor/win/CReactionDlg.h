@@ -24,7 +24,6 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
 
 private:
     void SetButtonIcons();
@@ -47,9 +46,6 @@ private:
     void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
 
     CReactionPage& page;
-    ControlSize inset;  // of the group box, as the template has it
-    ControlSize unit;   // as the template has it
-    int unitText = 0;   // the width of the widest unit
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
     bool isCellTaken = false;  // or refused: the editing of a cell ends once
