@@ -2,13 +2,13 @@
 
 #include "editor/CompoundPage.h"
 
-#include <utility>
+#include <algorithm>
+#include <iterator>
 
 #include "editor/CompoundsOfMaterial.h"
 #include "editor/DefinitionCompounds.h"
 #include "platform/Files.h"
 #include "platform/SameText.h"
-#include "text/NumberText.h"
 
 namespace reka {
 
@@ -18,9 +18,9 @@ std::vector<CompoundRow> CCompoundPage::Rows() const {
     std::vector<CompoundRow> rows;
     rows.reserve(definition.compounds.size());
     for (const auto& compound : definition.compounds) {
-        rows.push_back({std::u16string(compound->name.View()), std::u16string(compound->id.View()),
-                        std::u16string(compound->formula.View()), FormatGeneral(compound->molecularWeight),
-                        std::u16string(compound->casNumber.View()), FormatGeneral(compound->charge)});
+        CompoundRow& row = rows.emplace_back();
+        std::transform(std::begin(compoundColumns), std::end(compoundColumns), row.begin(),
+                       [&](const CompoundColumn& column) { return FieldText(*compound, column.field); });
     }
     return rows;
 }

@@ -61,7 +61,7 @@ void CAddCompDlg::OnInit() {
     CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
     list.UseWholeRows();
     int position = 0;
-    for (const char16_t* const label : fileCompoundColumns) list.InsertColumn(position++, label, 0);
+    for (const FileCompoundColumn& column : fileCompoundColumns) list.InsertColumn(position++, column.label, 0);
     FitColumns();
     FocusOn(IDC_ADD_COMPOUNDS_FILTER);
     const std::u16string errorText = LoadFile();

@@ -17,7 +17,8 @@ void CCompoundDlg::OnInit() {
     CListView list(Item(IDC_COMPOUNDS_LIST));
     list.UseWholeRows();
     int position = 0;
-    for (const ListColumn& column : compoundColumns) list.InsertColumn(position++, column.label, Scale(column.width));
+    for (const CompoundColumn& column : compoundColumns)
+        list.InsertColumn(position++, column.label, Scale(column.width));
     RefillCompoundList();
 }
 

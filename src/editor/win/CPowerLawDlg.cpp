@@ -10,6 +10,33 @@
 
 namespace reka {
 
+namespace {
+
+struct DirectionControls {
+    RateDirectionFields RateWizardFields::*fields;
+    int isOn;
+    int constant;
+    int constantLabel;
+    int hasEnergy;
+    int energy;
+};
+constexpr DirectionControls directionControls[] = {
+    {&RateWizardFields::forward, IDC_RATE_WIZARD_FORWARD, IDC_RATE_WIZARD_FORWARD_CONSTANT,
+     IDC_RATE_WIZARD_FORWARD_CONSTANT_LABEL, IDC_RATE_WIZARD_HAS_FORWARD_ENERGY, IDC_RATE_WIZARD_FORWARD_ENERGY},
+    {&RateWizardFields::backward, IDC_RATE_WIZARD_BACKWARD, IDC_RATE_WIZARD_BACKWARD_CONSTANT,
+     IDC_RATE_WIZARD_BACKWARD_CONSTANT_LABEL, IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY, IDC_RATE_WIZARD_BACKWARD_ENERGY},
+};
+
+struct VariableButton {
+    int button;
+    RateVariable variable;
+};
+constexpr VariableButton variableButtons[] = {{IDC_RATE_WIZARD_ACTIVITY, RateVariable::Activity},
+                                              {IDC_RATE_WIZARD_MOLARITY, RateVariable::Molarity},
+                                              {IDC_RATE_WIZARD_MOLE_FRACTION, RateVariable::MoleFraction}};
+
+}  // namespace
+
 CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
                            std::u16string& writtenRate, IEditorUi& asked)
     : CDialog(IDD_RATE_WIZARD), wizard(reaction, definition), rateText(writtenRate), ui(asked) {}
@@ -95,28 +122,25 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
 
 void CPowerLawDlg::ReadFields() {
     RateWizardFields& fields = wizard.fields;
-    fields.variable = IsChecked(IDC_RATE_WIZARD_MOLE_FRACTION) ? RateVariable::MoleFraction
-                      : IsChecked(IDC_RATE_WIZARD_MOLARITY)    ? RateVariable::Molarity
-                                                               : RateVariable::Activity;
-    fields.forward = {IsChecked(IDC_RATE_WIZARD_FORWARD), Text(IDC_RATE_WIZARD_FORWARD_CONSTANT),
-                      IsChecked(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY), Text(IDC_RATE_WIZARD_FORWARD_ENERGY)};
-    fields.backward = {IsChecked(IDC_RATE_WIZARD_BACKWARD), Text(IDC_RATE_WIZARD_BACKWARD_CONSTANT),
-                       IsChecked(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY), Text(IDC_RATE_WIZARD_BACKWARD_ENERGY)};
+    for (const auto& [button, variable] : variableButtons) {
+        if (IsChecked(button)) fields.variable = variable;
+    }
+    for (const DirectionControls& controls : directionControls) {
+        fields.*controls.fields = {IsChecked(controls.isOn), Text(controls.constant), IsChecked(controls.hasEnergy),
+                                   Text(controls.energy)};
+    }
     fields.referenceTemperature = Text(IDC_RATE_WIZARD_REFERENCE_TEMPERATURE);
     fields.inhibitionPower = Text(IDC_RATE_WIZARD_INHIBITION_POWER);
 }
 
 void CPowerLawDlg::EnableFields() {
-    const RateDirectionFields& forward = wizard.fields.forward;
-    const RateDirectionFields& backward = wizard.fields.backward;
-    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT_LABEL, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_FORWARD_ENERGY, forward.IsEnergyEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT_LABEL, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_ENERGY, backward.IsEnergyEnabled());
+    for (const DirectionControls& controls : directionControls) {
+        const RateDirectionFields& direction = wizard.fields.*controls.fields;
+        for (const int control : {controls.constant, controls.constantLabel, controls.hasEnergy}) {
+            Enable(control, direction.IsConstantEnabled());
+        }
+        Enable(controls.energy, direction.IsEnergyEnabled());
+    }
 }
 
 void CPowerLawDlg::FieldsChanged() {

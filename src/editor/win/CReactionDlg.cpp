@@ -17,6 +17,19 @@ namespace {
 /// Reported by the page itself; above the numbers of the system.
 constexpr int phaseIsSettled = 0x7000;
 
+/// The field of an expression, and the button of its editor.
+struct ExpressionControls {
+    ReactionExpression expression;
+    int field;
+    int editButton;
+};
+constexpr ExpressionControls expressionControls[] = {
+    {ReactionExpression::Rate, IDC_REACTIONS_RATE, IDC_REACTIONS_EDIT_RATE},
+    {ReactionExpression::EquilibriumConstant, IDC_REACTIONS_EQUILIBRIUM_CONSTANT,
+     IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT},
+    {ReactionExpression::Heat, IDC_REACTIONS_HEAT, IDC_REACTIONS_EDIT_HEAT},
+};
+
 HICON LoadSmallIcon(int resource) {
     return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
                                          GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
@@ -72,9 +85,7 @@ void CReactionDlg::SetButtonIcons() {
         SendMessageW(Item(control), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
     };
     set(IDC_REACTIONS_RATE_WIZARD, wizardIcon);
-    set(IDC_REACTIONS_EDIT_RATE, editIcon);
-    set(IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, editIcon);
-    set(IDC_REACTIONS_EDIT_HEAT, editIcon);
+    for (const ExpressionControls& controls : expressionControls) set(controls.editButton, editIcon);
 }
 
 void CReactionDlg::FillChoices() {
@@ -108,9 +119,9 @@ void CReactionDlg::RefreshReactionPage() {
     FillStoichiometry(content);
     SetChecked(IDC_REACTIONS_EQUILIBRIUM, content.isEquilibrium);
     SetChecked(IDC_REACTIONS_HETEROGENEOUS, content.isHeterogeneous);
-    SetText(IDC_REACTIONS_RATE, content.rate);
-    SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, content.equilibriumConstant);
-    SetText(IDC_REACTIONS_HEAT, content.heat);
+    for (const ExpressionControls& controls : expressionControls) {
+        SetText(controls.field, content.expressions[static_cast<std::size_t>(controls.expression)]);
+    }
     SendMessageW(Item(IDC_REACTIONS_PHASE), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);  // any item can be chosen then
     SetText(IDC_REACTIONS_PHASE, content.phase);
     SetReactionControlsEnabled(content.enabled);
@@ -219,7 +230,7 @@ void CReactionDlg::OnCommand(int control, int notification) {
         case IDC_REACTIONS_RATE:
         case IDC_REACTIONS_EQUILIBRIUM_CONSTANT:
         case IDC_REACTIONS_HEAT:
-            if (notification == EN_CHANGE) TextChanged(control);
+            if (notification == EN_CHANGE) TakeExpression(control);
             break;
         case IDC_REACTIONS_BASIS:
             if (notification == CBN_SELCHANGE) ChooseBasis();
@@ -255,34 +266,33 @@ void CReactionDlg::Clicked(int control) {
             Take(page.SetIsHeterogeneous(IsChecked(control)));
             break;
         case IDC_REACTIONS_RATE_WIZARD:
-            if (page.RunRateWizard()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
+            if (page.RunRateWizard()) ShowExpression(IDC_REACTIONS_RATE, ReactionExpression::Rate);
             break;
         case IDC_REACTIONS_EDIT_RATE:
-            if (page.EditRate()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
-            break;
         case IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT:
-            if (page.EditEquilibriumConstant()) {
-                ShowExpression(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, &ReactionDefinition::equilibriumConstantEquation);
-            }
-            break;
         case IDC_REACTIONS_EDIT_HEAT:
-            if (page.EditHeat()) ShowExpression(IDC_REACTIONS_HEAT, &ReactionDefinition::heatEquation);
+            EditExpression(control);
             break;
         default:  // Enter and Escape mean nothing here
             break;
     }
 }
 
-void CReactionDlg::ShowExpression(int control, std::u16string ReactionDefinition::*expression) {
-    const CSilence silence(*this);
-    if (const ReactionDefinition* const reaction = page.SelectedReaction()) SetText(control, reaction->*expression);
+void CReactionDlg::EditExpression(int button) {
+    for (const auto& [expression, field, editButton] : expressionControls) {
+        if (editButton == button && page.EditExpression(expression)) ShowExpression(field, expression);
+    }
 }
 
-void CReactionDlg::TextChanged(int control) {
-    const std::u16string text = Text(control);
-    if (control == IDC_REACTIONS_RATE) page.SetRate(text);
-    if (control == IDC_REACTIONS_EQUILIBRIUM_CONSTANT) page.SetEquilibriumConstant(text);
-    if (control == IDC_REACTIONS_HEAT) page.SetHeat(text);
+void CReactionDlg::ShowExpression(int field, ReactionExpression expression) {
+    const CSilence silence(*this);
+    SetText(field, page.ExpressionText(expression));
+}
+
+void CReactionDlg::TakeExpression(int changedField) {
+    for (const auto& [expression, field, editButton] : expressionControls) {
+        if (field == changedField) page.SetExpression(expression, Text(field));
+    }
 }
 
 void CReactionDlg::SelectReaction() {

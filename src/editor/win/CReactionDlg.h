@@ -36,14 +36,15 @@ private:
     void Take(PageChange change);
 
     void Clicked(int control);
-    void TextChanged(int control);
     void SelectReaction();
     void ChooseBasis();
     void ChoosePhase();
     void PostPhaseIsSettled();
     void TakeSettledPhase();
     void EditSelectedCoefficient();
-    void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
+    void TakeExpression(int changedField);
+    void EditExpression(int button);
+    void ShowExpression(int field, ReactionExpression expression);
 
     CReactionPage& page;
     HICON wizardIcon = nullptr;
