@@ -65,7 +65,7 @@ bool CCompoundPage::TakeName(std::size_t row, std::u16string_view text) {
     if (row >= definition.compounds.size() || text.empty()) return false;
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
         if (i != row && SameText(definition.compounds[i]->name.View(), text)) {
-            ShowError(ui, u"The compound name must be unique");
+            ui.ShowError(u"The compound name must be unique");
             return false;
         }
     }

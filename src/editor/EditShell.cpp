@@ -17,22 +17,6 @@ namespace {
 constexpr const char16_t* helpFile = u"NAVO.chm";
 constexpr const char16_t* helpTopic = u"REKA/reka.htm";
 
-/// What the check of a definition asks, as message boxes of the editor.
-class CCheckBoxes : public IDefinitionCheckUi {
-public:
-    explicit CCheckBoxes(IEditorUi& asked) : ui(asked) {}
-    void ShowWarning(const std::u16string& text, const std::u16string& caption) override {
-        ui.ShowMessage(text, caption, messagestyle::ok | messagestyle::iconExclamation);
-    }
-    bool AskToContinue(const std::u16string& text, const std::u16string& caption) override {
-        return ui.ShowMessage(text, caption, messagestyle::okCancel | messagestyle::iconExclamation) ==
-               MessageAnswer::Ok;
-    }
-
-private:
-    IEditorUi& ui;
-};
-
 std::unique_ptr<ReactionPackDefinition>* FindTemplate(TemplateStore& store, const std::u16string& name) {
     for (auto& candidate : store.templates) {
         if (SameText(candidate->name.View(), name)) return &candidate;
@@ -74,22 +58,21 @@ CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource& template
     : CEditShell(edited, &templates, nullptr, asked) {}
 
 bool CEditShell::Check(const GeneralPageFields& general, std::u16string& errorText) {
-    CCheckBoxes boxes(ui);
     const TemplateStore* const store = templateSource ? &templateSource->Store() : nullptr;
     return ValidateDefinition(definition, store, storeAllowed, general.name, general.description, general.versionIndex,
-                              errorText, boxes);
+                              errorText, ui);
 }
 
 bool CEditShell::Accept(const GeneralPageFields& general) {
     std::u16string errorText;
     if (Check(general, errorText)) return true;
-    ShowError(ui, errorText);
+    ui.ShowError(errorText);
     return false;
 }
 
 std::unique_ptr<ITemplateSource> CEditShell::MakeTemplateSource() {
     std::unique_ptr<ITemplateSource> made = makeTemplateSource ? makeTemplateSource() : nullptr;
-    if (!made) ShowError(ui, u"out of memory");
+    if (!made) ui.ShowError(u"out of memory");
     return made;
 }
 
@@ -102,7 +85,7 @@ bool CEditShell::Load(const GeneralPageFields& general) {
     if (!ui.AskForTemplateToLoad(*templates, templateName)) return false;
     const auto* const found = FindTemplate(templates->Store(), templateName);
     if (!found) {
-        ShowError(ui, u"Error: specified template not found");
+        ui.ShowError(u"Error: specified template not found");
         return false;
     }
     TakeContent(definition, **found);

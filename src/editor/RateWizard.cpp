@@ -106,10 +106,10 @@ const std::u16string& CRateWizard::UpdatePreview() {
     return rateText;
 }
 
-bool CRateWizard::Accept(IEditorUi& ui) {
+bool CRateWizard::Accept(IUserMessages& ui) {
     std::u16string errorText;
     if (BuildRateExpression(errorText)) return true;
-    ShowError(ui, errorText);
+    ui.ShowError(errorText);
     return false;
 }
 

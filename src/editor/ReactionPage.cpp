@@ -158,7 +158,7 @@ PageChange CReactionPage::EditCoefficient(std::size_t row, std::u16string_view t
 bool CReactionPage::IsIdFree(std::u16string_view id, const ReactionDefinition* except) const {
     for (const auto& reaction : definition.reactions) {
         if (reaction.get() != except && SameText(reaction->id.View(), id)) {
-            ShowError(ui, u"The reaction ID must be unique");
+            ui.ShowError(u"The reaction ID must be unique");
             return false;
         }
     }

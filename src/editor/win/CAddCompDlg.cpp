@@ -52,7 +52,7 @@ void SelectRows(HWND list, std::size_t rowCount, std::size_t focused, Predicate 
 }  // namespace
 
 CAddCompDlg::CAddCompDlg(ReactionPackDefinition& definition, IEditorUi& asked)
-    : CDialog(IDD_ADD_COMPOUNDS, addCompoundsLayout), compounds(definition, asked), ui(asked) {}
+    : CDialog(IDD_ADD_COMPOUNDS, addCompoundsLayout), compounds(definition, asked), messages(asked) {}
 
 void CAddCompDlg::OnInit() {
     SetIcon(IDI_COMPONENT);
@@ -83,7 +83,7 @@ std::u16string CAddCompDlg::LoadFile() {
 void CAddCompDlg::Tell(const std::u16string& errorText) {
     if (errorText.empty()) return;
     ShowWithLayout();
-    ShowError(ui, errorText);
+    messages.ShowError(errorText);
 }
 
 /// The user sees what a message speaks of, also while the dialog opens.

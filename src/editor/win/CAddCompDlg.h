@@ -40,7 +40,7 @@ private:
     std::vector<std::size_t> SelectedRows() const;
 
     CAddCompounds compounds;
-    IEditorUi& ui;
+    IUserMessages& messages;
 };
 
 }  // namespace reka

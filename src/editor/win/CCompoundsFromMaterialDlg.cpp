@@ -16,7 +16,7 @@ constexpr int headerMargin = 24;  // pixels on both sides of a header's text tog
 }  // namespace
 
 CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
-                                                     ReactionPackDefinition& definition, IEditorUi& asked)
+                                                     ReactionPackDefinition& definition, IUserMessages& asked)
     : CDialog(IDD_MATERIAL_COMPOUNDS), compounds(offered, definition), ui(asked) {}
 
 void CCompoundsFromMaterialDlg::OnInit() {

@@ -6,7 +6,7 @@
 
 namespace reka {
 
-CLoadDlg::CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui)
+CLoadDlg::CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui)
     : CDialog(IDD_LOAD_TEMPLATE),
       templates(templateSource),
       answer(templateName),

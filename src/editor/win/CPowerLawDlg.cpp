@@ -38,7 +38,7 @@ constexpr VariableButton variableButtons[] = {{IDC_RATE_WIZARD_ACTIVITY, RateVar
 }  // namespace
 
 CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
-                           std::u16string& writtenRate, IEditorUi& asked)
+                           std::u16string& writtenRate, IUserMessages& asked)
     : CDialog(IDD_RATE_WIZARD), wizard(reaction, definition), rateText(writtenRate), ui(asked) {}
 
 void CPowerLawDlg::OnInit() {

@@ -6,7 +6,7 @@
 
 namespace reka {
 
-CStoreDlg::CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui)
+CStoreDlg::CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui)
     : CDialog(IDD_STORE_TEMPLATE),
       templates(templateSource),
       answer(templateName),

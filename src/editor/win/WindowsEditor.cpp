@@ -5,7 +5,6 @@
 #include <windows.h>
 
 #include "editor/win/CEditorWindows.h"
-#include "manager/ManagerTemplates.h"
 
 namespace reka {
 
@@ -14,20 +13,10 @@ namespace {
 class CWindowsEditor final : public IEditor {
 public:
     bool EditPackage(ReactionPackDefinition& definition) noexcept override {
-        try {
-            return CEditorWindows(GetActiveWindow()).EditPackage(definition, MakeManagerTemplates);
-        } catch (...) {
-            SetLastError(ERROR_OUTOFMEMORY);
-            return false;
-        }
+        return CEditorWindows(GetActiveWindow()).EditPackage(definition);
     }
-
     void EditTemplates(ITemplateSource& templates) noexcept override {
-        try {
-            CEditorWindows(GetActiveWindow()).ManageTemplates(templates);
-        } catch (...) {
-            SetLastError(ERROR_OUTOFMEMORY);
-        }
+        CEditorWindows(GetActiveWindow()).EditTemplates(templates);
     }
 };
 
