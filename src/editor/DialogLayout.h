@@ -107,7 +107,7 @@ constexpr std::size_t mostLayoutRows = 40;
 
 /// Whether each anchor leads upwards in the table, and each control is placed in both directions.
 constexpr bool IsSoundLayout(std::span<const LayoutRow> rows) {
-    const auto isBelow = [rows](int control, std::size_t end) {
+    const auto isAbove = [rows](int control, std::size_t end) {
         for (std::size_t i = 0; i < end; ++i) {
             if (rows[i].control == control) return true;
         }
@@ -118,7 +118,7 @@ constexpr bool IsSoundLayout(std::span<const LayoutRow> rows) {
         if (IsLayoutLine(row.control) ? !IsTied(row.bottom) : !IsTied(row.left) && !IsTied(row.right)) return false;
         if (!IsTied(row.top) && !IsTied(row.bottom)) return false;
         for (const Anchor& anchor : {row.left, row.top, row.right, row.bottom}) {
-            if (anchor.rule != EdgeRule::Loose && !isBelow(anchor.of, i)) return false;
+            if (anchor.rule != EdgeRule::Loose && !isAbove(anchor.of, i)) return false;
         }
     }
     return rows.size() <= mostLayoutRows;

@@ -1,4 +1,5 @@
-// The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing.
+// The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing. It
+// is written afresh from the fields each time; a number has the six digits that users see everywhere.
 
 #include "editor/RateWizard.h"
 

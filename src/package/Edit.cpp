@@ -1,4 +1,5 @@
-// See Edit.h.
+// Where no editor has been put in, as on a platform without windows, there is one that shows nothing, so that callers
+// need no case of their own. A module puts the windows in as it starts, before any object is made.
 
 #include "package/Edit.h"
 

@@ -1,4 +1,5 @@
-// See CAddCompDlg.h.
+// The list asks for the text of each cell when it draws it, and knows its rows by their number alone. So selection and
+// focus are set anew, by record, whenever the rows change places.
 
 #include "editor/win/CAddCompDlg.h"
 
@@ -194,7 +195,7 @@ void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
     }
     try {
         const auto texts = compounds.RowTexts(static_cast<std::size_t>(cell.iItem));
-        lstrcpynW(cell.pszText, WideText(texts[static_cast<std::size_t>(cell.iSubItem)]), cell.cchTextMax);
+        lstrcpynW(cell.pszText, SystemText(texts[static_cast<std::size_t>(cell.iSubItem)]), cell.cchTextMax);
     } catch (const std::bad_alloc&) {
         // Empty until it is drawn again: a message for each cell would have no end.
     }

@@ -1,12 +1,10 @@
-// See CCompoundDlg.h.
+// Names are edited in the list itself. A compound that comes, goes or changes its name changes what the reactions page
+// shows, so that page is told after each.
 
 #include "editor/win/CCompoundDlg.h"
 
-#include <utility>
-
 #include "editor/win/CReactionDlg.h"
 #include "editor/win/DialogLayouts.h"
-#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -63,7 +61,7 @@ void CCompoundDlg::Take(const CompoundPageChange& change) {
 }
 
 void CCompoundDlg::Rename() {
-    if (page.CanRename()) CListView(Item(IDC_COMPOUNDS_LIST)).EditFirstCell(static_cast<std::size_t>(page.Selection()));
+    if (page.CanRename()) CListView(Item(IDC_COMPOUNDS_LIST)).EditSelectedRow();
 }
 
 LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
@@ -76,8 +74,7 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
             UpdateButtons();
             return 0;
         case LVN_BEGINLABELEDITW:
-            isNameTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return page.CanRename() ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
             return TakeName(header) ? TRUE : FALSE;
@@ -86,10 +83,8 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
     }
 }
 
-// A name that won't do is told in a box, as a want of memory is. The box takes the focus from the field in the list:
-// that ends the editing again.
 bool CCompoundDlg::TakeName(const NMHDR& header) {
-    if (std::exchange(isNameTaken, true)) return false;
+    if (!cell.End()) return false;
     const std::u16string name(EditedText(header));
     if (!page.TakeName(EditedRow(header), name)) return false;
     CListView(header.hwndFrom).SetText(EditedRow(header), 0, name);  // shown also if what follows fails

@@ -6,6 +6,7 @@
 
 #include "editor/CompoundPage.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -32,7 +33,7 @@ private:
 
     CCompoundPage& page;
     CReactionDlg& reactions;
-    bool isNameTaken = false;  // or refused: the editing of a name ends once
+    CCellEditing cell;
 };
 
 }  // namespace reka

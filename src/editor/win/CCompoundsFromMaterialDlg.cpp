@@ -1,4 +1,5 @@
-// See CCompoundsFromMaterialDlg.h.
+// The rows are the compounds of the material in its order, so the number of a row that is ticked is that of its
+// compound.
 
 #include "editor/win/CCompoundsFromMaterialDlg.h"
 

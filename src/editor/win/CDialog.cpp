@@ -1,4 +1,6 @@
-// See CDialog.h.
+// One procedure serves all dialogs: it finds the object in the window's own word and stops what its handlers throw.
+// While a handler runs, messages can come in from wherever it leads to, so each one passes the counts below before it
+// becomes a call: of handlers, of silences, and whether the dialog has ended.
 
 #include "editor/win/CDialog.h"
 
@@ -12,14 +14,7 @@ namespace reka {
 
 namespace {
 
-constexpr WPARAM anyLength = 0x7FFFFFFE;
 static_assert(okButton == IDOK && cancelButton == IDCANCEL);
-
-HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
-    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
-                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
-                                         LR_DEFAULTCOLOR));
-}
 
 bool IsOfClass(HWND control, const wchar_t* name) {
     wchar_t className[16] = {};
@@ -27,10 +22,10 @@ bool IsOfClass(HWND control, const wchar_t* name) {
     return lstrcmpiW(className, name) == 0;
 }
 
-/// Fields take as much as their records do, rather than what the system lets a user type by default.
-BOOL CALLBACK LiftLengthLimit(HWND control, LPARAM /*context*/) {
-    if (IsOfClass(control, L"Edit")) SendMessageW(control, EM_SETLIMITTEXT, anyLength, 0);
-    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyLength, 0);
+/// Fields take as much as their records do.
+BOOL CALLBACK LiftLimitOf(HWND control, LPARAM /*context*/) {
+    if (IsOfClass(control, L"Edit")) LiftLengthLimit(control);
+    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyTextLength, 0);
     return TRUE;
 }
 
@@ -162,7 +157,7 @@ bool CDialog::Initialise() {
     isFocusSet = false;
     NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
-    EnumChildWindows(window, LiftLengthLimit, 0);
+    EnumChildWindows(window, LiftLimitOf, 0);
     try {
         const CSilence silence(*this);
         OnInit();
@@ -304,8 +299,8 @@ void CDialog::KeepPresentSizeAsSmallest() {
 
 void CDialog::SetIcon(int iconResource) {
     DestroyIcons();
-    largeIcon = LoadIconOfSize(iconResource, SM_CXICON, SM_CYICON);
-    smallIcon = LoadIconOfSize(iconResource, SM_CXSMICON, SM_CYSMICON);
+    largeIcon = LoadModuleIcon(iconResource, SM_CXICON, SM_CYICON);
+    smallIcon = LoadModuleIcon(iconResource, SM_CXSMICON, SM_CYSMICON);
     SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon));
     SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon));
 }
@@ -317,17 +312,8 @@ void CDialog::DestroyIcons() {
     }
 }
 
-std::u16string CDialog::Text(int control) const {
-    const HWND item = Item(control);
-    const int length = GetWindowTextLengthW(item);
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    const int copied = GetWindowTextW(item, reinterpret_cast<wchar_t*>(text.data()), length + 1);
-    text.resize(static_cast<std::size_t>(copied));
-    return text;
-}
-
 void CDialog::SetText(int control, const std::u16string& text) {
-    SetWindowTextW(Item(control), WideText(text));
+    SetWindowTextW(Item(control), SystemText(text));
 }
 
 void CDialog::SetChecked(int control, bool isChecked) {
@@ -349,25 +335,46 @@ void CDialog::FocusOn(HWND control) {
     SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
-void CDialog::FitScrolling(int listBox) const {
-    const HWND list = Item(listBox);
-    const auto count = static_cast<WPARAM>(SendMessageW(list, LB_GETCOUNT, 0, 0));
-    LRESULT longest = 0;
-    for (WPARAM item = 0; item < count; ++item) longest = std::max(longest, SendMessageW(list, LB_GETTEXTLEN, item, 0));
-    std::u16string text(static_cast<std::size_t>(longest) + 1, u'\0');
-    const HDC device = GetDC(list);
-    if (!device) return;
-    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
-    LONG widest = 0;
-    for (WPARAM item = 0; item < count; ++item) {
-        const LRESULT length = SendMessageW(list, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-        SIZE size = {};
-        GetTextExtentPoint32W(device, WideText(text), static_cast<int>(length), &size);
-        widest = std::max(widest, size.cx);
+void CDialog::FillListBox(int control, std::span<const std::u16string> items, int selection) const {
+    const HWND list = Item(control);
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    for (const std::u16string& item : items) {
+        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
     }
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    FitScrolling(control, items);
+}
+
+void CDialog::FitScrolling(int listBox, std::span<const std::u16string> items) const {
+    int widest = 0;
+    for (const std::u16string& item : items) widest = std::max(widest, TextWidth(listBox, item));
+    SendMessageW(Item(listBox), LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + Scale(6)), 0);
+}
+
+void CDialog::AddChoice(int control, const char16_t* text, int data) const {
+    const HWND choices = Item(control);
+    const LRESULT item = SendMessageW(choices, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    if (item >= 0) SendMessageW(choices, CB_SETITEMDATA, static_cast<WPARAM>(item), data);
+}
+
+void CDialog::SelectChoice(int control, int data, int otherwise) const {
+    const HWND choices = Item(control);
+    const auto count = static_cast<int>(SendMessageW(choices, CB_GETCOUNT, 0, 0));
+    int item = 0;
+    while (item < count && SendMessageW(choices, CB_GETITEMDATA, static_cast<WPARAM>(item), 0) != data) ++item;
+    SendMessageW(choices, CB_SETCURSEL, static_cast<WPARAM>(item < count ? item : otherwise), 0);
+}
+
+int CDialog::TextWidth(int control, const std::u16string& text) const {
+    const HWND item = Item(control);
+    const HDC device = GetDC(item);
+    if (!device) return 0;
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(item, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, SystemText(text), static_cast<int>(text.size()), &size);
     SelectObject(device, before);
-    ReleaseDC(list, device);
-    SendMessageW(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + Scale(6)), 0);
+    ReleaseDC(item, device);
+    return size.cx;
 }
 
 void CDialog::Place(int control, const ControlPlace& place) {
@@ -394,6 +401,12 @@ int CDialog::Dpi() const {
     const int dpi = device ? GetDeviceCaps(device, LOGPIXELSX) : referenceDpi;
     if (device) ReleaseDC(window, device);
     return dpi;
+}
+
+HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric) {
+    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
+                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
+                                         LR_DEFAULTCOLOR));
 }
 
 }  // namespace reka

@@ -10,6 +10,8 @@
 #include <windows.h>
 
 #include "editor/DialogLayout.h"
+#include "editor/win/ListView.h"
+#include "editor/win/WindowText.h"
 
 namespace reka {
 
@@ -57,7 +59,7 @@ protected:
     virtual void OnCommand(int control, int notification);
     /// What a list view or another of the newer controls reports. The result is what the control is told.
     virtual LRESULT OnNotify(NMHDR& header);
-    /// The controls of a dialog that can be sized have their places, for the first time after `OnInit`.
+    /// The controls of a dialog that can be sized have their places.
     virtual void OnLaidOut() {}
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
@@ -71,7 +73,7 @@ protected:
 
     // The controls, by their numbers.
     HWND Item(int control) const { return GetDlgItem(window, control); }
-    std::u16string Text(int control) const;
+    std::u16string Text(int control) const { return WindowText(Item(control)); }
     void SetText(int control, const std::u16string& text);
     bool IsChecked(int control) const { return IsDlgButtonChecked(window, control) == BST_CHECKED; }
     void SetChecked(int control, bool isChecked);
@@ -81,8 +83,14 @@ protected:
     /// Gives the control the keyboard's focus; from `OnInit`, that is where the dialog begins.
     void FocusOn(int control) { FocusOn(Item(control)); }
     void FocusOn(HWND control);  // also one of a page; null for none
-    /// Lets a list box scroll to the end of its longest item; after each change of its items.
-    void FitScrolling(int listBox) const;
+    /// Replaces the items of a list box, which then scrolls to the end of the longest one.
+    void FillListBox(int control, std::span<const std::u16string> items, int selection) const;
+    /// Adds to what a combo box offers. `data` leads from the item back to what it stands for, where the list is
+    /// sorted.
+    void AddChoice(int control, const char16_t* text, int data = 0) const;
+    /// Selects the choice with those data; without one, the item of the number `otherwise`, -1 for none.
+    void SelectChoice(int control, int data, int otherwise = -1) const;
+    int TextWidth(int control, const std::u16string& text) const;
     ControlPlace PlaceOf(int control) const;  // in the client area
     /// Gives the controls the places of the layout; nobody else moves them.
     void LayOut();
@@ -122,6 +130,7 @@ private:
     void Place(int control, const ControlPlace& place);
     ControlSize ClientSize() const;
     void DestroyIcons();
+    void FitScrolling(int listBox, std::span<const std::u16string> items) const;
 
     int templateId;
     std::span<const LayoutRow> layout;
@@ -141,12 +150,7 @@ private:
     bool isFocusSet = false;
 };
 
-/// The text as the system's functions take it.
-inline const wchar_t* WideText(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-inline const wchar_t* WideText(const char16_t* text) {
-    return reinterpret_cast<const wchar_t*>(text);
-}
+/// One of the module's icons; its owner destroys it. The metrics are the system's numbers of the size.
+HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric);
 
 }  // namespace reka

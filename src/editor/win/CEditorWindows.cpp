@@ -1,4 +1,6 @@
-// See CEditorWindows.h.
+// The dialogs that are open are a chain on the stack, each linked to the one below it. A message box or a dialog
+// belongs to the topmost of them whose window there is; where the system has ended one meanwhile, nothing opens above
+// it.
 
 #include "editor/win/CEditorWindows.h"
 
@@ -87,7 +89,7 @@ bool CEditorWindows::EditTemplate(ReactionPackDefinition& definition, ITemplateS
 MessageAnswer CEditorWindows::Show(const UserMessage& message) noexcept {
     const HWND owner = message.owner == MessageOwner::None ? nullptr : Owner();
     return static_cast<MessageAnswer>(
-        MessageBoxW(owner, WideText(message.text), WideText(message.title), message.style));
+        MessageBoxW(owner, SystemText(message.text), SystemText(message.title), message.style));
 }
 
 bool CEditorWindows::AskForText(const std::u16string& title, CBstr& inputText) {

@@ -1,4 +1,5 @@
-// See CGeneralDlg.h.
+// The page is filled once and read on demand. It reports nothing: what the user types counts when the shell checks the
+// definition.
 
 #include "editor/win/CGeneralDlg.h"
 
@@ -11,11 +12,8 @@ CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL
 void CGeneralDlg::OnInit() {
     SetText(IDC_GENERAL_NAME, initial.name);
     SetText(IDC_GENERAL_DESCRIPTION, initial.description);
-    const HWND versions = Item(IDC_GENERAL_THERMO_VERSION);
-    for (const char16_t* const text : thermoVersionTexts) {
-        SendMessageW(versions, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    }
-    SendMessageW(versions, CB_SETCURSEL, static_cast<WPARAM>(initial.versionIndex), 0);
+    for (const char16_t* const text : thermoVersionTexts) AddChoice(IDC_GENERAL_THERMO_VERSION, text);
+    SendMessageW(Item(IDC_GENERAL_THERMO_VERSION), CB_SETCURSEL, static_cast<WPARAM>(initial.versionIndex), 0);
 }
 
 GeneralPageFields CGeneralDlg::Fields() const {

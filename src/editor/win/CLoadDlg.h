@@ -22,8 +22,6 @@ protected:
     void OnCommand(int control, int notification) override;
 
 private:
-    WPARAM SuggestedItem() const;
-
     ITemplateSource& templates;
     std::u16string& answer;
     CTemplateNames names;

@@ -1,4 +1,5 @@
-// See CManagerDlg.h.
+// The list is filled afresh after each change and has no selection then; which buttons can be used follows from the
+// selection.
 
 #include "editor/win/CManagerDlg.h"
 
@@ -16,13 +17,7 @@ void CManagerDlg::OnInit() {
 }
 
 void CManagerDlg::ShowList() {
-    const HWND list = Item(IDC_MANAGER_LIST);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const std::u16string& name : manager.Names()) {
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(manager.Selection()), 0);
-    FitScrolling(IDC_MANAGER_LIST);
+    FillListBox(IDC_MANAGER_LIST, manager.Names(), manager.Selection());
     UpdateButtons();
 }
 

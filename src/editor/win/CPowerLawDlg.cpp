@@ -1,11 +1,10 @@
-// See CPowerLawDlg.h.
+// The fields of the wizard are read as a whole at each change, since the preview depends on all of them. The controls
+// of the two directions are the same five, so a row of a table stands for each direction.
 
 #include "editor/win/CPowerLawDlg.h"
 
 #include <array>
-#include <utility>
 
-#include "editor/win/ListView.h"
 #include "editor/win/resource.h"
 
 namespace reka {
@@ -97,23 +96,19 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
     CListView list(header.hwndFrom);
     switch (header.code) {
         case static_cast<UINT>(LVN_BEGINLABELEDITW):
-            isCellTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return FALSE;  // go on
         case static_cast<UINT>(LVN_ENDLABELEDITW): {
-            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
-            if (std::exchange(isCellTaken, true)) return FALSE;
+            if (!cell.End()) return FALSE;
             const bool isTaken = wizard.EditInhibitionConstant(EditedRow(header), EditedText(header));
             if (isTaken) ShowPreview(wizard.RateText());
             return isTaken;
         }
         case static_cast<UINT>(LVN_KEYDOWN):
-            if (IsEditKey(header) && list.SelectedRow() >= 0) {
-                list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
-            }
+            if (IsEditKey(header)) list.EditSelectedRow();
             return 0;
         case static_cast<UINT>(NM_DBLCLK):
-            if (list.SelectedRow() >= 0) list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
+            list.EditSelectedRow();
             return 0;
         default:
             return 0;

@@ -6,6 +6,7 @@
 
 #include "editor/RateWizard.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -32,7 +33,7 @@ private:
     CRateWizard wizard;
     std::u16string& rateText;
     IUserMessages& ui;
-    bool isCellTaken = false;  // or refused: the editing of a cell ends once
+    CCellEditing cell;
 };
 
 }  // namespace reka

@@ -1,14 +1,13 @@
-// See CReactionDlg.h.
+// What the user changes goes into the reaction at once; what follows from it is shown again by the part that it
+// concerns, as the page tells. The page changes its own controls under a silence, so that they don't report that as the
+// user's.
 
 #include "editor/win/CReactionDlg.h"
 
 #include <algorithm>
 #include <array>
-#include <utility>
 
 #include "editor/win/DialogLayouts.h"
-#include "editor/win/ListView.h"
-#include "platform/win/SystemModules.h"
 
 namespace reka {
 
@@ -30,29 +29,12 @@ constexpr ExpressionControls expressionControls[] = {
     {ReactionExpression::Heat, IDC_REACTIONS_HEAT, IDC_REACTIONS_EDIT_HEAT},
 };
 
-HICON LoadSmallIcon(int resource) {
-    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
-                                         GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
-                                         LR_DEFAULTCOLOR));
-}
-
 /// Everything that a reaction has to be selected for: all controls but the list and Create.
 void EnableControlsOfReaction(HWND page, bool isEnabled) {
     for (HWND control = GetWindow(page, GW_CHILD); control; control = GetWindow(control, GW_HWNDNEXT)) {
         const int number = GetDlgCtrlID(control);
         if (number != IDC_REACTIONS_LIST && number != IDC_REACTIONS_CREATE) EnableWindow(control, isEnabled);
     }
-}
-
-int WidthOfText(HWND control, const std::u16string& text) {
-    const HDC device = GetDC(control);
-    if (!device) return 0;
-    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE size = {};
-    GetTextExtentPoint32W(device, WideText(text), static_cast<int>(text.size()), &size);
-    SelectObject(device, before);
-    ReleaseDC(control, device);
-    return size.cx;
 }
 
 }  // namespace
@@ -79,8 +61,8 @@ void CReactionDlg::OnInit() {
 }
 
 void CReactionDlg::SetButtonIcons() {
-    wizardIcon = LoadSmallIcon(IDI_RATE_WIZARD);
-    editIcon = LoadSmallIcon(IDI_EDIT_EXPRESSION);
+    wizardIcon = LoadModuleIcon(IDI_RATE_WIZARD, SM_CXSMICON, SM_CYSMICON);
+    editIcon = LoadModuleIcon(IDI_EDIT_EXPRESSION, SM_CXSMICON, SM_CYSMICON);
     const auto set = [this](int control, HICON icon) {
         SendMessageW(Item(control), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
     };
@@ -89,27 +71,16 @@ void CReactionDlg::SetButtonIcons() {
 }
 
 void CReactionDlg::FillChoices() {
-    for (const char16_t* const text : phaseTexts) {
-        SendMessageW(Item(IDC_REACTIONS_PHASE), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    }
-    const HWND bases = Item(IDC_REACTIONS_BASIS);
+    for (const char16_t* const text : phaseTexts) AddChoice(IDC_REACTIONS_PHASE, text);
     for (int basis = 0; basis < equilibriumBasisCount; ++basis) {
-        const LRESULT item =
-            SendMessageW(bases, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(equilibriumBasisTexts[basis]));
-        SendMessageW(bases, CB_SETITEMDATA, static_cast<WPARAM>(item), basis);
+        AddChoice(IDC_REACTIONS_BASIS, equilibriumBasisTexts[basis], basis);
     }
 }
 
 void CReactionDlg::RefillReactionList() {
     if (!Window()) return;
     const CSilence silence(*this);
-    const HWND list = Item(IDC_REACTIONS_LIST);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const std::u16string& id : page.ReactionIds()) {
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(id.c_str()));
-    }
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(page.Selection()), 0);
-    FitScrolling(IDC_REACTIONS_LIST);
+    FillListBox(IDC_REACTIONS_LIST, page.ReactionIds(), page.Selection());
 }
 
 void CReactionDlg::RefreshReactionPage() {
@@ -126,7 +97,7 @@ void CReactionDlg::RefreshReactionPage() {
     SetText(IDC_REACTIONS_PHASE, content.phase);
     SetReactionControlsEnabled(content.enabled);
     if (content.enabled.reaction) {
-        SelectBasis();
+        SelectChoice(IDC_REACTIONS_BASIS, static_cast<int>(page.SelectedReaction()->equilibriumBasis));
         UpdateEquilibriumUnit();
     }
     SetText(IDC_REACTIONS_HEADING, content.heading);
@@ -172,17 +143,6 @@ void CReactionDlg::SetReactionControlsEnabled(const ReactionPageEnabled& enabled
     EnableControlsOfReaction(Window(), false);
 }
 
-void CReactionDlg::SelectBasis() {
-    const HWND bases = Item(IDC_REACTIONS_BASIS);
-    const auto wanted = static_cast<LRESULT>(page.SelectedReaction()->equilibriumBasis);
-    const auto count = static_cast<WPARAM>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
-    auto selected = static_cast<WPARAM>(-1);  // for a number that is none of theirs
-    for (WPARAM item = 0; item < count; ++item) {
-        if (SendMessageW(bases, CB_GETITEMDATA, item, 0) == wanted) selected = item;
-    }
-    SendMessageW(bases, CB_SETCURSEL, selected, 0);
-}
-
 void CReactionDlg::UpdateEquilibriumUnit() {
     const ReactionDefinition* const reaction = page.SelectedReaction();
     if (!reaction) return;
@@ -192,10 +152,11 @@ void CReactionDlg::UpdateEquilibriumUnit() {
 }
 
 void CReactionDlg::MakeRoomForUnits() {
-    const int rate = WidthOfText(Item(IDC_REACTIONS_RATE_UNIT), Text(IDC_REACTIONS_RATE_UNIT));
-    const int equilibrium =
-        WidthOfText(Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT));
-    MakeRoomForText(IDC_REACTIONS_RATE_UNIT, std::max(rate, equilibrium));
+    int widest = 0;
+    for (const int unit : {IDC_REACTIONS_RATE_UNIT, IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT}) {
+        widest = std::max(widest, TextWidth(unit, Text(unit)));
+    }
+    MakeRoomForText(IDC_REACTIONS_RATE_UNIT, widest);
 }
 
 void CReactionDlg::Take(PageChange change) {
@@ -338,13 +299,10 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
             EditSelectedCoefficient();
             return 0;
         case LVN_BEGINLABELEDITW:
-            isCellTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return page.CanEditCoefficient() && list.SelectedRow() >= 0 ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
-            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
-            if (std::exchange(isCellTaken, true)) return FALSE;
-            Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
+            if (cell.End()) Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
             return FALSE;  // the cell shows the number by now, or else its old text
         default:
             return 0;
@@ -352,9 +310,7 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
 }
 
 void CReactionDlg::EditSelectedCoefficient() {
-    CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
-    const int row = list.SelectedRow();
-    if (row >= 0 && page.CanEditCoefficient()) list.EditFirstCell(static_cast<std::size_t>(row));
+    if (page.CanEditCoefficient()) CListView(Item(IDC_REACTIONS_STOICHIOMETRY)).EditSelectedRow();
 }
 
 }  // namespace reka

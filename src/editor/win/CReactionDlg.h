@@ -6,6 +6,7 @@
 
 #include "editor/ReactionPage.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -32,7 +33,6 @@ private:
     void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);
     void UpdateEquilibriumUnit();
     void MakeRoomForUnits();
-    void SelectBasis();
     void Take(PageChange change);
 
     void Clicked(int control);
@@ -49,7 +49,7 @@ private:
     CReactionPage& page;
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
-    bool isCellTaken = false;  // or refused: the editing of a cell ends once
+    CCellEditing cell;
 };
 
 }  // namespace reka

@@ -1,4 +1,5 @@
-// See WindowsEditor.h.
+// Each call of an object opens windows of its own, with the floating point settings that belong to them; no dialog
+// outlives the call.
 
 #include "editor/win/WindowsEditor.h"
 
