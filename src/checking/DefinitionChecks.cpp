@@ -115,7 +115,7 @@ bool HasAllFormulas(const ReactionPackDefinition& definition) {
 }
 
 bool CheckElementBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
-                         IDefinitionCheckUi& ui, std::u16string& errorText) {
+                         IUserMessages& ui, std::u16string& errorText) {
     ElementBalance balance;
     if (const CompoundDefinition* const unread = AddElements(definition, reaction, balance)) {
         ui.ShowWarning(u"Parse error in structure formula " + std::u16string(unread->formula.View()) +
@@ -164,7 +164,7 @@ bool ParseHeat(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u1
                      u"error parsing heat of reaction expression for reaction ", reaction.heatExpression, errorText);
 }
 
-bool ConfirmHeatDependencies(const ReactionDefinition& reaction, IDefinitionCheckUi& ui, std::u16string& errorText) {
+bool ConfirmHeatDependencies(const ReactionDefinition& reaction, IUserMessages& ui, std::u16string& errorText) {
     if (!reaction.heatExpression) return true;
     for (const auto& [bit, words] : heatDependencies) {
         if ((reaction.heatExpression->dependencies & bit) == 0) continue;

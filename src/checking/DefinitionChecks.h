@@ -6,9 +6,9 @@
 
 #include <string>
 
-#include "checking/DefinitionCheckUi.h"
 #include "checking/RunDefinitionChecks.h"
 #include "expression/parse/CompoundLookup.h"
+#include "platform/UserMessages.h"
 #include "records/Definition.h"
 
 namespace reka {
@@ -30,7 +30,7 @@ bool HasAllFormulas(const ReactionPackDefinition& definition);
 /// True if each element is balanced to 0.001 atoms per reaction as written. A formula that can't be read is told as a
 /// warning, and the reaction then goes without this check. Charges don't take part.
 bool CheckElementBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
-                         IDefinitionCheckUi& ui, std::u16string& errorText);
+                         IUserMessages& ui, std::u16string& errorText);
 
 /// True if a compound takes part and the molecular weights are balanced to 0.05 g/mol per reaction as written.
 bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
@@ -46,6 +46,6 @@ bool ParseHeat(CCompoundLookup& compounds, ReactionDefinition& reaction, std::u1
 
 /// Has the user confirm each quantity of the material that the heat of reaction depends on. A fugacity goes without a
 /// question. False for the first that isn't confirmed.
-bool ConfirmHeatDependencies(const ReactionDefinition& reaction, IDefinitionCheckUi& ui, std::u16string& errorText);
+bool ConfirmHeatDependencies(const ReactionDefinition& reaction, IUserMessages& ui, std::u16string& errorText);
 
 }  // namespace reka

@@ -10,7 +10,7 @@ namespace reka {
 namespace {
 
 bool CheckReaction(const ReactionPackDefinition& definition, CCompoundLookup& compounds, ReactionDefinition& reaction,
-                   bool hasAllFormulas, std::u16string& errorText, IDefinitionCheckUi& ui) {
+                   bool hasAllFormulas, std::u16string& errorText, IUserMessages& ui) {
     reaction.DiscardExpressions();
     if (!CheckPhase(reaction, errorText)) return false;
     if (hasAllFormulas && !CheckElementBalance(definition, reaction, ui, errorText)) return false;
@@ -21,7 +21,7 @@ bool CheckReaction(const ReactionPackDefinition& definition, CCompoundLookup& co
 }  // namespace
 
 bool RunDefinitionChecks(ReactionPackDefinition& definition, const TakenNames* taken, std::u16string& errorText,
-                         IDefinitionCheckUi& ui) {
+                         IUserMessages& ui) {
     if (!CheckName(definition, errorText)) return false;
     if (taken && !CheckNameIsFree(definition, *taken, errorText)) return false;
     if (!CheckCompounds(definition, errorText)) return false;

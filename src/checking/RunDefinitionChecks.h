@@ -6,7 +6,7 @@
 #include <span>
 #include <string>
 
-#include "checking/DefinitionCheckUi.h"
+#include "platform/UserMessages.h"
 #include "records/Definition.h"
 
 namespace reka {
@@ -25,6 +25,6 @@ struct TakenNames {
 /// one, and those behind it what they had. So a question about the heat of reaction that is cancelled leaves all fresh
 /// trees of its reaction. May throw std::bad_alloc; the user's answers come through `ui`.
 bool RunDefinitionChecks(ReactionPackDefinition& definition, const TakenNames* taken, std::u16string& errorText,
-                         IDefinitionCheckUi& ui);
+                         IUserMessages& ui);
 
 }  // namespace reka

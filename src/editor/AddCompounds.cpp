@@ -4,60 +4,21 @@
 #include "editor/AddCompounds.h"
 
 #include <algorithm>
-#include <cmath>
 #include <utility>
 
+#include "editor/CompoundPage.h"
 #include "editor/DefinitionCompounds.h"
 #include "platform/Files.h"
 #include "platform/HostArithmetic.h"
-#include "text/NumberText.h"
 
 namespace reka {
 
 namespace {
 
+constexpr std::int32_t sortKeyCount = std::size(compoundColumns);
+
 constexpr FileFilter fileFilters[] = {{u"Pure Compound Data files (*.PCD)", u"*.pcd"}, {u"All files (*.*)", u"*.*"}};
 constexpr OpenFileRequest fileRequest = {u"Select PCD File:", fileFilters, u"PCD", 2047};
-
-char16_t LowerCase(char16_t character) {
-    return character >= u'A' && character <= u'Z' ? static_cast<char16_t>(character - u'A' + u'a') : character;
-}
-
-int CompareTexts(const CBstr& leftText, const CBstr& rightText) {
-    const std::u16string_view left = leftText.View();
-    const std::u16string_view right = rightText.View();
-    const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < common; ++i) {
-        const int difference = LowerCase(left[i]) - LowerCase(right[i]);
-        if (difference != 0) return difference;
-    }
-    return static_cast<int>(left.size() > common) - static_cast<int>(right.size() > common);
-}
-
-int CompareNumbers(double left, double right) {
-    const bool isLeftNaN = std::isnan(left);
-    const bool isRightNaN = std::isnan(right);
-    if (isLeftNaN || isRightNaN) return static_cast<int>(isLeftNaN) - static_cast<int>(isRightNaN);
-    return static_cast<int>(left > right) - static_cast<int>(left < right);
-}
-
-int CompareUpwards(const CompoundDefinition& left, const CompoundDefinition& right, CompoundSortKey key) {
-    switch (key) {
-        case CompoundSortKey::Name:
-            return CompareTexts(left.name, right.name);
-        case CompoundSortKey::Id:
-            return CompareTexts(left.id, right.id);
-        case CompoundSortKey::Formula:
-            return CompareTexts(left.formula, right.formula);
-        case CompoundSortKey::MolecularWeight:
-            return CompareNumbers(left.molecularWeight, right.molecularWeight);
-        case CompoundSortKey::CasNumber:
-            return CompareTexts(left.casNumber, right.casNumber);
-        case CompoundSortKey::Charge:
-            return CompareNumbers(left.charge, right.charge);
-    }
-    return 0;
-}
 
 /// Whether `text` holds `filter`, which is in lower case.
 bool Holds(std::u16string_view text, std::u16string_view filter) {
@@ -69,9 +30,9 @@ bool Holds(std::u16string_view text, std::u16string_view filter) {
 }  // namespace
 
 int CompareCompounds(const CompoundDefinition& left, const CompoundDefinition& right, std::int32_t key) {
-    if (key < -6 || key > 6) return 0;
-    return key < 0 ? -CompareUpwards(left, right, static_cast<CompoundSortKey>(-key))
-                   : CompareUpwards(left, right, static_cast<CompoundSortKey>(key));
+    if (key == 0 || key < -sortKeyCount || key > sortKeyCount) return 0;
+    const int order = CompareByField(left, right, compoundColumns[(key < 0 ? -key : key) - 1].field);
+    return key < 0 ? -order : order;
 }
 
 std::array<int, fileCompoundColumnCount> FitFileCompoundColumns(int clientWidth) {
@@ -125,8 +86,10 @@ void CAddCompounds::SortByColumn(std::size_t column) {
 std::array<std::u16string, fileCompoundColumnCount> CAddCompounds::RowTexts(std::size_t row) const {
     if (row >= rows.size() || !records[rows[row].record]) return {};
     const CompoundDefinition& compound = *records[rows[row].record];
-    return {std::u16string(compound.id.View()), std::u16string(compound.formula.View()),
-            FormatGeneral(compound.molecularWeight), std::u16string(compound.casNumber.View())};
+    std::array<std::u16string, fileCompoundColumnCount> texts;
+    std::transform(std::begin(fileCompoundColumns), std::end(fileCompoundColumns), texts.begin(),
+                   [&](const FileCompoundColumn& column) { return FieldText(compound, column.field); });
+    return texts;
 }
 
 std::int32_t CAddCompounds::FindRow(std::size_t start, std::u16string_view beginning) const {

@@ -5,32 +5,31 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "compounds/LoadPcdFile.h"
+#include "editor/CompoundField.h"
 #include "editor/EditorUi.h"
 #include "records/Definition.h"
 
 namespace reka {
 
-/// By what compounds are sorted, as a positive key; the same key with a minus sign sorts the other way round.
-enum class CompoundSortKey : std::int32_t {
-    Name = 1,
-    Id = 2,
-    Formula = 3,
-    MolecularWeight = 4,
-    CasNumber = 5,
-    Charge = 6,
-};
-
 /// Below 0 if `left` comes before `right` by `key`, above 0 if it comes behind it, otherwise 0, as for a key that isn't
-/// one. Texts are compared without regard to the case of A to Z, an absent one as an empty one. NaN comes behind all
-/// other numbers.
+/// one. A key is the number of a column of the compounds page, from 1 on; with a minus sign it sorts the other way
+/// round.
 int CompareCompounds(const CompoundDefinition& left, const CompoundDefinition& right, std::int32_t key);
 
-constexpr const char16_t* fileCompoundColumns[] = {u"Name", u"Formula", u"Mol Weight", u"CAS"};
+struct FileCompoundColumn {
+    const char16_t* label;
+    CompoundField field;
+};
+constexpr FileCompoundColumn fileCompoundColumns[] = {{u"Name", compoundfield::id},
+                                                      {u"Formula", compoundfield::formula},
+                                                      {u"Mol Weight", compoundfield::molecularWeight},
+                                                      {u"CAS", compoundfield::casNumber}};
 constexpr std::size_t fileCompoundColumnCount = std::size(fileCompoundColumns);
 
 /// The widths of the columns for a list whose client area has that width, in pixels.

@@ -1,14 +1,15 @@
-// Every change goes into the definition at once.
+// Every change goes into the definition at once, and the answer tells the window which of the pages show something else
+// now: one coefficient for each compound is part of the reactions page.
 
 #include "editor/CompoundPage.h"
 
-#include <utility>
+#include <algorithm>
+#include <iterator>
 
 #include "editor/CompoundsOfMaterial.h"
 #include "editor/DefinitionCompounds.h"
 #include "platform/Files.h"
 #include "platform/SameText.h"
-#include "text/NumberText.h"
 
 namespace reka {
 
@@ -18,9 +19,9 @@ std::vector<CompoundRow> CCompoundPage::Rows() const {
     std::vector<CompoundRow> rows;
     rows.reserve(definition.compounds.size());
     for (const auto& compound : definition.compounds) {
-        rows.push_back({std::u16string(compound->name.View()), std::u16string(compound->id.View()),
-                        std::u16string(compound->formula.View()), FormatGeneral(compound->molecularWeight),
-                        std::u16string(compound->casNumber.View()), FormatGeneral(compound->charge)});
+        CompoundRow& row = rows.emplace_back();
+        std::transform(std::begin(compoundColumns), std::end(compoundColumns), row.begin(),
+                       [&](const CompoundColumn& column) { return FieldText(*compound, column.field); });
     }
     return rows;
 }
@@ -65,7 +66,7 @@ bool CCompoundPage::TakeName(std::size_t row, std::u16string_view text) {
     if (row >= definition.compounds.size() || text.empty()) return false;
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
         if (i != row && SameText(definition.compounds[i]->name.View(), text)) {
-            ShowError(ui, u"The compound name must be unique");
+            ui.ShowError(u"The compound name must be unique");
             return false;
         }
     }

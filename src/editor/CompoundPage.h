@@ -10,14 +10,22 @@
 #include <string_view>
 #include <vector>
 
+#include "editor/CompoundField.h"
 #include "editor/EditorUi.h"
-#include "editor/ReactionPage.h"
 #include "records/Definition.h"
 
 namespace reka {
 
-constexpr ListColumn compoundColumns[] = {{u"Name", 120}, {u"ID", 120},  {u"Formula", 120},
-                                          {u"MW", 80},    {u"CAS", 120}, {u"charge", 120}};
+struct CompoundColumn {
+    const char16_t* label;
+    int width;  // pixels
+    CompoundField field;
+};
+constexpr CompoundColumn compoundColumns[] = {
+    {u"Name", 120, compoundfield::name},       {u"ID", 120, compoundfield::id},
+    {u"Formula", 120, compoundfield::formula}, {u"MW", 80, compoundfield::molecularWeight},
+    {u"CAS", 120, compoundfield::casNumber},   {u"charge", 120, compoundfield::charge},
+};
 using CompoundRow = std::array<std::u16string, std::size(compoundColumns)>;
 
 /// What an event has changed, to be shown again, the list of compounds first.

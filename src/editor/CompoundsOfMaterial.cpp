@@ -1,4 +1,5 @@
-// See CompoundsOfMaterial.h.
+// The simulator's own objects are asked here while a dialog of ours is open, so anything may happen meanwhile: what is
+// needed of them is held by counts of our own until the user has chosen, and every call runs under the host's settings.
 
 #include "editor/CompoundsOfMaterial.h"
 
@@ -30,7 +31,7 @@ CAskedInterface<IDispatch> Share(const CComRef<IDispatch>& object, const COwnAri
     return {object.Get(), arithmetic};
 }
 
-void ShowFailure(IEditorUi& ui, const MaterialFailure& failure) {
+void ShowFailure(IUserMessages& ui, const MaterialFailure& failure) {
     if (failure.text.empty()) return;
     ui.ShowMessage(failure.text, u"Error:",
                    failure.hasIcon ? messagestyle::ok | messagestyle::iconError : messagestyle::ok);
@@ -62,7 +63,7 @@ MaterialImport ImportFromMaterialTemplate(ReactionPackDefinition& definition, IE
         errorText = u"There are no compound definitions for the selected material template";
     }
     if (!errorText.empty()) {
-        ShowError(ui, errorText);
+        ui.ShowError(errorText);
         return MaterialImport::Ended;
     }
     return ui.AddCompoundsOfMaterial(compounds, definition) ? MaterialImport::Added : MaterialImport::Ended;
@@ -87,10 +88,10 @@ std::vector<MaterialCompoundRow> CCompoundsOfMaterial::Rows() const {
     return rows;
 }
 
-bool CCompoundsOfMaterial::Accept(const std::vector<std::size_t>& tickedRows, IEditorUi& ui) {
+bool CCompoundsOfMaterial::Accept(const std::vector<std::size_t>& tickedRows, IUserMessages& ui) {
     for (const std::size_t row : tickedRows) {
         if (row >= compounds.names.size() || !IsMissingNumber(compounds.molecularWeights[row])) continue;
-        ShowError(ui, u"Cannot add compound " + compounds.names[row] + u": molar weight is unknown");
+        ui.ShowError(u"Cannot add compound " + compounds.names[row] + u": molar weight is unknown");
         return false;
     }
     std::vector<std::unique_ptr<CompoundDefinition>> ticked;

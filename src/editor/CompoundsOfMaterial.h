@@ -54,7 +54,7 @@ public:
 
     /// OK, with the rows that are ticked in their order. True: the dialog ends, and their compounds are part of the
     /// definition. False: the user has been told of the first that has no molecular weight, and nothing was added.
-    bool Accept(const std::vector<std::size_t>& tickedRows, IEditorUi& ui);
+    bool Accept(const std::vector<std::size_t>& tickedRows, IUserMessages& ui);
 
 private:
     const MaterialCompounds& compounds;

@@ -1,5 +1,5 @@
-// See DefinitionCompounds.h. Trees of expressions refer to compounds by their index and are stale after a change; the
-// check of the definition makes them afresh.
+// Trees of expressions refer to compounds by their index and are stale after a change; the check of the definition
+// makes them afresh.
 
 #include "editor/DefinitionCompounds.h"
 

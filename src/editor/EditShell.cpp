@@ -1,4 +1,6 @@
-// See EditShell.h.
+// The buttons of the shell: OK and Store check the definition, Load and Store go to the templates. A template under
+// edit has its templates at hand; a package makes a manager for the time of the action, whose list is as fresh as its
+// file.
 
 #include "editor/EditShell.h"
 
@@ -16,22 +18,6 @@ namespace {
 
 constexpr const char16_t* helpFile = u"NAVO.chm";
 constexpr const char16_t* helpTopic = u"REKA/reka.htm";
-
-/// What the check of a definition asks, as message boxes of the editor.
-class CCheckBoxes : public IDefinitionCheckUi {
-public:
-    explicit CCheckBoxes(IEditorUi& asked) : ui(asked) {}
-    void ShowWarning(const std::u16string& text, const std::u16string& caption) override {
-        ui.ShowMessage(text, caption, messagestyle::ok | messagestyle::iconExclamation);
-    }
-    bool AskToContinue(const std::u16string& text, const std::u16string& caption) override {
-        return ui.ShowMessage(text, caption, messagestyle::okCancel | messagestyle::iconExclamation) ==
-               MessageAnswer::Ok;
-    }
-
-private:
-    IEditorUi& ui;
-};
 
 std::unique_ptr<ReactionPackDefinition>* FindTemplate(TemplateStore& store, const std::u16string& name) {
     for (auto& candidate : store.templates) {
@@ -57,23 +43,6 @@ EditPage PageOfTab(std::int32_t selectedTab) {
     return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
 }
 
-EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons, int dpi) {
-    const int margin = ScalePixels(5, dpi);   // of the dialog and between OK and Cancel
-    const int leftGap = ScalePixels(2, dpi);  // between the buttons at the left
-    EditShellLayout layout;
-    const int bottom = client.height - margin;
-    const auto place = [bottom](int left, const ControlSize& size) {
-        return PlaceAt(left, bottom - size.height, size);
-    };
-    layout.help = place(margin, buttons.help);
-    layout.load = place(layout.help.right + leftGap, buttons.load);
-    layout.store = place(layout.load.right + leftGap, buttons.store);
-    layout.cancel = place(client.width - margin - buttons.cancel.width, buttons.cancel);
-    layout.ok = place(layout.cancel.left - margin - buttons.ok.width, buttons.ok);
-    layout.tabs = {margin, margin, client.width - margin, layout.ok.top - margin};
-    return layout;
-}
-
 CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource* templates, TemplateSourceFactory makeTemplates,
                        IEditorUi& asked)
     : compoundPage(edited, asked),
@@ -91,22 +60,21 @@ CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource& template
     : CEditShell(edited, &templates, nullptr, asked) {}
 
 bool CEditShell::Check(const GeneralPageFields& general, std::u16string& errorText) {
-    CCheckBoxes boxes(ui);
     const TemplateStore* const store = templateSource ? &templateSource->Store() : nullptr;
     return ValidateDefinition(definition, store, storeAllowed, general.name, general.description, general.versionIndex,
-                              errorText, boxes);
+                              errorText, ui);
 }
 
 bool CEditShell::Accept(const GeneralPageFields& general) {
     std::u16string errorText;
     if (Check(general, errorText)) return true;
-    ShowError(ui, errorText);
+    ui.ShowError(errorText);
     return false;
 }
 
 std::unique_ptr<ITemplateSource> CEditShell::MakeTemplateSource() {
     std::unique_ptr<ITemplateSource> made = makeTemplateSource ? makeTemplateSource() : nullptr;
-    if (!made) ShowError(ui, u"out of memory");
+    if (!made) ui.ShowError(u"out of memory");
     return made;
 }
 
@@ -119,7 +87,7 @@ bool CEditShell::Load(const GeneralPageFields& general) {
     if (!ui.AskForTemplateToLoad(*templates, templateName)) return false;
     const auto* const found = FindTemplate(templates->Store(), templateName);
     if (!found) {
-        ShowError(ui, u"Error: specified template not found");
+        ui.ShowError(u"Error: specified template not found");
         return false;
     }
     TakeContent(definition, **found);

@@ -8,7 +8,6 @@
 #include <string>
 
 #include "editor/CompoundPage.h"
-#include "editor/DialogLayout.h"
 #include "editor/EditorUi.h"
 #include "editor/GeneralPage.h"
 #include "editor/ReactionPage.h"
@@ -23,26 +22,6 @@ constexpr const char16_t* editPageLabels[] = {u"General", u"Compounds", u"Reacti
 
 /// The page of the tab that is selected; the first one where none is.
 EditPage PageOfTab(std::int32_t selectedTab);
-
-struct EditShellSizes {
-    ControlSize help;
-    ControlSize load;
-    ControlSize store;
-    ControlSize ok;
-    ControlSize cancel;
-};
-struct EditShellLayout {
-    ControlPlace tabs;  // the pages fill what the tab control leaves of it
-    ControlPlace help;
-    ControlPlace load;
-    ControlPlace store;
-    ControlPlace ok;
-    ControlPlace cancel;
-    bool operator==(const EditShellLayout&) const = default;
-};
-/// Help, Load and Store at the left bottom, OK and Cancel at the right bottom, the tab control in the rest. A window
-/// that is minimised isn't laid out.
-EditShellLayout LayOutEditShell(const ControlSize& client, const EditShellSizes& buttons, int dpi = referenceDpi);
 
 /// The shell on a private copy of a definition, which the opener takes over after OK and throws away otherwise: nothing
 /// is ever undone. A button that reads the general page is handed its fields. What is handed in outlives this. May

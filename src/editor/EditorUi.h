@@ -1,4 +1,5 @@
-// What the editor asks its user: a seam that the windows fulfil by dialogs, so that a test can answer and record.
+// What the editor asks its user: the seam of package/Edit.h with all that one dialog opens above another. The windows
+// fulfil it by dialogs, and a test answers and records.
 
 #pragma once
 
@@ -9,16 +10,13 @@
 
 #include "compounds/MaterialCompounds.h"
 #include "manager/TemplateSource.h"
+#include "package/Edit.h"
 #include "platform/Holders.h"
 #include "platform/HostArithmetic.h"
 #include "platform/UserMessages.h"
 #include "records/Definition.h"
 
 namespace reka {
-
-namespace messagestyle {
-constexpr std::uint32_t secondButtonIsDefault = 0x100;  // the platform's value
-}
 
 /// What the dialog that opens a file offers. The file must exist.
 struct FileFilter {
@@ -33,16 +31,12 @@ struct OpenFileRequest {
 };
 enum class OpenFileAnswer { Chosen, Cancelled, NoMemory };
 
-/// Every dialog is modal: its call returns when the user has ended it.
-class IEditorUi {
+/// The dialogs that belong upon those of IEditor, and the messages over them. Every dialog is modal: its call returns
+/// when the user has ended it.
+class IEditorUi : public IEditor, public IUserMessages {
 public:
-    virtual ~IEditorUi() = default;
-
     /// The settings under which calls to objects of the simulator run: those of its call that has opened the editor.
     virtual const COwnArithmetic& Arithmetic() const = 0;
-
-    /// A message box of a style of `messagestyle`.
-    virtual MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) = 0;
 
     /// Asks for one line of text, `inputText` to begin with. True for OK, with the text of the field, absent if it is
     /// empty; on anything else `inputText` stays as it was. Whether the text will do is for the caller to say.
@@ -84,10 +78,5 @@ public:
     /// Opens a help file at one of its topics, without waiting for its end. False if it can't be shown.
     virtual bool ShowHelp(const std::u16string& path, const std::u16string& topic) = 0;
 };
-
-/// The box of an input that won't do.
-inline void ShowError(IEditorUi& ui, const std::u16string& text) {
-    ui.ShowMessage(text, u"Error:", messagestyle::ok | messagestyle::iconError);
-}
 
 }  // namespace reka

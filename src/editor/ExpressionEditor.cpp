@@ -1,4 +1,5 @@
-// The whole text is parsed at each change, and the tree thrown away.
+// The whole text is parsed at each change, and the tree thrown away: an expression is short, and the parser's own
+// message and position are what the check of the definition will tell.
 
 #include "editor/ExpressionEditor.h"
 

@@ -71,17 +71,14 @@ public:
     /// OK: the text, faulty or not.
     std::u16string Accept() { return field.Text(); }
 
-    /// Where reading the text stopped; `noPosition` while there is no error.
-    std::int32_t ErrorPosition() const { return errorPosition; }
-
 private:
     void ReparseExpression();
     void RecolourExpression();
 
     CCompoundLookup compounds;  // none is added or removed while the dialog is open
     IExpressionField& field;
-    std::int32_t errorPosition = noPosition;
-    std::u16string message;  // on the text, kept for its room
+    std::int32_t errorPosition = noPosition;  // where reading the text stopped; none while there is no error
+    std::u16string message;                   // on the text, kept for its room
     bool eventsOn = true;
 };
 

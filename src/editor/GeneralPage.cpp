@@ -1,4 +1,5 @@
-// See GeneralPage.h.
+// A stored definition may hold any number for its thermo version: one that the list doesn't offer selects nothing, and
+// the check of the definition then makes it the first.
 
 #include "editor/GeneralPage.h"
 

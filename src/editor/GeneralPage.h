@@ -23,10 +23,4 @@ struct GeneralPageFields {
 /// The fields as the editor opens.
 GeneralPageFields FillGeneralPage(const ReactionPackDefinition& definition);
 
-/// The right edge of all that widens with the page: its distance from the page's is that of the first group box from
-/// the left edge. In pixels.
-constexpr int GeneralPageRightEdge(int pageWidth, int firstGroupBoxLeft) {
-    return pageWidth - firstGroupBoxLeft;
-}
-
 }  // namespace reka

@@ -1,4 +1,5 @@
-// The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing.
+// The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing. It
+// is written afresh from the fields each time; a number has the six digits that users see everywhere.
 
 #include "editor/RateWizard.h"
 
@@ -106,10 +107,10 @@ const std::u16string& CRateWizard::UpdatePreview() {
     return rateText;
 }
 
-bool CRateWizard::Accept(IEditorUi& ui) {
+bool CRateWizard::Accept(IUserMessages& ui) {
     std::u16string errorText;
     if (BuildRateExpression(errorText)) return true;
-    ShowError(ui, errorText);
+    ui.ShowError(errorText);
     return false;
 }
 
@@ -135,23 +136,24 @@ bool CRateWizard::IsInhibited() const {
 // The fields in the order in which their complaints come. What isn't needed isn't read, so a bad text there does no
 // harm.
 bool CRateWizard::ReadInputs(Inputs& inputs, std::u16string& errorText) const {
+    struct DirectionRow {
+        RateDirectionFields RateWizardFields::*fields;
+        DirectionInputs Inputs::*inputs;
+        const char16_t* noConstant;
+        const char16_t* noEnergy;
+    };
+    static constexpr DirectionRow directions[] = {
+        {&RateWizardFields::forward, &Inputs::forward, u"Number expected for forward reaction rate constant",
+         u"Number expected for forward reaction Arrhenius energy"},
+        {&RateWizardFields::backward, &Inputs::backward, u"Number expected for backward reaction rate constant",
+         u"Number expected for backward reaction Arrhenius energy"},
+    };
     const auto& [variable, forward, backward, referenceTemperature, inhibitionPower] = fields;
-    if (forward.isOn && !ReadNumber(forward.constant, inputs.forward.constant,
-                                    u"Number expected for forward reaction rate constant", errorText)) {
-        return false;
-    }
-    if (forward.IsEnergyEnabled() && !ReadNumber(forward.energy, inputs.forward.energy,
-                                                 u"Number expected for forward reaction Arrhenius energy", errorText)) {
-        return false;
-    }
-    if (backward.isOn && !ReadNumber(backward.constant, inputs.backward.constant,
-                                     u"Number expected for backward reaction rate constant", errorText)) {
-        return false;
-    }
-    if (backward.IsEnergyEnabled() &&
-        !ReadNumber(backward.energy, inputs.backward.energy, u"Number expected for backward reaction Arrhenius energy",
-                    errorText)) {
-        return false;
+    for (const auto& [direction, numbers, noConstant, noEnergy] : directions) {
+        const RateDirectionFields& typed = fields.*direction;
+        DirectionInputs& read = inputs.*numbers;
+        if (typed.isOn && !ReadNumber(typed.constant, read.constant, noConstant, errorText)) return false;
+        if (typed.IsEnergyEnabled() && !ReadNumber(typed.energy, read.energy, noEnergy, errorText)) return false;
     }
     if (!forward.isOn && !backward.isOn) {
         errorText = u"No forward or backward rate selected.";

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "editor/EditorUi.h"
+#include "platform/UserMessages.h"
 #include "records/Definition.h"
 
 namespace reka {
@@ -77,7 +77,7 @@ public:
     const std::u16string& UpdatePreview();
 
     /// OK. True: the dialog ends, with the rate in `RateText`. False: the user has been told why not.
-    bool Accept(IEditorUi& ui);
+    bool Accept(IUserMessages& ui);
 
     const std::u16string& RateText() const { return rateText; }
 

@@ -3,7 +3,9 @@
 
 #include "editor/ReactionPage.h"
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <memory>
 #include <numeric>
 #include <utility>
@@ -24,6 +26,23 @@ constexpr const char16_t* idTitle = u"Enter reaction ID:";
 std::u16string AmountPerVolume(std::u16string_view amount, double power) {
     if (power > 0) return FormatUnitPower(amount, power) + u"/" + FormatUnitPower(u"m", 3 * power);
     return FormatUnitPower(u"m", -3 * power) + u"/" + FormatUnitPower(amount, -power);
+}
+
+struct ExpressionRow {
+    std::u16string ReactionDefinition::*text;
+    const char16_t* item;  // in its editor, in front of the identifier of the reaction
+    std::u16string (*unit)(const ReactionDefinition& reaction);
+};
+constexpr ExpressionRow expressionRows[] = {
+    {&ReactionDefinition::rateEquation, u"Rate of reaction", RateUnit},
+    {&ReactionDefinition::equilibriumConstantEquation, u"Equilibrium constant reaction", EquilibriumUnit},
+    {&ReactionDefinition::heatEquation, u"Heat of reaction",
+     [](const ReactionDefinition& /*reaction*/) -> std::u16string { return u"J/mol"; }},
+};
+static_assert(std::size(expressionRows) == reactionExpressionCount);
+
+const ExpressionRow& RowOf(ReactionExpression expression) {
+    return expressionRows[static_cast<std::size_t>(expression)];
 }
 
 }  // namespace
@@ -92,24 +111,15 @@ ReactionPageContent CReactionPage::Content() const {
     }
     content.isEquilibrium = reaction->type == ReactionType::Equilibrium;
     content.isHeterogeneous = reaction->rateBasis == RateBasis::Heterogeneous;
-    content.rate = reaction->rateEquation;
-    content.equilibriumConstant = reaction->equilibriumConstantEquation;
-    content.heat = reaction->heatEquation;
+    std::transform(std::begin(expressionRows), std::end(expressionRows), content.expressions.begin(),
+                   [reaction](const ExpressionRow& row) { return reaction->*row.text; });
     content.phase = reaction->phase.View();
     content.enabled = Enabled();
     return content;
 }
 
-void CReactionPage::SetRate(std::u16string_view text) {
-    if (ReactionDefinition* reaction = Selected()) reaction->rateEquation = text;
-}
-
-void CReactionPage::SetEquilibriumConstant(std::u16string_view text) {
-    if (ReactionDefinition* reaction = Selected()) reaction->equilibriumConstantEquation = text;
-}
-
-void CReactionPage::SetHeat(std::u16string_view text) {
-    if (ReactionDefinition* reaction = Selected()) reaction->heatEquation = text;
+void CReactionPage::SetExpression(ReactionExpression expression, std::u16string_view text) {
+    if (ReactionDefinition* reaction = Selected()) reaction->*RowOf(expression).text = text;
 }
 
 void CReactionPage::SetPhase(std::u16string_view text) {
@@ -148,7 +158,7 @@ PageChange CReactionPage::EditCoefficient(std::size_t row, std::u16string_view t
 bool CReactionPage::IsIdFree(std::u16string_view id, const ReactionDefinition* except) const {
     for (const auto& reaction : definition.reactions) {
         if (reaction.get() != except && SameText(reaction->id.View(), id)) {
-            ShowError(ui, u"The reaction ID must be unique");
+            ui.ShowError(u"The reaction ID must be unique");
             return false;
         }
     }
@@ -204,30 +214,20 @@ PageChange CReactionPage::Delete() {
     return PageChange::ListAndPage;
 }
 
-bool CReactionPage::EditExpression(std::u16string_view item, const std::u16string& unit,
-                                   std::u16string ReactionDefinition::*expression) {
+bool CReactionPage::EditExpression(ReactionExpression expression) {
     ReactionDefinition* reaction = Selected();
     if (!reaction) return false;
-    const std::u16string quotedItem = std::u16string(item) + u" \"" + std::u16string(reaction->id.View()) + u"\"";
-    std::u16string text = reaction->*expression;
-    if (!ui.EditExpression(definition, quotedItem, unit, text)) return false;
-    reaction->*expression = std::move(text);
+    const auto& [member, itemStart, unit] = RowOf(expression);
+    const std::u16string item = std::u16string(itemStart) + u" \"" + std::u16string(reaction->id.View()) + u"\"";
+    std::u16string text = reaction->*member;
+    if (!ui.EditExpression(definition, item, unit(*reaction), text)) return false;
+    reaction->*member = std::move(text);
     return true;
 }
 
-bool CReactionPage::EditRate() {
+std::u16string CReactionPage::ExpressionText(ReactionExpression expression) const {
     const ReactionDefinition* reaction = Selected();
-    return reaction && EditExpression(u"Rate of reaction", RateUnit(*reaction), &ReactionDefinition::rateEquation);
-}
-
-bool CReactionPage::EditEquilibriumConstant() {
-    const ReactionDefinition* reaction = Selected();
-    return reaction && EditExpression(u"Equilibrium constant reaction", EquilibriumUnit(*reaction),
-                                      &ReactionDefinition::equilibriumConstantEquation);
-}
-
-bool CReactionPage::EditHeat() {
-    return EditExpression(u"Heat of reaction", u"J/mol", &ReactionDefinition::heatEquation);
+    return reaction ? reaction->*RowOf(expression).text : std::u16string();
 }
 
 bool CReactionPage::RunRateWizard() {

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -22,6 +23,10 @@ constexpr ListColumn stoichiometryColumns[] = {{u"Stoichiometry", 80}, {u"Compou
 
 /// What the phase field offers; any other text can be typed.
 constexpr const char16_t* phaseTexts[] = {u"Liquid", u"Vapor", u"Solid"};
+
+/// The expressions of a reaction.
+enum class ReactionExpression : std::int32_t { Rate = 0, EquilibriumConstant = 1, Heat = 2 };
+constexpr std::size_t reactionExpressionCount = 3;
 
 /// "mol/s/m³", or "mol/s/kg cat" for a heterogeneous reaction.
 std::u16string RateUnit(const ReactionDefinition& reaction);
@@ -53,9 +58,7 @@ struct ReactionPageContent {
     std::vector<StoichiometryRow> stoichiometry;
     bool isEquilibrium = false;
     bool isHeterogeneous = false;
-    std::u16string rate;
-    std::u16string equilibriumConstant;
-    std::u16string heat;
+    std::array<std::u16string, reactionExpressionCount> expressions;  // by ReactionExpression
     std::u16string phase;
     ReactionPageEnabled enabled;
 };
@@ -91,9 +94,7 @@ public:
     ReactionPageEnabled Enabled() const;
 
     // Changes in the fields.
-    void SetRate(std::u16string_view text);
-    void SetEquilibriumConstant(std::u16string_view text);
-    void SetHeat(std::u16string_view text);
+    void SetExpression(ReactionExpression expression, std::u16string_view text);
     /// A typed text or a chosen one; an empty one makes the phase absent.
     void SetPhase(std::u16string_view text);
     PageChange SetIsEquilibrium(bool isEquilibrium);
@@ -112,18 +113,17 @@ public:
     PageChange RenameByDoubleClick();
     PageChange Delete();
 
-    // The buttons of the expressions. True: the text of the expression has changed, and its field shows it.
-    bool EditRate();
-    bool EditEquilibriumConstant();
-    bool EditHeat();
+    // The buttons of the expressions. True: the text of the expression, of the rate for the wizard, has changed, and
+    // its field is to show it.
+    bool EditExpression(ReactionExpression expression);
     bool RunRateWizard();
+    /// Empty without a selection.
+    std::u16string ExpressionText(ReactionExpression expression) const;
 
 private:
     ReactionDefinition* Selected() const;
     bool IsIdFree(std::u16string_view id, const ReactionDefinition* except) const;
     PageChange TakeId(ReactionDefinition& reaction, CBstr id);
-    bool EditExpression(std::u16string_view item, const std::u16string& unit,
-                        std::u16string ReactionDefinition::*expression);
 
     ReactionPackDefinition& definition;
     IEditorUi& ui;

@@ -38,23 +38,6 @@ private:
 
 }  // namespace
 
-TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons, int dpi) {
-    const int gap = ScalePixels(5, dpi);
-    TemplateManagerLayout layout;
-    int top = gap;
-    const auto stack = [&](ControlPlace& place, const ControlSize& size) {
-        place = PlaceAt(client.width - gap - size.width, top, size);
-        top = place.bottom + gap;
-    };
-    stack(layout.create, buttons.create);
-    stack(layout.edit, buttons.edit);
-    stack(layout.erase, buttons.erase);
-    layout.close =
-        PlaceAt(client.width - gap - buttons.close.width, client.height - gap - buttons.close.height, buttons.close);
-    layout.list = {gap, gap, layout.create.left - gap, client.height - gap};
-    return layout;
-}
-
 CTemplateManager::CTemplateManager(ITemplateSource& manager, IEditorUi& asked) : source(manager), ui(asked) {
     FillList();
 }

@@ -7,29 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "editor/DialogLayout.h"
 #include "editor/EditorUi.h"
 #include "manager/TemplateSource.h"
 
 namespace reka {
-
-struct TemplateManagerSizes {
-    ControlSize create;
-    ControlSize edit;
-    ControlSize erase;
-    ControlSize close;
-};
-struct TemplateManagerLayout {
-    ControlPlace list;
-    ControlPlace create;
-    ControlPlace edit;
-    ControlPlace erase;
-    ControlPlace close;
-    bool operator==(const TemplateManagerLayout&) const = default;
-};
-/// The buttons in a column at the right edge, Close at its bottom, and the list in the rest.
-TemplateManagerLayout LayOutTemplateManager(const ControlSize& client, const TemplateManagerSizes& buttons,
-                                            int dpi = referenceDpi);
 
 /// The dialog on the templates of `manager`, which are read by whoever opens it, and stored when it has ended. Both
 /// outlive this. May throw std::bad_alloc; the list of templates is then whole, and the file may lack the last change.

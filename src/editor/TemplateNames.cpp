@@ -1,4 +1,5 @@
-// See TemplateNames.h.
+// The names come as the manager object gives them to a simulator, in an array, which is read as every array is that
+// comes from an object: by its type and its bounds, and with a message where they won't do.
 
 #include "editor/TemplateNames.h"
 
@@ -9,7 +10,7 @@
 
 namespace reka {
 
-CTemplateNames::CTemplateNames(TemplateNamePurpose use, std::u16string name, IEditorUi& asked)
+CTemplateNames::CTemplateNames(TemplateNamePurpose use, std::u16string name, IUserMessages& asked)
     : purpose(use), templateName(std::move(name)), ui(asked) {}
 
 void CTemplateNames::Fill(ITemplateSource& templates) {
@@ -20,7 +21,7 @@ void CTemplateNames::Fill(ITemplateSource& templates) {
     std::u16string errorText;
     const std::int32_t count = CheckArrayVariant(list.Get(), VT_BSTR, errorText);
     if (count < 0) {
-        ShowError(ui, errorText);
+        ui.ShowError(errorText);
         return;
     }
     if (count == 0) return;  // no array at all
@@ -32,8 +33,8 @@ void CTemplateNames::Fill(ITemplateSource& templates) {
 
 bool CTemplateNames::Accept(std::u16string_view text) {
     if (text.empty()) {
-        ShowError(ui, purpose == TemplateNamePurpose::Load ? u"No reaction package template name selected."
-                                                           : u"A template name must be specified.");
+        ui.ShowError(purpose == TemplateNamePurpose::Load ? u"No reaction package template name selected."
+                                                          : u"A template name must be specified.");
         return false;
     }
     templateName = text;

@@ -7,8 +7,8 @@
 #include <string_view>
 #include <vector>
 
-#include "editor/EditorUi.h"
 #include "manager/TemplateSource.h"
+#include "platform/UserMessages.h"
 
 namespace reka {
 
@@ -18,7 +18,7 @@ enum class TemplateNamePurpose { Load, Store };
 class CTemplateNames {
 public:
     /// `name` is the suggestion. `asked` outlives this.
-    CTemplateNames(TemplateNamePurpose use, std::u16string name, IEditorUi& asked);
+    CTemplateNames(TemplateNamePurpose use, std::u16string name, IUserMessages& asked);
 
     /// Opening: reads the names of the templates. Where they can't be had the list is empty, and the user is told only
     /// if what came for a list isn't one.
@@ -41,7 +41,7 @@ public:
 private:
     TemplateNamePurpose purpose;
     std::u16string templateName;
-    IEditorUi& ui;
+    IUserMessages& ui;
     std::vector<std::u16string> names;
     std::int32_t suggestedPosition = -1;
 };

@@ -14,7 +14,7 @@ namespace reka {
 
 bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
                         std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
-                        std::u16string& errorText, IDefinitionCheckUi& ui) noexcept {
+                        std::u16string& errorText, IUserMessages& ui) noexcept {
     try {
         CBstr name = BstrFromString(nameText);
         CBstr description = BstrFromString(descriptionText);

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-#include "checking/DefinitionCheckUi.h"
 #include "manager/TemplateStore.h"
+#include "platform/UserMessages.h"
 #include "records/Definition.h"
 
 namespace reka {
@@ -21,6 +21,6 @@ namespace reka {
 /// values stay replaced. Throws nothing; the user's answers come through `ui`.
 bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
                         std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
-                        std::u16string& errorText, IDefinitionCheckUi& ui) noexcept;
+                        std::u16string& errorText, IUserMessages& ui) noexcept;
 
 }  // namespace reka

@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t none = CTextIndex::none;
 
 /// What the material says of its compounds, by position. An entry can be absent.
-struct CompoundsOfBinding {
+struct MaterialIdentifiers {
     std::vector<CBstr> identifiers;
     std::vector<CBstr> casNumbers;
 };
@@ -59,7 +59,8 @@ bool ReadCasNumber(ICapeThermoMaterialObject& object, const VARIANT& property, c
 }
 
 /// Asks the material for its compounds. False with the reason in `errorText`.
-bool AskForCompounds(ICapeThermoMaterialObject& object, CompoundsOfBinding& compounds, std::u16string& errorText) {
+bool ReadMaterialIdentifiers(ICapeThermoMaterialObject& object, MaterialIdentifiers& compounds,
+                             std::u16string& errorText) {
     CVariant list;
     const HRESULT result = object.get_ComponentIds(list.Receive());
     if (FAILED(result)) {
@@ -97,7 +98,7 @@ bool AskForCompounds(ICapeThermoMaterialObject& object, CompoundsOfBinding& comp
 /// Works out the map from the package's compounds to the material's.
 class CCompoundResolution {
 public:
-    CCompoundResolution(const ReactionPackDefinition& packageDefinition, CompoundsOfBinding& compounds,
+    CCompoundResolution(const ReactionPackDefinition& packageDefinition, MaterialIdentifiers& compounds,
                         std::vector<std::int32_t>& map)
         : definition(packageDefinition),
           materialCompounds(compounds),
@@ -194,7 +195,7 @@ private:
     }
 
     const ReactionPackDefinition& definition;
-    CompoundsOfBinding& materialCompounds;
+    MaterialIdentifiers& materialCompounds;
     CTextIndex casIndex;   // as the lists are before any identifier is taken
     CTextIndex nameIndex;  // and whose texts stay, with their new owner
     std::vector<std::int32_t>& compoundMap;
@@ -221,10 +222,10 @@ HRESULT CReactionPack::SetMaterial(IDispatch* newMaterial) {
         CComRef<ICapeThermoMaterialObject> object;
         object.Reset(static_cast<ICapeThermoMaterialObject*>(found));
 
-        CompoundsOfBinding compounds;
+        MaterialIdentifiers compounds;
         std::u16string errorText;
         const auto report = [&] { return Fail(errorText, scope, interfaceName); };
-        const bool read = AskForCompounds(*object, compounds, errorText);
+        const bool read = ReadMaterialIdentifiers(*object, compounds, errorText);
         object.Reset();
         if (!read) return report();
         if (binding != bindings) return S_OK;  // the material called back and bound another one, which stays

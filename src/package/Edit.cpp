@@ -1,9 +1,9 @@
-// The place where the windows are put by the module that has them. Until then, and where there are none, an editor
-// stands here that shows nothing, so that no caller asks whether there is one.
+// Where no editor has been put in, as on a platform without windows, there is one that shows nothing, so that callers
+// need no case of their own. A module puts the windows in as it starts, before any object is made.
 
 #include "package/Edit.h"
 
-#include <utility>
+#include "platform/Seam.h"
 
 namespace reka {
 
@@ -17,16 +17,16 @@ public:
 };
 
 CNoEditor noEditor;
-IEditor* present = nullptr;
+CSeam<IEditor> seam;
 
 }  // namespace
 
 IEditor& Editor() {
-    return present ? *present : noEditor;
+    return seam.Or(noEditor);
 }
 
 IEditor* ReplaceEditor(IEditor* replacement) {
-    return std::exchange(present, replacement);
+    return seam.Replace(replacement);
 }
 
 }  // namespace reka

@@ -2,22 +2,22 @@
 
 #include "platform/UserMessages.h"
 
-#include <utility>
+#include "platform/Seam.h"
 
 namespace reka {
 
 namespace {
 
-IUserMessages* replacement = nullptr;
+CSeam<IUserMessages> seam;
 
 }  // namespace
 
 IUserMessages& UserMessages() {
-    return replacement ? *replacement : SystemMessageBoxes();
+    return seam.Or(SystemMessageBoxes());
 }
 
 IUserMessages* ReplaceUserMessages(IUserMessages* other) {
-    return std::exchange(replacement, other);
+    return seam.Replace(other);
 }
 
 }  // namespace reka

@@ -1,4 +1,5 @@
-// Message boxes of code that has no window of its own: one seam, so that a test can answer and record them.
+// What is told to the user and asked of him in a message: one seam for all of the system, from a file that can't be
+// read to a field of a dialog that won't do, so that a test can answer and record.
 
 #pragma once
 
@@ -17,11 +18,13 @@ constexpr std::uint32_t iconError = 0x10;
 constexpr std::uint32_t iconQuestion = 0x20;
 constexpr std::uint32_t iconExclamation = 0x30;
 constexpr std::uint32_t iconInformation = 0x40;
+constexpr std::uint32_t secondButtonIsDefault = 0x100;
 }  // namespace messagestyle
 
 enum class MessageAnswer : std::int32_t { None = 0, Ok = 1, Cancel = 2, Yes = 6, No = 7 };  // the platform's values
 
-/// Which window a box belongs to, and is modal for.
+/// Which window a box belongs to, and is modal for. The active one is that of the thread; to the editor's windows it is
+/// the topmost of their dialogs, whether it is active or not.
 enum class MessageOwner { None, ActiveWindow };
 
 struct UserMessage {
@@ -37,6 +40,24 @@ public:
     virtual ~IUserMessages() = default;
     /// Shows the message and waits for the answer; `None` if it couldn't be shown. Throws nothing.
     virtual MessageAnswer Show(const UserMessage& message) noexcept = 0;
+
+    // The same over the active window. These may throw std::bad_alloc.
+
+    MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) {
+        return Show({text, title, style, MessageOwner::ActiveWindow});
+    }
+    /// The box of an input that won't do.
+    void ShowError(const std::u16string& text) {
+        ShowMessage(text, u"Error:", messagestyle::ok | messagestyle::iconError);
+    }
+    /// Tells the user something that ends nothing.
+    void ShowWarning(const std::u16string& text, const std::u16string& caption) {
+        ShowMessage(text, caption, messagestyle::ok | messagestyle::iconExclamation);
+    }
+    /// Asks for OK or Cancel; true for OK.
+    bool AskToContinue(const std::u16string& text, const std::u16string& caption) {
+        return ShowMessage(text, caption, messagestyle::okCancel | messagestyle::iconExclamation) == MessageAnswer::Ok;
+    }
 };
 
 /// The system's message boxes. Where there are none a message goes to standard error, what has only an OK is

@@ -69,7 +69,7 @@ TEST_F(AddCompounds, ListsTheFileInItsOrder) {
 
 TEST_F(AddCompounds, HasFourColumnsForEachWidth) {
     const Strings labels = {"Name", "Formula", "Mol Weight", "CAS"};
-    for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_EQ(Utf8FromUtf16(fileCompoundColumns[i]), labels[i]);
+    for (std::size_t i = 0; i < labels.size(); ++i) EXPECT_EQ(Utf8FromUtf16(fileCompoundColumns[i].label), labels[i]);
     EXPECT_EQ(FitFileCompoundColumns(700), (std::array<int, 4>{200, 200, 100, 200}));
     EXPECT_EQ(FitFileCompoundColumns(13), (std::array<int, 4>{3, 3, 1, 3}));  // 26/7, 13/7
     EXPECT_EQ(FitFileCompoundColumns(0), (std::array<int, 4>{0, 0, 0, 0}));

@@ -8,6 +8,7 @@
 
 #include "editor/AddCompounds.h"
 #include "editor/DefinitionCompounds.h"
+#include "editor/ReactionPage.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/FakeFiles.h"

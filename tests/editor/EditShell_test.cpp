@@ -92,17 +92,6 @@ TEST(EditPages, FollowTheTabs) {
     EXPECT_EQ(PageOfTab(3), EditPage::General);
 }
 
-TEST(EditShellLayout, KeepsTheButtonsAtTheBottom) {
-    const EditShellSizes buttons = {{50, 20}, {60, 20}, {70, 20}, {80, 20}, {90, 20}};
-    const EditShellLayout layout = LayOutEditShell({600, 400}, buttons);
-    EXPECT_EQ(layout.help, (ControlPlace{5, 375, 55, 395}));
-    EXPECT_EQ(layout.load, (ControlPlace{57, 375, 117, 395}));
-    EXPECT_EQ(layout.store, (ControlPlace{119, 375, 189, 395}));
-    EXPECT_EQ(layout.cancel, (ControlPlace{505, 375, 595, 395}));
-    EXPECT_EQ(layout.ok, (ControlPlace{420, 375, 500, 395}));
-    EXPECT_EQ(layout.tabs, (ControlPlace{5, 5, 595, 370}));
-}
-
 TEST_F(EditShell, OpensOnTheFirstReactionAndNoCompound) {
     EXPECT_EQ(shell->reactionPage.Selection(), 0);
     EXPECT_EQ(shell->compoundPage.Selection(), -1);

@@ -37,9 +37,5 @@ TEST(GeneralPage, SelectsTheThermoVersion) {
     }
 }
 
-TEST(GeneralPage, WidensToTheMarginOfItsLeftEdge) {
-    EXPECT_EQ(GeneralPageRightEdge(500, 7), 493);
-}
-
 }  // namespace
 }  // namespace reka::test

@@ -118,9 +118,9 @@ TEST_F(ReactionPage, ShowsAKineticReaction) {
               (std::vector<StoichiometryRow>{{u"-1.23457", u"A1"}, {u"1e-07", u"identifier of B1"}}));
     EXPECT_FALSE(content.isEquilibrium);
     EXPECT_FALSE(content.isHeterogeneous);
-    EXPECT_EQ(content.rate, u"C(A1)");
-    EXPECT_EQ(content.equilibriumConstant, u"kept");
-    EXPECT_EQ(content.heat, u"-5000");
+    EXPECT_EQ(content.expressions[0], u"C(A1)");
+    EXPECT_EQ(content.expressions[1], u"kept");
+    EXPECT_EQ(content.expressions[2], u"-5000");
     EXPECT_EQ(content.phase, u"Liquid");
     EXPECT_EQ(content.enabled, (ReactionPageEnabled{true, true, false}));
 }
@@ -136,9 +136,9 @@ TEST_F(ReactionPage, ShowsAnEquilibriumReaction) {
     EXPECT_EQ(content.stoichiometry, (std::vector<StoichiometryRow>{{u"-2", u""}, {u"1", u"B1"}}));
     EXPECT_TRUE(content.isEquilibrium);
     EXPECT_TRUE(content.isHeterogeneous);
-    EXPECT_EQ(content.rate, u"");
-    EXPECT_EQ(content.equilibriumConstant, u"EXP(T)");
-    EXPECT_EQ(content.heat, u"");
+    EXPECT_EQ(content.expressions[0], u"");
+    EXPECT_EQ(content.expressions[1], u"EXP(T)");
+    EXPECT_EQ(content.expressions[2], u"");
     EXPECT_EQ(content.phase, u"");
     EXPECT_EQ(content.enabled, (ReactionPageEnabled{true, false, true}));
     EXPECT_EQ(Ids(), (Strings{"r1", ""}));
@@ -162,7 +162,7 @@ void ExpectNoReaction(const CReactionPage& page) {
     EXPECT_TRUE(content.stoichiometry.empty());
     EXPECT_FALSE(content.isEquilibrium);
     EXPECT_FALSE(content.isHeterogeneous);
-    EXPECT_EQ(content.rate + content.equilibriumConstant + content.heat + content.phase, u"");
+    EXPECT_EQ(content.expressions[0] + content.expressions[1] + content.expressions[2] + content.phase, u"");
     EXPECT_EQ(content.enabled, ReactionPageEnabled{});
     EXPECT_EQ(page.Enabled(), ReactionPageEnabled{});
     EXPECT_FALSE(page.CanEditCoefficient());
@@ -183,9 +183,9 @@ TEST_F(ReactionPage, DoesNothingWithoutASelection) {
     SelectNone();
     ui.text = u"new";
     ui.messageAnswer = MessageAnswer::Yes;
-    page->SetRate(u"1");
-    page->SetEquilibriumConstant(u"1");
-    page->SetHeat(u"1");
+    page->SetExpression(ReactionExpression::Rate, u"1");
+    page->SetExpression(ReactionExpression::EquilibriumConstant, u"1");
+    page->SetExpression(ReactionExpression::Heat, u"1");
     page->SetPhase(u"Solid");
     EXPECT_EQ(page->SetIsEquilibrium(true), PageChange::Nothing);
     EXPECT_EQ(page->SetIsHeterogeneous(true), PageChange::Nothing);
@@ -194,9 +194,9 @@ TEST_F(ReactionPage, DoesNothingWithoutASelection) {
     EXPECT_EQ(page->RenameByButton(), PageChange::Nothing);
     EXPECT_EQ(page->RenameByDoubleClick(), PageChange::Nothing);
     EXPECT_EQ(page->Delete(), PageChange::Nothing);
-    EXPECT_FALSE(page->EditRate());
-    EXPECT_FALSE(page->EditEquilibriumConstant());
-    EXPECT_FALSE(page->EditHeat());
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::Rate));
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::EquilibriumConstant));
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::Heat));
     EXPECT_FALSE(page->RunRateWizard());
     EXPECT_EQ(ui.asked, Strings{});
     EXPECT_EQ(Ids(), (Strings{"r1", "r2"}));
@@ -204,9 +204,9 @@ TEST_F(ReactionPage, DoesNothingWithoutASelection) {
 }
 
 TEST_F(ReactionPage, WritesTheTextsAtOnce) {
-    page->SetRate(u"2*");  // faulty ones too
-    page->SetEquilibriumConstant(u"(");
-    page->SetHeat(u"");
+    page->SetExpression(ReactionExpression::Rate, u"2*");  // faulty ones too
+    page->SetExpression(ReactionExpression::EquilibriumConstant, u"(");
+    page->SetExpression(ReactionExpression::Heat, u"");
     EXPECT_EQ(Reaction(0).rateEquation, u"2*");
     EXPECT_EQ(Reaction(0).equilibriumConstantEquation, u"(");
     EXPECT_EQ(Reaction(0).heatEquation, u"");
@@ -377,19 +377,19 @@ TEST_F(ReactionPage, DeletesFromTheMiddle) {
 TEST_F(ReactionPage, OpensTheExpressionEditor) {
     Reaction(0).rateBasis = RateBasis::Heterogeneous;
     Reaction(0).stoichiometry = {1.0, 1.0};
-    EXPECT_FALSE(page->EditRate());
-    EXPECT_FALSE(page->EditEquilibriumConstant());
-    EXPECT_FALSE(page->EditHeat());
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::Rate));
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::EquilibriumConstant));
+    EXPECT_FALSE(page->EditExpression(ReactionExpression::Heat));
     EXPECT_EQ(ui.asked, (Strings{"expression|Test package|Rate of reaction \"r1\"|mol/s/kg cat|C(A1)",
                                  "expression|Test package|Equilibrium constant reaction \"r1\"|mol²/m^6|",
                                  "expression|Test package|Heat of reaction \"r1\"|J/mol|-5000"}));
     EXPECT_EQ(Reaction(0).rateEquation, u"C(A1)");
     ui.text = u"rate(";
-    EXPECT_TRUE(page->EditRate());
+    EXPECT_TRUE(page->EditExpression(ReactionExpression::Rate));
     ui.text = u"constant(";
-    EXPECT_TRUE(page->EditEquilibriumConstant());
+    EXPECT_TRUE(page->EditExpression(ReactionExpression::EquilibriumConstant));
     ui.text = u"";
-    EXPECT_TRUE(page->EditHeat());
+    EXPECT_TRUE(page->EditExpression(ReactionExpression::Heat));
     EXPECT_EQ(Reaction(0).rateEquation, u"rate(");
     EXPECT_EQ(Reaction(0).equilibriumConstantEquation, u"constant(");
     EXPECT_EQ(Reaction(0).heatEquation, u"");

@@ -263,15 +263,5 @@ TEST_F(TemplateManager, GoesByTheIndexAfterADelete) {
     EXPECT_EQ(dialog->Names(), (Names{u"A2", u"A"}));  // in the place of B, which had come back
 }
 
-TEST(TemplateManagerLayout, KeepsTheButtonsAtTheRightEdge) {
-    const TemplateManagerSizes buttons = {{100, 20}, {100, 20}, {100, 20}, {90, 25}};
-    const TemplateManagerLayout layout = LayOutTemplateManager({400, 300}, buttons);
-    EXPECT_EQ(layout.create, (ControlPlace{295, 5, 395, 25}));
-    EXPECT_EQ(layout.edit, (ControlPlace{295, 30, 395, 50}));
-    EXPECT_EQ(layout.erase, (ControlPlace{295, 55, 395, 75}));
-    EXPECT_EQ(layout.close, (ControlPlace{305, 270, 395, 295}));
-    EXPECT_EQ(layout.list, (ControlPlace{5, 5, 290, 295}));
-}
-
 }  // namespace
 }  // namespace reka::test

@@ -18,14 +18,15 @@ namespace {
 
 using Lines = std::vector<std::string>;
 
-class CFakeCheckUi : public IDefinitionCheckUi {
+class CFakeCheckUi : public IUserMessages {
 public:
-    void ShowWarning(const std::u16string& text, const std::u16string& caption) override {
-        shown.push_back("warning " + Utf8FromUtf16(caption) + " " + Utf8FromUtf16(text));
-    }
-    bool AskToContinue(const std::u16string& text, const std::u16string& caption) override {
-        shown.push_back("question " + Utf8FromUtf16(caption) + " " + Utf8FromUtf16(text));
-        return answersLeft-- > 0;
+    MessageAnswer Show(const UserMessage& message) noexcept override {
+        EXPECT_EQ(message.owner, MessageOwner::ActiveWindow);
+        const bool isQuestion = (message.style & messagestyle::buttons) == messagestyle::okCancel;
+        EXPECT_EQ(message.style & ~messagestyle::buttons, messagestyle::iconExclamation);
+        shown.push_back((isQuestion ? "question " : "warning ") + Utf8FromUtf16(message.title) + " " +
+                        Utf8FromUtf16(message.text));
+        return !isQuestion || answersLeft-- > 0 ? MessageAnswer::Ok : MessageAnswer::Cancel;
     }
     Lines shown;
     int answersLeft = 1000;  // questions that are answered OK; those after them are cancelled

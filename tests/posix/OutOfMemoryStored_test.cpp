@@ -324,9 +324,8 @@ TEST_F(OutOfMemoryManager, MakesNoNewPackage) {
 }
 
 TEST_F(OutOfMemoryStored, ACheckFails) {
-    class CNoUi : public IDefinitionCheckUi {
-        void ShowWarning(const std::u16string&, const std::u16string&) override {}
-        bool AskToContinue(const std::u16string&, const std::u16string&) override { return true; }
+    class CNoUi : public IUserMessages {
+        MessageAnswer Show(const UserMessage&) noexcept override { return MessageAnswer::Ok; }
     };
     CNoUi ui;
     sample->reactions[0]->heatEquation = u"2*T*P";

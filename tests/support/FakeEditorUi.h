@@ -2,7 +2,10 @@
 
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <functional>
+#include <new>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -36,11 +39,23 @@ public:
 
     const COwnArithmetic& Arithmetic() const override { return arithmetic; }
 
-    MessageAnswer ShowMessage(const std::u16string& message, const std::u16string& title,
-                              std::uint32_t style) override {
-        Record("message", {title, message}, std::to_string(style));
+    MessageAnswer Show(const UserMessage& message) noexcept override {
+        EXPECT_EQ(message.owner, MessageOwner::ActiveWindow);
+        try {
+            Record("message", {message.title, message.text}, std::to_string(message.style));
+        } catch (const std::bad_alloc&) {
+            return MessageAnswer::None;
+        }
         if (onMessage) onMessage();
         return messageAnswer;
+    }
+
+    bool EditPackage(ReactionPackDefinition& /*definition*/) noexcept override {
+        ADD_FAILURE() << "no dialog opens the shell on a package";
+        return false;
+    }
+    void EditTemplates(ITemplateSource& /*templates*/) noexcept override {
+        ADD_FAILURE() << "no dialog opens the one of the templates";
     }
 
     bool AskForText(const std::u16string& title, CBstr& inputText) override {

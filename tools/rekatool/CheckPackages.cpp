@@ -44,9 +44,9 @@ Bytes FieldOf(const reka::ExpressionRef* expression) {
     return bytes;
 }
 
-/// The checking of one package. It is the user of the checks, whose questions it answers yes, and of the reader's
-/// message boxes; all of that becomes warnings.
-class CPackageCheck : public reka::IDefinitionCheckUi, public reka::IUserMessages {
+/// The checking of one package. It is the user of the reader and of the checks, whose questions it answers yes; all
+/// that it is told becomes warnings.
+class CPackageCheck : public reka::IUserMessages {
 public:
     CPackageCheck(std::vector<Finding>& target, std::size_t place)
         : findings(target), package("package " + std::to_string(place + 1)), before(reka::ReplaceUserMessages(this)) {}
@@ -60,6 +60,7 @@ public:
         std::u16string errorText;
         const bool isRead = reka::ReadStoredDefinition(*definition, block, errorText);
         if (!definition->name.View().empty()) package = OnOneLine(definition->name.View());
+        isNamed = true;
         for (const std::u16string& warning : boxes) Warn(warning);
         if (isRead) return definition;
         Fault(errorText);
@@ -87,14 +88,13 @@ public:
         }
     }
 
-    void ShowWarning(const std::u16string& text, const std::u16string&) override { Warn(text); }
-    bool AskToContinue(const std::u16string& text, const std::u16string&) override {
-        Warn(text);
-        return true;
-    }
     reka::MessageAnswer Show(const reka::UserMessage& message) noexcept override {
         try {
-            boxes.push_back(message.text);
+            if (isNamed) {
+                Warn(message.text);
+            } else {
+                boxes.push_back(message.text);
+            }
         } catch (...) {
             return reka::MessageAnswer::None;
         }
@@ -185,7 +185,8 @@ private:
     std::string package;
     std::string reaction;
     bool isInReaction = false;
-    std::vector<std::u16string> boxes;
+    bool isNamed = false;               // the package is, as far as it will be
+    std::vector<std::u16string> boxes;  // shown before that
     reka::IUserMessages* before;
 };
 

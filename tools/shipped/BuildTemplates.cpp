@@ -20,10 +20,13 @@ namespace {
 using packagetext::Json;
 
 /// A user who wants no formula left unread, and whose heats may depend on the temperature.
-class CBuilderUi : public reka::IDefinitionCheckUi {
+class CBuilderUi : public reka::IUserMessages {
 public:
-    void ShowWarning(const std::u16string& text, const std::u16string&) override { warning = text; }
-    bool AskToContinue(const std::u16string&, const std::u16string&) override { return true; }
+    reka::MessageAnswer Show(const reka::UserMessage& message) noexcept override {
+        const bool isQuestion = (message.style & reka::messagestyle::buttons) != reka::messagestyle::ok;
+        if (!isQuestion) warning = message.text;
+        return reka::MessageAnswer::Ok;
+    }
     std::u16string warning;
 };
 

@@ -1,37 +1,17 @@
-// See CAddCompDlg.h.
+// The list asks for the text of each cell when it draws it, and knows its rows by their number alone. So selection and
+// focus are set anew, by record, whenever the rows change places.
 
 #include "editor/win/CAddCompDlg.h"
 
 #include <algorithm>
-#include <iterator>
 #include <new>
 
+#include "editor/win/DialogLayouts.h"
 #include "editor/win/ListView.h"
-#include "editor/win/resource.h"
 
 namespace reka {
 
 namespace {
-
-/// What follows the window's right and lower edge as it is sized.
-struct MovingControl {
-    int control;
-    bool leftMoves;
-    bool topMoves;
-    bool rightMoves;
-    bool bottomMoves;
-};
-constexpr MovingControl movingControls[] = {
-    {IDC_ADD_COMPOUNDS_FILE_GROUP, false, false, true, false},
-    {IDC_ADD_COMPOUNDS_FILE, false, false, true, false},
-    {IDC_ADD_COMPOUNDS_BROWSE, true, false, true, false},
-    {IDC_ADD_COMPOUNDS_SELECTION_GROUP, false, false, true, true},
-    {IDC_ADD_COMPOUNDS_LIST, false, false, true, true},
-    {IDC_ADD_COMPOUNDS_FILTER_LABEL, false, true, false, true},
-    {IDC_ADD_COMPOUNDS_FILTER, false, true, true, true},
-    {IDOK, true, true, true, true},
-    {IDCANCEL, true, true, true, true},
-};
 
 /// The pointer that tells the user to wait, while it lives.
 class CWaitPointer {
@@ -73,22 +53,16 @@ void SelectRows(HWND list, std::size_t rowCount, std::size_t focused, Predicate 
 }  // namespace
 
 CAddCompDlg::CAddCompDlg(ReactionPackDefinition& definition, IEditorUi& asked)
-    : CDialog(IDD_ADD_COMPOUNDS), compounds(definition, asked), ui(asked) {}
+    : CDialog(IDD_ADD_COMPOUNDS, addCompoundsLayout), compounds(definition, asked), messages(asked) {}
 
 void CAddCompDlg::OnInit() {
     SetIcon(IDI_COMPONENT);
-    RECT client = {};
-    GetClientRect(Window(), &client);
-    templateSize = {client.right, client.bottom};
-    static_assert(std::size(movingControls) == movingControlCount);
-    std::transform(std::begin(movingControls), std::end(movingControls), templatePlaces.begin(),
-                   [this](const MovingControl& moving) { return PlaceOf(moving.control); });
     KeepPresentSizeAsSmallest();
 
     CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
     list.UseWholeRows();
     int position = 0;
-    for (const char16_t* const label : fileCompoundColumns) list.InsertColumn(position++, label, 0);
+    for (const FileCompoundColumn& column : fileCompoundColumns) list.InsertColumn(position++, column.label, 0);
     FitColumns();
     FocusOn(IDC_ADD_COMPOUNDS_FILTER);
     const std::u16string errorText = LoadFile();
@@ -110,15 +84,13 @@ std::u16string CAddCompDlg::LoadFile() {
 void CAddCompDlg::Tell(const std::u16string& errorText) {
     if (errorText.empty()) return;
     ShowWithLayout();
-    ShowError(ui, errorText);
+    messages.ShowError(errorText);
 }
 
 /// The user sees what a message speaks of, also while the dialog opens.
 void CAddCompDlg::ShowWithLayout() {
     if (IsWindowVisible(Window())) return;
-    RECT client = {};
-    GetClientRect(Window(), &client);
-    OnSize(client.right, client.bottom);
+    LayOut();
     ShowWindow(Window(), SW_SHOW);
 }
 
@@ -223,21 +195,9 @@ void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
     }
     try {
         const auto texts = compounds.RowTexts(static_cast<std::size_t>(cell.iItem));
-        lstrcpynW(cell.pszText, WideText(texts[static_cast<std::size_t>(cell.iSubItem)]), cell.cchTextMax);
+        lstrcpynW(cell.pszText, SystemText(texts[static_cast<std::size_t>(cell.iSubItem)]), cell.cchTextMax);
     } catch (const std::bad_alloc&) {
         // Empty until it is drawn again: a message for each cell would have no end.
-    }
-}
-
-void CAddCompDlg::OnSize(int width, int height) {
-    const int right = width - templateSize.width;
-    const int down = height - templateSize.height;
-    const ControlPlace* place = templatePlaces.data();
-    for (const MovingControl& moving : movingControls) {
-        const ControlPlace& at = *place++;
-        Place(moving.control,
-              {at.left + (moving.leftMoves ? right : 0), at.top + (moving.topMoves ? down : 0),
-               at.right + (moving.rightMoves ? right : 0), at.bottom + (moving.bottomMoves ? down : 0)});
     }
 }
 

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -29,7 +28,6 @@ private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
 
     std::u16string LoadFile();
     void Tell(const std::u16string& errorText);
@@ -42,10 +40,7 @@ private:
     std::vector<std::size_t> SelectedRows() const;
 
     CAddCompounds compounds;
-    IEditorUi& ui;
-    static constexpr std::size_t movingControlCount = 9;  // of those that move or grow as the window does
-    ControlSize templateSize;                             // of the client area
-    std::array<ControlPlace, movingControlCount> templatePlaces;
+    IUserMessages& messages;
 };
 
 }  // namespace reka

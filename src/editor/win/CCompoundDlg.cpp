@@ -1,24 +1,22 @@
-// See CCompoundDlg.h.
+// Names are edited in the list itself. A compound that comes, goes or changes its name changes what the reactions page
+// shows, so that page is told after each.
 
 #include "editor/win/CCompoundDlg.h"
 
-#include <utility>
-
-#include "editor/PageLayouts.h"
 #include "editor/win/CReactionDlg.h"
-#include "editor/win/ListView.h"
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
 CCompoundDlg::CCompoundDlg(CCompoundPage& compoundPage, CReactionDlg& reactionDialog)
-    : CDialog(IDD_COMPOUNDS), page(compoundPage), reactions(reactionDialog) {}
+    : CDialog(IDD_COMPOUNDS, compoundsLayout), page(compoundPage), reactions(reactionDialog) {}
 
 void CCompoundDlg::OnInit() {
     CListView list(Item(IDC_COMPOUNDS_LIST));
     list.UseWholeRows();
     int position = 0;
-    for (const ListColumn& column : compoundColumns) list.InsertColumn(position++, column.label, Scale(column.width));
+    for (const CompoundColumn& column : compoundColumns)
+        list.InsertColumn(position++, column.label, Scale(column.width));
     RefillCompoundList();
 }
 
@@ -63,7 +61,7 @@ void CCompoundDlg::Take(const CompoundPageChange& change) {
 }
 
 void CCompoundDlg::Rename() {
-    if (page.CanRename()) CListView(Item(IDC_COMPOUNDS_LIST)).EditFirstCell(static_cast<std::size_t>(page.Selection()));
+    if (page.CanRename()) CListView(Item(IDC_COMPOUNDS_LIST)).EditSelectedRow();
 }
 
 LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
@@ -76,8 +74,7 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
             UpdateButtons();
             return 0;
         case LVN_BEGINLABELEDITW:
-            isNameTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return page.CanRename() ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
             return TakeName(header) ? TRUE : FALSE;
@@ -86,25 +83,13 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
     }
 }
 
-// A name that won't do is told in a box, as a want of memory is. The box takes the focus from the field in the list:
-// that ends the editing again.
 bool CCompoundDlg::TakeName(const NMHDR& header) {
-    if (std::exchange(isNameTaken, true)) return false;
+    if (!cell.End()) return false;
     const std::u16string name(EditedText(header));
     if (!page.TakeName(EditedRow(header), name)) return false;
     CListView(header.hwndFrom).SetText(EditedRow(header), 0, name);  // shown also if what follows fails
     reactions.RefreshReactionPage();
     return true;
-}
-
-void CCompoundDlg::OnSize(int width, int height) {
-    const CompoundPageLayout layout = LayOutCompoundPage(
-        {width, height}, {SizeOf(IDC_COMPOUNDS_ADD), SizeOf(IDC_COMPOUNDS_DELETE), SizeOf(IDC_COMPOUNDS_RENAME)},
-        Dpi());
-    Place(IDC_COMPOUNDS_LIST, layout.list);
-    Place(IDC_COMPOUNDS_ADD, layout.add);
-    Place(IDC_COMPOUNDS_DELETE, layout.erase);
-    Place(IDC_COMPOUNDS_RENAME, layout.rename);
 }
 
 }  // namespace reka

@@ -6,6 +6,7 @@
 
 #include "editor/CompoundPage.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -23,7 +24,6 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
 
 private:
     void Take(const CompoundPageChange& change);
@@ -33,7 +33,7 @@ private:
 
     CCompoundPage& page;
     CReactionDlg& reactions;
-    bool isNameTaken = false;  // or refused: the editing of a name ends once
+    CCellEditing cell;
 };
 
 }  // namespace reka

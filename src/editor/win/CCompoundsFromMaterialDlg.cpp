@@ -1,4 +1,5 @@
-// See CCompoundsFromMaterialDlg.h.
+// The rows are the compounds of the material in its order, so the number of a row that is ticked is that of its
+// compound.
 
 #include "editor/win/CCompoundsFromMaterialDlg.h"
 
@@ -16,7 +17,7 @@ constexpr int headerMargin = 24;  // pixels on both sides of a header's text tog
 }  // namespace
 
 CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
-                                                     ReactionPackDefinition& definition, IEditorUi& asked)
+                                                     ReactionPackDefinition& definition, IUserMessages& asked)
     : CDialog(IDD_MATERIAL_COMPOUNDS), compounds(offered, definition), ui(asked) {}
 
 void CCompoundsFromMaterialDlg::OnInit() {

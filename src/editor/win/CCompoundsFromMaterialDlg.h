@@ -10,7 +10,8 @@ namespace reka {
 class CCompoundsFromMaterialDlg : public CDialog {
 public:
     /// All outlive the dialog.
-    CCompoundsFromMaterialDlg(const MaterialCompounds& offered, ReactionPackDefinition& definition, IEditorUi& asked);
+    CCompoundsFromMaterialDlg(const MaterialCompounds& offered, ReactionPackDefinition& definition,
+                              IUserMessages& asked);
 
     /// True for OK: the ticked compounds are part of the definition.
     bool Run(HWND owner) { return RunModal(owner) == IDOK; }
@@ -21,7 +22,7 @@ private:
     void FitColumns();
 
     CCompoundsOfMaterial compounds;
-    IEditorUi& ui;
+    IUserMessages& ui;
 };
 
 }  // namespace reka

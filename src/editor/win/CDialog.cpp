@@ -1,22 +1,20 @@
-// See CDialog.h.
+// One procedure serves all dialogs: it finds the object in the window's own word and stops what its handlers throw.
+// While a handler runs, messages can come in from wherever it leads to, so each one passes the counts below before it
+// becomes a call: of handlers, of silences, and whether the dialog has ended.
 
 #include "editor/win/CDialog.h"
 
 #include <algorithm>
+#include <utility>
 
+#include "editor/win/DialogLayouts.h"
 #include "platform/win/SystemModules.h"
 
 namespace reka {
 
 namespace {
 
-constexpr WPARAM anyLength = 0x7FFFFFFE;
-
-HICON LoadIconOfSize(int resource, int widthMetric, int heightMetric) {
-    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
-                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
-                                         LR_DEFAULTCOLOR));
-}
+static_assert(okButton == IDOK && cancelButton == IDCANCEL);
 
 bool IsOfClass(HWND control, const wchar_t* name) {
     wchar_t className[16] = {};
@@ -24,10 +22,10 @@ bool IsOfClass(HWND control, const wchar_t* name) {
     return lstrcmpiW(className, name) == 0;
 }
 
-/// Fields take as much as their records do, rather than what the system lets a user type by default.
-BOOL CALLBACK LiftLengthLimit(HWND control, LPARAM /*context*/) {
-    if (IsOfClass(control, L"Edit")) SendMessageW(control, EM_SETLIMITTEXT, anyLength, 0);
-    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyLength, 0);
+/// Fields take as much as their records do.
+BOOL CALLBACK LiftLimitOf(HWND control, LPARAM /*context*/) {
+    if (IsOfClass(control, L"Edit")) LiftLengthLimit(control);
+    if (IsOfClass(control, L"ComboBox")) SendMessageW(control, CB_LIMITTEXT, anyTextLength, 0);
     return TRUE;
 }
 
@@ -127,7 +125,7 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             Notify(lParam);
             return TRUE;
         case WM_SIZE:
-            Size(wParam, lParam);
+            Size(wParam);
             return TRUE;
         case WM_GETMINMAXINFO:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
@@ -157,8 +155,9 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // The dialog stays usable where memory runs out meanwhile.
 bool CDialog::Initialise() {
     isFocusSet = false;
+    NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
-    EnumChildWindows(window, LiftLengthLimit, 0);
+    EnumChildWindows(window, LiftLimitOf, 0);
     try {
         const CSilence silence(*this);
         OnInit();
@@ -166,9 +165,7 @@ bool CDialog::Initialise() {
         TellThereIsNoMemory(window);
     }
     isInitialised = true;
-    RECT client = {};
-    GetClientRect(window, &client);
-    OnSize(client.right, client.bottom);
+    LayOut();
     return !isFocusSet;
 }
 
@@ -245,9 +242,9 @@ void CDialog::Notify(LPARAM lParam) {
     if (window) SetWindowLongPtrW(window, DWLP_MSGRESULT, result);
 }
 
-void CDialog::Size(WPARAM kind, LPARAM size) {
+void CDialog::Size(WPARAM kind) {
     if (!isInitialised || kind == SIZE_MINIMIZED) return;
-    OnSize(LOWORD(size), HIWORD(size));
+    LayOut();
     // Group boxes don't erase what they uncover, and what was moved over other controls leaves traces there.
     RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
@@ -260,7 +257,33 @@ LRESULT CDialog::OnNotify(NMHDR& /*header*/) {
     return 0;
 }
 
-void CDialog::OnSize(int /*width*/, int /*height*/) {}
+/// The controls as the template has them, before anything moves them.
+void CDialog::NoteDesign() {
+    designedClient = ClientSize();
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        designed[i] = {};
+        if (!IsLayoutLine(layout[i].control)) designed[i].place = PlaceOf(layout[i].control);
+    }
+}
+
+void CDialog::LayOut() {
+    if (layout.empty()) return;
+    std::array<ControlPlace, mostLayoutRows> places;
+    reka::LayOut(layout, {designedClient, {designed.data(), layout.size()}}, ClientSize(), Dpi(), places);
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        if (!IsLayoutLine(layout[i].control)) Place(layout[i].control, places[i]);
+    }
+    OnLaidOut();
+}
+
+void CDialog::MakeRoomForText(int control, int width) {
+    for (std::size_t i = 0; i < layout.size(); ++i) {
+        if (layout[i].control != control) continue;
+        if (std::exchange(designed[i].textWidth, width) == width) return;
+        LayOut();
+        InvalidateRect(window, nullptr, TRUE);
+    }
+}
 
 void CDialog::KeepPresentSizeAsSmallest() {
     RECT frame = {};
@@ -276,8 +299,8 @@ void CDialog::KeepPresentSizeAsSmallest() {
 
 void CDialog::SetIcon(int iconResource) {
     DestroyIcons();
-    largeIcon = LoadIconOfSize(iconResource, SM_CXICON, SM_CYICON);
-    smallIcon = LoadIconOfSize(iconResource, SM_CXSMICON, SM_CYSMICON);
+    largeIcon = LoadModuleIcon(iconResource, SM_CXICON, SM_CYICON);
+    smallIcon = LoadModuleIcon(iconResource, SM_CXSMICON, SM_CYSMICON);
     SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon));
     SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon));
 }
@@ -289,17 +312,8 @@ void CDialog::DestroyIcons() {
     }
 }
 
-std::u16string CDialog::Text(int control) const {
-    const HWND item = Item(control);
-    const int length = GetWindowTextLengthW(item);
-    std::u16string text(static_cast<std::size_t>(length) + 1, u'\0');
-    const int copied = GetWindowTextW(item, reinterpret_cast<wchar_t*>(text.data()), length + 1);
-    text.resize(static_cast<std::size_t>(copied));
-    return text;
-}
-
 void CDialog::SetText(int control, const std::u16string& text) {
-    SetWindowTextW(Item(control), WideText(text));
+    SetWindowTextW(Item(control), SystemText(text));
 }
 
 void CDialog::SetChecked(int control, bool isChecked) {
@@ -321,25 +335,46 @@ void CDialog::FocusOn(HWND control) {
     SendMessageW(window, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(control), TRUE);
 }
 
-void CDialog::FitScrolling(int listBox) const {
-    const HWND list = Item(listBox);
-    const auto count = static_cast<WPARAM>(SendMessageW(list, LB_GETCOUNT, 0, 0));
-    LRESULT longest = 0;
-    for (WPARAM item = 0; item < count; ++item) longest = std::max(longest, SendMessageW(list, LB_GETTEXTLEN, item, 0));
-    std::u16string text(static_cast<std::size_t>(longest) + 1, u'\0');
-    const HDC device = GetDC(list);
-    if (!device) return;
-    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(list, WM_GETFONT, 0, 0)));
-    LONG widest = 0;
-    for (WPARAM item = 0; item < count; ++item) {
-        const LRESULT length = SendMessageW(list, LB_GETTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-        SIZE size = {};
-        GetTextExtentPoint32W(device, WideText(text), static_cast<int>(length), &size);
-        widest = std::max(widest, size.cx);
+void CDialog::FillListBox(int control, std::span<const std::u16string> items, int selection) const {
+    const HWND list = Item(control);
+    SendMessageW(list, LB_RESETCONTENT, 0, 0);
+    for (const std::u16string& item : items) {
+        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(item.c_str()));
     }
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(selection), 0);
+    FitScrolling(control, items);
+}
+
+void CDialog::FitScrolling(int listBox, std::span<const std::u16string> items) const {
+    int widest = 0;
+    for (const std::u16string& item : items) widest = std::max(widest, TextWidth(listBox, item));
+    SendMessageW(Item(listBox), LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + Scale(6)), 0);
+}
+
+void CDialog::AddChoice(int control, const char16_t* text, int data) const {
+    const HWND choices = Item(control);
+    const LRESULT item = SendMessageW(choices, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
+    if (item >= 0) SendMessageW(choices, CB_SETITEMDATA, static_cast<WPARAM>(item), data);
+}
+
+void CDialog::SelectChoice(int control, int data, int otherwise) const {
+    const HWND choices = Item(control);
+    const auto count = static_cast<int>(SendMessageW(choices, CB_GETCOUNT, 0, 0));
+    int item = 0;
+    while (item < count && SendMessageW(choices, CB_GETITEMDATA, static_cast<WPARAM>(item), 0) != data) ++item;
+    SendMessageW(choices, CB_SETCURSEL, static_cast<WPARAM>(item < count ? item : otherwise), 0);
+}
+
+int CDialog::TextWidth(int control, const std::u16string& text) const {
+    const HWND item = Item(control);
+    const HDC device = GetDC(item);
+    if (!device) return 0;
+    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(item, WM_GETFONT, 0, 0)));
+    SIZE size = {};
+    GetTextExtentPoint32W(device, SystemText(text), static_cast<int>(text.size()), &size);
     SelectObject(device, before);
-    ReleaseDC(list, device);
-    SendMessageW(list, LB_SETHORIZONTALEXTENT, static_cast<WPARAM>(widest + Scale(6)), 0);
+    ReleaseDC(item, device);
+    return size.cx;
 }
 
 void CDialog::Place(int control, const ControlPlace& place) {
@@ -355,9 +390,10 @@ ControlPlace CDialog::PlaceOf(int control) const {
     return {place.left, place.top, place.right, place.bottom};
 }
 
-ControlSize CDialog::SizeOf(int control) const {
-    const ControlPlace place = PlaceOf(control);
-    return {place.right - place.left, place.bottom - place.top};
+ControlSize CDialog::ClientSize() const {
+    RECT client = {};
+    GetClientRect(window, &client);
+    return {client.right, client.bottom};
 }
 
 int CDialog::Dpi() const {
@@ -365,6 +401,12 @@ int CDialog::Dpi() const {
     const int dpi = device ? GetDeviceCaps(device, LOGPIXELSX) : referenceDpi;
     if (device) ReleaseDC(window, device);
     return dpi;
+}
+
+HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric) {
+    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
+                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
+                                         LR_DEFAULTCOLOR));
 }
 
 }  // namespace reka

@@ -3,11 +3,15 @@
 
 #pragma once
 
+#include <array>
+#include <span>
 #include <string>
 
 #include <windows.h>
 
 #include "editor/DialogLayout.h"
+#include "editor/win/ListView.h"
+#include "editor/win/WindowText.h"
 
 namespace reka {
 
@@ -36,7 +40,9 @@ public:
     bool HasEnded() const { return hasEnded; }
 
 protected:
-    explicit CDialog(int dialogTemplate) : templateId(dialogTemplate) {}
+    /// `dialogLayout`, a table of DialogLayouts.h, tells of a dialog that can be sized where its controls stand.
+    explicit CDialog(int dialogTemplate, std::span<const LayoutRow> dialogLayout = {})
+        : templateId(dialogTemplate), layout(dialogLayout) {}
 
     /// Shows the dialog until it has ended, with `owner` disabled meanwhile; null for no owner. What `End` was called
     /// with; `notShown` if the system has refused the dialog, or ended it with the program.
@@ -53,8 +59,8 @@ protected:
     virtual void OnCommand(int control, int notification);
     /// What a list view or another of the newer controls reports. The result is what the control is told.
     virtual LRESULT OnNotify(NMHDR& header);
-    /// The client area has that size now, in pixels; called after `OnInit` too, and not for a minimised window.
-    virtual void OnSize(int width, int height);
+    /// The controls of a dialog that can be sized have their places.
+    virtual void OnLaidOut() {}
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
 
@@ -67,7 +73,7 @@ protected:
 
     // The controls, by their numbers.
     HWND Item(int control) const { return GetDlgItem(window, control); }
-    std::u16string Text(int control) const;
+    std::u16string Text(int control) const { return WindowText(Item(control)); }
     void SetText(int control, const std::u16string& text);
     bool IsChecked(int control) const { return IsDlgButtonChecked(window, control) == BST_CHECKED; }
     void SetChecked(int control, bool isChecked);
@@ -77,11 +83,19 @@ protected:
     /// Gives the control the keyboard's focus; from `OnInit`, that is where the dialog begins.
     void FocusOn(int control) { FocusOn(Item(control)); }
     void FocusOn(HWND control);  // also one of a page; null for none
-    /// Lets a list box scroll to the end of its longest item; after each change of its items.
-    void FitScrolling(int listBox) const;
-    void Place(int control, const ControlPlace& place);
+    /// Replaces the items of a list box, which then scrolls to the end of the longest one.
+    void FillListBox(int control, std::span<const std::u16string> items, int selection) const;
+    /// Adds to what a combo box offers. `data` leads from the item back to what it stands for, where the list is
+    /// sorted.
+    void AddChoice(int control, const char16_t* text, int data = 0) const;
+    /// Selects the choice with those data; without one, the item of the number `otherwise`, -1 for none.
+    void SelectChoice(int control, int data, int otherwise = -1) const;
+    int TextWidth(int control, const std::u16string& text) const;
     ControlPlace PlaceOf(int control) const;  // in the client area
-    ControlSize SizeOf(int control) const;
+    /// Gives the controls the places of the layout; nobody else moves them.
+    void LayOut();
+    /// The text of a control that grows in the layout takes that width now, in pixels.
+    void MakeRoomForText(int control, int width);
 
     /// Dots per inch of the screen, to which the system has sized the controls and their font.
     int Dpi() const;
@@ -111,10 +125,17 @@ private:
     void Command(WPARAM wParam, LPARAM lParam);
     void Close();
     void Notify(LPARAM lParam);
-    void Size(WPARAM kind, LPARAM size);
+    void Size(WPARAM kind);
+    void NoteDesign();
+    void Place(int control, const ControlPlace& place);
+    ControlSize ClientSize() const;
     void DestroyIcons();
+    void FitScrolling(int listBox, std::span<const std::u16string> items) const;
 
     int templateId;
+    std::span<const LayoutRow> layout;
+    ControlSize designedClient;
+    std::array<DesignedControl, mostLayoutRows> designed;  // one for each row of the layout
     HWND window = nullptr;
     HICON largeIcon = nullptr;
     HICON smallIcon = nullptr;
@@ -129,12 +150,7 @@ private:
     bool isFocusSet = false;
 };
 
-/// The text as the system's functions take it.
-inline const wchar_t* WideText(const std::u16string& text) {
-    return reinterpret_cast<const wchar_t*>(text.c_str());
-}
-inline const wchar_t* WideText(const char16_t* text) {
-    return reinterpret_cast<const wchar_t*>(text);
-}
+/// One of the module's icons; its owner destroys it. The metrics are the system's numbers of the size.
+HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric);
 
 }  // namespace reka

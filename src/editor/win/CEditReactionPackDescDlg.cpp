@@ -1,10 +1,11 @@
-// See CEditReactionPackDescDlg.h.
+// The pages are children that live from the opening to the end, so what was typed in one stays while another is shown;
+// the tabs only show and hide. Keys pressed in a page are kept from the buttons of the shell.
 
 #include "editor/win/CEditReactionPackDescDlg.h"
 
 #include <commctrl.h>
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
@@ -29,7 +30,7 @@ bool IsFocusIn(const CDialog& page) {
 }  // namespace
 
 CEditReactionPackDescDlg::CEditReactionPackDescDlg(CEditShell& editShell, const ReactionPackDefinition& edited)
-    : CDialog(IDD_EDIT),
+    : CDialog(IDD_EDIT, editLayout),
       shell(editShell),
       initialFields(FillGeneralPage(edited)),
       general(initialFields),
@@ -132,17 +133,10 @@ LRESULT CEditReactionPackDescDlg::OnNotify(NMHDR& header) {
     return 0;
 }
 
-void CEditReactionPackDescDlg::OnSize(int width, int height) {
-    const EditShellSizes buttons = {SizeOf(IDC_EDIT_HELP), SizeOf(IDC_EDIT_LOAD), SizeOf(IDC_EDIT_STORE), SizeOf(IDOK),
-                                    SizeOf(IDCANCEL)};
-    const EditShellLayout layout = LayOutEditShell({width, height}, buttons, Dpi());
-    Place(IDC_EDIT_TABS, layout.tabs);
-    Place(IDC_EDIT_HELP, layout.help);
-    Place(IDC_EDIT_LOAD, layout.load);
-    Place(IDC_EDIT_STORE, layout.store);
-    Place(IDOK, layout.ok);
-    Place(IDCANCEL, layout.cancel);
-    RECT area = {layout.tabs.left, layout.tabs.top, layout.tabs.right, layout.tabs.bottom};
+// The pages fill what the tab control leaves of itself.
+void CEditReactionPackDescDlg::OnLaidOut() {
+    const ControlPlace tabs = PlaceOf(IDC_EDIT_TABS);
+    RECT area = {tabs.left, tabs.top, tabs.right, tabs.bottom};
     SendMessageW(Item(IDC_EDIT_TABS), TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&area));
     for (const CDialog* const page : pages) {
         if (!page->Window()) continue;

@@ -23,7 +23,7 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
+    void OnLaidOut() override;
     void OnClose() override { End(IDCANCEL); }
 
 private:

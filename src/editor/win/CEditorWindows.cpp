@@ -1,8 +1,8 @@
-// See CEditorWindows.h.
+// The dialogs that are open are a chain on the stack, each linked to the one below it. A message box or a dialog
+// belongs to the topmost of them whose window there is; where the system has ended one meanwhile, nothing opens above
+// it.
 
 #include "editor/win/CEditorWindows.h"
-
-#include <utility>
 
 #include "editor/EditShell.h"
 #include "editor/TemplateManager.h"
@@ -18,6 +18,7 @@
 #include "editor/win/CStoreDlg.h"
 #include "editor/win/ChooseFile.h"
 #include "editor/win/HtmlHelp.h"
+#include "manager/ManagerTemplates.h"
 
 namespace reka {
 
@@ -58,10 +59,25 @@ bool CEditorWindows::Run(Dialog& dialog) {
     return dialog.Run(owner);
 }
 
-bool CEditorWindows::EditPackage(ReactionPackDefinition& definition, TemplateSourceFactory makeTemplates) {
-    CEditShell shell(definition, std::move(makeTemplates), *this);
-    CEditReactionPackDescDlg dialog(shell, definition);
-    return Run(dialog);
+bool CEditorWindows::EditPackage(ReactionPackDefinition& definition) noexcept {
+    try {
+        CEditShell shell(definition, MakeManagerTemplates, *this);
+        CEditReactionPackDescDlg dialog(shell, definition);
+        return Run(dialog);
+    } catch (...) {
+        SetLastError(ERROR_OUTOFMEMORY);
+        return false;
+    }
+}
+
+void CEditorWindows::EditTemplates(ITemplateSource& templates) noexcept {
+    try {
+        CTemplateManager manager(templates, *this);
+        CManagerDlg dialog(manager);
+        Run(dialog);
+    } catch (...) {
+        SetLastError(ERROR_OUTOFMEMORY);
+    }
 }
 
 bool CEditorWindows::EditTemplate(ReactionPackDefinition& definition, ITemplateSource& templates) {
@@ -70,15 +86,10 @@ bool CEditorWindows::EditTemplate(ReactionPackDefinition& definition, ITemplateS
     return Run(dialog);
 }
 
-void CEditorWindows::ManageTemplates(ITemplateSource& templates) {
-    CTemplateManager manager(templates, *this);
-    CManagerDlg dialog(manager);
-    Run(dialog);
-}
-
-MessageAnswer CEditorWindows::ShowMessage(const std::u16string& text, const std::u16string& title,
-                                          std::uint32_t style) {
-    return static_cast<MessageAnswer>(MessageBoxW(Owner(), WideText(text), WideText(title), style));
+MessageAnswer CEditorWindows::Show(const UserMessage& message) noexcept {
+    const HWND owner = message.owner == MessageOwner::None ? nullptr : Owner();
+    return static_cast<MessageAnswer>(
+        MessageBoxW(owner, SystemText(message.text), SystemText(message.title), message.style));
 }
 
 bool CEditorWindows::AskForText(const std::u16string& title, CBstr& inputText) {

@@ -20,13 +20,10 @@ class CEditorWindows final : public IEditorUi {
 public:
     explicit CEditorWindows(HWND simulatorWindow) : firstOwner(simulatorWindow) {}
 
-    /// Opens the edit shell on a package. True for OK.
-    bool EditPackage(ReactionPackDefinition& definition, TemplateSourceFactory makeTemplates);
-    /// Opens the dialog that keeps the templates.
-    void ManageTemplates(ITemplateSource& templates);
-
+    bool EditPackage(ReactionPackDefinition& definition) noexcept override;
+    void EditTemplates(ITemplateSource& templates) noexcept override;
+    MessageAnswer Show(const UserMessage& message) noexcept override;
     const COwnArithmetic& Arithmetic() const override { return arithmetic; }
-    MessageAnswer ShowMessage(const std::u16string& text, const std::u16string& title, std::uint32_t style) override;
     bool AskForText(const std::u16string& title, CBstr& inputText) override;
     bool EditExpression(const ReactionPackDefinition& definition, const std::u16string& item,
                         const std::u16string& unit, std::u16string& expression) override;

@@ -1,21 +1,19 @@
-// See CGeneralDlg.h.
+// The page is filled once and read on demand. It reports nothing: what the user types counts when the shell checks the
+// definition.
 
 #include "editor/win/CGeneralDlg.h"
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
-CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL), initial(filling) {}
+CGeneralDlg::CGeneralDlg(const GeneralPageFields& filling) : CDialog(IDD_GENERAL, generalLayout), initial(filling) {}
 
 void CGeneralDlg::OnInit() {
     SetText(IDC_GENERAL_NAME, initial.name);
     SetText(IDC_GENERAL_DESCRIPTION, initial.description);
-    const HWND versions = Item(IDC_GENERAL_THERMO_VERSION);
-    for (const char16_t* const text : thermoVersionTexts) {
-        SendMessageW(versions, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    }
-    SendMessageW(versions, CB_SETCURSEL, static_cast<WPARAM>(initial.versionIndex), 0);
+    for (const char16_t* const text : thermoVersionTexts) AddChoice(IDC_GENERAL_THERMO_VERSION, text);
+    SendMessageW(Item(IDC_GENERAL_THERMO_VERSION), CB_SETCURSEL, static_cast<WPARAM>(initial.versionIndex), 0);
 }
 
 GeneralPageFields CGeneralDlg::Fields() const {
@@ -25,15 +23,5 @@ GeneralPageFields CGeneralDlg::Fields() const {
 
 // Enter and Escape in a field come as OK and Cancel, and mean nothing here.
 void CGeneralDlg::OnCommand(int /*control*/, int /*notification*/) {}
-
-void CGeneralDlg::OnSize(int width, int /*height*/) {
-    const int right = GeneralPageRightEdge(width, PlaceOf(IDC_GENERAL_GENERAL_GROUP).left);
-    for (const int control : {IDC_GENERAL_GENERAL_GROUP, IDC_GENERAL_STANDARD_GROUP, IDC_GENERAL_NAME,
-                              IDC_GENERAL_DESCRIPTION, IDC_GENERAL_THERMO_VERSION}) {
-        ControlPlace place = PlaceOf(control);
-        place.right = right;
-        Place(control, place);
-    }
-}
 
 }  // namespace reka

@@ -1,4 +1,5 @@
-// See CInputDlg.h.
+// Works on the caller's own string: opening takes no memory for a copy, and what is typed goes into the string at OK
+// alone.
 
 #include "editor/win/CInputDlg.h"
 
@@ -12,7 +13,7 @@ CInputDlg::CInputDlg(std::u16string windowTitle, CBstr& text)
     : CDialog(IDD_INPUT), title(std::move(windowTitle)), inputText(text) {}
 
 void CInputDlg::OnInit() {
-    SetWindowTextW(Window(), WideText(title));
+    SetWindowTextW(Window(), SystemText(title));
     SetWindowTextW(Item(IDC_INPUT_TEXT), inputText.Get());  // a copy might find no memory
     FocusOn(IDC_INPUT_TEXT);
     SendMessageW(Item(IDC_INPUT_TEXT), EM_SETSEL, 0, -1);

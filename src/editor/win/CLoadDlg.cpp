@@ -1,4 +1,5 @@
-// See CLoadDlg.h.
+// A list without a field to type in: the user can only choose a template that there is. The dialog to store under a
+// name has a field, and differs in what it says of an empty one.
 
 #include "editor/win/CLoadDlg.h"
 
@@ -6,7 +7,7 @@
 
 namespace reka {
 
-CLoadDlg::CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui)
+CLoadDlg::CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui)
     : CDialog(IDD_LOAD_TEMPLATE),
       templates(templateSource),
       answer(templateName),
@@ -21,21 +22,9 @@ bool CLoadDlg::Run(HWND owner) {
 // The list sorts the names: each item tells its position in the order of the templates.
 void CLoadDlg::OnInit() {
     names.Fill(templates);
-    const HWND list = Item(IDC_LOAD_TEMPLATE_NAME);
-    std::int32_t position = 0;
-    for (const std::u16string& name : names.Names()) {
-        const LRESULT item = SendMessageW(list, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-        SendMessageW(list, CB_SETITEMDATA, static_cast<WPARAM>(item), position++);
-    }
-    SendMessageW(list, CB_SETCURSEL, SuggestedItem(), 0);
-}
-
-WPARAM CLoadDlg::SuggestedItem() const {
-    const HWND list = Item(IDC_LOAD_TEMPLATE_NAME);
-    for (std::size_t item = 0; item < names.Names().size(); ++item) {
-        if (SendMessageW(list, CB_GETITEMDATA, item, 0) == names.SuggestedPosition()) return item;
-    }
-    return 0;
+    int position = 0;
+    for (const std::u16string& name : names.Names()) AddChoice(IDC_LOAD_TEMPLATE_NAME, name.c_str(), position++);
+    SelectChoice(IDC_LOAD_TEMPLATE_NAME, names.SuggestedPosition(), 0);
 }
 
 void CLoadDlg::OnCommand(int control, int notification) {

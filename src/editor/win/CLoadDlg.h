@@ -12,7 +12,7 @@ namespace reka {
 /// All parameters outlive it.
 class CLoadDlg final : public CDialog {
 public:
-    CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui);
+    CLoadDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui);
 
     /// True for OK, with the answer in `templateName`.
     bool Run(HWND owner);
@@ -22,8 +22,6 @@ protected:
     void OnCommand(int control, int notification) override;
 
 private:
-    WPARAM SuggestedItem() const;
-
     ITemplateSource& templates;
     std::u16string& answer;
     CTemplateNames names;

@@ -1,12 +1,14 @@
-// See CManagerDlg.h.
+// The list is filled afresh after each change and has no selection then; which buttons can be used follows from the
+// selection.
 
 #include "editor/win/CManagerDlg.h"
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
-CManagerDlg::CManagerDlg(CTemplateManager& templateManager) : CDialog(IDD_MANAGER), manager(templateManager) {}
+CManagerDlg::CManagerDlg(CTemplateManager& templateManager)
+    : CDialog(IDD_MANAGER, managerLayout), manager(templateManager) {}
 
 void CManagerDlg::OnInit() {
     ShowList();
@@ -15,13 +17,7 @@ void CManagerDlg::OnInit() {
 }
 
 void CManagerDlg::ShowList() {
-    const HWND list = Item(IDC_MANAGER_LIST);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const std::u16string& name : manager.Names()) {
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(manager.Selection()), 0);
-    FitScrolling(IDC_MANAGER_LIST);
+    FillListBox(IDC_MANAGER_LIST, manager.Names(), manager.Selection());
     UpdateButtons();
 }
 
@@ -53,17 +49,6 @@ void CManagerDlg::OnCommand(int control, int notification) {
             CDialog::OnCommand(control, notification);
             break;
     }
-}
-
-void CManagerDlg::OnSize(int width, int height) {
-    const TemplateManagerSizes buttons = {SizeOf(IDC_MANAGER_CREATE), SizeOf(IDC_MANAGER_EDIT),
-                                          SizeOf(IDC_MANAGER_DELETE), SizeOf(IDOK)};
-    const TemplateManagerLayout layout = LayOutTemplateManager({width, height}, buttons, Dpi());
-    Place(IDC_MANAGER_LIST, layout.list);
-    Place(IDC_MANAGER_CREATE, layout.create);
-    Place(IDC_MANAGER_EDIT, layout.edit);
-    Place(IDC_MANAGER_DELETE, layout.erase);
-    Place(IDOK, layout.close);
 }
 
 }  // namespace reka

@@ -18,7 +18,6 @@ public:
 protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
-    void OnSize(int width, int height) override;
 
 private:
     void ShowList();

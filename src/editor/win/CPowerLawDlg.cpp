@@ -1,17 +1,43 @@
-// See CPowerLawDlg.h.
+// The fields of the wizard are read as a whole at each change, since the preview depends on all of them. The controls
+// of the two directions are the same five, so a row of a table stands for each direction.
 
 #include "editor/win/CPowerLawDlg.h"
 
 #include <array>
-#include <utility>
 
-#include "editor/win/ListView.h"
 #include "editor/win/resource.h"
 
 namespace reka {
 
+namespace {
+
+struct DirectionControls {
+    RateDirectionFields RateWizardFields::*fields;
+    int isOn;
+    int constant;
+    int constantLabel;
+    int hasEnergy;
+    int energy;
+};
+constexpr DirectionControls directionControls[] = {
+    {&RateWizardFields::forward, IDC_RATE_WIZARD_FORWARD, IDC_RATE_WIZARD_FORWARD_CONSTANT,
+     IDC_RATE_WIZARD_FORWARD_CONSTANT_LABEL, IDC_RATE_WIZARD_HAS_FORWARD_ENERGY, IDC_RATE_WIZARD_FORWARD_ENERGY},
+    {&RateWizardFields::backward, IDC_RATE_WIZARD_BACKWARD, IDC_RATE_WIZARD_BACKWARD_CONSTANT,
+     IDC_RATE_WIZARD_BACKWARD_CONSTANT_LABEL, IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY, IDC_RATE_WIZARD_BACKWARD_ENERGY},
+};
+
+struct VariableButton {
+    int button;
+    RateVariable variable;
+};
+constexpr VariableButton variableButtons[] = {{IDC_RATE_WIZARD_ACTIVITY, RateVariable::Activity},
+                                              {IDC_RATE_WIZARD_MOLARITY, RateVariable::Molarity},
+                                              {IDC_RATE_WIZARD_MOLE_FRACTION, RateVariable::MoleFraction}};
+
+}  // namespace
+
 CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
-                           std::u16string& writtenRate, IEditorUi& asked)
+                           std::u16string& writtenRate, IUserMessages& asked)
     : CDialog(IDD_RATE_WIZARD), wizard(reaction, definition), rateText(writtenRate), ui(asked) {}
 
 void CPowerLawDlg::OnInit() {
@@ -70,23 +96,19 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
     CListView list(header.hwndFrom);
     switch (header.code) {
         case static_cast<UINT>(LVN_BEGINLABELEDITW):
-            isCellTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return FALSE;  // go on
         case static_cast<UINT>(LVN_ENDLABELEDITW): {
-            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
-            if (std::exchange(isCellTaken, true)) return FALSE;
+            if (!cell.End()) return FALSE;
             const bool isTaken = wizard.EditInhibitionConstant(EditedRow(header), EditedText(header));
             if (isTaken) ShowPreview(wizard.RateText());
             return isTaken;
         }
         case static_cast<UINT>(LVN_KEYDOWN):
-            if (IsEditKey(header) && list.SelectedRow() >= 0) {
-                list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
-            }
+            if (IsEditKey(header)) list.EditSelectedRow();
             return 0;
         case static_cast<UINT>(NM_DBLCLK):
-            if (list.SelectedRow() >= 0) list.EditFirstCell(static_cast<std::size_t>(list.SelectedRow()));
+            list.EditSelectedRow();
             return 0;
         default:
             return 0;
@@ -95,28 +117,25 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
 
 void CPowerLawDlg::ReadFields() {
     RateWizardFields& fields = wizard.fields;
-    fields.variable = IsChecked(IDC_RATE_WIZARD_MOLE_FRACTION) ? RateVariable::MoleFraction
-                      : IsChecked(IDC_RATE_WIZARD_MOLARITY)    ? RateVariable::Molarity
-                                                               : RateVariable::Activity;
-    fields.forward = {IsChecked(IDC_RATE_WIZARD_FORWARD), Text(IDC_RATE_WIZARD_FORWARD_CONSTANT),
-                      IsChecked(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY), Text(IDC_RATE_WIZARD_FORWARD_ENERGY)};
-    fields.backward = {IsChecked(IDC_RATE_WIZARD_BACKWARD), Text(IDC_RATE_WIZARD_BACKWARD_CONSTANT),
-                       IsChecked(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY), Text(IDC_RATE_WIZARD_BACKWARD_ENERGY)};
+    for (const auto& [button, variable] : variableButtons) {
+        if (IsChecked(button)) fields.variable = variable;
+    }
+    for (const DirectionControls& controls : directionControls) {
+        fields.*controls.fields = {IsChecked(controls.isOn), Text(controls.constant), IsChecked(controls.hasEnergy),
+                                   Text(controls.energy)};
+    }
     fields.referenceTemperature = Text(IDC_RATE_WIZARD_REFERENCE_TEMPERATURE);
     fields.inhibitionPower = Text(IDC_RATE_WIZARD_INHIBITION_POWER);
 }
 
 void CPowerLawDlg::EnableFields() {
-    const RateDirectionFields& forward = wizard.fields.forward;
-    const RateDirectionFields& backward = wizard.fields.backward;
-    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_FORWARD_CONSTANT_LABEL, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_HAS_FORWARD_ENERGY, forward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_FORWARD_ENERGY, forward.IsEnergyEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_CONSTANT_LABEL, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_HAS_BACKWARD_ENERGY, backward.IsConstantEnabled());
-    Enable(IDC_RATE_WIZARD_BACKWARD_ENERGY, backward.IsEnergyEnabled());
+    for (const DirectionControls& controls : directionControls) {
+        const RateDirectionFields& direction = wizard.fields.*controls.fields;
+        for (const int control : {controls.constant, controls.constantLabel, controls.hasEnergy}) {
+            Enable(control, direction.IsConstantEnabled());
+        }
+        Enable(controls.energy, direction.IsEnergyEnabled());
+    }
 }
 
 void CPowerLawDlg::FieldsChanged() {

@@ -6,6 +6,7 @@
 
 #include "editor/RateWizard.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -13,7 +14,7 @@ class CPowerLawDlg : public CDialog {
 public:
     /// `rateText` and `asked` outlive the dialog.
     CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
-                 std::u16string& writtenRate, IEditorUi& asked);
+                 std::u16string& writtenRate, IUserMessages& asked);
 
     /// True for OK, with the text of the rate. Otherwise that text is as it was.
     bool Run(HWND owner) { return RunModal(owner) == IDOK; }
@@ -31,8 +32,8 @@ private:
 
     CRateWizard wizard;
     std::u16string& rateText;
-    IEditorUi& ui;
-    bool isCellTaken = false;  // or refused: the editing of a cell ends once
+    IUserMessages& ui;
+    CCellEditing cell;
 };
 
 }  // namespace reka

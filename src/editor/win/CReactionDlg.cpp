@@ -1,14 +1,13 @@
-// See CReactionDlg.h.
+// What the user changes goes into the reaction at once; what follows from it is shown again by the part that it
+// concerns, as the page tells. The page changes its own controls under a silence, so that they don't report that as the
+// user's.
 
 #include "editor/win/CReactionDlg.h"
 
+#include <algorithm>
 #include <array>
-#include <utility>
 
-#include "editor/PageLayouts.h"
-#include "editor/win/ListView.h"
-#include "editor/win/resource.h"
-#include "platform/win/SystemModules.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
@@ -17,11 +16,18 @@ namespace {
 /// Reported by the page itself; above the numbers of the system.
 constexpr int phaseIsSettled = 0x7000;
 
-HICON LoadSmallIcon(int resource) {
-    return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
-                                         GetSystemMetrics(SM_CXSMICON), GetSystemMetrics(SM_CYSMICON),
-                                         LR_DEFAULTCOLOR));
-}
+/// The field of an expression, and the button of its editor.
+struct ExpressionControls {
+    ReactionExpression expression;
+    int field;
+    int editButton;
+};
+constexpr ExpressionControls expressionControls[] = {
+    {ReactionExpression::Rate, IDC_REACTIONS_RATE, IDC_REACTIONS_EDIT_RATE},
+    {ReactionExpression::EquilibriumConstant, IDC_REACTIONS_EQUILIBRIUM_CONSTANT,
+     IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT},
+    {ReactionExpression::Heat, IDC_REACTIONS_HEAT, IDC_REACTIONS_EDIT_HEAT},
+};
 
 /// Everything that a reaction has to be selected for: all controls but the list and Create.
 void EnableControlsOfReaction(HWND page, bool isEnabled) {
@@ -31,20 +37,9 @@ void EnableControlsOfReaction(HWND page, bool isEnabled) {
     }
 }
 
-int WidthOfText(HWND control, const std::u16string& text) {
-    const HDC device = GetDC(control);
-    if (!device) return 0;
-    const HGDIOBJ before = SelectObject(device, reinterpret_cast<HFONT>(SendMessageW(control, WM_GETFONT, 0, 0)));
-    SIZE size = {};
-    GetTextExtentPoint32W(device, WideText(text), static_cast<int>(text.size()), &size);
-    SelectObject(device, before);
-    ReleaseDC(control, device);
-    return size.cx;
-}
-
 }  // namespace
 
-CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS), page(reactionPage) {}
+CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS, reactionsLayout), page(reactionPage) {}
 
 CReactionDlg::~CReactionDlg() {
     for (const HICON icon : {wizardIcon, editIcon}) {
@@ -53,10 +48,6 @@ CReactionDlg::~CReactionDlg() {
 }
 
 void CReactionDlg::OnInit() {
-    const ControlPlace group = PlaceOf(IDC_REACTIONS_PROPERTIES_GROUP);
-    const ControlPlace heading = PlaceOf(IDC_REACTIONS_HEADING);
-    inset = {heading.left - group.left, heading.top - group.top};
-    unit = SizeOf(IDC_REACTIONS_RATE_UNIT);
     SetButtonIcons();
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     list.UseWholeRows();
@@ -70,39 +61,26 @@ void CReactionDlg::OnInit() {
 }
 
 void CReactionDlg::SetButtonIcons() {
-    wizardIcon = LoadSmallIcon(IDI_RATE_WIZARD);
-    editIcon = LoadSmallIcon(IDI_EDIT_EXPRESSION);
+    wizardIcon = LoadModuleIcon(IDI_RATE_WIZARD, SM_CXSMICON, SM_CYSMICON);
+    editIcon = LoadModuleIcon(IDI_EDIT_EXPRESSION, SM_CXSMICON, SM_CYSMICON);
     const auto set = [this](int control, HICON icon) {
         SendMessageW(Item(control), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
     };
     set(IDC_REACTIONS_RATE_WIZARD, wizardIcon);
-    set(IDC_REACTIONS_EDIT_RATE, editIcon);
-    set(IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, editIcon);
-    set(IDC_REACTIONS_EDIT_HEAT, editIcon);
+    for (const ExpressionControls& controls : expressionControls) set(controls.editButton, editIcon);
 }
 
 void CReactionDlg::FillChoices() {
-    for (const char16_t* const text : phaseTexts) {
-        SendMessageW(Item(IDC_REACTIONS_PHASE), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(text));
-    }
-    const HWND bases = Item(IDC_REACTIONS_BASIS);
+    for (const char16_t* const text : phaseTexts) AddChoice(IDC_REACTIONS_PHASE, text);
     for (int basis = 0; basis < equilibriumBasisCount; ++basis) {
-        const LRESULT item =
-            SendMessageW(bases, CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(equilibriumBasisWords[basis]));
-        SendMessageW(bases, CB_SETITEMDATA, static_cast<WPARAM>(item), basis);
+        AddChoice(IDC_REACTIONS_BASIS, equilibriumBasisWords[basis], basis);
     }
 }
 
 void CReactionDlg::RefillReactionList() {
     if (!Window()) return;
     const CSilence silence(*this);
-    const HWND list = Item(IDC_REACTIONS_LIST);
-    SendMessageW(list, LB_RESETCONTENT, 0, 0);
-    for (const std::u16string& id : page.ReactionIds()) {
-        SendMessageW(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(id.c_str()));
-    }
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(page.Selection()), 0);
-    FitScrolling(IDC_REACTIONS_LIST);
+    FillListBox(IDC_REACTIONS_LIST, page.ReactionIds(), page.Selection());
 }
 
 void CReactionDlg::RefreshReactionPage() {
@@ -112,14 +90,14 @@ void CReactionDlg::RefreshReactionPage() {
     FillStoichiometry(content);
     SetChecked(IDC_REACTIONS_EQUILIBRIUM, content.isEquilibrium);
     SetChecked(IDC_REACTIONS_HETEROGENEOUS, content.isHeterogeneous);
-    SetText(IDC_REACTIONS_RATE, content.rate);
-    SetText(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, content.equilibriumConstant);
-    SetText(IDC_REACTIONS_HEAT, content.heat);
+    for (const ExpressionControls& controls : expressionControls) {
+        SetText(controls.field, content.expressions[static_cast<std::size_t>(controls.expression)]);
+    }
     SendMessageW(Item(IDC_REACTIONS_PHASE), CB_SETCURSEL, static_cast<WPARAM>(-1), 0);  // any item can be chosen then
     SetText(IDC_REACTIONS_PHASE, content.phase);
     SetReactionControlsEnabled(content.enabled);
     if (content.enabled.reaction) {
-        SelectBasis();
+        SelectChoice(IDC_REACTIONS_BASIS, static_cast<int>(page.SelectedReaction()->equilibriumBasis));
         UpdateEquilibriumUnit();
     }
     SetText(IDC_REACTIONS_HEADING, content.heading);
@@ -165,17 +143,6 @@ void CReactionDlg::SetReactionControlsEnabled(const ReactionPageEnabled& enabled
     EnableControlsOfReaction(Window(), false);
 }
 
-void CReactionDlg::SelectBasis() {
-    const HWND bases = Item(IDC_REACTIONS_BASIS);
-    const auto wanted = static_cast<LRESULT>(page.SelectedReaction()->equilibriumBasis);
-    const auto count = static_cast<WPARAM>(SendMessageW(bases, CB_GETCOUNT, 0, 0));
-    auto selected = static_cast<WPARAM>(-1);  // for a number that is none of theirs
-    for (WPARAM item = 0; item < count; ++item) {
-        if (SendMessageW(bases, CB_GETITEMDATA, item, 0) == wanted) selected = item;
-    }
-    SendMessageW(bases, CB_SETCURSEL, selected, 0);
-}
-
 void CReactionDlg::UpdateEquilibriumUnit() {
     const ReactionDefinition* const reaction = page.SelectedReaction();
     if (!reaction) return;
@@ -185,16 +152,11 @@ void CReactionDlg::UpdateEquilibriumUnit() {
 }
 
 void CReactionDlg::MakeRoomForUnits() {
-    const int rate = WidthOfText(Item(IDC_REACTIONS_RATE_UNIT), Text(IDC_REACTIONS_RATE_UNIT));
-    const int equilibrium =
-        WidthOfText(Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT), Text(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT));
-    const int needed = rate > equilibrium ? rate : equilibrium;
-    if (needed == unitText) return;
-    unitText = needed;
-    RECT client = {};
-    GetClientRect(Window(), &client);
-    OnSize(client.right, client.bottom);
-    InvalidateRect(Window(), nullptr, TRUE);
+    int widest = 0;
+    for (const int unit : {IDC_REACTIONS_RATE_UNIT, IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT}) {
+        widest = std::max(widest, TextWidth(unit, Text(unit)));
+    }
+    MakeRoomForText(IDC_REACTIONS_RATE_UNIT, widest);
 }
 
 void CReactionDlg::Take(PageChange change) {
@@ -229,7 +191,7 @@ void CReactionDlg::OnCommand(int control, int notification) {
         case IDC_REACTIONS_RATE:
         case IDC_REACTIONS_EQUILIBRIUM_CONSTANT:
         case IDC_REACTIONS_HEAT:
-            if (notification == EN_CHANGE) TextChanged(control);
+            if (notification == EN_CHANGE) TakeExpression(control);
             break;
         case IDC_REACTIONS_BASIS:
             if (notification == CBN_SELCHANGE) ChooseBasis();
@@ -265,34 +227,33 @@ void CReactionDlg::Clicked(int control) {
             Take(page.SetIsHeterogeneous(IsChecked(control)));
             break;
         case IDC_REACTIONS_RATE_WIZARD:
-            if (page.RunRateWizard()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
+            if (page.RunRateWizard()) ShowExpression(IDC_REACTIONS_RATE, ReactionExpression::Rate);
             break;
         case IDC_REACTIONS_EDIT_RATE:
-            if (page.EditRate()) ShowExpression(IDC_REACTIONS_RATE, &ReactionDefinition::rateEquation);
-            break;
         case IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT:
-            if (page.EditEquilibriumConstant()) {
-                ShowExpression(IDC_REACTIONS_EQUILIBRIUM_CONSTANT, &ReactionDefinition::equilibriumConstantEquation);
-            }
-            break;
         case IDC_REACTIONS_EDIT_HEAT:
-            if (page.EditHeat()) ShowExpression(IDC_REACTIONS_HEAT, &ReactionDefinition::heatEquation);
+            EditExpression(control);
             break;
         default:  // Enter and Escape mean nothing here
             break;
     }
 }
 
-void CReactionDlg::ShowExpression(int control, std::u16string ReactionDefinition::*expression) {
-    const CSilence silence(*this);
-    if (const ReactionDefinition* const reaction = page.SelectedReaction()) SetText(control, reaction->*expression);
+void CReactionDlg::EditExpression(int button) {
+    for (const auto& [expression, field, editButton] : expressionControls) {
+        if (editButton == button && page.EditExpression(expression)) ShowExpression(field, expression);
+    }
 }
 
-void CReactionDlg::TextChanged(int control) {
-    const std::u16string text = Text(control);
-    if (control == IDC_REACTIONS_RATE) page.SetRate(text);
-    if (control == IDC_REACTIONS_EQUILIBRIUM_CONSTANT) page.SetEquilibriumConstant(text);
-    if (control == IDC_REACTIONS_HEAT) page.SetHeat(text);
+void CReactionDlg::ShowExpression(int field, ReactionExpression expression) {
+    const CSilence silence(*this);
+    SetText(field, page.ExpressionText(expression));
+}
+
+void CReactionDlg::TakeExpression(int changedField) {
+    for (const auto& [expression, field, editButton] : expressionControls) {
+        if (field == changedField) page.SetExpression(expression, Text(field));
+    }
 }
 
 void CReactionDlg::SelectReaction() {
@@ -338,13 +299,10 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
             EditSelectedCoefficient();
             return 0;
         case LVN_BEGINLABELEDITW:
-            isCellTaken = false;
-            list.LiftLengthLimit();
+            cell.Begin(header);
             return page.CanEditCoefficient() && list.SelectedRow() >= 0 ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
-            // A box that tells of a failure takes the focus from the cell, which ends its editing again.
-            if (std::exchange(isCellTaken, true)) return FALSE;
-            Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
+            if (cell.End()) Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
             return FALSE;  // the cell shows the number by now, or else its old text
         default:
             return 0;
@@ -352,58 +310,7 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
 }
 
 void CReactionDlg::EditSelectedCoefficient() {
-    CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
-    const int row = list.SelectedRow();
-    if (row >= 0 && page.CanEditCoefficient()) list.EditFirstCell(static_cast<std::size_t>(row));
-}
-
-void CReactionDlg::OnSize(int width, int height) {
-    ReactionPageSizes sizes;
-    sizes.listLabel = SizeOf(IDC_REACTIONS_LIST_LABEL);
-    sizes.create = SizeOf(IDC_REACTIONS_CREATE);
-    sizes.rename = SizeOf(IDC_REACTIONS_RENAME);
-    sizes.erase = SizeOf(IDC_REACTIONS_DELETE);
-    sizes.inset = inset;
-    sizes.heading = SizeOf(IDC_REACTIONS_HEADING);
-    sizes.equilibrium = SizeOf(IDC_REACTIONS_EQUILIBRIUM);
-    sizes.heterogeneous = SizeOf(IDC_REACTIONS_HETEROGENEOUS);
-    sizes.label = SizeOf(IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL);
-    sizes.field = SizeOf(IDC_REACTIONS_RATE);
-    sizes.choice = SizeOf(IDC_REACTIONS_PHASE);
-    sizes.button = SizeOf(IDC_REACTIONS_EDIT_RATE);
-    sizes.unit = unit;
-    sizes.unitText = unitText;
-    const ReactionPageLayout layout = LayOutReactionPage({width, height}, sizes, Dpi());
-    const std::pair<int, const ControlPlace&> places[] = {
-        {IDC_REACTIONS_LIST_LABEL, layout.listLabel},
-        {IDC_REACTIONS_LIST, layout.list},
-        {IDC_REACTIONS_CREATE, layout.create},
-        {IDC_REACTIONS_RENAME, layout.rename},
-        {IDC_REACTIONS_DELETE, layout.erase},
-        {IDC_REACTIONS_PROPERTIES_GROUP, layout.properties},
-        {IDC_REACTIONS_HEADING, layout.heading},
-        {IDC_REACTIONS_STOICHIOMETRY, layout.stoichiometry},
-        {IDC_REACTIONS_EQUILIBRIUM, layout.equilibrium},
-        {IDC_REACTIONS_HETEROGENEOUS, layout.heterogeneous},
-        {IDC_REACTIONS_RATE_LABEL, layout.rate.label},
-        {IDC_REACTIONS_RATE, layout.rate.field},
-        {IDC_REACTIONS_RATE_WIZARD, layout.rateWizard},
-        {IDC_REACTIONS_EDIT_RATE, layout.rate.edit},
-        {IDC_REACTIONS_RATE_UNIT, layout.rate.unit},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_LABEL, layout.equilibriumConstant.label},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.field},
-        {IDC_REACTIONS_EDIT_EQUILIBRIUM_CONSTANT, layout.equilibriumConstant.edit},
-        {IDC_REACTIONS_EQUILIBRIUM_CONSTANT_UNIT, layout.equilibriumConstant.unit},
-        {IDC_REACTIONS_BASIS_LABEL, layout.basis.label},
-        {IDC_REACTIONS_BASIS, layout.basis.choice},
-        {IDC_REACTIONS_HEAT_LABEL, layout.heat.label},
-        {IDC_REACTIONS_HEAT, layout.heat.field},
-        {IDC_REACTIONS_EDIT_HEAT, layout.heat.edit},
-        {IDC_REACTIONS_HEAT_UNIT, layout.heat.unit},
-        {IDC_REACTIONS_PHASE_LABEL, layout.phase.label},
-        {IDC_REACTIONS_PHASE, layout.phase.choice},
-    };
-    for (const auto& [control, place] : places) Place(control, place);
+    if (page.CanEditCoefficient()) CListView(Item(IDC_REACTIONS_STOICHIOMETRY)).EditSelectedRow();
 }
 
 }  // namespace reka

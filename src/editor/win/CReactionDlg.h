@@ -6,6 +6,7 @@
 
 #include "editor/ReactionPage.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -24,7 +25,6 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnSize(int width, int height) override;
 
 private:
     void SetButtonIcons();
@@ -33,26 +33,23 @@ private:
     void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);
     void UpdateEquilibriumUnit();
     void MakeRoomForUnits();
-    void SelectBasis();
     void Take(PageChange change);
 
     void Clicked(int control);
-    void TextChanged(int control);
     void SelectReaction();
     void ChooseBasis();
     void ChoosePhase();
     void PostPhaseIsSettled();
     void TakeSettledPhase();
     void EditSelectedCoefficient();
-    void ShowExpression(int control, std::u16string ReactionDefinition::*expression);
+    void TakeExpression(int changedField);
+    void EditExpression(int button);
+    void ShowExpression(int field, ReactionExpression expression);
 
     CReactionPage& page;
-    ControlSize inset;  // of the group box, as the template has it
-    ControlSize unit;   // as the template has it
-    int unitText = 0;   // the width of the widest unit
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
-    bool isCellTaken = false;  // or refused: the editing of a cell ends once
+    CCellEditing cell;
 };
 
 }  // namespace reka

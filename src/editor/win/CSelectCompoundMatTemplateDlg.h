@@ -25,7 +25,6 @@ private:
     void TakeSource(bool isFromDatabase);
     void TakeSelection();
     void Accept();
-    void FitScrollWidth();
 
     const std::vector<std::u16string>& templateNames;
     std::int32_t& selectedTemplate;

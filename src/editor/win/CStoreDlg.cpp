@@ -1,4 +1,5 @@
-// See CStoreDlg.h.
+// A list with a field to type in: the name may be a new one, or that of a template, of which the shell then asks
+// whether it is to be replaced.
 
 #include "editor/win/CStoreDlg.h"
 
@@ -6,7 +7,7 @@
 
 namespace reka {
 
-CStoreDlg::CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui)
+CStoreDlg::CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui)
     : CDialog(IDD_STORE_TEMPLATE),
       templates(templateSource),
       answer(templateName),
@@ -20,9 +21,7 @@ bool CStoreDlg::Run(HWND owner) {
 
 void CStoreDlg::OnInit() {
     names.Fill(templates);
-    for (const std::u16string& name : names.Names()) {
-        SendMessageW(Item(IDC_STORE_TEMPLATE_NAME), CB_ADDSTRING, 0, reinterpret_cast<LPARAM>(name.c_str()));
-    }
+    for (const std::u16string& name : names.Names()) AddChoice(IDC_STORE_TEMPLATE_NAME, name.c_str());
     SetText(IDC_STORE_TEMPLATE_NAME, names.TemplateName());
 }
 

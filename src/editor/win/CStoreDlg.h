@@ -12,7 +12,7 @@ namespace reka {
 /// All parameters outlive it.
 class CStoreDlg final : public CDialog {
 public:
-    CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IEditorUi& ui);
+    CStoreDlg(ITemplateSource& templateSource, std::u16string& templateName, IUserMessages& ui);
 
     /// True for OK, with the answer in `templateName`.
     bool Run(HWND owner);

@@ -1,5 +1,5 @@
-// See ChooseFile.h. The library of the dialog is loaded when it is first asked for: it takes long, and few who load the
-// module open a file. It stays then, since the system's own parts go on using it.
+// The library of the dialog is loaded when it is first asked for: it takes long, and few who load the module open a
+// file. It stays then, since the system's own parts go on using it.
 
 #include "editor/win/ChooseFile.h"
 
@@ -9,7 +9,7 @@
 #include <cderr.h>
 #include <commdlg.h>
 
-#include "editor/win/CDialog.h"
+#include "editor/win/WindowText.h"
 #include "platform/win/SystemModules.h"
 
 namespace reka {
@@ -76,11 +76,11 @@ OpenFileAnswer ChooseFile(HWND owner, const OpenFileRequest& request, std::u16st
     OPENFILENAMEW dialog = {};
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = owner;
-    dialog.lpstrFilter = WideText(filters);
+    dialog.lpstrFilter = SystemText(filters);
     dialog.lpstrFile = reinterpret_cast<wchar_t*>(buffer.data());
     dialog.nMaxFile = static_cast<DWORD>(buffer.size());
-    dialog.lpstrTitle = WideText(request.title);
-    dialog.lpstrDefExt = WideText(request.defaultExtension);
+    dialog.lpstrTitle = SystemText(request.title);
+    dialog.lpstrDefExt = SystemText(request.defaultExtension);
     dialog.Flags = OFN_EXPLORER | OFN_FILEMUSTEXIST | OFN_PATHMUSTEXIST | OFN_HIDEREADONLY;
     bool isChosen = functions.open(&dialog) != FALSE;
     if (!isChosen && functions.extendedError() == FNERR_INVALIDFILENAME) {  // the path to begin with is none

@@ -1,5 +1,6 @@
-// See ExpressionField.h. Text goes in and out by messages that take it in Unicode, since the control's class isn't a
-// Unicode one.
+// Text goes in and out by messages that take it in Unicode, since the control's class isn't a Unicode one. Where
+// only a caret stands, parts are formatted by selecting them, which is quick; a selection of the user's is left alone,
+// and the control's object model does the work.
 
 #include "editor/win/ExpressionField.h"
 
@@ -12,6 +13,8 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+
+#include "editor/win/WindowText.h"
 
 namespace reka {
 
@@ -158,7 +161,7 @@ void CExpressionField::Attach(HWND richEdit, const CTextHistory& shownHistory) {
     ownProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
     RevokeDragDrop(field);  // what is dropped may have a look of its own
-    SendMessageW(field, EM_EXLIMITTEXT, 0, 0x7FFFFFFE);
+    SendMessageW(field, EM_EXLIMITTEXT, 0, anyTextLength);
     SendMessageW(field, EM_SETUNDOLIMIT, 0, 0);
     SendMessageW(field, EM_SETEVENTMASK, 0, ENM_CHANGE | ENM_SELCHANGE);
     CComRef<IUnknown> model;

@@ -1,8 +1,11 @@
-// See ListView.h.
+// All by messages: the control belongs to its dialog, and an object of this class is only a name for it. A text that is
+// read may be cut without a word, so the room for it grows until it isn't filled.
 
 #include "editor/win/ListView.h"
 
 #include <iterator>
+
+#include "editor/win/WindowText.h"
 
 namespace reka {
 
@@ -105,14 +108,16 @@ std::vector<std::size_t> CListView::TickedRows() const {
     return RowsInState(*this, &CListView::IsTicked);
 }
 
-void CListView::EditFirstCell(std::size_t row) {
+void CListView::EditSelectedRow() {
+    const int row = SelectedRow();
+    if (row < 0) return;
     SetFocus(list);
-    SendMessageW(list, LVM_EDITLABELW, row, 0);
+    SendMessageW(list, LVM_EDITLABELW, static_cast<WPARAM>(row), 0);
 }
 
-void CListView::LiftLengthLimit() const {
-    const auto field = reinterpret_cast<HWND>(SendMessageW(list, LVM_GETEDITCONTROL, 0, 0));
-    if (field) SendMessageW(field, EM_SETLIMITTEXT, 0x7FFFFFFE, 0);
+void CCellEditing::Begin(const NMHDR& header) {
+    hasEnded = false;
+    if (const HWND field = CListView(header.hwndFrom).CellField()) LiftLengthLimit(field);
 }
 
 bool IsEditKey(const NMHDR& header) {
@@ -124,13 +129,10 @@ bool IsEditKey(const NMHDR& header) {
 std::u16string EditedText(const NMHDR& header) {
     const wchar_t* const reported = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
     if (!reported) return {};
-    const auto field = reinterpret_cast<HWND>(SendMessageW(header.hwndFrom, LVM_GETEDITCONTROL, 0, 0));
+    const HWND field = CListView(header.hwndFrom).CellField();
     std::u16string text(reinterpret_cast<const char16_t*>(reported));
     if (!field) return text;
-    const int length = GetWindowTextLengthW(field);
-    std::u16string typed(static_cast<std::size_t>(length) + 1, u'\0');
-    const int copied = GetWindowTextW(field, reinterpret_cast<wchar_t*>(typed.data()), length + 1);
-    typed.resize(static_cast<std::size_t>(copied));
+    std::u16string typed = WindowText(field);
     return typed.size() > text.size() ? typed : text;
 }
 

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <windows.h>
@@ -45,10 +46,11 @@ public:
     bool IsTicked(std::size_t row) const;
     std::vector<std::size_t> TickedRows() const;
 
-    /// Gives the list the keyboard's focus and starts the editing of the first cell of `row`.
-    void EditFirstCell(std::size_t row);
-    /// Lets the field in which a cell is edited take any length; for the time when its editing begins.
-    void LiftLengthLimit() const;
+    /// Gives the list the keyboard's focus and starts the editing of the selected row's first cell; without a selected
+    /// row nothing happens.
+    void EditSelectedRow();
+    /// The field in which a cell is edited; null while none is.
+    HWND CellField() const { return reinterpret_cast<HWND>(SendMessageW(list, LVM_GETEDITCONTROL, 0, 0)); }
 
 private:
     void AddExtendedStyle(DWORD style) {
@@ -66,6 +68,19 @@ bool IsEditKey(const NMHDR& header);
 std::u16string EditedText(const NMHDR& header);
 /// The row of a report that editing has begun or ended.
 std::size_t EditedRow(const NMHDR& header);
+
+/// The editing of one cell, which ends once: a box that tells of what was typed takes the focus from the field of the
+/// cell, and the list then reports the end of the editing again.
+class CCellEditing {
+public:
+    /// The list has reported its beginning. The field takes any length then.
+    void Begin(const NMHDR& header);
+    /// The list has reported its end. True for the first time.
+    bool End() { return !std::exchange(hasEnded, true); }
+
+private:
+    bool hasEnded = false;
+};
 
 /// While it lives the list doesn't draw itself.
 class CListFilling {

@@ -1,11 +1,11 @@
-// See WindowsEditor.h.
+// Each call of an object opens windows of its own, with the floating point settings that belong to them; no dialog
+// outlives the call.
 
 #include "editor/win/WindowsEditor.h"
 
 #include <windows.h>
 
 #include "editor/win/CEditorWindows.h"
-#include "manager/ManagerTemplates.h"
 
 namespace reka {
 
@@ -14,20 +14,10 @@ namespace {
 class CWindowsEditor final : public IEditor {
 public:
     bool EditPackage(ReactionPackDefinition& definition) noexcept override {
-        try {
-            return CEditorWindows(GetActiveWindow()).EditPackage(definition, MakeManagerTemplates);
-        } catch (...) {
-            SetLastError(ERROR_OUTOFMEMORY);
-            return false;
-        }
+        return CEditorWindows(GetActiveWindow()).EditPackage(definition);
     }
-
     void EditTemplates(ITemplateSource& templates) noexcept override {
-        try {
-            CEditorWindows(GetActiveWindow()).ManageTemplates(templates);
-        } catch (...) {
-            SetLastError(ERROR_OUTOFMEMORY);
-        }
+        CEditorWindows(GetActiveWindow()).EditTemplates(templates);
     }
 };
 

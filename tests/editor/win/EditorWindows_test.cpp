@@ -138,7 +138,7 @@ TEST_F(EditorWindows, CanBeOpenInTwoThreads) {
                 Sleep(20);
             }
         });
-        EXPECT_FALSE(CEditorWindows(nullptr).EditPackage(*mine, MakeManagerTemplates));
+        EXPECT_FALSE(CEditorWindows(nullptr).EditPackage(*mine));
         isDone = true;
         closer.join();
     });
@@ -176,7 +176,7 @@ TEST_F(EditorWindows, EndWithTheWindowThatTheyBelongTo) {
             shell.WaitUntilGone();
             u.WaitUntil("the end of all windows", [&] { return u.CountDialogs() == 0; });
         });
-        EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition, MakeManagerTemplates));
+        EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition));
         user.Finish();
     }
     EXPECT_EQ(definition->compounds[0]->name.View(), u"First");

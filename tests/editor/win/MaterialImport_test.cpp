@@ -150,7 +150,7 @@ TEST_F(MaterialImportJourney, EndsWithTheWindowThatItBelongsTo) {
         page.WaitUntilGone();
         EXPECT_EQ(u.CountDialogs(), 0);  // it asks for no template above what is gone
     });
-    EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition, MakeManagerTemplates));
+    EXPECT_FALSE(CEditorWindows(owner).EditPackage(*definition));
     user.Finish();
     simulator.log.onCall = nullptr;
     EXPECT_EQ(definition->compounds.size(), 2U);

@@ -35,14 +35,14 @@ std::uint32_t WordAt(const std::vector<std::uint8_t>& bytes, std::size_t offset)
     return word;
 }
 
-class CStrictUi : public reka::IDefinitionCheckUi {
+class CStrictUi : public reka::IUserMessages {
 public:
-    void ShowWarning(const std::u16string& text, const std::u16string&) override {
-        ADD_FAILURE() << reka::Utf8FromUtf16(text);
-    }
-    bool AskToContinue(const std::u16string& text, const std::u16string&) override {
-        questions.push_back(reka::Utf8FromUtf16(text));
-        return true;
+    reka::MessageAnswer Show(const reka::UserMessage& message) noexcept override {
+        const std::string text = reka::Utf8FromUtf16(message.text);
+        const bool isQuestion = (message.style & reka::messagestyle::buttons) == reka::messagestyle::okCancel;
+        if (isQuestion) questions.push_back(text);
+        if (!isQuestion) ADD_FAILURE() << text;
+        return reka::MessageAnswer::Ok;
     }
     std::vector<std::string> questions;
 };

@@ -9,10 +9,7 @@ namespace reka::test {
 
 class CBoxUi : public CFakeEditorUi {
 public:
-    MessageAnswer ShowMessage(const std::u16string& message, const std::u16string& title,
-                              std::uint32_t style) override {
-        return SystemMessageBoxes().Show({message, title, style, MessageOwner::ActiveWindow});
-    }
+    MessageAnswer Show(const UserMessage& message) noexcept override { return SystemMessageBoxes().Show(message); }
 };
 
 /// The box of an input that won't do.

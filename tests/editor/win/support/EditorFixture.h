@@ -50,7 +50,7 @@ protected:
     /// The edit shell on a package, while `work` is done in it. True for OK.
     bool EditPackage(ReactionPackDefinition& edited, const Work& work) {
         CUser user([&](CUser& u) { work(u, u.WaitFor(u"Edit:")); });
-        const bool isAccepted = CEditorWindows(nullptr).EditPackage(edited, MakeManagerTemplates);
+        const bool isAccepted = CEditorWindows(nullptr).EditPackage(edited);
         user.Finish();
         return isAccepted;
     }
