@@ -165,10 +165,9 @@ void ReadNode(const CValue& value, reka::CByteWriter& writer) {
 
 /// The nodes must be one whole tree, or the block that they go into would be damaged.
 void CheckNodes(const CValue& value, const Bytes& nodes) {
-    reka::ExpressionTree root(new reka::ExpressionNode);
     reka::CByteReader reader(nodes);
     std::u16string errorText;
-    if (reka::ReadStoredNode(*root, reader, errorText) && reader.Remaining() == 0) return;
+    if (reka::ReadStoredNode(reader, errorText) && reader.Remaining() == 0) return;
     value.Fail("the nodes are not one tree");
 }
 

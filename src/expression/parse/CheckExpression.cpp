@@ -3,10 +3,10 @@
 
 #include "expression/parse/CheckExpression.h"
 
-#include <utility>
+#include <boost/container/small_vector.hpp>
+#include <iterator>
 
 #include "expression/tree/NodeOperation.h"
-#include "expression/tree/WalkStack.h"
 
 namespace reka {
 
@@ -53,13 +53,14 @@ static_assert(std::size(nodeWords) == nodeKindCount);
 
 constexpr std::int32_t scalarKindCount = static_cast<std::int32_t>(NodeKind::Mod) + 1;  // behind it: what is read
 
-// A function comes from the grammar with one argument, the list of its real ones. The node takes those over.
+// A function comes from the grammar with one argument, the list of its real ones. The node takes those over where they
+// lie: the list stays in the arena and is looked at no more.
 void DissolveList(ExpressionNode& node) {
     if (node.argumentCount != 1 || !node.arguments[0]) return;
-    if (node.arguments[0]->kind != NodeKind::ExpressionList) return;
-    const ExpressionTree list(std::exchange(node.arguments[0], nullptr));
-    ClearArguments(node);
-    MoveArguments(node, *list);
+    const ExpressionNode& list = *node.arguments[0];
+    if (list.kind != NodeKind::ExpressionList) return;
+    node.arguments = list.arguments;
+    node.argumentCount = list.argumentCount;
 }
 
 bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* reason) {
@@ -103,7 +104,8 @@ void FoldConstants(ExpressionNode& node) {
     const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
     node.value = ComputeOperation(node.kind, first, second);
     node.kind = NodeKind::RealConstant;
-    ClearArguments(node);
+    node.arguments = nullptr;
+    node.argumentCount = 0;
 }
 
 // A molecular weight never changes, so it is read once and for all.
@@ -146,19 +148,18 @@ void CheckTree(ExpressionNode& node, const INamedCompounds* compounds, std::u16s
         ExpressionNode* node;
         std::int32_t nextArgument;
     };
-    CWalkStack<Visit> visits;
     DissolveList(node);
-    visits.Push({&node, 0});
-    while (!visits.IsEmpty()) {
-        Visit& visit = visits.Top();
+    boost::container::small_vector<Visit, 64> visits = {{&node, 0}};
+    while (!visits.empty()) {
+        Visit& visit = visits.back();
         if (visit.nextArgument < visit.node->argumentCount) {
             ExpressionNode* argument = visit.node->arguments[visit.nextArgument++];
             if (!argument || IsFinished(*argument, compounds)) continue;
             DissolveList(*argument);
-            visits.Push({argument, 0});
+            visits.push_back({argument, 0});
         } else {
             CheckNode(*visit.node, compounds, errorText);
-            visits.Pop();
+            visits.pop_back();
         }
     }
 }

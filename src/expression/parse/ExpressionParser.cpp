@@ -14,14 +14,27 @@ namespace reka {
 namespace {
 
 template <class Action>
-PoolSlot RunAction(ExpressionParser& parser, const Action& action) noexcept {
-    if (parser.HasFailed()) return noSlot;
+ExpressionNode* RunAction(ExpressionParser& parser, const Action& action) noexcept {
+    if (parser.HasFailed()) return nullptr;
     try {
-        return action();
+        return &action();
     } catch (const std::bad_alloc&) {
         parser.isOutOfMemory = true;
-        return noSlot;
+        return nullptr;
     }
+}
+
+// A node out of the parser's arena that the pool knows.
+ExpressionNode& AddNode(ExpressionParser& parser, NodeKind kind) {
+    ExpressionNode& node = MakeNode(*parser.arena, kind);
+    parser.pool.PoolAdd(node);
+    return node;
+}
+
+// Makes a node of the pool an argument of another.
+void TakeArgument(ExpressionParser& parser, ExpressionNode& node, ExpressionNode& argument) {
+    AddArgument(*parser.arena, node, &argument);
+    parser.pool.PoolRemove(argument);
 }
 
 // `value` in decimal, or in the general format; the host's locale has no part in it.
@@ -79,51 +92,53 @@ void ExpressionParser::ReportGrammarError(std::string_view message) noexcept {
     }
 }
 
-PoolSlot ExpressionParser::MakeConstant(double value) noexcept {
-    return RunAction(*this, [&] {
-        ExpressionTree node = nodes.Make(NodeKind::RealConstant);
-        node->value = value;
-        return pool.PoolAdd(std::move(node));
+ExpressionNode* ExpressionParser::MakeConstant(double value) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& {
+        ExpressionNode& node = AddNode(*this, NodeKind::RealConstant);
+        node.value = value;
+        return node;
     });
 }
 
-PoolSlot ExpressionParser::MakeNode(NodeKind kind) noexcept {
-    return RunAction(*this, [&] { return pool.PoolAdd(nodes.Make(kind)); });
+ExpressionNode* ExpressionParser::MakeNode(NodeKind kind) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& { return AddNode(*this, kind); });
 }
 
-PoolSlot ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept {
-    return RunAction(*this, [&] {
-        ExpressionTree node = nodes.Make(kind);
-        node->compoundIndex = compoundIndex;
-        return pool.PoolAdd(std::move(node));
+ExpressionNode* ExpressionParser::MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& {
+        ExpressionNode& node = AddNode(*this, kind);
+        node.compoundIndex = compoundIndex;
+        return node;
     });
 }
 
-PoolSlot ExpressionParser::MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept {
+ExpressionNode* ExpressionParser::MakeFunction(std::int32_t functionRow, ExpressionNode* argumentList) noexcept {
     return MakeOperation(FunctionTable[functionRow].kind, argumentList);
 }
 
-PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot operand) noexcept {
-    return RunAction(*this, [&] {
-        ExpressionTree node = nodes.Make(kind);
-        AddArgument(*node, pool.PoolRemove(operand));
-        return pool.PoolAdd(std::move(node));
+ExpressionNode* ExpressionParser::MakeOperation(NodeKind kind, ExpressionNode* operand) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& {
+        ExpressionNode& node = reka::MakeNode(*arena, kind);
+        TakeArgument(*this, node, *operand);
+        pool.PoolAdd(node);
+        return node;
     });
 }
 
-PoolSlot ExpressionParser::MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept {
-    return RunAction(*this, [&] {
-        ExpressionTree node = nodes.Make(kind);
-        AddArgument(*node, pool.PoolRemove(left));
-        AddArgument(*node, pool.PoolRemove(right));
-        return pool.PoolAdd(std::move(node));
+ExpressionNode* ExpressionParser::MakeOperation(NodeKind kind, ExpressionNode* left, ExpressionNode* right) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& {
+        ExpressionNode& node = reka::MakeNode(*arena, kind);
+        TakeArgument(*this, node, *left);
+        TakeArgument(*this, node, *right);
+        pool.PoolAdd(node);
+        return node;
     });
 }
 
-PoolSlot ExpressionParser::AppendArgument(PoolSlot list, PoolSlot argument) noexcept {
-    return RunAction(*this, [&] {
-        AddArgument(pool.NodeAt(list), pool.PoolRemove(argument));
-        return list;
+ExpressionNode* ExpressionParser::AppendArgument(ExpressionNode* list, ExpressionNode* argument) noexcept {
+    return RunAction(*this, [&]() -> ExpressionNode& {
+        TakeArgument(*this, *list, *argument);
+        return *list;
     });
 }
 

@@ -10,7 +10,6 @@
 #include <string_view>
 
 #include "expression/tree/ExpressionPool.h"
-#include "expression/tree/NodeSource.h"
 
 namespace reka {
 
@@ -43,11 +42,13 @@ std::u16string DescribeToken(const TokenNote& note);
 
 struct ExpressionParser {
     static constexpr std::size_t charactersPerNode = 2;  // of a formula without blanks
+    static constexpr std::size_t leastExpectedNodes = 8;
     static constexpr std::size_t mostExpectedNodes = 256;
 
     /// The expression is `text` up to its first zero character. `text` outlives the parser.
     explicit ExpressionParser(std::u16string_view text)
-        : source(text), nodes(std::min(text.size() / charactersPerNode, mostExpectedNodes)) {}
+        : source(text),
+          arena(MakeArena(std::clamp(text.size() / charactersPerNode, leastExpectedNodes, mostExpectedNodes))) {}
 
     std::u16string TokenDescription() const { return DescribeToken(tokenNote); }
 
@@ -59,17 +60,17 @@ struct ExpressionParser {
     /// Whether the parse is going to deliver no tree, whatever else is read.
     bool HasFailed() const { return isOutOfMemory || !errorBuffer.empty(); }
 
-    // The actions of the grammar. Each makes a node that the pool owns and gives its slot; a slot that goes in is
-    // emptied, and its node becomes an argument of the new one. When memory runs out, `isOutOfMemory` is set. Once the
-    // parse has failed, the actions do nothing: the rest of the text is read for its messages alone.
-    PoolSlot MakeConstant(double value) noexcept;
-    PoolSlot MakeNode(NodeKind kind) noexcept;
-    PoolSlot MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
-    PoolSlot MakeFunction(std::int32_t functionRow, PoolSlot argumentList) noexcept;
-    PoolSlot MakeOperation(NodeKind kind, PoolSlot operand) noexcept;
-    PoolSlot MakeOperation(NodeKind kind, PoolSlot left, PoolSlot right) noexcept;
-    /// Appends `argument` to the list in `list`, and gives `list`.
-    PoolSlot AppendArgument(PoolSlot list, PoolSlot argument) noexcept;
+    // The actions of the grammar. Each makes a node that the pool knows; a node that goes in becomes an argument of the
+    // new one. Null, and `isOutOfMemory` is set, when memory runs out. Once the parse has failed, the actions do
+    // nothing: the rest of the text is read for its messages alone.
+    ExpressionNode* MakeConstant(double value) noexcept;
+    ExpressionNode* MakeNode(NodeKind kind) noexcept;
+    ExpressionNode* MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex) noexcept;
+    ExpressionNode* MakeFunction(std::int32_t functionRow, ExpressionNode* argumentList) noexcept;
+    ExpressionNode* MakeOperation(NodeKind kind, ExpressionNode* operand) noexcept;
+    ExpressionNode* MakeOperation(NodeKind kind, ExpressionNode* left, ExpressionNode* right) noexcept;
+    /// Appends `argument` to `list`, and gives `list`.
+    ExpressionNode* AppendArgument(ExpressionNode* list, ExpressionNode* argument) noexcept;
 
     /// A message of the generated parser, which lets no exception through.
     void ReportGrammarError(std::string_view message) noexcept;
@@ -79,7 +80,7 @@ struct ExpressionParser {
     TokenValue tokenValue{};
     TokenNote tokenNote;  // of the token read last, for diagnostics
     std::u16string errorBuffer;
-    CNodeSource nodes;
+    ExpressionArena arena;
     ExpressionPool pool;
     bool isOutOfMemory = false;  // no exception may pass through the generated parser
 };

@@ -10,12 +10,13 @@
 namespace reka {
 
 ExpressionTree TakeParsedNode(ExpressionParser& parser) {
-    const PoolSlot slot = parser.pool.FindNode(0);
-    if (slot == noSlot) return nullptr;
-    ExpressionTree tree = parser.pool.PoolRemove(slot);
-    if (parser.pool.FindNode(slot) == noSlot) return tree;
-    parser.ReportParseError(u"internal error: more than one expression remaining after parsing is finished");
-    return nullptr;
+    if (parser.pool.NodeCount() > 1) {
+        parser.ReportParseError(u"internal error: more than one expression remaining after parsing is finished");
+    }
+    if (parser.pool.NodeCount() != 1) return nullptr;
+    ExpressionNode& root = parser.pool.FirstNode();
+    parser.pool.PoolClear();
+    return MakeTree(std::move(parser.arena), root);
 }
 
 ExpressionTree FinishParse(ExpressionParser& parser, const INamedCompounds* compounds, std::u16string& errorText) {

@@ -1,5 +1,5 @@
-/* The grammar of reaction expressions. The values of `exp` and `explist` are slots of the parser's pool, which owns the
-   nodes: the parser's stack drops its values when it recovers from an error. */
+/* The grammar of reaction expressions. The values of `exp` and `explist` are nodes in the parser's arena, which
+   frees them: the parser's stack drops its values when it recovers from an error. */
 
 %define api.pure full
 %define api.prefix {reka_reaction_}
@@ -35,7 +35,7 @@ static void reka_reaction_error(reka::ReactionExpressionParser& parser, const ch
 %right '^'
 %token '(' ')' ','
 
-%nterm <reka::PoolSlot> exp explist
+%nterm <reka::ExpressionNode*> exp explist
 
 %start exp
 

@@ -1,5 +1,5 @@
 /* The grammar of numeric fields: that of reaction expressions without the properties of a material. A syntax error is
-   told without the tokens. The values of `exp` and `explist` are slots of the parser's pool, which owns the nodes. */
+   told without the tokens. The values of `exp` and `explist` are nodes in the parser's arena. */
 
 %define api.pure full
 %define api.prefix {reka_scalar_}
@@ -34,7 +34,7 @@ static void reka_scalar_error(reka::ScalarExpressionParser& parser, const char* 
 %right '^'
 %token '(' ')' ','
 
-%nterm <reka::PoolSlot> exp explist
+%nterm <reka::ExpressionNode*> exp explist
 
 %start exp
 

@@ -11,7 +11,6 @@
 
 #include "expression/tree/NodeOperation.h"
 #include "expression/tree/ProgramTerms.h"
-#include "expression/tree/WalkStack.h"
 #include "platform/HostArithmetic.h"
 
 namespace reka {
@@ -78,9 +77,9 @@ class CProgramWriter {
 public:
     void Write(const ExpressionNode& root) {
         Compute(root, false);
-        while (!tasks.IsEmpty()) {
-            const Task task = tasks.Top();
-            tasks.Pop();
+        while (!tasks.empty()) {
+            const Task task = tasks.back();
+            tasks.pop_back();
             if (task.node) {
                 WriteNode(*task.node, task.isPushing);
             } else {
@@ -132,8 +131,8 @@ private:
         ProgramStep step;
     };
 
-    void Compute(const ExpressionNode& node, bool isPushing) { tasks.Push({&node, isPushing, {}}); }
-    void Append(const ProgramStep& step) { tasks.Push({nullptr, false, step}); }
+    void Compute(const ExpressionNode& node, bool isPushing) { tasks.push_back({&node, isPushing, {}}); }
+    void Append(const ProgramStep& step) { tasks.push_back({nullptr, false, step}); }
 
     // ---- The nodes
 
@@ -357,7 +356,7 @@ private:
     boost::container::small_vector<ProgramStep, 16> steps;
     boost::container::small_vector<double, 32> constants;
     std::size_t compoundCount = 0;
-    CWalkStack<Task, 16> tasks;  // tasks are long: more of them would take longer to lay out than to use
+    boost::container::small_vector<Task, 16> tasks;
     std::size_t depth = 0;
     std::size_t greatestDepth = 0;
 };
