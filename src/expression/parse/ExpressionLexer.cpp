@@ -12,7 +12,7 @@
 #include <new>
 
 #include "expression/math/PowersOfTen.h"
-#include "expression/tree/FunctionTable.h"
+#include "expression/tree/NodeKinds.h"
 #include "text/LetterCase.h"
 
 namespace reka {
@@ -72,8 +72,8 @@ bool IsWord(std::u16string_view word, std::u16string_view upperCase) {
 }
 
 constexpr bool AreFunctionNamesOfThreeToFive() {
-    for (const FunctionRow& row : FunctionTable) {
-        if (row.name.size() < 3 || row.name.size() > 5) return false;
+    for (const NodeKindRow& row : FunctionTable) {
+        if (row.word.size() < 3 || row.word.size() > 5) return false;
     }
     return true;
 }
@@ -195,9 +195,9 @@ int CExpressionLexer::ReadQuotedName() {
 int CExpressionLexer::ResolveWord(std::u16string_view word) {
     tokenNote = {TokenNote::Kind::Word, word, 0, 0.0};
     if (word.size() >= 3 && word.size() <= 5) {
-        for (std::int32_t row = 0; row < functionCount; ++row) {
-            if (!IsWord(word, FunctionTable[row].name)) continue;
-            tokenValue.index = row;
+        for (std::size_t row = 0; row < FunctionTable.size(); ++row) {
+            if (!IsWord(word, FunctionTable[row].word)) continue;
+            tokenValue.index = static_cast<std::int32_t>(row);
             return token::functionName;
         }
     }

@@ -9,7 +9,7 @@
 #include <string>
 #include <utility>
 
-#include "expression/tree/FunctionTable.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
@@ -69,7 +69,7 @@ ExpressionNode* CGrammarActions::MakeCompoundLeaf(NodeKind kind, std::int32_t co
 }
 
 ExpressionNode* CGrammarActions::MakeFunction(std::int32_t functionRow, ExpressionNode* argumentList) noexcept {
-    return MakeOperation(FunctionTable[functionRow].kind, argumentList);
+    return MakeOperation(FunctionTable[static_cast<std::size_t>(functionRow)].kind, argumentList);
 }
 
 ExpressionNode* CGrammarActions::MakeOperation(NodeKind kind, ExpressionNode* operand) noexcept {

@@ -5,7 +5,7 @@
 #include <boost/container/small_vector.hpp>
 #include <limits>
 
-#include "expression/tree/NodeOperation.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
@@ -58,11 +58,12 @@ bool ComputeNode(const ExpressionNode& node, const double* operands, const Worki
     if (operandCount == 0) return ReadLeaf(node, values, value) || FailAsUnknown(errorText);
     const double a = operands[0];
     const double b = operandCount == 2 ? operands[1] : 0.0;
-    if (const char16_t* refusal = FindRefusal(node.kind, a, b)) {
+    const NodeKindRow& row = RowOf(node.kind);
+    if (const char16_t* refusal = FindRefusal(row, a, b)) {
         errorText = refusal;
         return false;
     }
-    value = ComputeOperation(node.kind, a, b);
+    value = row.compute(a, b);
     return true;
 }
 

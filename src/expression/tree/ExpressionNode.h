@@ -54,6 +54,16 @@ enum class NodeKind : std::int32_t {
 
 constexpr std::int32_t nodeKindCount = 35;
 
+/// Bits of `ExpressionRef::dependencies`: what a tree reads from the material. Stored.
+namespace dependency {
+constexpr std::uint32_t moleFraction = 1;
+constexpr std::uint32_t molarity = 2;
+constexpr std::uint32_t activity = 4;
+constexpr std::uint32_t temperature = 8;
+constexpr std::uint32_t pressure = 16;
+constexpr std::uint32_t fugacity = 32;
+}  // namespace dependency
+
 /// One node of a parsed expression, a plain record in the arena of its tree. Whole trees are made and copied by the
 /// operations below, none of which recurses, since a tree may be a million levels deep.
 struct ExpressionNode {

@@ -5,48 +5,21 @@
 
 #include <boost/container/small_vector.hpp>
 
-#include "expression/tree/NodeOperation.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
 namespace {
 
 bool IsSound(const ExpressionNode& node) {
-    const std::int32_t operandCount = OperandCount(node.kind);
-    if (node.argumentCount != operandCount) return false;
-    if (operandCount > 0) return true;
-    switch (node.kind) {
-        case NodeKind::RealConstant:
-        case NodeKind::Temperature:
-        case NodeKind::Pressure:
-            return true;
-        case NodeKind::Molarity:
-        case NodeKind::Activity:
-        case NodeKind::Fugacity:
-        case NodeKind::MoleFraction:
-            return node.compoundIndex >= 0;
-        default:
-            return false;
-    }
+    const NodeKindRow* const row = FindRow(node.kind);
+    return row && row->HasValue() && node.argumentCount == row->operandCount &&
+           (!IsCompoundLeaf(node.kind) || node.compoundIndex >= 0);
 }
 
 std::uint32_t DependencyOf(NodeKind kind) {
-    switch (kind) {
-        case NodeKind::Pressure:
-            return dependency::pressure;
-        case NodeKind::Temperature:
-            return dependency::temperature;
-        case NodeKind::Molarity:
-            return dependency::molarity;
-        case NodeKind::MoleFraction:
-            return dependency::moleFraction;
-        case NodeKind::Activity:
-            return dependency::activity;
-        case NodeKind::Fugacity:
-            return dependency::fugacity;
-        default:
-            return 0;
-    }
+    const NodeKindRow* const row = FindRow(kind);
+    return row ? row->dependency : 0;
 }
 
 }  // namespace

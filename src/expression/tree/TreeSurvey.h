@@ -9,16 +9,6 @@
 
 namespace reka {
 
-/// Bits of `ExpressionRef::dependencies`: what a tree reads from the material. Stored.
-namespace dependency {
-constexpr std::uint32_t moleFraction = 1;
-constexpr std::uint32_t molarity = 2;
-constexpr std::uint32_t activity = 4;
-constexpr std::uint32_t temperature = 8;
-constexpr std::uint32_t pressure = 16;
-constexpr std::uint32_t fugacity = 32;
-}  // namespace dependency
-
 struct TreeSurvey {
     /// Whether an evaluation looks at nothing but what is there: each operation has just its operands, and each leaf
     /// has a value.

@@ -51,6 +51,7 @@ struct ProgramCase {
 
 // Compounds are i to l.
 const ProgramCase programCases[] = {
+    {u"2*EXP(-8000/(R*T))*C(i)-SQRT(P)/X(i)", "RateTerm PushValue SquareRoot Divide SubtractPopped End"},
     {u"T", "Value End"},
     {u"2*T", "Product End"},
     {u"X(i)*P*T", "TripleProduct End"},
