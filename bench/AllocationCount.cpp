@@ -44,7 +44,20 @@ void* operator new(std::size_t size) {
     return memory;
 }
 
+// No more alignment is asked for than every block of malloc has.
+void* operator new(std::size_t size, std::align_val_t) {
+    return operator new(size);
+}
+
 void operator delete(void* memory) noexcept {
+    Free(memory);
+}
+
+void operator delete(void* memory, std::align_val_t) noexcept {
+    Free(memory);
+}
+
+void operator delete(void* memory, std::size_t, std::align_val_t) noexcept {
     Free(memory);
 }
 

@@ -191,7 +191,7 @@ void PrintMemory() {
     trees.reserve(stored.definition->reactions.size());
     const MemoryUse atTrees = UsedMemory();
     for (const auto& reaction : stored.definition->reactions) {
-        trees.push_back(CloneExpression(*reaction->rateExpression->root));
+        trees.push_back(CloneExpression(*reaction->rateExpression->root, reaction->rateExpression->survey.nodeCount));
     }
     const MemoryUse afterTrees = UsedMemory();
     const auto perNode = [nodes](std::size_t number) {

@@ -33,9 +33,8 @@ void WriteStoredNode(const ExpressionNode& node, CByteWriter& writer);
 /// an operation without its operands, or without a value, fails when it is evaluated. May throw std::bad_alloc.
 bool ReadStoredExpression(std::unique_ptr<ExpressionRef>& expression, CByteReader& reader, std::u16string& errorText);
 
-/// Reads a node with everything under it into `node`, which has no arguments yet. However deep
-/// the tree is, the stack isn't. False: `errorText` holds the reason, and `node` owns what was read so far. May throw
-/// std::bad_alloc.
-bool ReadStoredNode(ExpressionNode& node, CByteReader& reader, std::u16string& errorText);
+/// Reads a node with everything under it. However deep the tree is, the stack isn't. Null: `errorText` holds the
+/// reason, and nothing was allocated for the tree. May throw std::bad_alloc.
+ExpressionTree ReadStoredNode(CByteReader& reader, std::u16string& errorText);
 
 }  // namespace reka

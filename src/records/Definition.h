@@ -81,7 +81,7 @@ struct ReactionDefinition {
 
 /// A reaction package: its compounds, its reactions, and the working values of a calculation. One owner at a time,
 /// which serves one calculation at a time.
-struct ReactionPackDefinition : WorkingValues, INamedCompounds {
+struct ReactionPackDefinition final : WorkingValues, INamedCompounds {
     /// An empty package with the default path of the compound file. Takes a count on `context`, which may be null.
     explicit ReactionPackDefinition(IDispatch* context);
     ReactionPackDefinition(const ReactionPackDefinition&) = delete;

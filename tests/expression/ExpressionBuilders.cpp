@@ -5,7 +5,36 @@
 #include <algorithm>
 #include <charconv>
 
+#include "expression/tree/TreeSurvey.h"
+
 namespace reka::test {
+
+namespace {
+
+ExpressionNode* CopyInto(ArenaResource& arena, const ExpressionNode* source) {
+    if (!source) return nullptr;
+    ExpressionNode& copy = MakeNode(arena, source->kind);
+    if (IsCompoundLeaf(source->kind)) {
+        copy.compoundIndex = source->compoundIndex;
+    } else {
+        copy.value = source->value;
+    }
+    for (std::int32_t i = 0; i < source->argumentCount; ++i) {
+        AddArgument(arena, copy, CopyInto(arena, source->arguments[i]));
+    }
+    return &copy;
+}
+
+}  // namespace
+
+void AppendCopy(ExpressionTree& tree, const ExpressionTree& argument) {
+    ArenaResource& arena = *tree.get_deleter().arena;
+    AddArgument(arena, *tree, CopyInto(arena, argument.get()));
+}
+
+ExpressionTree Clone(const ExpressionTree& tree) {
+    return CloneExpression(*tree, SurveyTree(*tree).nodeCount);
+}
 
 ExpressionTree MakeConstant(double value) {
     ExpressionTree node = MakeNode(NodeKind::RealConstant);
@@ -58,21 +87,17 @@ std::string Show(const ExpressionNode* node) {
 }
 
 ExpressionTree MakeDeepTree(DeepShape shape, int levels, NodeKind leafKind) {
-    ExpressionTree tree = MakeNode(leafKind);
+    ExpressionArena arena = MakeArena(2 * static_cast<std::size_t>(levels) + 1);
+    ExpressionNode* tree = &MakeNode(*arena, leafKind);
     for (int level = 0; level < levels; ++level) {
-        switch (shape) {
-            case DeepShape::LeftDeep:
-                tree = MakeNode(NodeKind::Addition, std::move(tree), MakeNode(leafKind));
-                break;
-            case DeepShape::RightDeep:
-                tree = MakeNode(NodeKind::Addition, MakeNode(leafKind), std::move(tree));
-                break;
-            case DeepShape::Chain:
-                tree = MakeNode(NodeKind::Abs, std::move(tree));
-                break;
-        }
+        const bool isChain = shape == DeepShape::Chain;
+        ExpressionNode& parent = MakeNode(*arena, isChain ? NodeKind::Abs : NodeKind::Addition);
+        if (shape == DeepShape::RightDeep) AddArgument(*arena, parent, &MakeNode(*arena, leafKind));
+        AddArgument(*arena, parent, tree);
+        if (shape == DeepShape::LeftDeep) AddArgument(*arena, parent, &MakeNode(*arena, leafKind));
+        tree = &parent;
     }
-    return tree;
+    return MakeTree(std::move(arena), *tree);
 }
 
 int RandomBelow(std::mt19937& random, unsigned bound) {
@@ -123,7 +148,7 @@ ExpressionTree MakeRandomTree(std::mt19937& random, int levels, bool allowMalfor
     ExpressionTree node = MakeNode(kind);
     for (int i = 0; i < argumentCount; ++i) {
         const bool isEmpty = allowMalformed && RandomBelow(random, 128) == 0;
-        AddArgument(*node, isEmpty ? nullptr : MakeRandomTree(random, levels - 1, allowMalformed));
+        AppendCopy(node, isEmpty ? ExpressionTree() : MakeRandomTree(random, levels - 1, allowMalformed));
     }
     return node;
 }

@@ -18,14 +18,22 @@ namespace reka::test {
 ExpressionTree MakeConstant(double value);
 ExpressionTree MakeCompoundLeaf(NodeKind kind, std::int32_t compoundIndex);
 
-/// A node of any kind with any arguments; a null argument makes an empty slot.
+/// Appends a copy of `argument`, with everything that hangs on it, to the arguments of a tree's root. A null argument
+/// makes an empty slot.
+void AppendCopy(ExpressionTree& tree, const ExpressionTree& argument);
+
+/// A node of any kind with copies of any arguments; a null argument makes an empty slot.
 template <class... Arguments>
-ExpressionTree MakeNode(NodeKind kind, Arguments... arguments) {
-    ExpressionTree node(new ExpressionNode);
-    node->kind = kind;
-    (AddArgument(*node, std::move(arguments)), ...);
-    return node;
+ExpressionTree MakeNode(NodeKind kind, const Arguments&... arguments) {
+    ExpressionArena arena = MakeArena(1);
+    ExpressionNode& root = MakeNode(*arena, kind);
+    ExpressionTree tree = MakeTree(std::move(arena), root);
+    (AppendCopy(tree, arguments), ...);
+    return tree;
 }
+
+/// A copy of a tree.
+ExpressionTree Clone(const ExpressionTree& tree);
 
 /// A definition with compounds of these names, of which nullptr stands for an absent one, and with working arrays whose
 /// elements are all 0.

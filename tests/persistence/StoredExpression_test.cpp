@@ -1,4 +1,4 @@
-// Stored trees: their bytes, what is believed of them, and trees of any depth.
+// Stored trees: their bytes, what is accepted, and what a reader takes for them.
 
 #include "persistence/StoredExpression.h"
 
@@ -8,6 +8,7 @@
 #include <string>
 
 #include "expression/run/EvaluateExpression.h"
+#include "support/AllocationCounter.h"
 #include "support/Builders.h"
 #include "support/SmallStack.h"
 #include "support/StoredBytes.h"
@@ -157,15 +158,51 @@ TEST_P(StoredNodes, ReadOrTellWhy) {
 INSTANTIATE_TEST_SUITE_P(Table, StoredNodes, testing::ValuesIn(nodeCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
-TEST(StoredExpression, ReadsATreeIntoOneBlock) {
+TEST(StoredExpression, ReadsATreeIntoOneAllocation) {
     const auto definition = MakePackage({u"i"});
     const ReactionDefinition& reaction = AddKinetic(*definition, u"r", u"(2*EXP(-8000/(R*T))*C(i)^2+MIN(X(i),P))/3");
     const std::vector<std::uint8_t> bytes = Write(reaction.rateExpression.get());
     EXPECT_EQ(bytes.size(), StoredExpressionSize(reaction.rateExpression.get()));
+    CByteReader reader(std::span<const std::uint8_t>(bytes).subspan(5));
+    std::u16string errorText;
+    const CAllocationCounter allocations;
+    const ExpressionTree tree = ReadStoredNode(reader, errorText);
+    ASSERT_TRUE(tree);
+    EXPECT_EQ(allocations.Count(), 1U);
+    EXPECT_EQ(reader.Remaining(), 0U);
     const ReadField field = Read(bytes);
     ASSERT_TRUE(field.isRead);
-    EXPECT_TRUE(field.expression->survey.isWholeBlock);
-    EXPECT_EQ(field.expression->survey.nodeCount, reaction.rateExpression->survey.nodeCount);
+    const TreeSurvey& survey = field.expression->survey;
+    const TreeSurvey again = SurveyTree(*tree);
+    EXPECT_TRUE(survey.isSound && again.isSound);
+    EXPECT_EQ(survey.nodeCount, again.nodeCount);
+    EXPECT_EQ(survey.constantCount, again.constantCount);
+    EXPECT_EQ(survey.nodeCount, reaction.rateExpression->survey.nodeCount);
+    EXPECT_EQ(survey.dependencies, again.dependencies);
+}
+
+// A count is good for no more memory than the bytes behind it.
+TEST(StoredExpression, AllocatesNothingForATreeThatIsNotWhole) {
+    for (const NodeCase& row : nodeCases) {
+        if (*row.errorText == '\0') continue;
+        CByteReader reader(row.node.bytes);
+        std::u16string errorText;
+        const CAllocationCounter allocations;
+        EXPECT_EQ(ReadStoredNode(reader, errorText), nullptr) << row.name;
+        EXPECT_LE(allocations.Count(), 1U) << row.name;  // for the text
+    }
+}
+
+TEST(StoredExpression, TakesASmallMultipleOfItsBytes) {
+    CStoredBytes lists;
+    for (int i = 0; i < 1000; ++i)
+        lists.U32(7).U32(4).U32(temperature).U32(0).U32(temperature).U32(0).U32(temperature).U32(0);
+    lists.U32(temperature).U32(0);
+    CByteReader reader(lists.bytes);
+    std::u16string errorText;
+    const CAllocationCounter allocations;
+    EXPECT_NE(ReadStoredNode(reader, errorText), nullptr);
+    EXPECT_LT(allocations.Bytes(), 16 * lists.bytes.size());
 }
 
 TEST(StoredExpression, TellsOfAMissingFlagAndMask) {

@@ -2,6 +2,7 @@
 
 #include "support/AllocationCounter.h"
 
+#include <cstddef>
 #include <cstdlib>
 #include <new>
 
@@ -84,6 +85,17 @@ void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
     return reka::test::Allocate(size);
+}
+// As the standard library's memory resources call it, with no more alignment than every block of malloc has.
+void* operator new(std::size_t size, std::align_val_t alignment) {
+    if (static_cast<std::size_t>(alignment) > alignof(std::max_align_t)) throw std::bad_alloc();
+    return reka::test::AllocateOrThrow(size);
+}
+void operator delete(void* block, std::align_val_t) noexcept {
+    reka::test::Free(block);
+}
+void operator delete(void* block, std::size_t, std::align_val_t) noexcept {
+    reka::test::Free(block);
 }
 void operator delete(void* block) noexcept {
     reka::test::Free(block);

@@ -70,7 +70,7 @@ Json JsonOfNodes(const Bytes& nodes) {
     reka::CByteReader reader(nodes);
     std::uint32_t kind = 0;
     while (reader.ReadU32(kind)) {
-        std::string line(nodeWords[kind]);
+        std::string line = NodeWord(kind);
         if (static_cast<reka::NodeKind>(kind) == reka::NodeKind::RealConstant) {
             double value = 0;
             reader.ReadF64(value);

@@ -142,8 +142,8 @@ void ReadNode(const CValue& value, reka::CByteWriter& writer) {
     const std::string_view word = line.substr(0, blank);
     const std::string_view number = blank == std::string_view::npos ? "" : line.substr(blank + 1);
     std::uint32_t kind = 0;
-    while (kind < std::size(nodeWords) && nodeWords[kind] != word) ++kind;
-    if (kind == std::size(nodeWords)) value.Fail("there is no kind \"" + std::string(word) + "\"");
+    while (kind < reka::nodeKindCount && NodeWord(kind) != word) ++kind;
+    if (kind == reka::nodeKindCount) value.Fail("there is no kind \"" + std::string(word) + "\"");
     writer.WriteU32(kind);
     const char* const end = number.data() + number.size();
     std::uint64_t bits = 0;
@@ -165,10 +165,9 @@ void ReadNode(const CValue& value, reka::CByteWriter& writer) {
 
 /// The nodes must be one whole tree, or the block that they go into would be damaged.
 void CheckNodes(const CValue& value, const Bytes& nodes) {
-    reka::ExpressionTree root(new reka::ExpressionNode);
     reka::CByteReader reader(nodes);
     std::u16string errorText;
-    if (reka::ReadStoredNode(*root, reader, errorText) && reader.Remaining() == 0) return;
+    if (reka::ReadStoredNode(reader, errorText) && reader.Remaining() == 0) return;
     value.Fail("the nodes are not one tree");
 }
 

@@ -3,52 +3,26 @@
 #pragma once
 
 #include <cstdint>
-#include <iterator>
+#include <string>
 #include <string_view>
 
-#include "expression/tree/ExpressionNode.h"
+#include "expression/tree/NodeKinds.h"
+#include "text/LetterCase.h"
 
 namespace rekatool {
 
-/// Kinds of nodes, by their stored numbers.
-constexpr std::string_view nodeWords[] = {
-    "RealConstant",
-    "Addition",
-    "Subtraction",
-    "Multiplication",
-    "Division",
-    "Negation",
-    "Power",
-    "ExpressionList",
-    "Sqrt",
-    "Sin",
-    "Cos",
-    "Sinh",
-    "Cosh",
-    "Asin",
-    "Acos",
-    "Tan",
-    "Atan",
-    "Abs",
-    "Floor",
-    "Ceil",
-    "Round",
-    "Exp",
-    "Log",
-    "Log10",
-    "Tanh",
-    "Min",
-    "Max",
-    "Mod",
-    "Pressure",
-    "Temperature",
-    "Molarity",
-    "MoleFraction",
-    "MolecularWeight",
-    "Activity",
-    "Fugacity",
-};
-static_assert(std::size(nodeWords) == reka::nodeKindCount);
+/// The kind of a node, by its stored number, as one word: "RealConstant" for "real constant", "Sqrt" for "SQRT".
+inline std::string NodeWord(std::uint32_t kind) {
+    std::string word;
+    bool isStart = true;
+    for (const char16_t letter : reka::nodeKinds[kind].word) {
+        const char16_t upper = reka::UpperCase(letter);
+        const bool isLetter = upper >= u'A' && upper <= u'Z';
+        if (letter != u' ') word += static_cast<char>(isStart || !isLetter ? upper : upper + (u'a' - u'A'));
+        isStart = letter == u' ';
+    }
+    return word;
+}
 
 /// The members of a reaction that hold its three trees, where they aren't what the texts give.
 constexpr const char* rateTreeMember = "rateTree";

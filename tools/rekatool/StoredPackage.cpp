@@ -56,9 +56,8 @@ bool ReadTree(reka::CByteReader& reader, StoredTree& tree) {
     if (tree.flag == 0) return true;
     if (!reader.ReadU32(tree.dependencies)) return false;
     reka::CByteReader ahead = reader;
-    reka::ExpressionTree root(new reka::ExpressionNode);
     std::u16string errorText;
-    if (!reka::ReadStoredNode(*root, ahead, errorText)) return false;
+    if (!reka::ReadStoredNode(ahead, errorText)) return false;
     std::span<const std::uint8_t> bytes;
     if (!reader.ReadBytes(reader.Remaining() - ahead.Remaining(), bytes)) return false;
     tree.nodes.assign(bytes.begin(), bytes.end());

@@ -3,66 +3,27 @@
 
 #include "expression/parse/CheckExpression.h"
 
-#include <utility>
+#include <boost/container/small_vector.hpp>
 
-#include "expression/tree/NodeOperation.h"
-#include "expression/tree/WalkStack.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
 namespace {
 
-constexpr const char16_t* nodeWords[] = {
-    u"real constant",
-    u"addition",
-    u"subtraction",
-    u"multiplication",
-    u"division",
-    u"negation",
-    u"power",
-    u"expression list",
-    u"SQRT",
-    u"SIN",
-    u"COS",
-    u"SINH",
-    u"COSH",
-    u"ASIN",
-    u"ACOS",
-    u"TAN",
-    u"ATAN",
-    u"ABS",
-    u"FLOOR",
-    u"CEIL",
-    u"ROUND",
-    u"EXP",
-    u"LOG",
-    u"LOG10",
-    u"TANH",
-    u"MIN",
-    u"MAX",
-    u"MOD",
-    u"pressure",
-    u"temperature",
-    u"molarity",
-    u"mole fraction",
-    u"molecular weight",
-    u"activity",
-    u"fugacity",
-};
-static_assert(std::size(nodeWords) == nodeKindCount);
-
 constexpr std::int32_t scalarKindCount = static_cast<std::int32_t>(NodeKind::Mod) + 1;  // behind it: what is read
 
-// A function comes from the grammar with one argument, the list of its real ones. The node takes those over.
+// A function comes from the grammar with one argument, the list of its real ones. The node takes those over where they
+// lie: the list stays in the arena and is looked at no more.
 void DissolveList(ExpressionNode& node) {
     if (node.argumentCount != 1 || !node.arguments[0]) return;
-    if (node.arguments[0]->kind != NodeKind::ExpressionList) return;
-    const ExpressionTree list(std::exchange(node.arguments[0], nullptr));
-    ClearArguments(node);
-    MoveArguments(node, *list);
+    const ExpressionNode& list = *node.arguments[0];
+    if (list.kind != NodeKind::ExpressionList) return;
+    node.arguments = list.arguments;
+    node.argumentCount = list.argumentCount;
 }
 
-bool Refuse(std::u16string& errorText, const char16_t* word, const char16_t* reason) {
+bool Refuse(std::u16string& errorText, std::u16string_view word, std::u16string_view reason) {
     errorText += word;
     errorText += reason;
     return false;
@@ -77,17 +38,18 @@ bool CheckArgumentCount(const ExpressionNode& node, std::int32_t kindCount, std:
         return Refuse(errorText, u"", u"internal error: unknown expression type\r\n");
     }
     if (node.kind == NodeKind::ExpressionList) return Refuse(errorText, u"", u"unexpected expression list\r\n");
-    const std::int32_t required = OperandCount(node.kind);
+    const std::u16string_view word = RowOf(node.kind).word;
+    const std::int32_t required = RowOf(node.kind).operandCount;
     if (node.argumentCount == required) return true;
-    if (required == 2) return Refuse(errorText, nodeWords[number], u" should have two arguments\r\n");
-    if (required == 1) return Refuse(errorText, nodeWords[number], u" should have one argument\r\n");
+    if (required == 2) return Refuse(errorText, word, u" should have two arguments\r\n");
+    if (required == 1) return Refuse(errorText, word, u" should have one argument\r\n");
     if (node.kind == NodeKind::RealConstant) {
         return Refuse(errorText, u"", u"internal error: real constant with sub expressions\r\n");
     }
     if (IsCompoundLeaf(node.kind) && node.kind != NodeKind::MolecularWeight) {
         return Refuse(errorText, u"", u"internal error: array property with sub expressions\r\n");
     }
-    return Refuse(errorText, nodeWords[number], u" should not have arguments\r\n");
+    return Refuse(errorText, word, u" should not have arguments\r\n");
 }
 
 bool IsConstant(const ExpressionNode* node) {
@@ -101,9 +63,10 @@ void FoldConstants(ExpressionNode& node) {
     }
     const double first = node.arguments[0]->value;
     const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
-    node.value = ComputeOperation(node.kind, first, second);
+    node.value = RowOf(node.kind).compute(first, second);
     node.kind = NodeKind::RealConstant;
-    ClearArguments(node);
+    node.arguments = nullptr;
+    node.argumentCount = 0;
 }
 
 // A molecular weight never changes, so it is read once and for all.
@@ -137,8 +100,8 @@ void CheckNode(ExpressionNode& node, const INamedCompounds* compounds, std::u16s
 bool IsFinished(const ExpressionNode& node, const INamedCompounds* compounds) {
     if (node.argumentCount != 0) return false;
     if (node.kind == NodeKind::RealConstant) return true;
-    return compounds && node.kind >= NodeKind::Pressure && node.kind <= NodeKind::Fugacity &&
-           node.kind != NodeKind::MolecularWeight;
+    const NodeKindRow* const row = FindRow(node.kind);
+    return compounds && row && row->dependency != 0;
 }
 
 void CheckTree(ExpressionNode& node, const INamedCompounds* compounds, std::u16string& errorText) {
@@ -146,19 +109,18 @@ void CheckTree(ExpressionNode& node, const INamedCompounds* compounds, std::u16s
         ExpressionNode* node;
         std::int32_t nextArgument;
     };
-    CWalkStack<Visit> visits;
     DissolveList(node);
-    visits.Push({&node, 0});
-    while (!visits.IsEmpty()) {
-        Visit& visit = visits.Top();
+    boost::container::small_vector<Visit, 64> visits = {{&node, 0}};
+    while (!visits.empty()) {
+        Visit& visit = visits.back();
         if (visit.nextArgument < visit.node->argumentCount) {
             ExpressionNode* argument = visit.node->arguments[visit.nextArgument++];
             if (!argument || IsFinished(*argument, compounds)) continue;
             DissolveList(*argument);
-            visits.Push({argument, 0});
+            visits.push_back({argument, 0});
         } else {
             CheckNode(*visit.node, compounds, errorText);
-            visits.Pop();
+            visits.pop_back();
         }
     }
 }

@@ -5,9 +5,7 @@
 
 #include <memory>
 
-#include "expression/parse/FinishParse.h"
-#include "expression/parse/ScalarExpressionParser.h"
-#include "platform/HostArithmetic.h"
+#include "expression/parse/ParseExpression.h"
 #include "platform/NamedMutex.h"
 
 namespace reka {
@@ -16,13 +14,6 @@ namespace {
 
 // Orders the calls of all processes of a session.
 constexpr const char16_t* parserMutexName = u"NAVOParseMutex";
-
-ExpressionTree ParseScalar(std::u16string_view text, std::u16string& errorText) {
-    const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
-    ScalarExpressionParser parser(text);
-    RunScalarGrammar(parser);
-    return FinishParse(parser, nullptr, errorText);
-}
 
 ExpressionTree ParseUnderLock(std::u16string_view text, std::u16string& errorText) {
     const std::unique_ptr<INamedMutex> mutex = NamedMutexes().Open(parserMutexName);

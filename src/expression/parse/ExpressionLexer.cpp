@@ -1,22 +1,27 @@
 // The lexer of expressions. It splits the text, computes numbers by a recipe that decides the last bits of every
-// constant, and resolves each word on the spot, so that no name goes further than this.
-//
-// A character that ends a number or a word is given back, unless it is a tab, a blank or a CR. The CR is no blank
-// anywhere else: "T\r+1" is fine, while "\rT" and every LF are invalid.
+// constant, and resolves each word on the spot, so that no name goes further than this: of
+//     1.5e3*c("n-butane")
+// the parser gets a number, 1 + 5 * 0.1 times 1000, then '*', the token of the word C, '(', a compound by its index in
+// the definition, and ')'. A character that ends a number or a word is given back, unless it is a tab, a blank or a CR.
+// The CR is no blank anywhere else: "T\r+1" is fine, while "\rT" and every LF are invalid.
 
 #include "expression/parse/ExpressionLexer.h"
 
+#include <charconv>
 #include <cmath>
 #include <new>
-#include <string>
 
 #include "expression/math/PowersOfTen.h"
-#include "expression/tree/FunctionTable.h"
+#include "expression/tree/NodeKinds.h"
 #include "text/LetterCase.h"
 
 namespace reka {
 
 namespace {
+
+// In the order in which they are compared.
+constexpr ReservedWord reactionWords[] = {{u'P', token::p}, {u'T', token::t}, {u'X', token::x},
+                                          {u'C', token::c}, {u'A', token::a}, {u'F', token::f}};
 
 // Compared after the function table and before the words of one language.
 constexpr std::u16string_view piWord = u"PI";
@@ -67,17 +72,53 @@ bool IsWord(std::u16string_view word, std::u16string_view upperCase) {
 }
 
 constexpr bool AreFunctionNamesOfThreeToFive() {
-    for (const FunctionRow& row : FunctionTable) {
-        if (row.name.size() < 3 || row.name.size() > 5) return false;
+    for (const NodeKindRow& row : FunctionTable) {
+        if (row.word.size() < 3 || row.word.size() > 5) return false;
     }
     return true;
 }
 static_assert(AreFunctionNamesOfThreeToFive());
 
+// `value` in decimal, or in the general format; the host's locale has no part in it.
+template <class Number, class... Format>
+std::u16string Describe(const char16_t* what, Number value, Format... format) {
+    char text[32];
+    char* const end = std::to_chars(text, text + sizeof text, value, format...).ptr;
+    return std::u16string(what).append(text, end);
+}
+
+std::u16string DescribeToken(const TokenNote& note) {
+    switch (note.kind) {
+        case TokenNote::Kind::Word:
+            return UpperCase(note.text);
+        case TokenNote::Kind::Invalid:
+            return std::u16string(u"invalid character: '").append(note.text) + u"'";
+        case TokenNote::Kind::Integer:
+            return Describe(u"integer ", note.integer);
+        case TokenNote::Kind::IntegerAsDouble:
+            return Describe(u"integer ", note.number, std::chars_format::general, 1);
+        case TokenNote::Kind::Real:
+            return Describe(u"real value ", note.number, std::chars_format::general, 6);
+        default:
+            return std::u16string(note.text);
+    }
+}
+
 }  // namespace
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadToken() {
+Vocabulary ReactionVocabulary(CCompoundLookup& compounds) {
+    return {reactionWords, &compounds, WholeNumbers::Wrap};
+}
+
+Vocabulary ScalarVocabulary() {
+    return {};
+}
+
+std::u16string CExpressionLexer::TokenDescription() const {
+    return DescribeToken(tokenNote);
+}
+
+int CExpressionLexer::ReadToken() {
     while (NextCharacter() == u'\t' || NextCharacter() == u' ') ++position;
     if (IsAtEnd()) return EndOfInput();
     const char16_t first = ReadCharacter();
@@ -105,40 +146,35 @@ int ExpressionLexer<Whole>::ReadToken() {
     return Fail(note, DescribeToken(note));
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadTokenForGrammar() noexcept {
-    if (isOutOfMemory) return token::endOfInput;
+int CExpressionLexer::ReadTokenForGrammar() noexcept {
+    if (errors.isOutOfMemory) return token::endOfInput;
     try {
         return ReadToken();
     } catch (const std::bad_alloc&) {
-        isOutOfMemory = true;
+        errors.isOutOfMemory = true;
         return token::endOfInput;
     }
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::EndOfInput() {
+int CExpressionLexer::EndOfInput() {
     tokenNote = NoteOf(u"end of input");
     return token::endOfInput;
 }
 
 // Whatever is wrong with a token, the parser sees the end of the text and stops there.
-template <class Whole>
-int ExpressionLexer<Whole>::Fail(const TokenNote& note, std::u16string_view message) {
+int CExpressionLexer::Fail(const TokenNote& note, std::u16string_view message) {
     tokenNote = note;
-    ReportParseError(message);
+    errors.ReportParseError(message);
     return token::endOfInput;
 }
 
 // Behind the last character of a number or word: the blanks that close it are consumed with it.
-template <class Whole>
-void ExpressionLexer<Whole>::EndToken() {
+void CExpressionLexer::EndToken() {
     const char16_t end = NextCharacter();
     if (end == u'\t' || end == u'\r' || end == u' ') ++position;
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadWord() {
+int CExpressionLexer::ReadWord() {
     const std::size_t start = position - 1;
     while (ContinuesWord(NextCharacter())) ++position;
     const std::u16string_view word = source.substr(start, position - start);
@@ -147,8 +183,7 @@ int ExpressionLexer<Whole>::ReadWord() {
 }
 
 // Quotes are for compound names with blanks, hyphens and the like; "T" in quotes is still the temperature.
-template <class Whole>
-int ExpressionLexer<Whole>::ReadQuotedName() {
+int CExpressionLexer::ReadQuotedName() {
     const std::size_t start = position;
     while (!IsAtEnd() && NextCharacter() != u'"') ++position;
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), u"missing closing quote");
@@ -157,25 +192,57 @@ int ExpressionLexer<Whole>::ReadQuotedName() {
     return ResolveWord(name);
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ResolveWord(std::u16string_view word) {
+int CExpressionLexer::ResolveWord(std::u16string_view word) {
     tokenNote = {TokenNote::Kind::Word, word, 0, 0.0};
     if (word.size() >= 3 && word.size() <= 5) {
-        for (std::int32_t row = 0; row < functionCount; ++row) {
-            if (!IsWord(word, FunctionTable[row].name)) continue;
-            tokenValue.index = row;
+        for (std::size_t row = 0; row < FunctionTable.size(); ++row) {
+            if (!IsWord(word, FunctionTable[row].word)) continue;
+            tokenValue.index = static_cast<std::int32_t>(row);
             return token::functionName;
         }
     }
     if (IsWord(word, piWord)) return token::pi;
     if (IsWord(word, gasConstantWord)) return token::r;
-    if (const int code = FindOtherWord(word); code != token::endOfInput) return code;
+    if (const int code = FindWordOfVocabulary(word); code != token::endOfInput) return code;
     ReportUnknownWord(word);
     return token::endOfInput;
 }
 
+int CExpressionLexer::FindWordOfVocabulary(std::u16string_view word) {
+    if (word.size() == 1) {
+        for (const ReservedWord& reserved : vocabulary.words) {
+            if (reserved.letter == UpperCase(word[0])) return reserved.code;
+        }
+    }
+    const std::int32_t compoundIndex = vocabulary.compounds ? vocabulary.compounds->Find(word) : -1;
+    if (compoundIndex < 0) return token::endOfInput;
+    tokenValue.index = compoundIndex;
+    return token::component;
+}
+
+// The word may be as long as the text.
+void CExpressionLexer::ReportUnknownWord(std::u16string_view word) {
+    constexpr std::u16string_view start = u"unknown token ";
+    constexpr std::u16string_view end = u"\r\n";
+    constexpr std::size_t partSize = 4096;  // small enough to be in the cache still when it is folded
+    std::u16string& text = errors.text;
+    text.reserve(text.size() + start.size() + word.size() + end.size());
+    text += start;
+    for (std::size_t done = 0; done < word.size(); done += partSize) {
+        const std::size_t partStart = text.size();
+        text += word.substr(done, partSize);
+        for (std::size_t i = partStart; i < text.size(); ++i) text[i] = UpperCase(text[i]);
+    }
+    text += end;
+}
+
+int CExpressionLexer::ReadNumber(char16_t firstDigit) {
+    return vocabulary.wholeNumbers == WholeNumbers::Wrap ? ReadNumberAs<std::int64_t>(firstDigit)
+                                                         : ReadNumberAs<double>(firstDigit);
+}
+
 template <class Whole>
-int ExpressionLexer<Whole>::ReadNumber(char16_t firstDigit) {
+int CExpressionLexer::ReadNumberAs(char16_t firstDigit) {
     Whole value = firstDigit - u'0';
     while (IsDigit(NextCharacter())) value = AppendDigit(value, Whole(ReadCharacter() - u'0'));
     switch (NextCharacter()) {
@@ -188,12 +255,13 @@ int ExpressionLexer<Whole>::ReadNumber(char16_t firstDigit) {
             return ReadFraction(static_cast<double>(value));
         default:
             EndToken();
-            return FinishInteger(value);
+            tokenValue.number = static_cast<double>(value);
+            tokenNote = NoteOf(value);
+            return token::realNumber;
     }
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadNumberFromDot() {
+int CExpressionLexer::ReadNumberFromDot() {
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), u"unexpected end of input while reading number");
     if (IsDigit(NextCharacter())) return ReadFraction(0.0);
     ++position;
@@ -201,8 +269,7 @@ int ExpressionLexer<Whole>::ReadNumberFromDot() {
 }
 
 // Summed digit by digit and not rounded once: 0.3 must read as 3 * 0.1, as it does in packages already stored.
-template <class Whole>
-int ExpressionLexer<Whole>::ReadFraction(double value) {
+int CExpressionLexer::ReadFraction(double value) {
     double scale = 0.1;
     while (IsDigit(NextCharacter())) {
         value += (ReadCharacter() - u'0') * scale;
@@ -216,58 +283,52 @@ int ExpressionLexer<Whole>::ReadFraction(double value) {
     return FinishReal(value);
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadExponent(double value) {
+int CExpressionLexer::ReadExponent(double value) {
     constexpr std::u16string_view endMessage = u"unexpected end of input in real number";
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
     const char16_t first = NextCharacter();
     if (IsDigit(first)) return ReadExponentDigits(value, false);
     if (first != u'+' && first != u'-') {
-        ReportParseError(u"syntax error in real number, missing exponent");
+        errors.ReportParseError(u"syntax error in real number, missing exponent");
         EndToken();
         return FinishReal(value);
     }
     ++position;
     if (IsAtEnd()) return Fail(NoteOf(u"end of input"), endMessage);
     if (IsDigit(NextCharacter())) return ReadExponentDigits(value, first == u'-');
-    ReportParseError(u"syntax error in real number, expected digit");
+    errors.ReportParseError(u"syntax error in real number, expected digit");
     EndToken();
     return FinishReal(value);
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::ReadExponentDigits(double value, bool isNegative) {
+int CExpressionLexer::ReadExponentDigits(double value, bool isNegative) {
     while (NextCharacter() == u'0') ++position;
     if (!IsDigit(NextCharacter())) {  // 1e0 is 1, with no multiplication
         EndToken();
         return FinishReal(value);
     }
+    const double exponent = vocabulary.wholeNumbers == WholeNumbers::Wrap ? GatherExponent<std::int64_t>(isNegative)
+                                                                          : GatherExponent<double>(isNegative);
+    EndToken();
+    return FinishReal(value * PowerOfTen(exponent));
+}
+
+template <class Whole>
+double CExpressionLexer::GatherExponent(bool isNegative) {
     Whole exponent = ReadCharacter() - u'0';
     if (isNegative) exponent = -exponent;
     while (IsDigit(NextCharacter())) {
         const Whole digit = ReadCharacter() - u'0';
         exponent = AppendDigit(exponent, exponent < 0 ? -digit : digit);
     }
-    EndToken();
-    return FinishReal(value * PowerOfTen(static_cast<double>(exponent)));
+    return static_cast<double>(exponent);
 }
 
-template <class Whole>
-int ExpressionLexer<Whole>::FinishInteger(Whole value) {
-    tokenValue.number = static_cast<double>(value);
-    tokenNote = NoteOf(value);
-    return token::realNumber;
-}
-
-template <class Whole>
-int ExpressionLexer<Whole>::FinishReal(double value) {
+int CExpressionLexer::FinishReal(double value) {
     tokenValue.number = value;
     tokenNote = {TokenNote::Kind::Real, {}, 0, value};
-    if (!std::isfinite(value)) ReportParseError(u"Overflow in constant");  // 0e999 too, which is a NaN
+    if (!std::isfinite(value)) errors.ReportParseError(u"Overflow in constant");  // 0e999 too, which is a NaN
     return token::realNumber;
 }
-
-template struct ExpressionLexer<std::int64_t>;
-template struct ExpressionLexer<double>;
 
 }  // namespace reka

@@ -1,11 +1,14 @@
-// Drives a parse of a reaction expression, one at a time.
+// Drives a parse: the generated parser reads the tokens of the lexer, its actions make nodes, and the check makes a
+// finished tree of the one that they leave.
 
 #include "expression/parse/ParseExpression.h"
 
 #include <mutex>
+#include <new>
 
-#include "expression/parse/FinishParse.h"
-#include "expression/parse/ReactionExpressionParser.h"
+#include "expression/parse/CheckExpression.h"
+#include "expression/parse/ExpressionLexer.h"
+#include "expression/parse/GrammarActions.h"
 #include "platform/HostArithmetic.h"
 
 namespace reka {
@@ -13,6 +16,29 @@ namespace reka {
 namespace {
 
 std::recursive_mutex parserLock;
+
+/// Without `compounds`, as a scalar.
+ExpressionTree Parse(RunGrammar& runGrammar, const Vocabulary& vocabulary, const INamedCompounds* compounds,
+                     std::u16string_view text, std::u16string& errorText, std::int32_t* position) {
+    const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
+    errorText.clear();                // which keeps the room that a caller's text has from before
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(text, vocabulary, errors);
+    CGrammarActions actions(text.size(), errors);
+    runGrammar(lexer, actions);
+    if (errors.isOutOfMemory) {
+        errorText.clear();
+        throw std::bad_alloc();
+    }
+    ExpressionTree tree = actions.TakeTree();
+    if (tree) compounds ? CheckExpression(*tree, *compounds, errorText) : CheckScalarExpression(*tree, errorText);
+    if (!errorText.empty()) tree.reset();
+    if (tree && (tree->kind == NodeKind::Failed || tree->kind == NodeKind::ExpressionList)) {
+        errorText += u"expression must result a scalar\r\n";  // no text leads here; the last guard
+    }
+    if (position) *position = static_cast<std::int32_t>(lexer.Position());
+    return tree;
+}
 
 }  // namespace
 
@@ -25,14 +51,11 @@ ExpressionTree ParseExpression(const INamedCompounds& compounds, std::u16string_
 ExpressionTree ParseExpression(CCompoundLookup& compounds, std::u16string_view text, std::u16string& errorText,
                                std::int32_t* position) {
     const std::lock_guard lock(parserLock);
-    const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
-    ReactionExpressionParser parser(compounds, text);
-    parser.errorBuffer.swap(errorText);  // for its room, which a caller that parses again and again has had before
-    parser.errorBuffer.clear();
-    RunReactionGrammar(parser);
-    ExpressionTree tree = FinishParse(parser, &compounds.Compounds(), errorText);
-    if (position) *position = static_cast<std::int32_t>(parser.position);
-    return tree;
+    return Parse(RunReactionGrammar, ReactionVocabulary(compounds), &compounds.Compounds(), text, errorText, position);
+}
+
+ExpressionTree ParseScalar(std::u16string_view text, std::u16string& errorText) {
+    return Parse(RunScalarGrammar, ScalarVocabulary(), nullptr, text, errorText, nullptr);
 }
 
 }  // namespace reka

@@ -1,4 +1,4 @@
-// From the text of a rate, an equilibrium constant or a heat of reaction to its tree.
+// From a text to its tree: of a rate, an equilibrium constant or a heat of reaction, and of a numeric field.
 
 #pragma once
 
@@ -28,5 +28,9 @@ ExpressionTree ParseExpression(const INamedCompounds& compounds, std::u16string_
 /// stay as they are: what one parse has found out about the names serves the next. A lookup belongs to one thread.
 ExpressionTree ParseExpression(CCompoundLookup& compounds, std::u16string_view text, std::u16string& errorText,
                                std::int32_t* position);
+
+/// Parses the text of a numeric field, which ends at its first zero character, to a tree of one constant. The outcome
+/// is told in the same way. Takes no lock.
+ExpressionTree ParseScalar(std::u16string_view text, std::u16string& errorText);
 
 }  // namespace reka

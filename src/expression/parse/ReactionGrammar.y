@@ -1,14 +1,15 @@
-/* The grammar of reaction expressions. The values of `exp` and `explist` are slots of the parser's pool, which owns the
-   nodes: the parser's stack drops its values when it recovers from an error. */
+/* The grammar of reaction expressions. The values of `exp` and `explist` are nodes in the arena of the actions, which
+   frees them: the parser's stack drops its values when it recovers from an error. */
 
 %define api.pure full
 %define api.prefix {reka_reaction_}
 %define parse.error verbose
 %define api.value.type union
-%param {reka::ReactionExpressionParser& parser}
+%lex-param {reka::CExpressionLexer& lexer}
+%parse-param {reka::CExpressionLexer& lexer} {reka::CGrammarActions& actions}
 
 %code requires {
-#include "expression/parse/ReactionExpressionParser.h"
+#include "expression/parse/GrammarActions.h"
 }
 
 %code {
@@ -17,8 +18,8 @@
 
 using reka::NodeKind;
 
-static int reka_reaction_lex(YYSTYPE* value, reka::ReactionExpressionParser& parser) noexcept;
-static void reka_reaction_error(reka::ReactionExpressionParser& parser, const char* message) noexcept;
+static int reka_reaction_lex(YYSTYPE* value, reka::CExpressionLexer& lexer) noexcept;
+static void reka_reaction_error(reka::CExpressionLexer&, reka::CGrammarActions& actions, const char* message) noexcept;
 }
 
 /* The names are what syntax errors show, in this order. */
@@ -35,39 +36,39 @@ static void reka_reaction_error(reka::ReactionExpressionParser& parser, const ch
 %right '^'
 %token '(' ')' ','
 
-%nterm <reka::PoolSlot> exp explist
+%nterm <reka::ExpressionNode*> exp explist
 
 %start exp
 
 %%
 
 exp:
-    REALNUM                     { $$ = parser.MakeConstant($1); }
-  | PI                          { $$ = parser.MakeConstant(3.141592653589793); }
-  | R                           { $$ = parser.MakeConstant(8.314); }  /* gas constant, J/(mol K) */
-  | P                           { $$ = parser.MakeNode(NodeKind::Pressure); }
-  | T                           { $$ = parser.MakeNode(NodeKind::Temperature); }
-  | FUNCNAME '(' explist ')'    { $$ = parser.MakeFunction($1, $3); }
-  | FUNCNAME '(' error ')'      { $$ = parser.MakeNode(NodeKind::Failed); }
-  | exp '+' exp                 { $$ = parser.MakeOperation(NodeKind::Addition, $1, $3); }
-  | exp '-' exp                 { $$ = parser.MakeOperation(NodeKind::Subtraction, $1, $3); }
-  | exp '*' exp                 { $$ = parser.MakeOperation(NodeKind::Multiplication, $1, $3); }
-  | exp '/' exp                 { $$ = parser.MakeOperation(NodeKind::Division, $1, $3); }
-  | '-' exp %prec NEG           { $$ = parser.MakeOperation(NodeKind::Negation, $2); }
-  | exp '^' exp                 { $$ = parser.MakeOperation(NodeKind::Power, $1, $3); }
+    REALNUM                     { $$ = actions.MakeConstant($1); }
+  | PI                          { $$ = actions.MakeConstant(3.141592653589793); }
+  | R                           { $$ = actions.MakeConstant(8.314); }  /* gas constant, J/(mol K) */
+  | P                           { $$ = actions.MakeNode(NodeKind::Pressure); }
+  | T                           { $$ = actions.MakeNode(NodeKind::Temperature); }
+  | FUNCNAME '(' explist ')'    { $$ = actions.MakeFunction($1, $3); }
+  | FUNCNAME '(' error ')'      { $$ = actions.MakeNode(NodeKind::Failed); }
+  | exp '+' exp                 { $$ = actions.MakeOperation(NodeKind::Addition, $1, $3); }
+  | exp '-' exp                 { $$ = actions.MakeOperation(NodeKind::Subtraction, $1, $3); }
+  | exp '*' exp                 { $$ = actions.MakeOperation(NodeKind::Multiplication, $1, $3); }
+  | exp '/' exp                 { $$ = actions.MakeOperation(NodeKind::Division, $1, $3); }
+  | '-' exp %prec NEG           { $$ = actions.MakeOperation(NodeKind::Negation, $2); }
+  | exp '^' exp                 { $$ = actions.MakeOperation(NodeKind::Power, $1, $3); }
   | '(' exp ')'                 { $$ = $2; }
-  | '(' error ')'               { $$ = parser.MakeNode(NodeKind::Failed); }
-  | A '(' COMPONENT ')'         { $$ = parser.MakeCompoundLeaf(NodeKind::Activity, $3); }
-  | F '(' COMPONENT ')'         { $$ = parser.MakeCompoundLeaf(NodeKind::Fugacity, $3); }
-  | C '(' COMPONENT ')'         { $$ = parser.MakeCompoundLeaf(NodeKind::Molarity, $3); }
-  | X '(' COMPONENT ')'         { $$ = parser.MakeCompoundLeaf(NodeKind::MoleFraction, $3); }
-  | MWT '(' COMPONENT ')'       { $$ = parser.MakeCompoundLeaf(NodeKind::MolecularWeight, $3); }
+  | '(' error ')'               { $$ = actions.MakeNode(NodeKind::Failed); }
+  | A '(' COMPONENT ')'         { $$ = actions.MakeCompoundLeaf(NodeKind::Activity, $3); }
+  | F '(' COMPONENT ')'         { $$ = actions.MakeCompoundLeaf(NodeKind::Fugacity, $3); }
+  | C '(' COMPONENT ')'         { $$ = actions.MakeCompoundLeaf(NodeKind::Molarity, $3); }
+  | X '(' COMPONENT ')'         { $$ = actions.MakeCompoundLeaf(NodeKind::MoleFraction, $3); }
+  | MWT '(' COMPONENT ')'       { $$ = actions.MakeCompoundLeaf(NodeKind::MolecularWeight, $3); }
   ;
 
 explist:
-    %empty                      { $$ = parser.MakeNode(NodeKind::ExpressionList); }
-  | exp                         { $$ = parser.MakeOperation(NodeKind::ExpressionList, $1); }
-  | explist ',' exp             { $$ = parser.AppendArgument($1, $3); }
+    %empty                      { $$ = actions.MakeNode(NodeKind::ExpressionList); }
+  | exp                         { $$ = actions.MakeOperation(NodeKind::ExpressionList, $1); }
+  | explist ',' exp             { $$ = actions.AppendArgument($1, $3); }
   ;
 
 %%
@@ -80,18 +81,18 @@ static_assert(END == reka::token::endOfInput && REALNUM == reka::token::realNumb
               R == reka::token::r && P == reka::token::p && T == reka::token::t && A == reka::token::a &&
               F == reka::token::f && C == reka::token::c && X == reka::token::x);
 
-static int reka_reaction_lex(YYSTYPE* value, reka::ReactionExpressionParser& parser) noexcept {
-    const int code = parser.ReadTokenForGrammar();
-    if (code == REALNUM) value->REALNUM = parser.tokenValue.number;
-    if (code == FUNCNAME) value->FUNCNAME = parser.tokenValue.index;
-    if (code == COMPONENT) value->COMPONENT = parser.tokenValue.index;
+static int reka_reaction_lex(YYSTYPE* value, reka::CExpressionLexer& lexer) noexcept {
+    const int code = lexer.ReadTokenForGrammar();
+    if (code == REALNUM) value->REALNUM = lexer.Value().number;
+    if (code == FUNCNAME) value->FUNCNAME = lexer.Value().index;
+    if (code == COMPONENT) value->COMPONENT = lexer.Value().index;
     return code;
 }
 
-static void reka_reaction_error(reka::ReactionExpressionParser& parser, const char* message) noexcept {
-    parser.ReportGrammarError(message);
+static void reka_reaction_error(reka::CExpressionLexer&, reka::CGrammarActions& actions, const char* message) noexcept {
+    actions.ReportGrammarError(message);
 }
 
-void reka::RunReactionGrammar(ReactionExpressionParser& parser) {
-    reka_reaction_parse(parser);
+void reka::RunReactionGrammar(CExpressionLexer& lexer, CGrammarActions& actions) {
+    reka_reaction_parse(lexer, actions);
 }

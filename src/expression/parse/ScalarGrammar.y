@@ -1,14 +1,15 @@
 /* The grammar of numeric fields: that of reaction expressions without the properties of a material. A syntax error is
-   told without the tokens. The values of `exp` and `explist` are slots of the parser's pool, which owns the nodes. */
+   told without the tokens. The values of `exp` and `explist` are nodes in the arena of the actions. */
 
 %define api.pure full
 %define api.prefix {reka_scalar_}
 %define parse.error simple
 %define api.value.type union
-%param {reka::ScalarExpressionParser& parser}
+%lex-param {reka::CExpressionLexer& lexer}
+%parse-param {reka::CExpressionLexer& lexer} {reka::CGrammarActions& actions}
 
 %code requires {
-#include "expression/parse/ScalarExpressionParser.h"
+#include "expression/parse/GrammarActions.h"
 }
 
 %code {
@@ -17,8 +18,8 @@
 
 using reka::NodeKind;
 
-static int reka_scalar_lex(YYSTYPE* value, reka::ScalarExpressionParser& parser) noexcept;
-static void reka_scalar_error(reka::ScalarExpressionParser& parser, const char* message) noexcept;
+static int reka_scalar_lex(YYSTYPE* value, reka::CExpressionLexer& lexer) noexcept;
+static void reka_scalar_error(reka::CExpressionLexer&, reka::CGrammarActions& actions, const char* message) noexcept;
 }
 
 %token END 0
@@ -34,32 +35,32 @@ static void reka_scalar_error(reka::ScalarExpressionParser& parser, const char* 
 %right '^'
 %token '(' ')' ','
 
-%nterm <reka::PoolSlot> exp explist
+%nterm <reka::ExpressionNode*> exp explist
 
 %start exp
 
 %%
 
 exp:
-    REALNUM                     { $$ = parser.MakeConstant($1); }
-  | PI                          { $$ = parser.MakeConstant(3.141592653589793); }
-  | R                           { $$ = parser.MakeConstant(8.314); }  /* gas constant, J/(mol K) */
-  | FUNCNAME '(' explist ')'    { $$ = parser.MakeFunction($1, $3); }
-  | FUNCNAME '(' error ')'      { $$ = parser.MakeNode(NodeKind::Failed); }
-  | exp '+' exp                 { $$ = parser.MakeOperation(NodeKind::Addition, $1, $3); }
-  | exp '-' exp                 { $$ = parser.MakeOperation(NodeKind::Subtraction, $1, $3); }
-  | exp '*' exp                 { $$ = parser.MakeOperation(NodeKind::Multiplication, $1, $3); }
-  | exp '/' exp                 { $$ = parser.MakeOperation(NodeKind::Division, $1, $3); }
-  | '-' exp %prec NEG           { $$ = parser.MakeOperation(NodeKind::Negation, $2); }
-  | exp '^' exp                 { $$ = parser.MakeOperation(NodeKind::Power, $1, $3); }
+    REALNUM                     { $$ = actions.MakeConstant($1); }
+  | PI                          { $$ = actions.MakeConstant(3.141592653589793); }
+  | R                           { $$ = actions.MakeConstant(8.314); }  /* gas constant, J/(mol K) */
+  | FUNCNAME '(' explist ')'    { $$ = actions.MakeFunction($1, $3); }
+  | FUNCNAME '(' error ')'      { $$ = actions.MakeNode(NodeKind::Failed); }
+  | exp '+' exp                 { $$ = actions.MakeOperation(NodeKind::Addition, $1, $3); }
+  | exp '-' exp                 { $$ = actions.MakeOperation(NodeKind::Subtraction, $1, $3); }
+  | exp '*' exp                 { $$ = actions.MakeOperation(NodeKind::Multiplication, $1, $3); }
+  | exp '/' exp                 { $$ = actions.MakeOperation(NodeKind::Division, $1, $3); }
+  | '-' exp %prec NEG           { $$ = actions.MakeOperation(NodeKind::Negation, $2); }
+  | exp '^' exp                 { $$ = actions.MakeOperation(NodeKind::Power, $1, $3); }
   | '(' exp ')'                 { $$ = $2; }
-  | '(' error ')'               { $$ = parser.MakeNode(NodeKind::Failed); }
+  | '(' error ')'               { $$ = actions.MakeNode(NodeKind::Failed); }
   ;
 
 explist:
-    %empty                      { $$ = parser.MakeNode(NodeKind::ExpressionList); }
-  | exp                         { $$ = parser.MakeOperation(NodeKind::ExpressionList, $1); }
-  | explist ',' exp             { $$ = parser.AppendArgument($1, $3); }
+    %empty                      { $$ = actions.MakeNode(NodeKind::ExpressionList); }
+  | exp                         { $$ = actions.MakeOperation(NodeKind::ExpressionList, $1); }
+  | explist ',' exp             { $$ = actions.AppendArgument($1, $3); }
   ;
 
 %%
@@ -67,17 +68,17 @@ explist:
 static_assert(END == reka::token::endOfInput && REALNUM == reka::token::realNumber &&
               FUNCNAME == reka::token::functionName && PI == reka::token::pi && R == reka::token::r);
 
-static int reka_scalar_lex(YYSTYPE* value, reka::ScalarExpressionParser& parser) noexcept {
-    const int code = parser.ReadTokenForGrammar();
-    if (code == REALNUM) value->REALNUM = parser.tokenValue.number;
-    if (code == FUNCNAME) value->FUNCNAME = parser.tokenValue.index;
+static int reka_scalar_lex(YYSTYPE* value, reka::CExpressionLexer& lexer) noexcept {
+    const int code = lexer.ReadTokenForGrammar();
+    if (code == REALNUM) value->REALNUM = lexer.Value().number;
+    if (code == FUNCNAME) value->FUNCNAME = lexer.Value().index;
     return code;
 }
 
-static void reka_scalar_error(reka::ScalarExpressionParser& parser, const char* message) noexcept {
-    parser.ReportGrammarError(message);
+static void reka_scalar_error(reka::CExpressionLexer&, reka::CGrammarActions& actions, const char* message) noexcept {
+    actions.ReportGrammarError(message);
 }
 
-void reka::RunScalarGrammar(ScalarExpressionParser& parser) {
-    reka_scalar_parse(parser);
+void reka::RunScalarGrammar(CExpressionLexer& lexer, CGrammarActions& actions) {
+    reka_scalar_parse(lexer, actions);
 }

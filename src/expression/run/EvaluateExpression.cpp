@@ -2,10 +2,10 @@
 
 #include "expression/run/EvaluateExpression.h"
 
+#include <boost/container/small_vector.hpp>
 #include <limits>
 
-#include "expression/tree/NodeOperation.h"
-#include "expression/tree/WalkStack.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
@@ -58,11 +58,12 @@ bool ComputeNode(const ExpressionNode& node, const double* operands, const Worki
     if (operandCount == 0) return ReadLeaf(node, values, value) || FailAsUnknown(errorText);
     const double a = operands[0];
     const double b = operandCount == 2 ? operands[1] : 0.0;
-    if (const char16_t* refusal = FindRefusal(node.kind, a, b)) {
+    const NodeKindRow& row = RowOf(node.kind);
+    if (const char16_t* refusal = FindRefusal(row, a, b)) {
         errorText = refusal;
         return false;
     }
-    value = ComputeOperation(node.kind, a, b);
+    value = row.compute(a, b);
     return true;
 }
 
@@ -76,24 +77,23 @@ bool EvaluateExpression(const ExpressionNode& node, double& result, const Workin
         double operands[2];  // no operation has more; the values of further arguments are computed and dropped
     };
     result = std::numeric_limits<double>::quiet_NaN();
-    CWalkStack<Visit> visits;
-    visits.Push({&node, 0, {}});
+    boost::container::small_vector<Visit, 64> visits = {{&node, 0, {}}};
     for (;;) {
-        Visit& visit = visits.Top();
+        Visit& visit = visits.back();
         if (visit.nextArgument < visit.node->argumentCount) {
             const ExpressionNode* argument = visit.node->arguments[visit.nextArgument];
             if (!argument) return FailAsUnknown(errorText);
-            visits.Push({argument, 0, {}});
+            visits.push_back({argument, 0, {}});
             continue;
         }
         double value;
         if (!ComputeNode(*visit.node, visit.operands, values, value, errorText)) return false;
-        visits.Pop();
-        if (visits.IsEmpty()) {
+        visits.pop_back();
+        if (visits.empty()) {
             result = value;
             return true;
         }
-        Visit& parent = visits.Top();
+        Visit& parent = visits.back();
         if (parent.nextArgument < 2) parent.operands[parent.nextArgument] = value;
         ++parent.nextArgument;
     }

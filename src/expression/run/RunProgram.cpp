@@ -1,5 +1,6 @@
-// See RunProgram.h. Each step leads straight to the next one where the compiler can jump to a label out of a table, so
-// that the processor learns each jump by itself; elsewhere one switch leads to all of them.
+// The run of a program. Each step leads straight to the next one where the compiler can jump to a label out of a table,
+// so that the processor learns each jump by itself; elsewhere one switch leads to all of them. What a step refuses is
+// what the rows of its kinds of nodes refuse.
 
 #include "expression/run/RunProgram.h"
 
@@ -10,7 +11,7 @@
 #include "RuntimeMath.h"
 #include "expression/math/MathFunctions.h"
 #include "expression/run/BindProgram.h"
-#include "expression/tree/NodeOperation.h"
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
@@ -20,6 +21,15 @@ namespace {
 inline double ExpOf(double x) {
     if constexpr (hasGoodExponentials) return std::exp(x);
     return math::Exp(x);
+}
+
+// One operand decides.
+inline bool IsQuotientRefused(double divisor) {
+    return IsRefused<NodeKind::Division>(0.0, divisor);
+}
+
+inline bool IsPowerRefused(double base) {
+    return IsRefused<NodeKind::Power>(base, 0.0);
 }
 
 /// The power 0.5, which has no sign for a zero.
@@ -96,25 +106,27 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             TERM(Value, , false, OPERAND(0))
             TERM(Product, , false, OPERAND(0) * OPERAND(1))
             TERM(TripleProduct, , false, OPERAND(0) * OPERAND(1) * OPERAND(2))
-            TERM(Quotient, , OPERAND(1) == 0, OPERAND(0) / OPERAND(1))
-            TERM(Root, , OPERAND(0) < 0, RootOf(OPERAND(0)))
-            TERM(RootProduct, , OPERAND(1) < 0, OPERAND(0) * RootOf(OPERAND(1)))
-            TERM(SquareProduct, , OPERAND(1) < 0, OPERAND(0) * (OPERAND(1) * OPERAND(1)))
-            TERM(Arrhenius, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0, ExpOf(OPERAND(0) / divisor))
-            TERM(ScaledArrhenius, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+            TERM(Quotient, , IsQuotientRefused(OPERAND(1)), OPERAND(0) / OPERAND(1))
+            TERM(Root, , IsPowerRefused(OPERAND(0)), RootOf(OPERAND(0)))
+            TERM(RootProduct, , IsPowerRefused(OPERAND(1)), OPERAND(0) * RootOf(OPERAND(1)))
+            TERM(SquareProduct, , IsPowerRefused(OPERAND(1)), OPERAND(0) * (OPERAND(1) * OPERAND(1)))
+            TERM(Arrhenius, const double divisor = OPERAND(1) * OPERAND(2), IsQuotientRefused(divisor),
+                 ExpOf(OPERAND(0) / divisor))
+            TERM(ScaledArrhenius, const double divisor = OPERAND(1) * OPERAND(2), IsQuotientRefused(divisor),
                  OPERAND(3) * ExpOf(OPERAND(0) / divisor))
-            TERM(RateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+            TERM(RateTerm, const double divisor = OPERAND(1) * OPERAND(2), IsQuotientRefused(divisor),
                  OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4))
-            TERM(LongRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+            TERM(LongRateTerm, const double divisor = OPERAND(1) * OPERAND(2), IsQuotientRefused(divisor),
                  OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4) * OPERAND(5))
-            TERM(RootRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0 || OPERAND(4) < 0,
+            TERM(RootRateTerm, const double divisor = OPERAND(1) * OPERAND(2),
+                 IsQuotientRefused(divisor) || IsPowerRefused(OPERAND(4)),
                  OPERAND(3) * ExpOf(OPERAND(0) / divisor) * RootOf(OPERAND(4)))
             TERM(InverseRateTerm, const double divisor = OPERAND(1) * OPERAND(2);
-                 const double rate = OPERAND(3) * ExpOf(OPERAND(0) / divisor), divisor == 0 || rate == 0,
-                 OPERAND(4) / rate)
-            SUM(OffsetRateTerm, const double divisor = OPERAND(1) * OPERAND(2), divisor == 0,
+                 const double rate = OPERAND(3) * ExpOf(OPERAND(0) / divisor),
+                 IsQuotientRefused(divisor) || IsQuotientRefused(rate), OPERAND(4) / rate)
+            SUM(OffsetRateTerm, const double divisor = OPERAND(1) * OPERAND(2), IsQuotientRefused(divisor),
                 OPERAND(5) + OPERAND(3) * ExpOf(OPERAND(0) / divisor) * OPERAND(4))
-            TERM(LogarithmProduct, , OPERAND(1) < 0, OPERAND(0) * math::Log10(OPERAND(1)))
+            TERM(LogarithmProduct, , IsRefused<NodeKind::Log10>(OPERAND(1), 0.0), OPERAND(0) * math::Log10(OPERAND(1)))
             SUM(Sum, , false, OPERAND(0) + OPERAND(1) * OPERAND(2))
             SUM(LongSum, , false, OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4))
             CODE(AddTwoProducts, , false, a + OPERAND(0) * OPERAND(1) + OPERAND(2) * OPERAND(3))
@@ -124,30 +136,32 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             CODE(SubtractFrom, , false, OPERAND(0) - a)
             CODE(Multiply, , false, a * OPERAND(0))
             CODE(MultiplyTwice, , false, a * OPERAND(0) * OPERAND(1))
-            CODE(Divide, , OPERAND(0) == 0, a / OPERAND(0))
-            CODE(DivideInto, , a == 0, OPERAND(0) / a)
-            CODE(Power, , a < 0, RaiseTo(a, OPERAND(0)))
-            CODE(PowerOf, , OPERAND(0) < 0, RaiseTo(OPERAND(0), a))
+            CODE(Divide, , IsQuotientRefused(OPERAND(0)), a / OPERAND(0))
+            CODE(DivideInto, , IsQuotientRefused(a), OPERAND(0) / a)
+            CODE(Power, , IsPowerRefused(a), RaiseTo(a, OPERAND(0)))
+            CODE(PowerOf, , IsPowerRefused(OPERAND(0)), RaiseTo(OPERAND(0), a))
             CODE(PowerOfTen, , false, math::Exp10(a))
             CODE(AddPopped, , false, *--top + a)
             CODE(SubtractPopped, , false, *--top - a)
             CODE(MultiplyPopped, , false, *--top * a)
-            CODE(DividePopped, , a == 0, *--top / a)
-            CODE(DivideBySquare, const double divisor = a * a, a < 0 || divisor == 0, *--top / divisor)
-            CODE(DivideByCube, const double divisor = a * a * a, a < 0 || divisor == 0, *--top / divisor)
+            CODE(DividePopped, , IsQuotientRefused(a), *--top / a)
+            CODE(DivideBySquare, const double divisor = a * a, IsPowerRefused(a) || IsQuotientRefused(divisor),
+                 *--top / divisor)
+            CODE(DivideByCube, const double divisor = a * a * a, IsPowerRefused(a) || IsQuotientRefused(divisor),
+                 *--top / divisor)
             CODE(DivideBySumSquare, const double sum = OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4),
-                 sum < 0 || sum * sum == 0, a / (sum * sum))
-            CODE(PowerPopped, const double base = *--top, base < 0, RaiseTo(base, a))
-            CODE(FunctionPopped, --top, false, ComputeOperation(step[1].kind, *top, a))
+                 IsPowerRefused(sum) || IsQuotientRefused(sum * sum), a / (sum * sum))
+            CODE(PowerPopped, const double base = *--top, IsPowerRefused(base), RaiseTo(base, a))
+            CODE(FunctionPopped, --top, false, RowOf(step[1].kind).compute(*top, a))
             CODE(Negate, , false, -a)
-            CODE(Square, , a < 0, a * a)
-            CODE(Cube, , a < 0, a * a * a)
-            CODE(PowerOfHalf, , a < 0, RootOf(a))
-            CODE(SquareRoot, , a < 0, math::Sqrt(a))
+            CODE(Square, , IsPowerRefused(a), a * a)
+            CODE(Cube, , IsPowerRefused(a), a * a * a)
+            CODE(PowerOfHalf, , IsPowerRefused(a), RootOf(a))
+            CODE(SquareRoot, , IsRefused<NodeKind::Sqrt>(a, 0.0), math::Sqrt(a))
             CODE(Exponential, , false, ExpOf(a))
-            CODE(Logarithm, , a < 0, math::Log(a))
-            CODE(DecimalLogarithm, , a < 0, math::Log10(a))
-            CODE(Function, , FindRefusal(step[1].kind, a, 0.0), ComputeOperation(step[1].kind, a, 0.0))
+            CODE(Logarithm, , IsRefused<NodeKind::Log>(a, 0.0), math::Log(a))
+            CODE(DecimalLogarithm, , IsRefused<NodeKind::Log10>(a, 0.0), math::Log10(a))
+            CODE(Function, const NodeKindRow& row = RowOf(step[1].kind), FindRefusal(row, a, 0.0), row.compute(a, 0.0))
             STEP(End) {
                 result = a;
                 return true;

@@ -1,14 +1,12 @@
-// Making, copying and destroying expression trees. None of this recurses: a text may
-// make a tree of any depth, and the stack of the host's thread is not ours.
+// Making and copying expression trees. None of this recurses: a text may make a tree of any depth, and the stack of the
+// host's thread is not ours. A list of arguments that has grown leaves its old slots behind in the arena, which are
+// together no more than the new ones.
 
 #include "expression/tree/ExpressionNode.h"
 
 #include <algorithm>
 #include <bit>
-
-#include "expression/tree/NodeSource.h"
-#include "expression/tree/TreeSurvey.h"
-#include "expression/tree/WalkStack.h"
+#include <boost/container/small_vector.hpp>
 
 namespace reka {
 
@@ -22,94 +20,58 @@ std::size_t ArgumentCapacity(std::int32_t count) {
     return std::bit_ceil(static_cast<std::size_t>(count));
 }
 
-void FreeArray(const ExpressionNode& node) noexcept {
-    if (node.arguments != node.own) delete[] node.arguments;
+ExpressionNode** MakeSlots(ArenaResource& arena, std::int32_t count) {
+    void* const slots = arena.allocate(ArgumentCapacity(count) * sizeof(ExpressionNode*), alignof(ExpressionNode*));
+    return static_cast<ExpressionNode**>(slots);
 }
 
 }  // namespace
 
-void DestroyExpression(ExpressionNode* node) noexcept {
-    // The nodes that wait for their end are chained through their value slot, which nobody reads any more.
-    if (node) node->nextToDestroy = nullptr;
-    while (node) {
-        ExpressionNode* next = node->nextToDestroy;
-        for (std::int32_t i = 0; i < node->argumentCount; ++i) {
-            ExpressionNode* argument = node->arguments[i];
-            if (!argument) continue;
-            argument->nextToDestroy = next;
-            next = argument;
-        }
-        FreeArray(*node);
-        FreeNode(node);
-        node = next;
-    }
-}
-
-void AddArgument(ExpressionNode& node, ExpressionTree argument) {
+void AddArgument(ArenaResource& arena, ExpressionNode& node, ExpressionNode* argument) {
     const std::int32_t count = node.argumentCount;
     if (count == 0) {
         node.arguments = node.own;
     } else if (count >= ownCount && static_cast<std::size_t>(count) == ArgumentCapacity(count)) {
-        auto* grown = new ExpressionNode*[ArgumentCapacity(count + 1)];
+        ExpressionNode** const grown = MakeSlots(arena, count + 1);
         std::copy_n(node.arguments, count, grown);
-        FreeArray(node);
         node.arguments = grown;
     }
-    node.arguments[count] = argument.release();
+    node.arguments[count] = argument;
     node.argumentCount = count + 1;
 }
 
-void MoveArguments(ExpressionNode& node, ExpressionNode& source) noexcept {
-    node.arguments = source.arguments;
-    node.argumentCount = source.argumentCount;
-    if (source.arguments == source.own) {
-        std::copy_n(source.own, source.argumentCount, node.own);
-        node.arguments = node.own;
-    }
-    source.arguments = nullptr;
-    source.argumentCount = 0;
-}
-
-void ClearArguments(ExpressionNode& node) noexcept {
-    for (std::int32_t i = 0; i < node.argumentCount; ++i) DestroyExpression(node.arguments[i]);
-    FreeArray(node);
-    node.arguments = nullptr;
-    node.argumentCount = 0;
-}
-
-void AllocateArguments(ExpressionNode& node, std::int32_t count) {
+void AllocateArguments(ArenaResource& arena, ExpressionNode& node, std::int32_t count) {
     if (count <= 0) return;
-    node.arguments = count <= ownCount ? node.own : new ExpressionNode*[ArgumentCapacity(count)];
+    node.arguments = count <= ownCount ? node.own : MakeSlots(arena, count);
     std::fill_n(node.arguments, count, nullptr);
     node.argumentCount = count;
 }
 
-ExpressionTree CloneExpression(const ExpressionNode& source) {
+ExpressionTree CloneExpression(const ExpressionNode& source, std::size_t nodeCount) {
     struct Pair {
         const ExpressionNode* from;
         ExpressionNode* to;
     };
-    CNodeSource nodes(SurveyTree(source).nodeCount);
-    ExpressionTree copy = nodes.Make(source.kind);
-    CWalkStack<Pair> pairs;
-    pairs.Push({&source, copy.get()});
-    while (!pairs.IsEmpty()) {
-        const auto [from, to] = pairs.Top();
-        pairs.Pop();
+    ExpressionArena arena = MakeArena(nodeCount);
+    ExpressionNode& copy = MakeNode(*arena, source.kind);
+    boost::container::small_vector<Pair, 64> pairs = {{&source, &copy}};
+    while (!pairs.empty()) {
+        const auto [from, to] = pairs.back();
+        pairs.pop_back();
         if (from->kind == NodeKind::RealConstant) {
             to->value = from->value;
         } else if (IsCompoundLeaf(from->kind)) {
             to->compoundIndex = from->compoundIndex;
         } else {
-            AllocateArguments(*to, from->argumentCount);
+            AllocateArguments(*arena, *to, from->argumentCount);
             for (std::int32_t i = 0; i < from->argumentCount; ++i) {
                 if (!from->arguments[i]) continue;
-                to->arguments[i] = nodes.Make(from->arguments[i]->kind).release();
-                pairs.Push({from->arguments[i], to->arguments[i]});
+                to->arguments[i] = &MakeNode(*arena, from->arguments[i]->kind);
+                pairs.push_back({from->arguments[i], to->arguments[i]});
             }
         }
     }
-    return copy;
+    return MakeTree(std::move(arena), copy);
 }
 
 }  // namespace reka

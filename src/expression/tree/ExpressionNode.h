@@ -5,7 +5,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <utility>
+#include <new>
+#include <type_traits>
+
+#include "expression/tree/ExpressionArena.h"
 
 namespace reka {
 
@@ -51,59 +54,69 @@ enum class NodeKind : std::int32_t {
 
 constexpr std::int32_t nodeKindCount = 35;
 
-/// One node of a parsed expression, a plain record. A node owns its arguments; whole trees are made, copied and
-/// destroyed by the operations below, none of which recurses, since a tree may be a million levels deep.
+/// Bits of `ExpressionRef::dependencies`: what a tree reads from the material. Stored.
+namespace dependency {
+constexpr std::uint32_t moleFraction = 1;
+constexpr std::uint32_t molarity = 2;
+constexpr std::uint32_t activity = 4;
+constexpr std::uint32_t temperature = 8;
+constexpr std::uint32_t pressure = 16;
+constexpr std::uint32_t fugacity = 32;
+}  // namespace dependency
+
+/// One node of a parsed expression, a plain record in the arena of its tree. Whole trees are made and copied by the
+/// operations below, none of which recurses, since a tree may be a million levels deep.
 struct ExpressionNode {
     NodeKind kind = NodeKind::Failed;
     std::int32_t argumentCount = 0;
     union {
-        double value = 0.0;             // of a real constant
-        std::int32_t compoundIndex;     // of kinds 30 to 34: index into the list of INamedCompounds
-        ExpressionNode* nextToDestroy;  // of a node whose destruction has begun
+        double value = 0.0;          // of a real constant
+        std::int32_t compoundIndex;  // of kinds 30 to 34: index into the list of INamedCompounds
     };
     ExpressionNode** arguments = nullptr;  // left to right; null while there are none; a slot may be null
     ExpressionNode* own[2];                // where `arguments` lie if there are no more than two
-    std::uint32_t placeInBlock = 0;        // see CNodeSource; 0 for a node made by itself
 
     ExpressionNode() = default;
     ExpressionNode(const ExpressionNode&) = delete;  // `arguments` may point into the node
     ExpressionNode& operator=(const ExpressionNode&) = delete;
 };
+static_assert(std::is_trivially_destructible_v<ExpressionNode>);  // an arena goes without a look at what is in it
 
 /// Kinds 30 to 34, whose slot holds a compound's index.
 constexpr bool IsCompoundLeaf(NodeKind kind) {
     return kind >= NodeKind::Molarity && kind <= NodeKind::Fugacity;
 }
 
-/// Whether the slots for the arguments lie in the node itself, or there are none.
-inline bool HoldsItsArguments(const ExpressionNode& node) {
-    return node.arguments == nullptr || node.arguments == node.own;
-}
-
-/// Frees a node and everything under it. A null node and null argument slots are passed over. Allocates nothing.
-void DestroyExpression(ExpressionNode* node) noexcept;
-
-struct ExpressionDeleter {
-    void operator()(const ExpressionNode* node) const noexcept { DestroyExpression(const_cast<ExpressionNode*>(node)); }
+/// Frees the arena that a tree lies in.
+struct TreeDeleter {
+    ArenaResource* arena = nullptr;
+    void operator()(const ExpressionNode*) const noexcept { DestroyExpression(arena); }
 };
 
-/// Sole owner of a tree under construction.
-using ExpressionTree = std::unique_ptr<ExpressionNode, ExpressionDeleter>;
+/// Sole owner of a tree: of its root, and of the arena with everything under it.
+using ExpressionTree = std::unique_ptr<ExpressionNode, TreeDeleter>;
 
-/// Appends `argument`, which the node then owns, behind the arguments that it has.
-void AddArgument(ExpressionNode& node, ExpressionTree argument);
+/// The tree of a root that lies in `arena`.
+inline ExpressionTree MakeTree(ExpressionArena arena, ExpressionNode& root) {
+    return ExpressionTree(&root, TreeDeleter{arena.release()});
+}
 
-/// Moves the arguments of `source` to a node that has none.
-void MoveArguments(ExpressionNode& node, ExpressionNode& source) noexcept;
+/// A node without arguments. May throw std::bad_alloc.
+inline ExpressionNode& MakeNode(ArenaResource& arena, NodeKind kind) {
+    auto* const node = new (arena.allocate(sizeof(ExpressionNode), alignof(ExpressionNode))) ExpressionNode;
+    node->kind = kind;
+    return *node;
+}
 
-/// Destroys the arguments of a node.
-void ClearArguments(ExpressionNode& node) noexcept;
+/// Appends `argument`, which lies in the node's `arena` or is null, behind the arguments that the node has. May throw
+/// std::bad_alloc, which leaves the node as it was.
+void AddArgument(ArenaResource& arena, ExpressionNode& node, ExpressionNode* argument);
 
 /// Gives a node that has no arguments `count` empty slots, for a reader that fills them one by one.
-void AllocateArguments(ExpressionNode& node, std::int32_t count);
+void AllocateArguments(ArenaResource& arena, ExpressionNode& node, std::int32_t count);
 
-/// A deep copy of `source`. Constants and compound leaves are copied with what they hold, all others with their
-/// arguments.
-ExpressionTree CloneExpression(const ExpressionNode& source);
+/// A deep copy of `source`, a tree of `nodeCount` nodes. Constants and compound leaves are copied with what they hold,
+/// all others with their arguments.
+ExpressionTree CloneExpression(const ExpressionNode& source, std::size_t nodeCount);
 
 }  // namespace reka

@@ -2,39 +2,27 @@
 
 #pragma once
 
-#include <cstdint>
-#include <vector>
+#include <boost/container/small_vector.hpp>
+#include <cstddef>
 
 #include "expression/tree/ExpressionNode.h"
 
 namespace reka {
 
-/// A place in the pool; `noSlot` for none.
-using PoolSlot = std::int32_t;
-constexpr PoolSlot noSlot = -1;
-
-/// Owns the nodes of a parse. The parser's stack drops its values during error recovery without a word, so it holds
-/// slots of this pool, and whatever a failed parse has made is freed here. Every operation takes constant time.
+/// Knows the nodes of a parse without a parent, which lie in the parse's arena, in the order in which they were made.
+/// One that is taken is nearly always the last or the one before, so that each operation takes constant time.
 class ExpressionPool {
 public:
-    /// Keeps `node` in a free slot and gives the slot.
-    PoolSlot PoolAdd(ExpressionTree node);
-    /// Hands out the node of a slot, which is free from then on.
-    ExpressionTree PoolRemove(PoolSlot slot);
-    /// Destroys every node that is left.
-    void PoolClear();
+    void PoolAdd(ExpressionNode& node) { nodes.push_back(&node); }
+    /// Forgets a node, which gets a parent or an owner.
+    void PoolRemove(const ExpressionNode& node);
+    void PoolClear() { nodes.clear(); }
 
-    ExpressionNode& NodeAt(PoolSlot slot) { return *entries[static_cast<std::size_t>(slot)].node; }
-    /// The first slot from `start` on that holds a node; `noSlot` when there is none.
-    PoolSlot FindNode(PoolSlot start) const;
+    std::size_t NodeCount() const { return nodes.size(); }
+    ExpressionNode& FirstNode() const { return *nodes.front(); }
 
 private:
-    struct Entry {
-        ExpressionTree node;         // null in a free slot
-        PoolSlot nextFree = noSlot;  // of a free slot
-    };
-    std::vector<Entry> entries;
-    PoolSlot firstFree = noSlot;
+    boost::container::small_vector<ExpressionNode*, 32> nodes;  // hardly an expression has more at a time
 };
 
 }  // namespace reka

@@ -1,6 +1,12 @@
-// Writes the steps of a tree. Which operand of a node is computed first makes no difference to a value, and of a
-// failure the walk over the nodes tells; so a leaf or a term waits until its node is computed, on either side of an
-// operator.
+// Writes the steps of a tree. The rate 2*EXP(-8000/(R*T))*C(i)-SQRT(P)/X(i), for one, becomes
+//     RateTerm -8000 8.314 T 2 C(i)   the running value is 2 * EXP(-8000 / (8.314 * T)) * C(i)
+//     PushValue P                     it is put aside; the running value is the pressure
+//     SquareRoot
+//     Divide X(i)
+//     SubtractPopped                  what was put aside less the running value
+//     End
+// Which operand of a node is computed first makes no difference to a value, and of a failure the walk over the nodes
+// tells; so a leaf or a term waits until its node is computed, on either side of an operator.
 
 #include "expression/tree/ExpressionProgram.h"
 
@@ -9,9 +15,8 @@
 #include <cstdint>
 #include <utility>
 
-#include "expression/tree/NodeOperation.h"
+#include "expression/tree/NodeKinds.h"
 #include "expression/tree/ProgramTerms.h"
-#include "expression/tree/WalkStack.h"
 #include "platform/HostArithmetic.h"
 
 namespace reka {
@@ -23,42 +28,6 @@ enum class TermUse { Begin = 0, Push = 1, Add = 2, Subtract = 3 };
 
 ProgramCode CodeFor(ProgramCode term, TermUse use) {
     return static_cast<ProgramCode>(static_cast<int>(term) + static_cast<int>(use));
-}
-
-/// The step of an operation for a value that was put aside and the running value.
-ProgramCode CodeWithPopped(NodeKind kind) {
-    switch (kind) {
-        case NodeKind::Addition:
-            return ProgramCode::AddPopped;
-        case NodeKind::Subtraction:
-            return ProgramCode::SubtractPopped;
-        case NodeKind::Multiplication:
-            return ProgramCode::MultiplyPopped;
-        case NodeKind::Division:
-            return ProgramCode::DividePopped;
-        case NodeKind::Power:
-            return ProgramCode::PowerPopped;
-        default:
-            return ProgramCode::FunctionPopped;
-    }
-}
-
-/// The step of an operation with one operand.
-ProgramCode CodeOfFunction(NodeKind kind) {
-    switch (kind) {
-        case NodeKind::Negation:
-            return ProgramCode::Negate;
-        case NodeKind::Sqrt:
-            return ProgramCode::SquareRoot;
-        case NodeKind::Exp:
-            return ProgramCode::Exponential;
-        case NodeKind::Log:
-            return ProgramCode::Logarithm;
-        case NodeKind::Log10:
-            return ProgramCode::DecimalLogarithm;
-        default:
-            return ProgramCode::Function;
-    }
 }
 
 /// A step while steps are still put together.
@@ -78,9 +47,9 @@ class CProgramWriter {
 public:
     void Write(const ExpressionNode& root) {
         Compute(root, false);
-        while (!tasks.IsEmpty()) {
-            const Task task = tasks.Top();
-            tasks.Pop();
+        while (!tasks.empty()) {
+            const Task task = tasks.back();
+            tasks.pop_back();
             if (task.node) {
                 WriteNode(*task.node, task.isPushing);
             } else {
@@ -132,8 +101,8 @@ private:
         ProgramStep step;
     };
 
-    void Compute(const ExpressionNode& node, bool isPushing) { tasks.Push({&node, isPushing, {}}); }
-    void Append(const ProgramStep& step) { tasks.Push({nullptr, false, step}); }
+    void Compute(const ExpressionNode& node, bool isPushing) { tasks.push_back({&node, isPushing, {}}); }
+    void Append(const ProgramStep& step) { tasks.push_back({nullptr, false, step}); }
 
     // ---- The nodes
 
@@ -142,10 +111,10 @@ private:
             AddStep(StepOf(term, isPushing ? TermUse::Push : TermUse::Begin));
             if (isPushing) greatestDepth = std::max(greatestDepth, ++depth);
         } else if (node.argumentCount == 1) {
-            Append(StepOf(CodeOfFunction(node.kind), node.kind));
+            Append(StepOf(RowOf(node.kind).step, node.kind));
             Compute(Left(node), isPushing);
         } else if (!WriteSum(node, isPushing) && !WritePower(node, isPushing) && !WriteWithLeaf(node, isPushing)) {
-            Append(StepOf(CodeWithPopped(node.kind), node.kind));
+            Append(StepOf(RowOf(node.kind).step, node.kind));
             Compute(Right(node), true);
             Compute(Left(node), isPushing);
         }
@@ -357,7 +326,7 @@ private:
     boost::container::small_vector<ProgramStep, 16> steps;
     boost::container::small_vector<double, 32> constants;
     std::size_t compoundCount = 0;
-    CWalkStack<Task, 16> tasks;  // tasks are long: more of them would take longer to lay out than to use
+    boost::container::small_vector<Task, 16> tasks;
     std::size_t depth = 0;
     std::size_t greatestDepth = 0;
 };

@@ -1,55 +1,56 @@
+// The walk that looks at every node of a tree. A reader of stored trees adds the nodes as it meets them and needs no
+// walk.
+
 #include "expression/tree/TreeSurvey.h"
 
-#include "expression/tree/NodeOperation.h"
-#include "expression/tree/NodeSource.h"
-#include "expression/tree/WalkStack.h"
+#include <boost/container/small_vector.hpp>
+
+#include "expression/tree/NodeKinds.h"
 
 namespace reka {
 
 namespace {
 
 bool IsSound(const ExpressionNode& node) {
-    const std::int32_t operandCount = OperandCount(node.kind);
-    if (node.argumentCount != operandCount) return false;
-    for (std::int32_t i = 0; i < operandCount; ++i) {
-        if (!node.arguments[i]) return false;
-    }
-    if (operandCount > 0) return true;
-    switch (node.kind) {
-        case NodeKind::RealConstant:
-        case NodeKind::Temperature:
-        case NodeKind::Pressure:
-            return true;
-        case NodeKind::Molarity:
-        case NodeKind::Activity:
-        case NodeKind::Fugacity:
-        case NodeKind::MoleFraction:
-            return node.compoundIndex >= 0;
-        default:
-            return false;
-    }
+    const NodeKindRow* const row = FindRow(node.kind);
+    return row && row->HasValue() && node.argumentCount == row->operandCount &&
+           (!IsCompoundLeaf(node.kind) || node.compoundIndex >= 0);
+}
+
+std::uint32_t DependencyOf(NodeKind kind) {
+    const NodeKindRow* const row = FindRow(kind);
+    return row ? row->dependency : 0;
 }
 
 }  // namespace
 
+void TreeSurvey::AddNode(const ExpressionNode& node) {
+    ++nodeCount;
+    if (node.kind == NodeKind::RealConstant) ++constantCount;
+    isSound = isSound && IsSound(node);
+}
+
 TreeSurvey SurveyTree(const ExpressionNode& root) {
+    struct Visit {
+        const ExpressionNode* node;
+        bool isRead;  // not below a leaf
+    };
     TreeSurvey survey;
-    const NodeBlock* const block = BlockOf(root);
-    bool isInBlock = block != nullptr;
-    CWalkStack<const ExpressionNode*> waiting;
-    waiting.Push(&root);
-    while (!waiting.IsEmpty()) {
-        const ExpressionNode& node = *waiting.Top();
-        waiting.Pop();
-        ++survey.nodeCount;
-        if (node.kind == NodeKind::RealConstant) ++survey.constantCount;
-        survey.isSound = survey.isSound && IsSound(node);
-        isInBlock = isInBlock && BlockOf(node) == block && HoldsItsArguments(node);
-        for (std::int32_t i = 0; i < node.argumentCount; ++i) {
-            if (node.arguments[i]) waiting.Push(node.arguments[i]);
+    boost::container::small_vector<Visit, 64> visits = {{&root, true}};
+    while (!visits.empty()) {
+        const auto [node, isRead] = visits.back();
+        visits.pop_back();
+        survey.AddNode(*node);
+        const std::uint32_t bit = DependencyOf(node->kind);
+        if (isRead) survey.dependencies |= bit;
+        for (std::int32_t i = 0; i < node->argumentCount; ++i) {
+            if (node->arguments[i]) {
+                visits.push_back({node->arguments[i], isRead && bit == 0});
+            } else {
+                survey.isSound = false;
+            }
         }
     }
-    survey.isWholeBlock = isInBlock && CountHolders(*block) == survey.nodeCount;
     return survey;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 
 #include "expression/tree/ExpressionNode.h"
 
@@ -12,10 +13,13 @@ struct TreeSurvey {
     /// Whether an evaluation looks at nothing but what is there: each operation has just its operands, and each leaf
     /// has a value.
     bool isSound = true;
-    /// Whether the tree is all that is left of one block of a CNodeSource, so that it can be freed in one piece.
-    bool isWholeBlock = false;
+    /// Bits of `dependency`. A leaf sets its own; molecular weight has none, nor has what hangs on a leaf by mistake.
+    std::uint32_t dependencies = 0;
     std::size_t nodeCount = 0;
     std::size_t constantCount = 0;
+
+    /// Counts a node and looks at its soundness, but for its arguments and what it reads.
+    void AddNode(const ExpressionNode& node);
 };
 
 TreeSurvey SurveyTree(const ExpressionNode& root);

@@ -18,8 +18,8 @@ ExpressionTree T() {
 
 // A function as the grammar delivers it, with the list of its arguments.
 template <class... Arguments>
-ExpressionTree MakeCall(NodeKind kind, Arguments... arguments) {
-    return MakeNode(kind, MakeNode(NodeKind::ExpressionList, std::move(arguments)...));
+ExpressionTree MakeCall(NodeKind kind, const Arguments&... arguments) {
+    return MakeNode(kind, MakeNode(NodeKind::ExpressionList, arguments...));
 }
 
 struct CheckCase {
@@ -81,7 +81,7 @@ const CheckCase checkCases[] = {
     {"ConstantWithArguments",
      [] {
          ExpressionTree constant = MakeConstant(1);
-         AddArgument(*constant, MakeConstant(2));
+         AppendCopy(constant, MakeConstant(2));
          return constant;
      },
      "1(2)", u"internal error: real constant with sub expressions\r\n"},
@@ -165,8 +165,8 @@ TEST_P(FunctionWords, StandInTheLineOfAWrongCount) {
     const std::string two = std::string(word) + " should have two arguments\r\n";
     const auto definition = MakeDefinitionOf({});
     for (int count = 0; count <= 4; ++count) {
-        const ExpressionTree node = MakeNode(kind);
-        for (int i = 0; i < count; ++i) AddArgument(*node, T());
+        ExpressionTree node = MakeNode(kind);
+        for (int i = 0; i < count; ++i) AppendCopy(node, T());
         std::u16string errorText;
         CheckExpression(*node, *definition, errorText);
         const std::string expected = count == argumentCount ? "" : argumentCount == 1 ? one : two;

@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "expression/ExpressionBuilders.h"
-#include "expression/parse/ScalarExpressionParser.h"
+#include "expression/parse/ExpressionLexer.h"
 #include "platform/HostArithmetic.h"
 #include "support/AllocationCounter.h"
 #include "support/FakeMutexes.h"
@@ -248,9 +248,11 @@ TEST(ScalarLexer, DescribesTheTokenReadLast) {
         {u".x", u". (dot)"},
     };
     for (const auto& [text, description] : cases) {
-        ScalarExpressionParser parser(text);
-        parser.ReadToken();
-        EXPECT_EQ(Utf8FromUtf16(parser.TokenDescription()), Utf8FromUtf16(description));
+        std::u16string errorText;
+        ParseErrors errors{errorText};
+        CExpressionLexer lexer(text, ScalarVocabulary(), errors);
+        lexer.ReadToken();
+        EXPECT_EQ(Utf8FromUtf16(lexer.TokenDescription()), Utf8FromUtf16(description));
     }
 }
 

@@ -14,85 +14,61 @@ namespace reka::test {
 namespace {
 
 TEST(ExpressionNode, StartsWithoutArguments) {
-    const ExpressionTree node(new ExpressionNode);
-    EXPECT_EQ(node->kind, NodeKind::Failed);
-    EXPECT_EQ(node->argumentCount, 0);
-    EXPECT_EQ(node->arguments, nullptr);
+    const ExpressionNode node{};
+    EXPECT_EQ(node.kind, NodeKind::Failed);
+    EXPECT_EQ(node.argumentCount, 0);
+    EXPECT_EQ(node.arguments, nullptr);
 }
 
 TEST(AddArgument, KeepsManyArgumentsInOrder) {
-    const ExpressionTree list = MakeNode(NodeKind::ExpressionList);
-    for (int i = 0; i < 1000; ++i) AddArgument(*list, MakeConstant(i));
+    ExpressionTree list = MakeNode(NodeKind::ExpressionList);
+    for (int i = 0; i < 1000; ++i) AppendCopy(list, MakeConstant(i));
     ASSERT_EQ(list->argumentCount, 1000);
     for (int i = 0; i < 1000; ++i) EXPECT_EQ(list->arguments[i]->value, i);
 }
 
 TEST(AddArgument, GoesOnBehindAllocatedSlots) {
-    const ExpressionTree list = MakeNode(NodeKind::ExpressionList);
-    AllocateArguments(*list, 3);
+    ExpressionTree list = MakeNode(NodeKind::ExpressionList);
+    AllocateArguments(*list.get_deleter().arena, *list, 3);
     EXPECT_EQ(Show(list.get()), "7(null,null,null)");
-    AddArgument(*list, MakeConstant(1));
-    AddArgument(*list, MakeConstant(2));
+    AppendCopy(list, MakeConstant(1));
+    AppendCopy(list, MakeConstant(2));
     EXPECT_EQ(Show(list.get()), "7(null,null,null,1,2)");
 }
 
+TEST(AddArgument, TakesMemoryInProportionToTheArguments) {
+    const CAllocationCounter allocations;
+    const ExpressionArena arena = MakeArena(1);
+    ExpressionNode& list = MakeNode(*arena, NodeKind::ExpressionList);
+    for (int i = 0; i < 100'000; ++i) AddArgument(*arena, list, nullptr);
+    EXPECT_LT(allocations.Bytes(), 8 * 100'000 * sizeof(ExpressionNode*));
+}
+
 TEST(AddArgument, LosesNothingWithoutMemory) {
-    const ExpressionTree list = MakeNode(NodeKind::ExpressionList, MakeConstant(1), MakeConstant(2));
     const CAllocationCounter allocations;
     {
-        ExpressionTree argument = MakeConstant(3);  // of which the node has no room by itself
-        FailAllocation(1);
-        EXPECT_THROW(AddArgument(*list, std::move(argument)), std::bad_alloc);
+        ExpressionArena arena = MakeArena(4);
+        ExpressionNode& list = MakeNode(*arena, NodeKind::ExpressionList);
+        for (const double value : {1.0, 2.0}) {
+            ExpressionNode& constant = MakeNode(*arena, NodeKind::RealConstant);
+            constant.value = value;
+            AddArgument(*arena, list, &constant);
+        }
+        ExpressionNode& third = MakeNode(*arena, NodeKind::Pressure);
+        FailAllocation(1);  // of the room for a third argument, which the node hasn't by itself
+        EXPECT_THROW(AddArgument(*arena, list, &third), std::bad_alloc);
+        EXPECT_EQ(Show(&list), "7(1,2)");
+        AddArgument(*arena, list, &third);
+        EXPECT_EQ(Show(&list), "7(1,2,28)");
     }
     EXPECT_EQ(allocations.Left(), 0);
-    EXPECT_EQ(Show(list.get()), "7(1,2)");
-}
-
-TEST(MoveArguments, TakesAnyNumber) {
-    for (int count = 0; count < 6; ++count) {
-        const ExpressionTree source = MakeNode(NodeKind::ExpressionList);
-        for (int i = 0; i < count; ++i) AddArgument(*source, MakeConstant(i));
-        const ExpressionTree node = MakeNode(NodeKind::ExpressionList);
-        const std::string shown = Show(source.get());
-        MoveArguments(*node, *source);
-        EXPECT_EQ(Show(node.get()), shown);
-        EXPECT_EQ(source->argumentCount, 0);
-        AddArgument(*node, MakeConstant(8));  // what was taken is the node's own
-        AddArgument(*source, MakeConstant(9));
-        EXPECT_EQ(node->argumentCount, count + 1);
-        EXPECT_EQ(Show(source.get()), "7(9)");
-    }
-}
-
-TEST(ClearArguments, LeavesANodeThatCanTakeNewOnes) {
-    for (const int count : {0, 1, 2, 3, 9}) {
-        const CAllocationCounter allocations;
-        ExpressionTree node = MakeNode(NodeKind::ExpressionList);
-        for (int i = 0; i < count; ++i) AddArgument(*node, MakeConstant(i));
-        ClearArguments(*node);
-        EXPECT_EQ(node->argumentCount, 0);
-        EXPECT_EQ(node->arguments, nullptr);
-        AddArgument(*node, MakeConstant(5));
-        EXPECT_EQ(Show(node.get()), "7(5)");
-        node.reset();
-        EXPECT_EQ(allocations.Left(), 0);
-    }
 }
 
 TEST(AllocateArguments, LeavesANodeWithNoneAsItWas) {
     const ExpressionTree node = MakeNode(NodeKind::Addition);
-    AllocateArguments(*node, 0);
+    AllocateArguments(*node.get_deleter().arena, *node, 0);
     EXPECT_EQ(node->argumentCount, 0);
     EXPECT_EQ(node->arguments, nullptr);
-}
-
-TEST(DestroyExpression, PassesOverNothing) {
-    DestroyExpression(nullptr);
-    const CAllocationCounter allocations;
-    ExpressionTree tree = MakeNode(NodeKind::Addition, MakeConstant(1), ExpressionTree(),
-                                   MakeNode(NodeKind::Negation, MakeCompoundLeaf(NodeKind::Molarity, 7)));
-    tree.reset();
-    EXPECT_EQ(allocations.Left(), 0);
 }
 
 struct CloneCase {
@@ -114,7 +90,7 @@ const CloneCase cloneCases[] = {
     {"ConstantWithoutWhatHangsOnIt",
      [] {
          ExpressionTree constant = MakeConstant(3);
-         AddArgument(*constant, MakeConstant(4));
+         AppendCopy(constant, MakeConstant(4));
          return constant;
      },
      "3"},
@@ -124,7 +100,7 @@ class CloneExpressions : public testing::TestWithParam<CloneCase> {};
 
 TEST_P(CloneExpressions, OutliveTheirSource) {
     ExpressionTree source = GetParam().makeTree();
-    const ExpressionTree copy = CloneExpression(*source);
+    const ExpressionTree copy = Clone(source);
     source.reset();
     EXPECT_EQ(Show(copy.get()), GetParam().copy);
 }
@@ -133,17 +109,17 @@ INSTANTIATE_TEST_SUITE_P(Table, CloneExpressions, testing::ValuesIn(cloneCases),
 
 TEST(CloneExpression, KeepsTheBitsOfAConstant) {
     const ExpressionTree source = MakeConstant(std::bit_cast<double>(0xFFF8000000001234));
-    EXPECT_EQ(BitsOf(CloneExpression(*source)->value), 0xFFF8000000001234);
+    EXPECT_EQ(BitsOf(Clone(source)->value), 0xFFF8000000001234);
 }
 
 TEST(CloneExpression, LosesNothingWithoutMemory) {
-    const ExpressionTree source = MakeDeepTree(DeepShape::RightDeep, 100, NodeKind::Pressure);
-    for (int i = 0; i < 5; ++i) AddArgument(*source, MakeConstant(i));  // which no longer lie in the node
+    ExpressionTree source = MakeDeepTree(DeepShape::RightDeep, 100, NodeKind::Pressure);
+    for (int i = 0; i < 5; ++i) AppendCopy(source, MakeConstant(i));  // which no longer lie in the node
     for (std::size_t n = 1;; ++n) {
         const CAllocationCounter allocations;
         FailAllocation(n);
         try {
-            CloneExpression(*source);
+            Clone(source);
         } catch (const std::bad_alloc&) {
             EXPECT_EQ(allocations.Left(), 0);
             continue;
@@ -152,6 +128,32 @@ TEST(CloneExpression, LosesNothingWithoutMemory) {
         EXPECT_GT(n, 2u);  // the nodes, and the list of the first one's arguments
         break;
     }
+}
+
+TEST(CloneExpression, TakesOneAllocation) {
+    const ExpressionTree source = MakeDeepTree(DeepShape::LeftDeep, 20, NodeKind::Pressure);
+    const CAllocationCounter allocations;
+    const ExpressionTree copy = CloneExpression(*source, 41);
+    EXPECT_EQ(allocations.Count(), 1U);
+    EXPECT_EQ(Show(copy.get()), Show(source.get()));
+}
+
+TEST(TreeSurvey, CountsNodesAndConstants) {
+    const ExpressionTree tree =
+        MakeNode(NodeKind::Addition, MakeConstant(1), MakeNode(NodeKind::Exp, MakeNode(NodeKind::Temperature)));
+    const TreeSurvey survey = SurveyTree(*tree);
+    EXPECT_TRUE(survey.isSound);
+    EXPECT_EQ(survey.nodeCount, 4U);
+    EXPECT_EQ(survey.constantCount, 1U);
+    EXPECT_EQ(survey.dependencies, dependency::temperature);
+}
+
+TEST(TreeSurvey, CountsWhatHangsOnALeaf) {
+    const ExpressionTree tree = MakeNode(NodeKind::Pressure, MakeConstant(1), MakeConstant(2));
+    const TreeSurvey survey = SurveyTree(*tree);
+    EXPECT_FALSE(survey.isSound);
+    EXPECT_EQ(survey.nodeCount, 3U);
+    EXPECT_EQ(survey.constantCount, 2U);
 }
 
 struct DependencyCase {
@@ -177,6 +179,8 @@ const DependencyCase dependencyCases[] = {
      48},
     {"EmptySlot", [] { return MakeNode(NodeKind::Addition, ExpressionTree(), MakeNode(NodeKind::Temperature)); }, 8},
     {"NothingBelowALeaf", [] { return MakeNode(NodeKind::Pressure, MakeNode(NodeKind::Temperature)); }, 16},
+    {"NothingFarBelowALeaf",
+     [] { return MakeNode(NodeKind::Pressure, MakeNode(NodeKind::Abs, MakeNode(NodeKind::Temperature))); }, 16},
 };
 
 class Dependencies : public testing::TestWithParam<DependencyCase> {};
@@ -202,10 +206,20 @@ TEST(ExpressionRef, ClonesItsMaskAsItStands) {
     EXPECT_EQ(Show(copy->root.get()), "5(29)");
 }
 
+TEST(ExpressionRef, FreesMalformedTreesToo) {
+    const CAllocationCounter allocations;
+    {
+        const ExpressionTree wide = MakeNode(NodeKind::Max, MakeConstant(1), MakeConstant(2), MakeConstant(3));
+        const ExpressionRef unsound(Clone(wide));
+        EXPECT_FALSE(unsound.survey.isSound);
+    }
+    EXPECT_EQ(allocations.Left(), 0);
+}
+
 TEST(ExpressionRef, LosesNothingWithoutMemory) {
     const ExpressionTree source = MakeDeepTree(DeepShape::RightDeep, 100, NodeKind::Pressure);
     for (std::size_t n = 1;; ++n) {
-        ExpressionTree tree = CloneExpression(*source);
+        ExpressionTree tree = Clone(source);
         const CAllocationCounter allocations;
         FailAllocation(n);
         bool isMade = false;
@@ -227,7 +241,7 @@ TEST_P(DeepTrees, AreCopiedCollectedAndDestroyedOnASmallStack) {
         const CAllocationCounter allocations;
         {
             const ExpressionTree tree = MakeDeepTree(GetParam(), 1'000'000, NodeKind::Temperature);
-            const ExpressionRef copy(CloneExpression(*tree));
+            const ExpressionRef copy(Clone(tree));
             EXPECT_EQ(copy.dependencies, dependency::temperature);
         }
         EXPECT_EQ(allocations.Left(), 0);

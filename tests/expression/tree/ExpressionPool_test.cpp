@@ -7,44 +7,45 @@
 #include <vector>
 
 #include "expression/ExpressionBuilders.h"
-#include "support/AllocationCounter.h"
 
 namespace reka::test {
 namespace {
 
-TEST(ExpressionPool, HandsOutWhatItWasGiven) {
+TEST(ExpressionPool, KnowsWhatItWasGiven) {
+    const ExpressionTree first = MakeConstant(1);
+    const ExpressionTree second = MakeConstant(2);
     ExpressionPool pool;
-    const PoolSlot first = pool.PoolAdd(MakeConstant(1));
-    const PoolSlot second = pool.PoolAdd(MakeConstant(2));
-    EXPECT_EQ(Show(&pool.NodeAt(first)), "1");
-    EXPECT_EQ(Show(pool.PoolRemove(first).get()), "1");
-    EXPECT_EQ(Show(pool.PoolRemove(second).get()), "2");
-    EXPECT_EQ(pool.FindNode(0), noSlot);
+    pool.PoolAdd(*first);
+    EXPECT_EQ(&pool.FirstNode(), first.get());
+    pool.PoolAdd(*second);
+    EXPECT_EQ(pool.NodeCount(), 2U);
+    pool.PoolRemove(*first);
+    EXPECT_EQ(&pool.FirstNode(), second.get());
+    pool.PoolRemove(*first);
+    EXPECT_EQ(pool.NodeCount(), 1U);
+    pool.PoolRemove(*second);
+    EXPECT_EQ(pool.NodeCount(), 0U);
 }
 
-TEST(ExpressionPool, UsesFreeSlotsAgain) {
+TEST(ExpressionPool, ForgetsNodesInAnyOrder) {
+    std::vector<ExpressionTree> nodes;
     ExpressionPool pool;
-    std::vector<PoolSlot> slots;
-    for (int i = 0; i < 10; ++i) slots.push_back(pool.PoolAdd(MakeConstant(i)));
-    for (const int i : {3, 7, 0}) pool.PoolRemove(slots[static_cast<std::size_t>(i)]);
-    for (const int i : {3, 7, 0}) EXPECT_LT(pool.PoolAdd(MakeConstant(i)), 10);
-    EXPECT_EQ(pool.PoolAdd(MakeConstant(10)), 10);
-    double sum = 0;
-    for (PoolSlot slot = pool.FindNode(0); slot != noSlot; slot = pool.FindNode(slot + 1))
-        sum += pool.NodeAt(slot).value;
-    EXPECT_EQ(sum, 55);
-}
-
-TEST(ExpressionPool, DestroysWhatIsLeft) {
-    const CAllocationCounter allocations;
-    {
-        ExpressionPool pool;
-        pool.PoolAdd(MakeNode(NodeKind::Addition, MakeConstant(1), MakeConstant(2)));
-        pool.PoolClear();
-        EXPECT_EQ(pool.FindNode(0), noSlot);
-        pool.PoolAdd(MakeNode(NodeKind::Negation, MakeConstant(1)));
+    for (int i = 0; i < 100; ++i) {
+        nodes.push_back(MakeConstant(i));
+        pool.PoolAdd(*nodes.back());
     }
-    EXPECT_EQ(allocations.Left(), 0);
+    for (const std::size_t i : {99U, 0U, 50U, 98U}) pool.PoolRemove(*nodes[i]);
+    double sum = 0;
+    for (; pool.NodeCount() > 0; pool.PoolRemove(pool.FirstNode())) sum += pool.FirstNode().value;
+    EXPECT_EQ(sum, 4950 - 99 - 50 - 98);
+}
+
+TEST(ExpressionPool, IsEmptyWhenItIsCleared) {
+    const ExpressionTree node = MakeConstant(1);
+    ExpressionPool pool;
+    pool.PoolAdd(*node);
+    pool.PoolClear();
+    EXPECT_EQ(pool.NodeCount(), 0U);
 }
 
 }  // namespace

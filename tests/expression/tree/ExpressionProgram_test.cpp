@@ -12,7 +12,6 @@
 #include "expression/ExpressionBuilders.h"
 #include "expression/parse/ParseExpression.h"
 #include "expression/run/EvaluateExpression.h"
-#include "expression/tree/WalkStack.h"
 #include "platform/HostArithmetic.h"
 #include "text/Utf8.h"
 
@@ -52,6 +51,7 @@ struct ProgramCase {
 
 // Compounds are i to l.
 const ProgramCase programCases[] = {
+    {u"2*EXP(-8000/(R*T))*C(i)-SQRT(P)/X(i)", "RateTerm PushValue SquareRoot Divide SubtractPopped End"},
     {u"T", "Value End"},
     {u"2*T", "Product End"},
     {u"X(i)*P*T", "TripleProduct End"},
@@ -270,20 +270,6 @@ TEST(ExpressionProgram, HasNoStepsForAMalformedTree) {
     EXPECT_FALSE(isEmpty(MakeCompoundLeaf(NodeKind::Activity, (1 << 28) - 2)));
     EXPECT_TRUE(isEmpty(MakeCompoundLeaf(NodeKind::Activity, (1 << 28) - 1)));  // more than a word can number
     EXPECT_FALSE(isEmpty(MakeNode(NodeKind::Sqrt, MakeConstant(1))));
-}
-
-TEST(WalkStack, GivesBackWhatWasPushedLast) {
-    CWalkStack<int, 4> stack;
-    EXPECT_TRUE(stack.IsEmpty());
-    for (int i = 0; i < 10; ++i) stack.Push(i);
-    stack.Top() = 90;
-    for (const int expected : {90, 8, 7, 6, 5, 4, 3, 2, 1, 0}) {
-        EXPECT_EQ(stack.Top(), expected);
-        stack.Pop();
-    }
-    EXPECT_TRUE(stack.IsEmpty());
-    stack.Push(11);
-    EXPECT_EQ(stack.Top(), 11);
 }
 
 }  // namespace

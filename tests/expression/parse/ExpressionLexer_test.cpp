@@ -1,5 +1,7 @@
 // The lexer of reaction expressions, token by token.
 
+#include "expression/parse/ExpressionLexer.h"
+
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -7,7 +9,6 @@
 #include <vector>
 
 #include "expression/ExpressionBuilders.h"
-#include "expression/parse/ReactionExpressionParser.h"
 #include "text/Utf8.h"
 
 namespace reka::test {
@@ -20,23 +21,25 @@ constexpr double infinity = std::numeric_limits<double>::infinity();
 std::string Tokens(std::u16string_view text, std::initializer_list<const char16_t*> compounds = {}) {
     const auto definition = MakeDefinitionOf(compounds);
     CCompoundLookup lookup(*definition);
-    ReactionExpressionParser parser(lookup, text);
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(text, ReactionVocabulary(lookup), errors);
     std::string line;
-    while (const int code = parser.ReadToken()) {
+    while (const int code = lexer.ReadToken()) {
         if (!line.empty()) line += " ";
         if (code == token::realNumber) {
-            line += "#" + ShowNumber(parser.tokenValue.number);
+            line += "#" + ShowNumber(lexer.Value().number);
         } else if (code == token::functionName) {
-            line += "f" + std::to_string(parser.tokenValue.index);
+            line += "f" + std::to_string(lexer.Value().index);
         } else if (code == token::component) {
-            line += "c" + std::to_string(parser.tokenValue.index);
+            line += "c" + std::to_string(lexer.Value().index);
         } else if (code < 128) {
             line += static_cast<char>(code);
         } else {
             line += std::to_string(code);
         }
     }
-    for (const char16_t character : parser.errorBuffer) {
+    for (const char16_t character : errorText) {
         if (character == u'\r') line += "]";
         if (character != u'\r' && character != u'\n') {
             if (line.empty() || line.back() == ']' || line.find('[') == std::string::npos) line += "[";
@@ -50,9 +53,11 @@ std::string Tokens(std::u16string_view text, std::initializer_list<const char16_
 double ReadNumber(std::u16string_view text) {
     const auto definition = MakeDefinitionOf({});
     CCompoundLookup lookup(*definition);
-    ReactionExpressionParser parser(lookup, text);
-    EXPECT_EQ(parser.ReadToken(), token::realNumber) << Utf8FromUtf16(text);
-    return parser.tokenValue.number;
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(text, ReactionVocabulary(lookup), errors);
+    EXPECT_EQ(lexer.ReadToken(), token::realNumber) << Utf8FromUtf16(text);
+    return lexer.Value().number;
 }
 
 struct TokenCase {
@@ -232,9 +237,11 @@ class Descriptions : public testing::TestWithParam<DescriptionCase> {};
 TEST_P(Descriptions, TellTheTokenReadLast) {
     const auto definition = MakeDefinitionOf({});
     CCompoundLookup lookup(*definition);
-    ReactionExpressionParser parser(lookup, GetParam().text);
-    parser.ReadToken();
-    EXPECT_EQ(parser.TokenDescription(), GetParam().description);
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(GetParam().text, ReactionVocabulary(lookup), errors);
+    lexer.ReadToken();
+    EXPECT_EQ(lexer.TokenDescription(), GetParam().description);
 }
 INSTANTIATE_TEST_SUITE_P(Table, Descriptions, testing::ValuesIn(descriptionCases),
                          [](const auto& row) { return std::string(row.param.name); });
@@ -254,12 +261,14 @@ TEST(CompoundNames, AreFoundAmongThousands) {
         text += name + u" ";
     }
     CCompoundLookup lookup(definition);
-    ReactionExpressionParser parser(lookup, text);
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(text, ReactionVocabulary(lookup), errors);
     for (int i = 0; i < 10000; ++i) {
-        ASSERT_EQ(parser.ReadToken(), token::component);
-        ASSERT_EQ(parser.tokenValue.index, i);
+        ASSERT_EQ(lexer.ReadToken(), token::component);
+        ASSERT_EQ(lexer.Value().index, i);
     }
-    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
+    EXPECT_EQ(lexer.ReadToken(), token::endOfInput);
 }
 
 TEST(Source, EndsAtItsFirstZero) {
@@ -300,19 +309,23 @@ TEST(Source, EndsAtItsFirstZero) {
 TEST(Source, IsNotReadBeyondAZero) {
     const auto definition = MakeDefinitionOf({});
     CCompoundLookup lookup(*definition);
-    ReactionExpressionParser parser(lookup, std::u16string_view(u"T \0T", 4));
-    EXPECT_EQ(parser.ReadToken(), token::t);
-    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
-    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
-    EXPECT_EQ(parser.position, 2U);
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(std::u16string_view(u"T \0T", 4), ReactionVocabulary(lookup), errors);
+    EXPECT_EQ(lexer.ReadToken(), token::t);
+    EXPECT_EQ(lexer.ReadToken(), token::endOfInput);
+    EXPECT_EQ(lexer.ReadToken(), token::endOfInput);
+    EXPECT_EQ(lexer.Position(), 2U);
 }
 
 TEST(Source, EndsBehindAQuoteThatNothingCloses) {
     const auto definition = MakeDefinitionOf({});
     CCompoundLookup lookup(*definition);
-    ReactionExpressionParser parser(lookup, std::u16string_view(u"\"ab\0\"", 5));
-    EXPECT_EQ(parser.ReadToken(), token::endOfInput);
-    EXPECT_EQ(parser.position, 3U);
+    std::u16string errorText;
+    ParseErrors errors{errorText};
+    CExpressionLexer lexer(std::u16string_view(u"\"ab\0\"", 5), ReactionVocabulary(lookup), errors);
+    EXPECT_EQ(lexer.ReadToken(), token::endOfInput);
+    EXPECT_EQ(lexer.Position(), 3U);
 }
 
 TEST(UnknownWords, AreToldInUpperCaseWhateverTheirLength) {
@@ -326,10 +339,12 @@ TEST(UnknownWords, AreToldInUpperCaseWhateverTheirLength) {
             upperCase += u"Z\u00E4Z{";
         }
         const std::u16string text = u'"' + name + u'"';
-        ReactionExpressionParser parser(lookup, text);
-        parser.ReportParseError(u"before");
-        EXPECT_EQ(parser.ReadToken(), token::endOfInput);
-        EXPECT_TRUE(parser.errorBuffer == u"before\r\nunknown token " + upperCase + u"\r\n") << length;
+        std::u16string errorText;
+        ParseErrors errors{errorText};
+        CExpressionLexer lexer(text, ReactionVocabulary(lookup), errors);
+        errors.ReportParseError(u"before");
+        EXPECT_EQ(lexer.ReadToken(), token::endOfInput);
+        EXPECT_TRUE(errorText == u"before\r\nunknown token " + upperCase + u"\r\n") << length;
     }
 }
 
