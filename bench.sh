@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the benchmarks and prints their tables. Each figure is the median of many rounds in which all that is compared
 # takes turns; those of evaluation are the medians of five such runs.
 #

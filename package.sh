@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Makes what is handed out, in build/package: a zip with both Windows builds, their data and documents, and an installer
 # with the same files. Runs no tests: see ./test.sh, and packaging/test-installer.sh for what is made here.
 set -euo pipefail

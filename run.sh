@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the example simulator and has it list the packages that the manager offers, show one, print its table and solve
 # a reactor, whose profile is drawn into build/toluene-hydrodealkylation.svg. With --windows the Windows build does the
 # same under Wine with the registered component, but for the drawing. Further arguments replace all that:

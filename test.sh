@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds and runs all tests: natively under the sanitizers, for Windows x64 under Wine, and the installer with both widths.
 #
 #   ./test.sh PRESET...   only these builds, of native-debug, native-asan and mingw64-release

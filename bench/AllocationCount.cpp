@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program's own operators new and delete. The count costs an addition and is always on; the bytes cost a question
 // to the heap for each block, so they are followed only from the moment that a program says so, before its first
 // measurement of memory.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How often the program has asked for memory, and how much of it is in use.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmarks' main program: checks first that all sides compute the same, then measures.
 
 #include <benchmark/benchmark.h>

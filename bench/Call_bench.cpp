@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The calculation of packages of 1 to 1,000 reactions, beside the least that it could cost: to make the two arrays that
 // each result goes out in, to hand them to the reaction object, and to destroy them. The expressions are constants, so
 // that the material isn't asked.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmarks of a whole calculation, from the simulator's call to the last number that it receives.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The evaluation of one formula: by the component, by the C++ compiler, by muParser. Each evaluation has another
 // temperature and pressure. In the form "throughput" evaluations don't wait for each other; in the form "latency" the
 // temperature takes in the result before it.

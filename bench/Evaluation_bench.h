@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registration of the benchmarks of evaluation.
 
 #pragma once

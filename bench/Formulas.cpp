@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Six formulas after real ones: an Arrhenius term, a reversible rate with inhibition, a correlation of an equilibrium
 // constant, two of cheap operations, one short and one long, and a rate with adsorption. Each has its form in C++
 // beside it. Values change from step to step, so that no side can carry a result over.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formulas that are measured, in the three forms that are compared.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator's objects that do next to nothing.
 
 #pragma once

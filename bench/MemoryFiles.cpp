@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files as vectors of bytes. The memory of a deleted file is kept for the next one that is written, so that a store
 // which is measured again and again doesn't measure the heap.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Files in memory, so that a benchmark of a reader or writer isn't one of the disk.
 
 #pragma once

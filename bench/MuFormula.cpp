@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // muParser has neither compounds nor this language's spelling of functions, so a formula is translated: each mention of
 // a compound becomes a variable that points at the same working value, and a function gets muParser's name for it. Both
 // then read the same memory and compute the same number, which is checked before anything is measured.

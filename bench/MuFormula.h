@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A formula for muParser: the same text, with its compounds as variables.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Written out by hand, with the guards that the language has, since a comparison with C++ that may divide by zero would
 // be one with something nobody can use. The mathematics is that of the compiler's runtime.
 

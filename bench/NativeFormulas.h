@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The formulas in C++, as a programmer would write them who had to guard each operation that the language guards.
 
 #pragma once

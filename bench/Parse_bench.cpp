@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parsing of the two formulas that are most like those of real packages, beside muParser, which compiles a formula
 // at its first evaluation; and of texts of all lengths, whose time must grow with the length and no faster.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmarks of parsing: from a text to its tree.
 
 #pragma once

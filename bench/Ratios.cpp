@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Ratios are made of medians, since the machine does other things as well, and their mean is the geometric one: a ratio
 // of two and one of a half then cancel.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A table of the measured times with their ratios, which Google Benchmark doesn't print by itself.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts come from the documents; their C++ forms stand here, in the order of the documents' names.
 
 #include "bench/ShippedFormulas.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate laws and equilibrium constants of the shipped packages.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing of blocks and of the template file, with templates of the evaluation's formulas; a compound file
 // of 50,000 records; the binding of 500 compounds to a material of 2,000; and the sizes of what stays in memory. Files
 // lie in memory.

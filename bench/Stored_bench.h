@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The benchmarks of stored forms and lists: blocks, the template file, compound files, the binding of a material; and
 // what is kept in memory.
 

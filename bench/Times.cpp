@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Times of the processor rather than of the clock, the median of the repetitions. A figure that was left out of a run
 // is no line of the table, so one program prints the long table and the short one.
 

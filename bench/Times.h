@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The measured times by the names of their benchmarks, and the lines of the tables that are made of them.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The main program of the benchmarks of everything but evaluation.
 
 #include <benchmark/benchmark.h>

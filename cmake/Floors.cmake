@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # The floors of the source: each folder below src/ is one, and stands on those named behind it, whose headers it
 # includes. A folder win/ or posix/ belongs to the floor it lies in, but for editor/win. The linker goes by this table,
 # tests/floors compares every include with it, and docs/architecture.md draws it.

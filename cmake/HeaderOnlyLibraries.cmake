@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Header-only libraries of the system. A cross compiler must not see /usr/include itself, which holds the headers of the
 # build machine's C library, so the folder of each library is linked into the build tree and that is included.
 set(REKA_HEADER_ONLY_DIR ${CMAKE_BINARY_DIR}/header-only)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # What keeps builds short where headers take longer to read, or templates to optimise, than everything else takes.
 
 # The platform's own, for any target that uses them in most of its files.

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # GoogleTest is found natively and built from its source for a cross build.
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Shared by the two Windows toolchains; `REKA_MINGW_PREFIX` names the compiler family.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_C_COMPILER ${REKA_MINGW_PREFIX}-gcc-posix)

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a property bag answers, as bytes: the input of the bag's fuzzer, and the form of its seeds. A first byte tells
 // whether there is an error log (odd) or none. The answers follow in the order in which a package asks for its entries,
 // which is the order in which it writes them. Each is its kind in one byte, counted round, and behind it

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a formula in free shape. What comes out is its own normal form, as far as counts of six digits go; one
 // that grew beyond all numbers is written as a word, and is left out of this.
 

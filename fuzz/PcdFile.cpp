@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a compound file. Whatever they are, the list is empty where there is a reason, no reason is told where
 // there is a list, and the file is closed.
 

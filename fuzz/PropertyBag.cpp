@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A property bag that answers with whatever the bytes say; BagAnswers.h has their form. The bag and its log count the
 // references on them, of which none may be kept when the reading is done.
 

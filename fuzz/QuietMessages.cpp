@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What was read from anybody's bytes is used to the end here, as a package would use it: at ordinary values, at zero,
 // below zero, at infinities and NaN. Both evaluators must agree to the bit and to the word, and what was stored must be
 // stored the same again. So the fuzzers find wrong results, not only crashes.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as an expression over three compounds, one of them with a blank and one with a comma in its name. A tree
 // that comes out of it is used as that of a reaction: copied, evaluated, stored and read again.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text in a numeric field. It has a value or a reason, never both and never neither.
 
 #include <cmath>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component writes the newest form alone, and a fuzzer that begins with that one would hardly find its way into the
 // older ones. So the older blocks are written here, and a bag turns what is written to it into answers: seeds that
 // reach every branch of the readers from the first run on.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Forms of a package that the fuzzers begin with and that nothing else writes.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as a stored block. What passes the reader is used as a package would use it, since a tree that makes no
 // sense must fail where it is evaluated, not bring down what evaluates it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any text as a formula in its form. Counts are above 0, so no amount for a positive coefficient can be below it, and a
 // text that was read has elements.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Any bytes as the file of templates of a user. They aren't lost, whatever they are: the file stays, or lies there as a
 // backup. What was read is used, and stored over it.
 

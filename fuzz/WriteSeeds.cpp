@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the seeds of the fuzzers, one folder each, out of the shipped files:
 //     write_seeds FOLDER DATA-FOLDER
 

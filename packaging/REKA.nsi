@@ -1,3 +1,4 @@
+; SPDX-License-Identifier: MIT
 ; The installer for 64-bit Windows. It lays down both bit widths and registers each with the registrar of its width: for all
 ; users with the rights of an administrator, for this user alone without them or with the switch /CURRENTUSER. /S installs
 ; without a window, and /D=FOLDER, which has to come last, says where. Exit status: 0 done, 1 cancelled, 2 not installed or

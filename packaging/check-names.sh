@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Holds the installer, its test and rekadoctor to the registration script of the module: the identifiers and names that they
 # spell out are those that it writes. Returns non-zero and says what differs when they aren't.
 set -euo pipefail

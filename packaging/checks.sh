@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by test-installer.sh: how a check is counted, and what is asked of an installation. $work, $package, $stage, $setup,
 # $version and $user are those of the script.
 

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by test-installer.sh: pictures of registry and files, to compare. $work is where they are kept, $drive is Wine's
 # drive C:, $user the name of its user.
 

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Tests the installer that ./package.sh made, under 64-bit Wine in a prefix of its own: installs without a window, has
 # rekadoctor look, uninstalls, and compares registry and files with those before. Returns non-zero when anything failed.
 # A prefix that was left as it was found serves the next run too.

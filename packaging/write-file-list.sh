@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Writes the macros with which the installer lays down the files of a folder and removes them again, one by one, and calls
 # a function for each, with its path in $R9: write-file-list.sh FOLDER OUTPUT
 set -euo pipefail

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Says which sources aren't in the project's format, and changes none. `clang-format -i FILE` mends one.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."

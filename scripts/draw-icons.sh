@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Draws the component's icons anew from their sources: src/editor/win/icons/*.svg become the .ico files beside them, each
 # with 16, 24, 32 and 48 pixels. The .ico files are kept in the tree, so a build doesn't need this.
 set -euo pipefail

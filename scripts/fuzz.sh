@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Builds the fuzzers and runs each for a number of seconds: scripts/fuzz.sh [SECONDS, 20 if not given]. What is found is
 # kept in build/native-fuzz/found.
 set -euo pipefail

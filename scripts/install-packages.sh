@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the commands at the top of the tree: installs the Debian packages that are missing.
 
 # install_packages NAME...: does nothing when all are there.

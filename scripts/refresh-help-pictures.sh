@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Puts the pictures that the driven tests of the dialogs have left in the Windows build into the help pages.
 #
 #   scripts/refresh-help-pictures.sh [FOLDER]    of pictures; that of the preset mingw64-release if none is given

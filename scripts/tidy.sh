@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs clang-tidy, with the checks of .clang-tidy, over the sources of the product: src/, tools/ and examples/, as far as
 # they are compiled natively. A finding is a failure. FILE...: over these alone.
 set -euo pipefail

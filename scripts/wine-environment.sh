@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by the commands at the top of the tree: a Wine prefix and a display of the build folder's own.
 
 # start_display FOLDER: a display on a free number. What `on_exit` names ends with the script, the display last.

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs a 32-bit Windows program in the 32-bit system that ./test.sh --x86 makes, in the folder of the same name there.
 set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/x86-root

@@ -1,3 +1,4 @@
+# SPDX-License-Identifier: MIT
 # Sourced by test.sh: a folder with a 32-bit system of its own, in which the x86 programs run under a 32-bit Wine. That
 # can't be installed beside the 64-bit Wine on every system. Nothing of this system is mounted into it but /proc while it
 # is used, so that the folder can be deleted like any other; the display is reached by the abstract socket that both share.

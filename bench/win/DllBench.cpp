@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the component takes through its module, as a simulator has it: the start, and whole calculations through the
 // interfaces and through IDispatch. The argument is the path of the module. Times are medians of rounds that take
 // turns.

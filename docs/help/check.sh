@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # check.sh CHM SOURCES CODE...: takes the help file CHM apart and holds it against the folder SOURCES: all files are in,
 # pages are good HTML with one heading that is the title and stands in the contents, links, anchors and pictures lead
 # somewhere. A message in a page must have its words in the folders and files CODE. Ends with status 1 after it has told

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # compile.sh SOURCES WORK CHM: makes the help file CHM out of the folder SOURCES, in the folder WORK, which it empties.
 # The compiler takes the names in a project as they stand under the working folder, so it runs in a copy of the sources.
 # It tells of files that aren't there and goes on, so its messages count. Only what it says of anchors is wrong for

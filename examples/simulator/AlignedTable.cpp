@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The widths of all columns come first, so rows are gathered before the first is written. Widths are counted in
 // characters, not in bytes: a formula or a name may have letters beyond ASCII. Blanks at the end of a line are taken
 // off, as they would show in every comparison of outputs.

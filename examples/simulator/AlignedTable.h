@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Columns of text that line up.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything goes through the interfaces, as in a simulator that has nothing else: so this file is also the shortest
 // answer to how a package is used. An interface is asked for where it is needed and given back at once. A call that
 // fails is told in the package's own words where it has some; whether they belong to this failure is seen from the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package in use: what a simulator does with it, call by call, through its interfaces alone.
 
 #pragma once

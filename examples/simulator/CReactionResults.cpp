@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list that is searched from its start: a package sets a few numbers and they are read back at once, so it never
 // grows long. A number that was never set is told as a failure rather than as a zero, which would pass for a rate.
 

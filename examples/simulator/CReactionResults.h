@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reaction object of rekasim, into which a package writes what it calculates.
 
 #pragma once

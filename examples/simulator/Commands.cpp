@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each command is the same few steps: open the package, have it do something, print. Nothing is printed before all
 // numbers are there, so a failure leaves no half of a table. What a package reported while it loaded is often the
 // reason of a failure much later, so it is kept until the end and told with that.

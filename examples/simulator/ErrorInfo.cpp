@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The last failure, told by the object itself when the package asks. Objects of rekasim live on one thread and are
 // asked right after the call, so plain fields are enough, and nothing forgets them between calls.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How an object of rekasim tells why a call failed: the object itself answers the questions of `ECapeRoot` and
 // `ECapeUser` after a failed call.
 

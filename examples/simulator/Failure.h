@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What went wrong, for the one line that a user reads.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library's routines that know no locale: the tables are compared byte by byte between systems and read back by
 // other programs. They have no form that keeps the zeros at the end of a number, so that one is made of two others; its
 // exponent is taken from the rounded number, as 9.999999 has another than 10.0000.

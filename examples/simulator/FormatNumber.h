@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as text and back, with the decimal point whatever the locale says.
 
 #pragma once

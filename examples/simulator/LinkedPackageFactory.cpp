@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manager of the component that is linked into the program: so rekasim runs, and its tests with it, on systems that
 // have no registry to find a component in.
 

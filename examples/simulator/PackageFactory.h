@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where rekasim gets packages from: the one place that knows how the component is reached. On Windows that is the
 // registry and COM, as for any simulator; elsewhere the component is linked into the program.
 

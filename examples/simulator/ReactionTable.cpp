@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is printed comes from the package's interfaces alone, but for the formulas and the state of the material, which
 // the document gives. Units stand in the head of a column rather than behind each number, so that a table can be copied
 // into a spreadsheet as it is.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What rekasim prints of a package.
 
 #pragma once

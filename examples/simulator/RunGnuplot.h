@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The drawing program, which is one of its own.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line. Numbers are taken as texts and read by rekasim itself, since the option reader's own conversion
 // follows the locale. Every failure ends in one line on standard error and an exit status, which tells a failure from
 // a misuse.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program as a function, so that a test can run it without a process.
 
 #pragma once

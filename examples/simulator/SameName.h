@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How rekasim compares the names that simulators and packages exchange.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each temperature is the first one plus a number of steps: adding step to step would carry the rounding of each along,
 // and after a thousand of them miss the end. The end itself is put in exactly, so that it prints as it was typed.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The temperatures of a table.
 
 #pragma once

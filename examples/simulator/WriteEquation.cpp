@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An equation is written from the coefficients alone, since the package has no text of it. Units follow from the sum of
 // the coefficients, which decimal fractions leave a little beside the whole number that is meant, so they are compared
 // with a tolerance.

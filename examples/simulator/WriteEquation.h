@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reactions and their units in writing.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A variant's word for what it holds is the word of another program. Before an element is copied the array itself is
 // asked what it was made for, and where it doesn't tell, numbers alone are believed. The texts of the strict reader end
 // up in the messages that a simulator shows when a material answers badly, so each way of doing so has its own.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists as automation passes them: a VARIANT that holds an array. The readers differ on purpose in what an empty value
 // means and which lower bound they accept.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A document must open, whichever program wrote it: any lower bound will do, an empty value is an array of nothing, and
 // an entry of the wrong shape is reported and left out. What isn't forgiven is an array that holds other elements than
 // its variant says, since its bytes would be taken for pointers.

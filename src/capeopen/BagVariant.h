@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading typed entries of a property bag, and reporting what is wrong with one.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The last failure is kept as four strings and told by the object itself, since a host asks after the call has
 // returned. To note it must not fail: a text for which there is no memory is absent.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The common base of the component's objects: identification, and the last failure as the CAPE-OPEN error interfaces
 // show it.
 

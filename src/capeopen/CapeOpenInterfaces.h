@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The CAPE-OPEN interfaces that the component offers or calls, with their identifiers, slots and result codes. All
 // derive from `IDispatch`; the order of declaration is the order of the slots, which are counted on from those of
 // `IDispatch`.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The component's own classes and its type library.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Life and identity of the objects: reference counts, plain and aggregated. The classes themselves stay abstract and
 // only tell which interfaces they have.
 

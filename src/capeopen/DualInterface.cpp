@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's dispatcher trusts its caller: a null where it wants a pointer ends the process. A script can bring one
 // about, so everything that it would follow is looked at here first, down to the variable that a variable refers to.
 // What is left is the platform's part.

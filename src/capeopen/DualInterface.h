@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The part of a dual interface that comes from `IDispatch`.
 
 #pragma once

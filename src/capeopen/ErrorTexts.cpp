@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of outside failures. The object that failed knows best, so it is asked first, but only for the codes of the
 // standard: after any other one its words may be those of an earlier failure. It may be as broken as its call; whatever
 // goes wrong while it is asked counts as silence, and there is always a text in the end, if only the digits of the

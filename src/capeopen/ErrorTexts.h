@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Why a call of somebody else's object failed, as a text for the user.
 
 #pragma once

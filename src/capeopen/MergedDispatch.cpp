@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A name is looked for in one interface after the other, and what is found gets the place of its interface added to its
 // identifier; a call takes the two apart again. So there is no table of all members to keep in step with the
 // interfaces. Which of the client's variables a call has written is seen by comparing them with what they held before,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one `IDispatch` of an object with several interfaces.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What keeps the module loaded.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Holders of what the host lends for the time of a request, made while a COwnArithmetic lives. Giving back is a call
 // that goes out as well: it runs under the host's own floating point settings.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list is made anew, element by element, and takes the place of the old one only when it is complete: where memory
 // runs out the client gets what the member gave, which is of use to every client but a script. The bounds stay, since a
 // script counts by them. The loops end at the last index by a break, as one more might not be a number of that size.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists for clients that read variants alone.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each check is a routine of its own, so that the editor can stop at the first fault and a report can list them all.
 // Comparisons are written so that a NaN passes the balances: whatever it is, it is no imbalance. The sums run under the
 // component's own arithmetic, since what a user is told must not depend on the host's rounding.

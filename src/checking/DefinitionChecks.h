@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The single checks of a definition. `RunDefinitionChecks` runs them in their order up to the first that fails; a
 // program that reports all faults of a package runs each. All may throw std::bad_alloc, and all but the parsing ones
 // leave what they check as it is.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The order of the checks: what concerns the package first, then reaction by reaction what belongs to it, from the
 // cheapest to what asks the user. A user who mends one fault after the other meets them from top to bottom.
 

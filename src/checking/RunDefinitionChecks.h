@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All checks of a definition in their order, and what makes it ready to calculate.
 
 #pragma once

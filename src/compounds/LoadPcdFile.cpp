@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each record is read whole, and its parts are taken out of memory. The place of a record is computed from its number,
 // so nothing of one can shift the next. What stands between the parts that count belongs to the outside tool and isn't
 // looked at. One record that makes no sense spoils the file: a table of which the half is wrong would be worse than

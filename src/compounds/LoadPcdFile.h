@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compounds out of a pure compound data file, the database of an outside tool.
 //
 // The file has records of one length, little-endian. The first two bytes of record 0 are that length, 839 or 1024; the

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What comes from the simulator is checked before it is used: arrays by their type, bounds and length, elements by
 // their type. Each call out runs under the simulator's floating point settings, and what it gave is held by something
 // that is given back under them too. The versions differ in more than names: 1.1 tells of all compounds at once, and

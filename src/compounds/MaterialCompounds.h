@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compounds out of a material template of the simulator: a material object is made of the template, and asked for its
 // compounds.
 //

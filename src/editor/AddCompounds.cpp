@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A compound file may hold tens of thousands of compounds, and the rows are made afresh at each key that is typed into
 // the filter: rows are indices, and the texts of a row are made when it is shown.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog that adds compounds of a compound file: which of them it lists, in which order, and what it adds.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a field is compared by is what the record holds, not what its cell shows: of two weights that show the same six
 // digits one may still be the greater.
 

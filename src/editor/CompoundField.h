@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The six fields that users see of a compound. Each list of compounds shows some of them, and is sorted by them.
 
 #pragma once

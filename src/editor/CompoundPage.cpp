@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every change goes into the definition at once, and the answer tells the window which of the pages show something else
 // now: one coefficient for each compound is part of the reactions page.
 

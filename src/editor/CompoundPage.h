@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds page of the editor: what it shows of the definition, and what its buttons and the editing of a name
 // write into it.
 

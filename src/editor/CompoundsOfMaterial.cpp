@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The simulator's own objects are asked here while a dialog of ours is open, so anything may happen meanwhile: what is
 // needed of them is held by counts of our own until the user has chosen, and every call runs under the host's settings.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adding compounds from a material template of the simulator: the choice of the template, and that of its compounds.
 
 #pragma once

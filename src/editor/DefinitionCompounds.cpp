@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Trees of expressions refer to compounds by their index and are stale after a change; the check of the definition
 // makes them afresh.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The only operations that change the compound list of a definition. They keep the stoichiometry of each reaction in
 // step with it: one coefficient per compound.
 

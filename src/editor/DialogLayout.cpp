@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Rows are placed one after the other, each by those above it. A dialog has a few dozen controls at most, so what a row
 // refers to is looked for in the table, and nothing takes memory: a window can be sized without any.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the controls of a dialog stand that can be sized. A table tells what the edges of each control follow, and one
 // function makes rectangles of it, in pixels of the client area; so a test needs no window.
 

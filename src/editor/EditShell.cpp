@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons of the shell: OK and Store check the definition, Load and Store go to the templates. A template under
 // edit has its templates at hand; a package makes a manager for the time of the action, whose list is as fresh as its
 // file.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edit shell: the dialog in which one definition is edited, with its three pages, and the buttons that check it,
 // load it from a template and store it as one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the editor asks its user: the seam of package/Edit.h with all that one dialog opens above another. The windows
 // fulfil it by dialogs, and a test answers and records.
 

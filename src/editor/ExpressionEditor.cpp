@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The whole text is parsed at each change, and the tree thrown away: an expression is short, and the parser's own
 // message and position are what the check of the definition will tell.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of one expression: the message under the text, what of the text is red, and which brackets are bold.
 
 #pragma once

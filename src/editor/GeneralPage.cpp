@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A stored definition may hold any number for its thermo version: one that the list doesn't offer selects nothing, and
 // the check of the definition then makes it the first.
 

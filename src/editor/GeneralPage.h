@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The general page of the editor: name, description and thermo version. It shows the definition as it was when the
 // editor opened, and is read when the definition is checked.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of a rate: "(" forward "-" backward ")" "/(1.0" inhibition ")^" power, of which each part may be missing. It
 // is written afresh from the fields each time; a number has the six digits that users see everywhere.
 

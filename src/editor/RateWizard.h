@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate wizard: from a few numbers to the text of a power-law rate, with Arrhenius terms, a backward reaction and an
 // inhibition. It only writes: an existing rate is never read.
 

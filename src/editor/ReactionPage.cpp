@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every change goes into the record at once. The trees of its expressions are left alone: the check of the definition
 // makes them afresh.
 

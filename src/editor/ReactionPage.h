@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactions page of the editor: what it shows of the definition, and what each of its controls writes into it.
 // Nothing is validated here besides the identifiers: expressions and phases stay as the user left them.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each template is edited as a copy, which takes its place at OK. While a dialog is open anything may read the list of
 // templates afresh - the dialog itself, to load one, or the simulator - so that nothing but its index leads back to a
 // template.

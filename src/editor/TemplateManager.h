@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog in which a user keeps the templates: the list of their names, and what its buttons do with the templates.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names come as the manager object gives them to a simulator, in an array, which is read as every array is that
 // comes from an object: by its type and its bounds, and with a message where they won't do.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two dialogs that ask for the name of a template: of one to load, and of one to store under.
 
 #pragma once

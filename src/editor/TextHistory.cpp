@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // "2*T+1" that becomes "2*P+1" with the caret behind the P is the change {2, "T", "P"}: what the two texts have in
 // common at their ends is left out, and in "aa" that becomes "aaa" the caret tells which a is new. Changes are the
 // steps of the history: taking one back puts what was removed in place of what was inserted. The look of a text is kept

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user has typed into a text field, step by step, for a field that can't tell typing from colouring.
 
 #pragma once

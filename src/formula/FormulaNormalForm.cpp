@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Folding a formula into its normal form. Open brackets are kept on a stack of element lists, and nothing recurses: a
 // text may be brackets from end to end. Where a group is closed the shorter list goes into the longer one, so brackets
 // around brackets move no element. Counts are multiplied as the groups close, from the inside to the outside.

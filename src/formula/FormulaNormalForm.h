@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one form in which structure formulas are kept: carbon, hydrogen, then the other elements in the order of their
 // symbols, each followed by its count. CH3CH2OH becomes C2H6O.
 

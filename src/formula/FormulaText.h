@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the readers of formulas share: the symbols and the counts.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads
 //     formula   part, any number of them
 //     part      symbol [count]

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Counting the atoms of a reaction: the strict reader of formulas in their normal form.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manager object: the list of templates for the simulator, and the packages made out of them. The file is read
 // afresh for each question, so that templates stored by another simulator, or another manager, are seen at once.
 // Reading may show a message box, and a box lets the host call in: what an answer needs of the caller's is copied

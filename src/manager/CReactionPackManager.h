@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The object through which a simulator reaches the templates.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the file of templates lies, and how a user comes to it: the first copy, and the replacement by a newer one.
 // Most of this goes ahead whether or not a step succeeded: a folder that couldn't be made or a copy that failed shows
 // itself when the file is opened, and there the store has words for it. Which file is newer is told by the times of

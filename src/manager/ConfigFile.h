@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names around the file of templates, which TemplateStore::GetConfigFilePath finds.
 
 #pragma once

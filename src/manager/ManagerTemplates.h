@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A manager object as the editor's dialogs see it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the editor's dialogs get the templates from: a manager object, as far as they need one.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading, setting aside and writing the file of templates. For example: the file of a user, REKAConfig.dat, holds two
 // templates of which the second is damaged, and an older damaged file lies beside it as REKAConfig.dat.backup.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The templates of a user: package definitions kept in one configuration file per user, which a file beside the
 // component seeds and may later replace.
 //

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The checks know nothing of a store: here a store becomes the list of the names that are taken. The fields of the
 // general page are written late, since they are typed in while the other pages change the definition.
 

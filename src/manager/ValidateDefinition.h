@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What OK of the edit shell does with a definition, before it takes the place of a template or of a package's own.
 
 #pragma once

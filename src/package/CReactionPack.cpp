@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The package object itself: its interfaces, its identification and the way a definition comes into it. A definition is
 // held by counted pointers, because a call that is under way goes on with the one it began with, whatever a callback
 // puts in its place; the count is one of a single thread, as is the object. Whatever is new is made whole first and

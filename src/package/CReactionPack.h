@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reaction package as the simulator holds it.
 
 #pragma once

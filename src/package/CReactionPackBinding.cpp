@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Binding a material: which compound of the material is each compound of the package? CAS numbers decide first and
 // names second; a material in which that can't be told is refused.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The calculation: selects the reactions, fetches once per property what all their expressions read, evaluates them one
 // by one and hands each number to the reaction object.
 

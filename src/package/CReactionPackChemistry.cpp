@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Queries about the reactions. Each is a read of the definition behind the same guards; none needs a material. Whether
 // the definition or the output is looked at first differs between the methods: simulators know each of them as it is,
 // and a test holds their order.

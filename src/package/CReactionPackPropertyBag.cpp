@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The package in a simulator's document, by named entries. A bag is the simulator's object: each entry read or written
 // is a call out, from which the package may be called again.
 

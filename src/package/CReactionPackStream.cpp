@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The package in a simulator's document, as bytes: a u32 with the size of the block, and the block as
 // WriteStoredDefinition.h has it. Nothing refers to a template or to a file, so a document stands for itself.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a simulator sets and ends: its context, the reaction object, `Initialize`, `Terminate`, and the dialog. To give
 // back an object of the simulator's may run the simulator's code, which may call in here or let go of this package, so
 // the package is held meanwhile, and a pointer is out of its place before its object hears of it.

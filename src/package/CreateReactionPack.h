@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How a host in the same program gets a package without a class factory.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where no editor has been put in, as on a platform without windows, there is one that shows nothing, so that callers
 // need no case of their own. A module puts the windows in as it starts, before any object is made.
 

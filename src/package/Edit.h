@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the objects reach the windows of the editor: a seam, since only one platform has windows, and so that a test can
 // edit in place of a user.
 

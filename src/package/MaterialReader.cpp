@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The requests to the material. A version 1.0 material is asked by the identifiers of the package's compounds; one of
 // version 1.1 answers for all of its own compounds, and the map of the binding picks the package's.
 

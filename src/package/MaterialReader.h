@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What expressions read from the material, fetched for one calculation.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whether the index still fits is told by the stamp of the definition, not by its address: a definition that was freed
 // may be followed by another at the same place. The stamp is noted last, so an index that memory ran out for counts as
 // none.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reactions by their ids.
 
 #pragma once

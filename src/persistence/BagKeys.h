@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The names of the entries of a property bag, in the order in which they are written.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every read comes down to one that compares the size with what is left and only then moves. Sizes are summed in 64
 // bits, so no length word makes them wrap, not even where size_t has 32. Numbers are put together byte by byte: they
 // may lie at any address, and their order is that of the form on every machine.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cursor over stored bytes. It checks what is left before it moves, so its callers hold no arithmetic.
 
 #pragma once

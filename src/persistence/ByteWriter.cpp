@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers go out byte by byte, so that the order of bytes is that of the form on every machine; the compilers make one
 // store of it. A narrow text takes as many bytes as it has characters, whatever the code page makes of them: the count
 // in front of it says so, and readers go by that.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The cursor that writes stored bytes, and one that counts them, so that a layout is stated once for both.
 
 #pragma once

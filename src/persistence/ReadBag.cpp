@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Filling a definition from a property bag. The entries come in families of arrays, a row for each compound or
 // reaction. An entry that won't do is told to the error log and passed over where the rest makes sense without it,
 // since a document that was saved must open again.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A definition out of the named entries of a property bag, whose keys BagKeys.h has.
 
 #pragma once

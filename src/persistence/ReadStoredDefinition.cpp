@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading a definition, all versions. The fields come in the order of the layout in WriteStoredDefinition.h. What comes
 // in is anybody's bytes: the cursor checks what is left before it moves, and a count makes no room before there are
 // bytes for what it counts.

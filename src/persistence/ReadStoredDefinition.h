@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading the stored form of a definition, whose layout WriteStoredDefinition.h has.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading goes over the bytes of a tree twice: once to see that it is whole and to count its nodes, then to make them
 // in an arena of just that size. None of this recurses: a stored tree may be as deep as its block is long.
 

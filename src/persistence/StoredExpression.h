@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stored form of an expression: a tree beside its text, so that a package calculates without the parser.
 //
 // An expression field is a flag byte, 0 for none. Otherwise the u32 mask of what the tree reads follows, and its root.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing a definition into a property bag, in the order in which the entries are read again. The first entry that the
 // bag refuses ends it, since a document with half of a package is none.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A definition as the named entries of a property bag: texts and numbers, no trees and no version. Loading parses the
 // expressions again and forgives most faults of single entries.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writing a definition: its fields in their order, first for their exact size, so that there is one allocation, and
 // then for their bytes.
 

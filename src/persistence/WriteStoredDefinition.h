@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stored form of a definition: one block of bytes, the same in a simulator's document and in the file of templates.
 //
 // All numbers are little-endian and unaligned, and nothing in the block tells its length. "wide" is a u32 count of

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's automation types: `HRESULT`, `BSTR`, `VARIANT`, `SAFEARRAY`, `IUnknown`, `IDispatch` and the
 // persistence interfaces. On Windows these are the system's own; elsewhere a stand-in declares the same names with the
 // same meaning. This is the only header that asks for the platform.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The 8-bit text of stored data and compound files: the code page of the running thread, Windows-1252 where threads
 // have none. ASCII stands for itself in each.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which file system the component works on.
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file system as the component needs it: a narrow seam, so that a test can let each operation fail.
 
 #pragma once

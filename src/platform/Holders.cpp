@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Strings of the platform, made and read. A BSTR may hold zero characters and may be absent; what the component keeps
 // and compares ends at the first zero, so that every reader sees the same text.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Owners of what the platform hands out. They share their operations: `Get` lends, `Receive` takes an output argument,
 // `Detach` gives away, `Reset` frees and takes over.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The floating point settings of the host, which are not ours: a host may trap on exceptions, round in another
 // direction or run its x87 unit at another precision. A method that computes sets its own, and every call that goes out
 // runs under the host's again. What the host handles of its own accord while one of our dialogs waits for messages runs

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Where the module that holds this code lies.
 
 #pragma once

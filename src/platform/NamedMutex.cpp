@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which mutexes this process takes.
 
 #include "platform/NamedMutex.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mutexes that all processes of a session know by their names: a seam, so that a test can let each step fail.
 
 #pragma once

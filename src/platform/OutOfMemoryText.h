@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one sentence for want of memory, which must be told without any.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names come from simulators, files and users in any mix of cases, and are compared in every call: the comparison walks
 // along both texts at once and allocates nothing. The hash has to agree with it and is otherwise free.
 

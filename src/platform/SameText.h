@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The comparison of names everywhere: reactions, properties, phases, bases, compounds, CAS numbers, templates.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A seam to what lies outside: files, locks, messages, windows. Each has its usual fulfilment, and a test or a program
 // of another kind puts its own in its place.
 

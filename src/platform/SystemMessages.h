@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The platform's own texts for its result codes.
 
 #pragma once

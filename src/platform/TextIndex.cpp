@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A hash table with open addresses, at most half full, of positions alone: the texts stay with their owner, and three
 // vectors are all the memory that it takes. Equal texts share a slot and hang together by position. They are entered
 // from the last to the first, so that the first one ends up as the head of its chain, which is what a walk along the

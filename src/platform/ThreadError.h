@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The number that a call of the system leaves behind for its thread where it fails.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Late-bound calls by the type library in the module that holds this code, registered or not. Where the platform has no
 // type libraries there are no late-bound calls: everything is reached through the interfaces' own slots.
 

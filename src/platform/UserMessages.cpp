@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which way messages go in this process.
 
 #include "platform/UserMessages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is told to the user and asked of him in a message: one seam for all of the system, from a file that can't be
 // read to a field of a dialog that won't do, so that a test can answer and record.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The definition records: making, copying and destroying them. A copy is written out field by field, because what must
 // not be copied is as important: the context belongs to the object that holds the definition, the working values to the
 // calculation, and the row in the compound file to the record that was read from it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The records that a reaction package is made of. A definition is also what its expressions are parsed against and
 // evaluated with: it lists the compounds, and the values that expressions read from the material are kept in it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One row for each class, and its factory stands in the row: to make one takes no memory and so can't fail, and its
 // address is good as long as the module is. What a client holds of a factory keeps the module loaded, what the table
 // holds of it doesn't, or the module could never go. The class of packages has a row too, though nothing of it is

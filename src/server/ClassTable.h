@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The classes that the server gives out.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The start and the end of the module. The system calls here while it holds the lock under which libraries are loaded,
 // so little happens: no COM, no threads, no question to the user. What the module has for all of its parts is one
 // record that no destructor runs for, since another module may call in after this one has ended.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The loaded module: what it says of itself, and what its parts share.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registrar is the system's, a class of atl.dll that is asked for there directly: so it works in a process that
 // hasn't started COM, and on a system whose own registration of it is damaged. The keys stand in a script among the
 // module's resources, which the same registrar runs backwards to remove them, so neither way can forget what the other

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registration of the component, for the machine or for the current user.
 
 #pragma once

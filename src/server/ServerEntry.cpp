@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the system calls in the module: its start and end, and the four exports of a COM server. None of them does more
 // than lead to the routine that does the work: what a client meets first has no decisions of its own. Whether
 // registration is for the user alone is read at each call, not at the start, since the user may change the setting in

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library listens to the system by the module's list of thread callbacks, the one road to it that is open: it is
 // told what it would be told at the end of the thread. Without this a host that loads and unloads the module again and
 // again, on one thread, could lose two handles each time.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the compiler's thread library keeps, and doesn't give back by itself when the module goes.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers of the module's resources but for what the editor shows, which editor/win/resource.h has.
 
 #pragma once

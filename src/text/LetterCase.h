@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The folding of case that names and words go by: the letters a to z alone, whatever the host's locale.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The routines of the library that know no locale do the work: a host runs with a decimal comma often enough, and
 // printf would follow it. They tell a number that is too large and one that is too small by the same error; which of
 // them it was is seen from the digits, since the small one must become zero.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as texts and back, without a locale: the two forms that users see and write in formulas.
 
 #pragma once

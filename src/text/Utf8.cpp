@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Both directions go code point by code point, and everything malformed costs one replacement character and no more: a
 // reader that gave up would lose a document for a byte. A bad sequence loses its first byte alone, so whatever good
 // text follows is still read. The bytes go to a function that takes them, since one caller gathers them in a string and

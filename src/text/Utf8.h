@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // UTF-8, the encoding of text outside the component, to and from its wide text.
 
 #pragma once

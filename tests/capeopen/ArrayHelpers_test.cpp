@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two readers of lists, in what they take and in what they say, and the makers of lists.
 
 #include "capeopen/ArrayHelpers.h"

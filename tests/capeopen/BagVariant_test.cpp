@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Entries of a property bag by their types: what is taken, what is passed over, and what is told of it.
 
 #include "capeopen/BagVariant.h"

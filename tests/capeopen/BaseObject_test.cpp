@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What every object of the component says of itself: identification, the last failure, identity.
 
 #include "capeopen/BaseObject.h"

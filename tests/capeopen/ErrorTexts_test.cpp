@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whose words tell of an outside failure: the object's, the standard's or the system's.
 
 #include "capeopen/ErrorTexts.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists as scripts read them, and as the members want what scripts pass.
 
 #include "capeopen/ScriptArrays.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packages in two apartments at once.
 
 #include <gtest/gtest.h>

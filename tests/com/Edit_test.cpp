@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of the registered module: its dialog opens out of the module's own resources.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Hosts that are hard to live with.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The host's side of a call, by the system's functions alone: nothing of the component's source is linked in here, so a
 // fault of its helpers can't hide itself. The component is found by its name in the registry, as a simulator finds it.
 

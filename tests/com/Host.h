@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a host of the component has of its own: holders, calls by name, and the way to the component through the
 // registry. The tests here know the component by its published interfaces alone.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Objects of a host that are no more than the tests need. They live on the stack of a test: a count that isn't back
 // where it was tells of a reference that the component has kept, and is no leak. The first compound is known to the
 // material by another identifier, so that it is found by its CAS number alone.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The objects of a simulator that a package calls: material, reaction object, property bag. Each counts the references
 // on it, and can fail or call back at a given call.
 

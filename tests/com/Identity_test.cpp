@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Identity, aggregation and the class factories.
 
 #include <gtest/gtest.h>

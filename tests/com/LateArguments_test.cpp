@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arguments of calls by name: named, missing, in variables, by reference and as scripts make them.
 
 #include <gtest/gtest.h>

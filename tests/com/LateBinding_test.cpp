@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls by name and by identifier, as scripts and other late-bound clients make them.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arguments are given in the order of a declaration and turned round here, since a call by identifier takes them from
 // the last to the first. The texts of an exception are freed, as a late-bound caller has to.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Calls by name and by identifier, as late-bound clients make them.
 
 #pragma once

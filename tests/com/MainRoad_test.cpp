@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a simulator does with the component, from the registry to the numbers and into its documents.
 
 #include <gtest/gtest.h>

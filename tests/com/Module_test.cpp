@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module file: what it needs, what it holds.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Null in each place where a host can pass it, with and without a definition in the package.
 
 #include <gtest/gtest.h>

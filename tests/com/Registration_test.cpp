@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registration and its removal by the system's own program, seen in the registry before and after. These tests run
 // alone, since the other ones need the component registered, as which they leave it.
 

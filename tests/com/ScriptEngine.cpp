@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The least that the engine needs of a site: the objects by their names, a language, and somebody to tell of an error,
 // which is kept as one line with the number of the script's line.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's script engine in the process of the tests, so that a script can call objects of a test.
 
 #pragma once

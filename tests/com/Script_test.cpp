@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A script as the client: VBScript, run by the system's own host.
 
 #include <gtest/gtest.h>

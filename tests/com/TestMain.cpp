@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starts the tests in an apartment like a simulator's. Once they are done nothing may keep the module loaded.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compound files, whole and damaged: what becomes of each field, and what is told of a file that won't do.
 
 #include "compounds/LoadPcdFile.h"

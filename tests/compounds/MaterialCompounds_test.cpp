@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a simulator is asked on the way from its material templates to the compounds of one, and what is made of its
 // answers.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog of the compound file: filter, order, choice of the file, and what is added.
 
 #include "editor/AddCompounds.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/CompoundField.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds page: what it shows of the definition, and what its controls write into it.
 
 #include "editor/CompoundPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adding compounds from a material template: which dialogs open, what they show, and what goes into the definition.
 
 #include "editor/CompoundsOfMaterial.h"

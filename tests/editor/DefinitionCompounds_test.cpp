@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Compounds that come and go, and the coefficients of the reactions that must follow them.
 
 #include "editor/DefinitionCompounds.h"

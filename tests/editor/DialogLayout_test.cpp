@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 #include "editor/DialogLayout.h"
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The buttons of the edit shell: what is checked, loaded, stored, shown and told.
 
 #include "editor/EditShell.h"

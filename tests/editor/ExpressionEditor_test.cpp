@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor of an expression: brackets, colours, and the line under the text.
 
 #include "editor/ExpressionEditor.h"

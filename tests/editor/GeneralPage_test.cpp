@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fields of the general page as the editor opens.
 
 #include "editor/GeneralPage.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate wizard: its texts, what it reads in which order, and what it complains of.
 
 #include "editor/RateWizard.h"

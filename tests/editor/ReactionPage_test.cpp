@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactions page: what it shows, and what its controls write into the definition.
 
 #include "editor/ReactionPage.h"

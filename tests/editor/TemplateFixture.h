@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor over a manager of its own, with templates in a file in memory and a user that the test plays.
 
 #pragma once

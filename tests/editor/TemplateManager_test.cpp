@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog of the templates: what its list shows, and what its buttons do with the list and its file.
 
 #include "editor/TemplateManager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialogs that ask for the name of a template.
 
 #include "editor/TemplateNames.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The history of a text field, and what of it must be formatted.
 
 #include "editor/TextHistory.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Trees and definitions for the tests of the expression language.
 
 #include "expression/ExpressionBuilders.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Trees and definitions for the tests of the expression language, and a short way to write a tree down.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The same figures in every build: numbers read from texts, folded constants, results of evaluation and stored bytes.
 //
 //   reka_figures FILE             writes the figures of this build

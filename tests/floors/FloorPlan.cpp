@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Includes are read as text: a line that begins with #include and a quoted path. A path is looked for beside the file
 // and below src/, as the compilers do; what is found in neither place is made by the build and counts for nothing.
 

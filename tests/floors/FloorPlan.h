@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The floors of the source, as cmake/Floors.cmake has them, and the includes that don't keep to them.
 
 #pragma once

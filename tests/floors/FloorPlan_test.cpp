@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The source keeps to its floors.
 
 #include "floors/FloorPlan.h"

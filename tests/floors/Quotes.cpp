@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A document is walked through from mark to mark: a path in backticks, or a piece of code. Both are found by one
 // pattern, so that a path within a piece of code names no file.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a document quotes of the source.
 
 #pragma once

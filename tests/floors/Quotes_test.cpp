@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The examples of the style page are what stands in the source.
 
 #include "floors/Quotes.h"

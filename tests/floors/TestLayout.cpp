@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sources and tests are compared by their paths alone: what a test holds is its own affair, and that of the table in
 // tests/README.md. Grammars have no tests of their names, nor do scripts and the files of the build.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which sources have a test of their name, and which files a document names.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each source has a test of its name, or a row in tests/README.md that says where it is tested.
 
 #include "floors/TestLayout.h"

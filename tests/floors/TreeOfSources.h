@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A tree of sources that a test makes up.
 
 #pragma once

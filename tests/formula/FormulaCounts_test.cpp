@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How near to 1 a count in a formula must be to count as 1: one millionth, tried with the nearest numbers on both
 // sides.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Formulas as people write them, and the one form that each of them comes to.
 
 #include "formula/FormulaNormalForm.h"

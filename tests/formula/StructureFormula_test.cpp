@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The elements of a formula in its form, and what isn't in that form.
 
 #include "formula/StructureFormula.h"

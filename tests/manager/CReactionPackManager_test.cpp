@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manager as a simulator calls it: lists, packages by name, new packages, and hosts that call in meanwhile.
 
 #include "manager/CReactionPackManager.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A template store over files in memory, with message boxes that are answered.
 
 #pragma once

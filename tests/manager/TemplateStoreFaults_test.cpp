@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each file operation of the store fails in turn, and the outcome is what it must be.
 
 #include <cctype>

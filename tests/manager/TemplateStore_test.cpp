@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file of templates: how a user comes to it, what is read and written, and where a damaged one goes, step by step.
 
 #include "manager/TemplateStore.h"

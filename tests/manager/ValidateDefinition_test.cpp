@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What makes a definition ready to calculate, check by check, with the words and questions of each.
 
 #include "manager/ValidateDefinition.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which compound of a material is which of the package, which materials are refused, and what a failure leaves.
 
 #include <gtest/gtest.h>

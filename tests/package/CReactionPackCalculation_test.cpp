@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The calculation as a simulator asks for it: its numbers, its guards in their order, and hosts that call in meanwhile.
 
 #include <gtest/gtest.h>

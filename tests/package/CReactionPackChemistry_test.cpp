@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The queries about reactions: their answers, and the order in which each looks at its arguments.
 
 #include <gtest/gtest.h>

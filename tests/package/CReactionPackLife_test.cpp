@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whoever is called while a package is loaded or saved may let go of it: it lives until the call has returned.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The package in a stream: framing, results and what a failure leaves.
 
 #include <gtest/gtest.h>

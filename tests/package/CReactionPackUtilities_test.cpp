@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The life of a package: identification, context, start and end, the reaction object, and its identity.
 
 #include <gtest/gtest.h>

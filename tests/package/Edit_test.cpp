@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What `Edit` of the objects hands to the editor, and what it does with the answer.
 
 #include "package/Edit.h"

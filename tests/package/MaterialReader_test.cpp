@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is asked of a material by either version, in which order, and what is made of each answer.
 
 #include <gtest/gtest.h>

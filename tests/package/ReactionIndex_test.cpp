@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reactions by their ids, in few and in many, and never those of another definition.
 
 #include "package/ReactionIndex.h"

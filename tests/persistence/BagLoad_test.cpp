@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is read out of a property bag, and what of it may be missing or wrong.
 
 #include <gtest/gtest.h>

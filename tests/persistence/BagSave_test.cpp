@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is written into a property bag.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How many bytes a text takes in its stored form, whatever the code page makes of it.
 
 #include "persistence/ByteWriter.h"

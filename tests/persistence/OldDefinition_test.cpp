@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Blocks of older versions and of versions to come: what is mended, and what the user is told.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package and the entries of a property bag that it is written as.
 
 #pragma once

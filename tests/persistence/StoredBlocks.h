@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stored blocks for tests: put together by hand, read and written.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stored block byte by byte: what is written, what is read, and each place at which it may end too early.
 
 #include "persistence/ReadStoredDefinition.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stored trees: their bytes, what is accepted, and what a reader takes for them.
 
 #include "persistence/StoredExpression.h"

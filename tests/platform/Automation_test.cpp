@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the component relies on in the platform's automation types, the same of the system's own and of the stand-in.
 
 #include "platform/Automation.h"

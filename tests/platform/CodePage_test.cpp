@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The 8-bit text of stored data and back, the same on each platform.
 
 #include "platform/CodePage.h"

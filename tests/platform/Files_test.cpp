@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's own files, in a folder of the test's own.
 
 #include "platform/Files.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The holders of what the platform hands out: what each takes over, lends and gives away.
 
 #include "platform/Holders.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Floating point settings: the component's own while it computes, the host's while it calls, and the same numbers for
 // all.
 

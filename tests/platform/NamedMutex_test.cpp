@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's own mutexes.
 
 #include "platform/NamedMutex.h"

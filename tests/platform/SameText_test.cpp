@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names that count as the same, and the hash that has to agree.
 
 #include "platform/SameText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The index of names against a walk along the list.
 
 #include "platform/TextIndex.h"

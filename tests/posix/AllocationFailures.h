@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets each allocation of a method fail in turn. The stand-in's strings and arrays can be made to fail, which the
 // system's own can't.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lets calloc fail when it is the turn of an allocation. The linker leads the calls of all that is linked into the
 // tests here (--wrap), and only those: the sanitizers keep their own.
 

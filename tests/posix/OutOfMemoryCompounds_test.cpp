@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocations fail in turn on the way from a material template to the compounds of a definition.
 
 #include <gtest/gtest.h>

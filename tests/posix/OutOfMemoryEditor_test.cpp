@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocations fail in turn in the dialogs that change a definition or the templates. What a user edits further is
 // whole.
 

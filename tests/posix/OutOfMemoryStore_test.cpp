@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocations fail in turn while templates are stored and loaded, in a folder of the test's own: whichever fails, what
 // the user had is still there, and the user is told.
 

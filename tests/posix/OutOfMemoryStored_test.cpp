@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocations fail in turn while packages are stored, loaded, listed, resolved and checked.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Allocations of the methods fail in turn. The stand-in's strings and arrays can be made to fail, which the system's
 // own can't.
 

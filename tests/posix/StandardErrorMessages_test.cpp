@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Messages where there are no boxes.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the system's files do when the system fails.
 
 #include <gtest/gtest.h>

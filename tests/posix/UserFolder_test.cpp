@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which folder stands for the data of applications.
 
 #include <gtest/gtest.h>

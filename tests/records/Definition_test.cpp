@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The records: what a new one holds, what a copy takes along, and what stays behind.
 
 #include "records/Definition.h"

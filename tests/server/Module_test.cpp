@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module's start and end, in parts that the loaded module doesn't show.
 
 #include "server/Module.h"

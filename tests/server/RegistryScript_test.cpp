@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registry script with what stands in for its two names, in a registry of the tests' own: one key takes the place
 // of the current user's hive.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The global operators new and delete of the tests, on top of malloc, so that the address sanitizer sees every block.
 
 #include "support/AllocationCounter.h"

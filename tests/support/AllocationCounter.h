@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Watches what a thread takes from the heap by operator new, and lets an allocation of its own choice fail. The tests
 // replace the global operators for that.
 

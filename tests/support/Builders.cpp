@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The shortest definitions that are complete: a test says what it is about, and all else has one default here. Texts
 // are parsed at once, and one that doesn't parse fails the test that wrote it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Definitions and packages for tests, as short as what they are about.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The base of fakes that stand on a test's stack and count who holds them.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator's property bag and error log, which record their calls.
 
 #pragma once

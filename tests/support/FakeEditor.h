@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's windows as a test replaces them: what the user does in a dialog is a function.
 
 #pragma once

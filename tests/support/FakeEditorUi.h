@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An editor's user that a test plays: each dialog is answered as the test has said, and recorded as it was opened.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Operations are written down as they come, and the one with the number that the test chose fails. A write that fails
 // has written half, as on a full disk; boxes of the user, which a test may put among the lines to see their order,
 // don't count.

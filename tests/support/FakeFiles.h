@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file system in memory that records its operations and fails as it is told.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each question is written down as a line, with its arguments in a readable form, before it is answered, so that a test
 // can compare the whole talk between package and material with what it must be. What fails is chosen by operation or by
 // the number of the call.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator's material by both thermo versions, which records every call and answers as it was told.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator that offers material templates, down to the compounds of the material that it makes of one. All its
 // objects record their calls in one log, and all stand on the test's stack.
 

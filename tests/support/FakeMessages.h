@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Message boxes that a test answers and records.
 
 #pragma once

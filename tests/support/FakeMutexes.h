@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Named mutexes that a test lets fail, and whose operations it records in their order.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator's reaction object that keeps what it was given.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A simulator's stream in memory, which records its calls and fails as it is told.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What memory is like when nobody cleared it.
 
 #pragma once

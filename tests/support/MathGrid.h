@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The grid of true values that the build writes with MPFR.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bytes of pure compound data files.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Runs a test on a small stack, to show that nothing recurses along a tree.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stored bytes put together by hand, field by field, without the code that they test.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Tests run beside each other, in processes of their own, so a name is made of random numbers.
 
 #include "support/TemporaryFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A file for a test of what reads and writes files by their paths.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starts the tests.
 
 #include <gtest/gtest.h>

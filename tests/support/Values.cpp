@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arrays are made by the platform's own operations, as a test also needs shapes that the component never makes: another
 // lower bound, two dimensions, null elements. Numbers are shown with as many digits as tell them apart, so that
 // recorded calls compare exactly.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Variants and strings for tests, and a readable form of what a fake received.
 
 #pragma once

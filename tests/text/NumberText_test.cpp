@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as texts in their two forms, and back.
 
 #include "text/NumberText.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // UTF-8 both ways, well formed and not.
 
 #include "text/Utf8.h"

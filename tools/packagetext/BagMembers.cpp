@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The type of an entry follows from its member: a list of numbers is one of doubles, any other of strings. An empty
 // list could be either, and the bag has an empty value for it, which packages take for both. Nothing here knows the
 // names of the entries, so whatever entries a package has go in and out alike.

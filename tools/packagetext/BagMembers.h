@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The property bag of a package as members of a document.
 
 #pragma once

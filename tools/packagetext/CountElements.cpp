@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A document's formula is read as the component reads that of a compound file, so that both count the same atoms.
 
 #include "packagetext/CountElements.h"

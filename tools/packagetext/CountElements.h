@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The elements of a compound of a document.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents are read by people and compared line by line in version control, for which the library's own two forms
 // won't do: one has everything on a line, the other each number on a line of its own. So the text is written here, a
 // member on each line and a list of plain values on one. A path becomes one of the file system through UTF-8

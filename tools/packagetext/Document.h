@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents: JSON files with a package ("package", the keys of its property bag), a material ("material")
 // and, for the reader, a title, the source and what else one wants to note.
 

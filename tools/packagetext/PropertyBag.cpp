@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A bag has a few dozen entries: a vector that is searched from its start will do, and it keeps the order in which the
 // package wrote them, and with it that of the document's members. Values are copied in and out, as the rules of the
 // interface want it.

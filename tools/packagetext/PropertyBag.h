@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a simulator hands a package for its named values and for its complaints about them.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The work is the platform's (platform/Files.h); here its failure gets its words. The system's own end in a line end,
 // which a line of ours has already.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // How the programs beside the component write their files.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The companion programs play the simulator, so these don't stand on the component's helpers: a fault there would
 // otherwise be on both sides of each test and show on neither. One routine makes an array and one walks through it; the
 // types of elements differ only in what is done with one of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists as they travel through the interfaces: a VARIANT that holds a one-dimensional array, or nothing for an empty
 // list.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The registrar of each width registers for programs of that width alone. Which half of the registry it writes, the
 // machine's or the user's, is settled by a value that the component reads when it is registered.
 

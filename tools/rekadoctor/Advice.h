@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The steps that put a registration right, with commands to paste.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What rekadoctor can ask the computer: registry, files, loading, and the component system. Tests answer in its place.
 // All texts are UTF-8.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each registration is held against what the component writes itself; then comes what a program gets that asks for the
 // manager. Faults count for the width of the program that they hurt.
 

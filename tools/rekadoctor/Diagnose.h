@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What was found, in plain words, and what to do about it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reads registry, files and the component system into an Examination. The names of the component are shared by both
 // halves of a 64-bit registry, the class is not; each is read through the half that programs of the width see.
 

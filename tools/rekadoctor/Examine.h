@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Everything that rekadoctor finds out before it says a word about it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // With a certain beginning the system passes a path on to the file system untouched, without its old limit, but also
 // without turning slashes round.
 

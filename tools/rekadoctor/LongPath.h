@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths that are longer than what the system takes as they are.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A module file begins with the header of a program of old, "MZ", which has at offset 60 the place of the header that
 // counts: "PE", two zeros, and the 16 bits that name the machine. All numbers are little-endian.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // For what kind of program a module file is made.
 
 #pragma once

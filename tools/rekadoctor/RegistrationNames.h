@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a right registration of the component says: its names, identifiers and categories, as texts of the registry.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line of rekadoctor and the look of its report. The user who needs it has a simulator that doesn't work
 // and no idea of registries: what is wrong is marked in capitals, what to do stands right below as commands to paste,
 // and the last lines say for which programs all is well.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program without its start: examines the computer, and tells what is well and what isn't.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The checks are the editor's own, so that what this program finds is what the editor would say; but where the editor
 // stops at the first fault, here each check runs and its fault is noted. Questions are answered yes, which is what lets
 // the checks go on, and become warnings. Stored trees are compared as bytes with what their texts give, since a loaded

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All that is wrong with the packages of a file, or looks as if it were.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Digits both ways, by the routines that know no locale. The readers take exactly what the writers give: no blanks, no
 // signs, no odd digit, since a person who edits such a text has made a mistake that should be told.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Bytes and numbers in hexadecimal digits.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package in its readable form. Texts are strings, numbers are numbers, and stored words are told by name; what can't
 // be said so gets an object or hexadecimal digits instead.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Telling the forms of files apart, and their frames. No form has a mark of its own, so a file is tried as each, and
 // what is exactly one of them comes before what only begins like one. Whatever is written as text is read back at once
 // and compared: a block that doesn't come out the same is given as raw bytes, so the readable form never loses

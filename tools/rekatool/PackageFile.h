@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that hold packages, and their readable form.
 
 #pragma once

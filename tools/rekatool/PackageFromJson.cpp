@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The way back from the readable form of a package to its stored fields. Whoever writes that form by hand is told where
 // and what is wrong; a member that isn't known is refused, since it would be a misspelt one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of the readable form that stand for stored numbers.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text is walked through once for its shape, and only then made a value. The parser would take the last of two
 // members of one name and drop the other without a word, which is what a merge of two branches leaves; and it would
 // build a value of any depth, which whatever copies it later walks by recursion.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of the readable form, as a person or a merge may have left it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A wrong sign, a wrong unit or a misplaced bracket seldom shows in the text of a rate, but soon in its numbers. So a
 // reaction is calculated at conditions that a chemist would try, and what can't be right at any of them is told, the
 // first case of each sort: a value that is no number, a constant that isn't above zero, a rate that runs backwards

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A rate or an equilibrium constant, tried over temperatures and compositions.
 
 #pragma once

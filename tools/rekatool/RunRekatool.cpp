@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command line of rekatool. Commands fail by an exception of its own that carries the sentence, so that each reads
 // as a list of steps. Files go through the component's seam: paths are UTF-8 on every system, and the tests run the
 // program on files in memory. Which form a file has is found out from its bytes, not from its name.

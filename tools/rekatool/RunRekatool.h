@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The program without its start: packages of files as text, and what is wrong with them.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reading and writing the fields of a block in their order. The component's own reader won't do here: it mends what it
 // reads, while this program has to give back the same bytes. So a field is kept as it was stored, an obsolete text and
 // the terminator of a text included, and an expression as the bytes of its tree, read once to see where they end.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A stored block taken apart into just what is stored, byte for byte: nothing corrected, nothing judged. The layout is
 // that of persistence/WriteStoredDefinition.h.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the compound file that ships beside the module out of the table of compounds:
 //     build_compounds OUTPUT TABLE
 // The layout is that of compounds/LoadPcdFile.h, with records of 1024 bytes; what the reader passes over is zero.

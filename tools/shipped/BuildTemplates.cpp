@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Builds the file of templates that ships beside the module out of documents with packages:
 //     build_templates OUTPUT DOCUMENT...
 // A package that a user couldn't have accepted in the editor isn't shipped: the program ends with status 1.

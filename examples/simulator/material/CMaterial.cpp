@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What both versions of the material share: its state, what has been calculated, and the checks on arguments. It is as
 // strict as the standard allows: a value that isn't part of the state is told only after it was calculated, and a new
 // state forgets what was. So a package that asks in the wrong order fails here, and not first at a customer's

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material that rekasim hands a package. One object answers both versions of the thermo interfaces, as a simulator
 // that serves old and new components does. It has one phase, in the state that the document gives.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds of the material and the three constants that a document tells of them. Version 1.0 asks for the same
 // constants by its own method.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material by version 1.0 of the thermo interfaces. Its reads name the compounds, a calculation type ("mixture" for
 // what is calculated) and a basis, and know temperature, pressure and composition of the phase "overall" as well.
 

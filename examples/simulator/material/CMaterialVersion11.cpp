@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material by version 1.1 of the thermo interfaces: values of a phase come for all its compounds at once, and what
 // isn't part of the state is calculated through the property routine first.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The simplest models that make sense: an ideal gas, and a liquid whose density, activity coefficients and vapour
 // pressures are given. An expected number of a test can then be worked out by hand. What a document doesn't give is
 // told when something needs it, not when it is read: a package that needs no density runs without one.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material of a document: a phase of known temperature, pressure and composition, and the properties that follow
 // from them by a model simple enough to be checked by hand.
 

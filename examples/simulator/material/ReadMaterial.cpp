@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The documents are written by hand, so the first fault is told by the path of its member and everything after it is
 // passed over: the reader keeps it, and the fields are read one below the other without a test after each. A misspelt
 // member would otherwise be a missing one, which for those that may be left out is no fault at all.

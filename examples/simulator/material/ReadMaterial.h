@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material of a document.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The drawing program through a pipe. The shell is asked first whether there is one, as it would otherwise say itself,
 // in words of its own, that there is none; and it is replaced by the program, whose exit status then is the answer.
 

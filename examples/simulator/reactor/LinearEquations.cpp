@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Elimination above the diagonal as well as below it, so there is no second pass; with as many equations as a reactor
 // has reactions the few more operations don't count. Pivots are compared with zero and not with a tolerance, since the
 // scale of the equations is the callers'.

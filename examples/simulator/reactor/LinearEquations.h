@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A few linear equations. Boost's own don't compile with this version of the language any more.
 
 #pragma once

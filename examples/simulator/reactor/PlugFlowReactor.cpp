@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Plug flow by an explicit Runge-Kutta method of order 5 with controlled steps. Rates of reaction engineering are
 // smooth, and one that is too steep for it ends in a sentence rather than in hours.
 

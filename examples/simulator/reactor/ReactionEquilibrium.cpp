@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Equilibrium. One reaction has its extent between the two at which a compound runs out. Several are brought inside
 // their ranges one after the other and then moved together by Newton's method, whose slopes are those of an ideal
 // phase.

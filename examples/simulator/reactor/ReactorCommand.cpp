@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the command line to the profile. What can be said of the options is said before anything long is calculated, an
 // option without a use as well as one that is missing, since either is a misunderstanding of what the package's rates
 // count by. Every point is checked for its elements before it is printed: a package whose reactions don't balance gives

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The command that solves a reactor.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The unknowns are extents, one for each reaction, rather than flows, one for each compound: there are fewer of them,
 // and no element can be lost on the way. A solver may try a point at which a flow is below zero; the package is asked
 // at zero there, since its rates mean nothing beyond, while the flows themselves stay what the extents make of them.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A reactor as the solvers see it: a feed, reactions, and numbers that the package calculates at any point of it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One profile in three forms. The table is for a person and has six digits, the values separated by commas have all of
 // them, so that they read back as the same numbers. The script for gnuplot carries its numbers along: it is piped to
 // the program, and there is no file of data that could be left behind. Names from a document are quoted as each form

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The three reactors. All throw ReactorFailure.
 
 #pragma once

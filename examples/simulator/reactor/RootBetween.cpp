@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // By Algorithm 748 of Alefeld, Potra and Shi (ACM Trans. Math. Softw. 21 (1995) 327-344), which needs no slope: the
 // functions are made of what a package calculates, and a package gives none.
 

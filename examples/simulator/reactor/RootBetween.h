@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The root of a function of one variable.
 
 #pragma once

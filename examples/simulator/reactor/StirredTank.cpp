@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stirred tank, followed in time from its start, filled with feed, until it is steady. The time steps are implicit
 // ones that grow, each solved by Newton's method, so where several steady states exist the one that such a start leads
 // to is found.

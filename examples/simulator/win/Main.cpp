@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // rekasim on Windows: the wide command line becomes UTF-8, and so does what the console shows.
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The manager of the component that is registered on this computer, by its name, as a simulator gets it: what rekasim
 // prints here is what the installed module computes. The apartment lasts to the end of the program, longer than any
 // package.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The drawing program through a pipe, found where the system looks for programs. The pipe is binary, so that the script
 // arrives byte for byte as it was made.
 

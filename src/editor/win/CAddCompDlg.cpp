@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list asks for the text of each cell when it draws it, and knows its rows by their number alone. So selection and
 // focus are set anew, by record, whenever the rows change places.
 

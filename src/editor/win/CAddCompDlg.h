@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adds compounds of a compound file. Its list holds no rows of its own: a file may have tens of thousands of compounds,
 // and all rows are made afresh at each key that is typed into the filter.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Names are edited in the list itself. A compound that comes, goes or changes its name changes what the reactions page
 // shows, so that page is told after each.
 

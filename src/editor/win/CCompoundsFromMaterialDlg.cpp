@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rows are the compounds of the material in its order, so the number of a row that is ticked is that of its
 // compound.
 

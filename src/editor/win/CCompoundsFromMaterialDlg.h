@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Offers the compounds of a material, each with a box to tick.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One procedure serves all dialogs: it finds the object in the window's own word and stops what its handlers throw.
 // While a handler runs, messages can come in from wherever it leads to, so each one passes the counts below before it
 // becomes a call: of handlers, of silences, and whether the dialog has ended.

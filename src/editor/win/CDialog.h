@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The base of all dialogs: it leads from the system's messages to virtual functions, and has the operations on controls
 // that the dialogs share. All texts are of any length.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Colouring sets the look of a part of the field, which costs more the longer the text is. So what the editor wants to
 // show is collected, compared with what the field shows, and only the difference is set.
 

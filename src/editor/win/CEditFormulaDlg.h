@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The expression editor.
 
 #pragma once

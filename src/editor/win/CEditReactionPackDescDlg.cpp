@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pages are children that live from the opening to the end, so what was typed in one stays while another is shown;
 // the tabs only show and hide. Keys pressed in a page are kept from the buttons of the shell.
 

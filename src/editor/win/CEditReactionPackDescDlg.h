@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edit shell: the dialog in which one definition is edited, with its three pages.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialogs that are open are a chain on the stack, each linked to the one below it. A message box or a dialog
 // belongs to the topmost of them whose window there is; where the system has ended one meanwhile, nothing opens above
 // it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The windows through which the editor asks its user.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The page is filled once and read on demand. It reports nothing: what the user types counts when the shell checks the
 // definition.
 

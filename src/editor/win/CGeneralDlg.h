@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The general page of the edit shell.
 
 #pragma once

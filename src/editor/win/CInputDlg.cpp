@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Works on the caller's own string: opening takes no memory for a copy, and what is typed goes into the string at OK
 // alone.
 

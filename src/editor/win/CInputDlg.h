@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks for one line of text.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list without a field to type in: the user can only choose a template that there is. The dialog to store under a
 // name has a field, and differs in what it says of an empty one.
 

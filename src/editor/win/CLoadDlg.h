@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The choice of a template to load.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list is filled afresh after each change and has no selection then; which buttons can be used follows from the
 // selection.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog in which a user keeps the templates.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The fields of the wizard are read as a whole at each change, since the preview depends on all of them. The controls
 // of the two directions are the same five, so a row of a table stands for each direction.
 

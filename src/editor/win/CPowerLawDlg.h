@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate wizard.
 
 #pragma once

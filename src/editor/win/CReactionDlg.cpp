@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the user changes goes into the reaction at once; what follows from it is shown again by the part that it
 // concerns, as the page tells. The page changes its own controls under a silence, so that they don't report that as the
 // user's.

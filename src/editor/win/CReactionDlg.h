@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactions page of the edit shell.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The list keeps its selection while the database is chosen, so a user who looks at both buttons finds the template
 // again.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks where compounds come from: the compound file, or a material template of the simulator.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list with a field to type in: the name may be a new one, or that of a template, of which the shell then asks
 // whether it is to be replaced.
 

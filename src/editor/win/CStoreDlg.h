@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The name of the template to store under: that of one that there is, or a new one.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library of the dialog is loaded when it is first asked for: it takes long, and few who load the module open a
 // file. It stays then, since the system's own parts go on using it.
 

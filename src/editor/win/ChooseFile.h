@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's dialog that opens a file.
 
 #pragma once

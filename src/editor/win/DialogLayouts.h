@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the controls follow as a dialog is sized, a table for each dialog that can be. Numbers alone, for the window of
 // the dialog and for a test on any platform. What `kept` and `AsDesigned` mean in pixels the template tells.
 

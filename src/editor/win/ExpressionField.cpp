@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Text goes in and out by messages that take it in Unicode, since the control's class isn't a Unicode one. Where
 // only a caret stands, parts are formatted by selecting them, which is quick; a selection of the user's is left alone,
 // and the control's object model does the work.

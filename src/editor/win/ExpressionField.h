@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rich edit control that an expression is written in, of the library riched32.dll.
 //
 // It counts the two characters of a line end as two, and hands out its text the same way, so that positions in the text

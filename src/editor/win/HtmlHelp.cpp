@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The control library is looked for where the system's classes name it, and by its name where they don't. What was
 // found, or that nothing was, is kept for as long as the module stays loaded.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // HTML Help.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // All by messages: the control belongs to its dialog, and an object of this class is only a name for it. A text that is
 // read may be cut without a word, so the room for it grows until it isn't filled.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A list view in report mode, as the dialogs use it.
 
 #pragma once

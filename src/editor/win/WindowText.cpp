@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A text may change between the question for its length and the one for itself, as far as the system is concerned: what
 // was copied counts.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The texts of windows and of the system's functions. All are of any length.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Each call of an object opens windows of its own, with the floating point settings that belong to them; no dialog
 // outlives the call.
 

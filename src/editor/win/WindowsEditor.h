@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor as the module's objects reach it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers of the icons, of the dialogs and of their controls. A number means another control in another dialog, so the
 // dialog is part of each name.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Angle reduction after M. Payne and R. Hanek ("Radian reduction for trigonometric functions", 1983): the angle times
 // 2/pi is computed in whole numbers, with those digits of 2/pi alone that matter. Digits that would add a multiple of
 // four quarters are left out at the top, and at the bottom enough are kept for the doubles that come closest to a

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Angles of any size, brought down to an eighth of a turn.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Sine, cosine, tangent and their inverses. They round once, at the end of a computation in higher precision, and use
 // nothing of the runtime's mathematics but the square root, so that they give the same numbers on every build.
 

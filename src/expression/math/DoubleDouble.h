@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arithmetic on numbers of about 106 bits, each the unevaluated sum of two doubles. The functions of the language are
 // computed in it where a double alone would lose the last place. The operations are those of T. J. Dekker ("A
 // floating-point technique for extending the available precision", 1971) and D. E. Knuth ("The Art of Computer

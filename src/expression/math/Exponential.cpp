@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exponential after the table method of P. T. P. Tang ("Table-driven implementation of the exponential function in
 // IEEE floating-point arithmetic", 1989):
 //     x = n * log(2) / 128 + r,   exp(x) = 2^(n / 128) * exp(r),

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exponential beyond the precision and the range of a double, for the functions of the language that build on it.
 
 #pragma once

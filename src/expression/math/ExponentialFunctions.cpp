@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The exponential, the logarithms, the power and the hyperbolic functions of the language. Where the runtime's are not
 // known to be good, and the runtime of one build is as unlike another's as their makers are, they are computed here: in
 // higher precision, rounded once at the end.

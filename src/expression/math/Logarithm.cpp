@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The natural logarithm after the table method of P. T. P. Tang ("Table-driven implementation of the logarithm function
 // in IEEE floating-point arithmetic", 1990): x = 2^k * m is brought close to 1 by a factor c from a table,
 //     log(x) = k * log(2) - log(c) + log(1 + r)   with   r = m * c - 1, without error,

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The natural logarithm beyond the precision of a double, for the logarithm and the power of the language, and the
 // decimal one.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of the language that every runtime computes without error.
 
 #include "expression/math/MathFunctions.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The library functions of the expression language; its operator ^ is `RaiseTo`. Each is within one unit in the last
 // place of the true value, on every build, for every argument.
 

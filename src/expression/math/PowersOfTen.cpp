@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The powers of ten that a double can hold, each rounded correctly: made once from their decimal texts, when the
 // program or module is loaded.
 

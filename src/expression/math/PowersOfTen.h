@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Powers of ten for the exponent of a number in a text.
 
 #pragma once

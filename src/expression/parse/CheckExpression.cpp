@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Checks a tree that the grammar has delivered, and folds its constants. Each node is visited twice: on the way down
 // its argument list is dissolved, on the way up the node itself is checked and folded.
 

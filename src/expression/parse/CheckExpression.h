@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The last step of a parse: makes a finished tree out of what the grammar delivers.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds compounds by name. Of several compounds with one name the first one counts.
 
 #include "expression/parse/CompoundLookup.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Finds compounds by the names that an expression uses.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every leaf of a numeric field is a constant, so the check of a parse folds what passes it into one: the evaluation is
 // the reading of its value. The guards of run-time values have no part in it: SQRT(-1) is a NaN here.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the text of a numeric field to its number: a user may type 2*PI or 1.5e3/60 wherever a number is asked for.
 
 #pragma once

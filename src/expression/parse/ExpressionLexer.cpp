@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lexer of expressions. It splits the text, computes numbers by a recipe that decides the last bits of every
 // constant, and resolves each word on the spot, so that no name goes further than this: of
 //     1.5e3*c("n-butane")

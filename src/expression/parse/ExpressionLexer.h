@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lexer of both expression languages. They differ in the words that they know and in the arithmetic in which the
 // digits of whole numbers are gathered, and a vocabulary tells it both.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The actions of the grammars. A generated parser is C at heart and frees nothing when an exception passes through it,
 // so the actions keep a shortage of memory to themselves and the driver raises it afterwards. What its stack drops when
 // it recovers from an error lies in the arena, and goes with it.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the rules of the grammars do: they make the nodes of a tree.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What has gone wrong in one parse. Lexer and grammar report into it, in the order of the text.
 
 #pragma once

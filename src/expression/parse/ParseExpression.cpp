@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Drives a parse: the generated parser reads the tokens of the lexer, its actions make nodes, and the check makes a
 // finished tree of the one that they leave.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a text to its tree: of a rate, an equilibrium constant or a heat of reaction, and of a numeric field.
 
 #pragma once

@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The grammar of reaction expressions. The values of `exp` and `explist` are nodes in the arena of the actions, which
    frees them: the parser's stack drops its values when it recovers from an error. */
 

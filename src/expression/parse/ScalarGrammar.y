@@ -1,3 +1,4 @@
+/* SPDX-License-Identifier: MIT */
 /* The grammar of numeric fields: that of reaction expressions without the properties of a material. A syntax error is
    told without the tokens. The values of `exp` and `explist` are nodes in the arena of the actions. */
 

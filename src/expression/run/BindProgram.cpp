@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Binding looks up every operand once, so that a run finds them at their addresses.
 
 #include "expression/run/BindProgram.h"

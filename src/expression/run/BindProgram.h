@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a program needs before it runs on the working values for the first time.
 
 #pragma once

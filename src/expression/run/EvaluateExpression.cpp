@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Evaluation of a parsed expression along the nodes of its tree.
 
 #include "expression/run/EvaluateExpression.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Evaluation of a parsed expression. A tree holds no names and the working values are its whole environment, so this
 // needs neither the parser nor the simulator.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run of a program. Each step leads straight to the next one where the compiler can jump to a label out of a table,
 // so that the processor learns each jump by itself; elsewhere one switch leads to all of them. What a step refuses is
 // what the rows of its kinds of nodes refuse.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The run of an expression's program.
 
 #pragma once

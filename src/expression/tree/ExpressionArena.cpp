@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An arena lies at the head of its own first block, before the room for the nodes: a tree of known size is one
 // allocation in all. Blocks that follow are the resource's own, each half as large again as the one before.
 

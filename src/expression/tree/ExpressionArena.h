@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The memory of one expression. All nodes of a tree, with the lists of their arguments, lie in one arena and go with it
 // in one piece, so that no owner walks over a tree to free it, and a walk over a tree meets few lines of the cache.
 

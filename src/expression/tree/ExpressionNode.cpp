@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Making and copying expression trees. None of this recurses: a text may make a tree of any depth, and the stack of the
 // host's thread is not ours. A list of arguments that has grown leaves its old slots behind in the arena, which are
 // together no more than the new ones.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The parsed form of an expression: the tree that is stored, copied and checked.
 
 #pragma once

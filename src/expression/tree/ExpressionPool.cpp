@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The nodes of a parse without a parent. A grammar takes what it has made last first, so a search begins at the end.
 
 #include "expression/tree/ExpressionPool.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The nodes that a parser has made and that have no parent yet.
 
 #pragma once

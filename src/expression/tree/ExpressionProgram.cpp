@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the steps of a tree. The rate 2*EXP(-8000/(R*T))*C(i)-SQRT(P)/X(i), for one, becomes
 //     RateTerm -8000 8.314 T 2 C(i)   the running value is 2 * EXP(-8000 / (8.314 * T)) * C(i)
 //     PushValue P                     it is put aside; the running value is the pressure

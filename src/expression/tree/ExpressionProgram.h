@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A tree laid out for evaluation: a short list of steps that work on one running value. What a step takes besides it, a
 // constant or a working value, is fetched by the step itself, and groups of nodes that rates are full of, such as
 // products and Arrhenius terms, are one step.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The owner of a finished expression. All that is derived from its tree is made here, once.
 
 #include "expression/tree/ExpressionRef.h"

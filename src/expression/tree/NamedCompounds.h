@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds that an expression can speak of. A tree holds indices into such a list, and is good as long as the list
 // stays as it is.
 

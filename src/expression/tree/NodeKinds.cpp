@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The one operation that has cases of its own.
 
 #include "expression/tree/NodeKinds.h"

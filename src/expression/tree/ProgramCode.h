@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the steps of a program do, and with how many operands.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The terms are those that rates are made of. Each is recognised in the shape that its text gives: a product of three
 // is (a * b) * c.
 

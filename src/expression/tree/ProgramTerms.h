@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Which parts of a tree are computed by one step from leaves alone.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The walk that looks at every node of a tree. A reader of stored trees adds the nodes as it meets them and needs no
 // walk.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What there is to know of a finished tree before it is put to use, found out in one walk.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The four arrays lie in one block, so that a definition in service has one allocation for them. A stamp is a number
 // that no other state of any object ever has: whoever keeps addresses of the values compares one number to know that
 // they still hold.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What an evaluation reads: the state of the material, as the expressions of one definition see it.
 
 #pragma once

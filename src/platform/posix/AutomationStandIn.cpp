@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The stand-in's strings, arrays and variants, over plain memory. It is as faithful as the component needs it to be, in
 // the surprising points above all: the copy of a null string in a variant is an empty one, and so is what is stored of
 // it in an array. Storage comes from one function that a test can replace, so that each allocation can be made to fail

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A small stand-in for the automation types where the system has none, so that the objects and the order of their
 // checks run natively under the sanitizers. Names, layouts, values and the rules of ownership follow the platform's;
 // only what the component uses is here.

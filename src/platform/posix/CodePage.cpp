@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Windows-1252, which stands for the thread's code page. Its five unassigned bytes are the control characters of the
 // same number, so every byte comes back as it was.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The file system by POSIX, made to answer as that of Windows does, since what users see rests on it: a rename doesn't
 // replace, a folder can't be opened as a file, a copy keeps the time of the last write. The configuration folder of the
 // user stands for the folder of application data. Calls that a signal interrupts are made again. What closes or cleans

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The loader knows which file the address of this very routine came from, whether that is a shared library or the
 // program. It tells a program's path as the program was started, which may be a relative one, so it is made absolute;
 // where that fails, as after the file was deleted, what the loader said is better than nothing.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Mutexes known by name within this process. As on systems that have them, a name lasts while somebody has its mutex
 // open.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The C library's error number stands for the thread's last error: it is what the calls of this system leave behind,
 // and each thread has its own.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // There are no type libraries here, so there is no late binding either: each call answers that it isn't implemented,
 // and an object tells that it has no types. Everything is reached through the slots of the interfaces.
 

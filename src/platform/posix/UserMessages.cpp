@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Messages where there are no boxes: to standard error, without anybody to answer. A program that waits for an answer
 // nobody can give would hang, so a question gets the answer that changes least. The text is converted part by part on
 // the stack, as it may be what tells that memory has run out.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The code page of the running thread, by the system's own conversions: what an older document was written with is what
 // its user's system reads it with. Each conversion runs twice, once for the size. A text too long for the counts of
 // these calls is treated like one that there is no memory for.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's file system. Others may read and write a file while it is open here, as several simulators share one
 // file of templates. Large reads and writes go in parts, since a call takes a 32-bit count; and a handle is closed
 // without touching the thread's last error, from which the user is told why an operation failed.

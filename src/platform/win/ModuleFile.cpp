@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module is found by the address of this very routine, so the same code tells the path of a DLL and that of a
 // program that has it linked in. It isn't held by that: a count taken here would keep the module from ever being
 // unloaded.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's mutexes. One whose holder ended without giving it back counts as taken: a process that died while it
 // parsed must not keep all others from it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The arguments are copied, fitted, and after the call written back: the client's own variables are never lent to a
 // member, since the call may run code of the client's that changes them. What a member wants is read from its
 // description in the type library, so a new member needs nothing here. References are made to numbers and objects

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arguments of late-bound calls, in the form that the members take them.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the runtime's mathematics is good for here.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's message table. Inserts are left alone, since no arguments come with a result code; the text lies in a
 // buffer here rather than in one of the system's, which would have to be given back.
 

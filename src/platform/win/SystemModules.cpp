@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A library is loaded by its full path in the system's folder: by its name alone the loader would look beside the
 // program first, where anybody who may write there could put one of the same name.
 

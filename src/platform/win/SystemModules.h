@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The module that holds this code, and libraries of the system.
 
 #pragma once

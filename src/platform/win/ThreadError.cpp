@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's number for the thread, passed on: where a dialog couldn't be shown, the caller of the component reads
 // its reason there, and what is done in between must not lose it.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's own dispatcher makes the calls, out of the types in the module's library; this only sees to it that it
 // has the right arguments. Types are kept once they were asked for, since finding one takes longer than the call that
 // it serves. All apartments share them: they are read only, and bound to none. They lie in a table of fixed size, so

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's message boxes. Styles and answers are numbered as the system numbers them, so nothing is translated.
 
 #include "platform/UserMessages.h"

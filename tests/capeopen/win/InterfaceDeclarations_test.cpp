@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The declarations that the component is compiled with, the ones that the interface compiler makes of the IDL, and the
 // published ones must agree: a slot too many or an argument of another width compiles and fails at run time.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The CAPE-OPEN interfaces as they are published, member by member: what the declarations in CapeOpenInterfaces.h and
 // in REKA.idl are compared with.
 

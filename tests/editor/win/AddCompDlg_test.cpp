@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog that adds compounds of a compound file.
 
 #include "editor/win/CAddCompDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What stands in the dialogs in which something is chosen or written, how it is laid out, and what happens where the
 // system refuses a window.
 

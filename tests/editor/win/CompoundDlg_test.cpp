@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds page as a person sees it.
 
 #include <gtest/gtest.h>

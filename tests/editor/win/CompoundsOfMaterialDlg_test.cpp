@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The two dialogs of compounds out of a material template: the choice of the source, and that of the compounds.
 
 #include <gtest/gtest.h>

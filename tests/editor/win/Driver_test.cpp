@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The driver itself, on a dialog of the test's own: what other tests rely on.
 
 #include "Driver.h"

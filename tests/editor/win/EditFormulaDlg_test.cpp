@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The expression editor: what a person types and sees.
 
 #include <chrono>

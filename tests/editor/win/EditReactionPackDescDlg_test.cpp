@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The edit shell as a person sees it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What holds for the editor's windows together: whose they are, and what becomes of them where the system refuses.
 
 #include "editor/win/CEditorWindows.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The text of the expression editor: what is put into it comes out as it was, and nothing changes its look.
 
 #include <thread>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Help: the control library that is looked for in the registry, and the button of the shell.
 
 #include "editor/win/HtmlHelp.h"

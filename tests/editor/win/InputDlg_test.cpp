@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog that asks for one line of text.
 
 #include "editor/win/CInputDlg.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Whole roads of a user through the editor, from the simulator's call to what a package then calculates.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The dialog of the templates as a person sees it.
 
 #include <gtest/gtest.h>

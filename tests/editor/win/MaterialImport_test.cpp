@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Adding compounds from a material template of the simulator, from the button of the page to the definition.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The rate wizard as a person fills it in.
 
 #include "editor/win/CPowerLawDlg.h"

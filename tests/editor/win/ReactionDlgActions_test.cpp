@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person does on the reactions page beside filling its fields.
 
 #include <gtest/gtest.h>

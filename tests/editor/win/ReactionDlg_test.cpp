@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactions page as a person sees it: its controls and its fields.
 
 #include <gtest/gtest.h>

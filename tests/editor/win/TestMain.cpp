@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Starts the tests as the module starts itself: with the common controls and the rich edit control.
 //
 // With --dots-per-inch=N they run on a screen of N dots per inch, which a program finds as it starts: so this one

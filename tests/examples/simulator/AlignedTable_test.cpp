@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Columns that line up.
 
 #include "AlignedTable.h"

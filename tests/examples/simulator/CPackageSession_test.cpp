@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package in use, call by call.
 
 #include "CPackageSession.h"

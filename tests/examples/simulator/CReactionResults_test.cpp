@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reaction object.
 
 #include "CReactionResults.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every document of the examples is sound: elements and masses balance, CAS numbers are well formed, the source is
 // told, and it calculates.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Paths in the tests are UTF-8, as the programs take them; the library of the language has its own form of them.
 
 #include "DocumentFixture.h"

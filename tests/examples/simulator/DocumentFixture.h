@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What the tests of rekasim share: the documents beside it, files of their own, the program run in this process, and a
 // document calculated to full precision.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers as text and back.
 
 #include "FormatNumber.h"

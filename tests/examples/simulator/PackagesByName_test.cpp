@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Packages that rekasim gets from the manager: listed, resolved, calculated, saved into a document and loaded back.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The documents of the examples against their publications: each formula is worked out here once more in plain C++, in
 // the publication's own units, and turned into SI at the end.
 

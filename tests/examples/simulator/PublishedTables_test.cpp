@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The documents of the examples against values that stand in tables, of the same publication or of another one, so that
 // a slip in a formula or a unit shows that was made twice.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Failures of rekasim: one line on standard error, and the exit status.
 
 #include <gtest/gtest.h>

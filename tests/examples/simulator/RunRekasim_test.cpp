@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands of rekasim as a user sees them.
 
 #include "RunRekasim.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The files that ship beside the module: templates that the editor would accept, and compounds that make sense.
 
 #include <gtest/gtest.h>

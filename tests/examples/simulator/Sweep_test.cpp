@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The temperatures of a sweep.
 
 #include "Sweep.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Reactions and units in writing.
 
 #include "WriteEquation.h"

@@ -1,4 +1,5 @@
 #!/usr/bin/env bash
+# SPDX-License-Identifier: MIT
 # Runs rekasim of this build, which reaches the registered component, and the native one over every shipped document and
 # template, and compares what they print.
 #

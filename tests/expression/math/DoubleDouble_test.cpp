@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arithmetic on pairs of doubles, where the exact result is known.
 
 #include "expression/math/DoubleDouble.h"

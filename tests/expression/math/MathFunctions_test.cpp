@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The functions of the language against the grid that MPFR has computed: true values with what their rounding to a
 // double cut off, so that errors below one unit in the last place are seen too.
 

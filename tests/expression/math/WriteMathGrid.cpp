@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Writes the grid against which the functions of the expression language are measured: for each function many
 // arguments, and the true value that MPFR computes for them. Runs on the machine that builds, also for a cross build,
 // and its output is compiled into the tests.

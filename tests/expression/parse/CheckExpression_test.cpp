@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The check on trees made by hand, those that no text leads to among them.
 
 #include "expression/parse/CheckExpression.h"

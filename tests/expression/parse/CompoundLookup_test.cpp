@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One lookup for all texts of a definition.
 
 #include "expression/parse/CompoundLookup.h"

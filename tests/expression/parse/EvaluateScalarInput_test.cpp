@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From the text of a numeric field to its number, or to the lines that tell what is wrong with it.
 
 #include "expression/parse/EvaluateScalarInput.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The lexer of reaction expressions, token by token.
 
 #include "expression/parse/ExpressionLexer.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The actions of the grammars, without a grammar.
 
 #include "expression/parse/GrammarActions.h"

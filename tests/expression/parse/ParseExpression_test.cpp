@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // From a text to its tree, or to the lines that tell what is wrong with it.
 
 #include "expression/parse/ParseExpression.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Evaluation, along the nodes and along the steps of a finished expression: every case runs both ways.
 
 #include "expression/run/EvaluateExpression.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Arenas: where the nodes of a tree lie, and that all of them go with it.
 
 #include "expression/tree/ExpressionArena.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Trees as records: making, copying, destroying, and the owner of a finished one.
 
 #include "expression/tree/ExpressionNode.h"

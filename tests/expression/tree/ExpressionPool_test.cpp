@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The pool of a parse.
 
 #include "expression/tree/ExpressionPool.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The steps that texts are laid out in, and the stack of the walk that makes them.
 
 #include "expression/tree/ExpressionProgram.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A package in the system's own stream.
 
 #include <gtest/gtest.h>

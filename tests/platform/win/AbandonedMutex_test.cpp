@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What becomes of a system mutex whose holder ended.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The system's message boxes: a thread of the test finds each by its title, looks at it and presses a button.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Numbers by reference in late-bound calls: the member sees doubles, and the client's variables keep their types.
 
 #include "platform/win/ReferenceArguments.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Libraries of the system, and the handle of the module.
 
 #include "platform/win/SystemModules.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // An environment variable that a test sets.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A thread with a small stack, by way of POSIX threads.
 
 #include "support/SmallStack.h"

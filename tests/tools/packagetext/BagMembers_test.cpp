@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Members of a document in and out of a bag.
 
 #include "packagetext/BagMembers.h"

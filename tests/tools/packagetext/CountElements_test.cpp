@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The elements of a document's compounds.
 
 #include "packagetext/CountElements.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Documents as files.
 
 #include "packagetext/Document.h"

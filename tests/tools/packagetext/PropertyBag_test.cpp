@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bag and the error log that a package is handed.
 
 #include "packagetext/PropertyBag.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The words of a file that can't be replaced; that one can be is the platform's to do (platform/Files_test.cpp).
 
 #include "packagetext/ReplaceFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Lists in and out of a VARIANT.
 
 #include "packagetext/VariantArrays.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands that are advised, which a user pastes as they are.
 
 #include "Advice.h"

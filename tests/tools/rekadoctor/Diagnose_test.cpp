@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // One thing is wrong at a time, and the words that tell it.
 
 #include "Diagnose.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is read of the computer, and where.
 
 #include "Examine.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A computer of texts: registry, files and what loading and creating give are what a test puts in.
 
 #pragma once

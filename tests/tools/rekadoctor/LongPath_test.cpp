@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The form of paths that have 260 characters and more.
 
 #include "LongPath.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The headers of module files, whole and broken.
 
 #include "ModuleKind.h"

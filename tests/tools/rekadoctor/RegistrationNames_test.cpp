@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The identifiers that rekadoctor looks for are the component's.
 
 #include "RegistrationNames.h"

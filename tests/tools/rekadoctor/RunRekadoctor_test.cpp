@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The report as a user reads it, and the exit status.
 
 #include "RunRekadoctor.h"

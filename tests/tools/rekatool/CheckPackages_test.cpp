@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What is found in packages: each fault and each warning, one at a time, and nothing in a good one.
 
 #include "CheckPackages.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Every file comes back byte for byte from its readable form.
 
 #include "PackageFile.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What a person may write wrong in the readable form, and what is said to it.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Texts of the readable form as a person or a merge leaves them.
 
 #include "ParseReadable.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Blocks that hold whatever the layout allows, for the tests of rekatool.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The commands as a user sees them, on files in memory.
 
 #include "RunRekatool.h"

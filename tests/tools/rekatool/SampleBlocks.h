@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Stored blocks for the tests of rekatool, written by hand.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Registry, files and modules of this Windows. A half of the registry is chosen by the access flags, so that a program
 // of either width reads both.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Asks this Windows.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // rekadoctor's start: the wide command line becomes UTF-8, and the console shows UTF-8 until the end.
 
 #include <windows.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Does what a simulator does: asks the component system for the class of the manager's name, has it create the manager
 // in this process, and asks that for its packages.
 

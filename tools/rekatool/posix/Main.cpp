@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // rekatool where the command line is UTF-8 already.
 
 #include <iostream>

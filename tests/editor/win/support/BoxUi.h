@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's questions to its user with real message boxes; every other dialog is answered as the test has said.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The controls of a dialog are found by walking along its windows, as a person would by looking, and not by the numbers
 // in the template: what was forgotten there is missing here, and what nobody expected shows. The rules for all dialogs,
 // that nothing is cut off or covers something else, are checked on the way.

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // What stands in a dialog: each control with its number, class, label and state, and what holds for every dialog.
 
 #pragma once

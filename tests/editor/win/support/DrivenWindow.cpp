@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The controls of a dialog under test.
 
 #include "Driver.h"

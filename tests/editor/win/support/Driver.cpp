@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The bell: messages come in the order sent, posted, typed, painted, timed. A timer of the test's thread therefore
 // strikes when everything before it has been dealt with, in whatever modal loop that thread is.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Works windows as a person does, from a thread of its own, while the test's thread is inside the call that shows them:
 // real keys and real mouse clicks, and every wait with a limit.
 

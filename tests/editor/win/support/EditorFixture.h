@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The editor's windows over files in memory, with a definition that passes every check.
 
 #pragma once

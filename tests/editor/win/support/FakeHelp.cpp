@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // A control library of HTML Help that only notes how it was called.
 
 #include <windows.h>

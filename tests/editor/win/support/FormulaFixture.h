@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The expression editor as the tests drive and read it.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Icons are drawn on white and compared dot by dot: handles tell nothing, since each loading gives another one. That
 // the module's icons differ from each other is expected too, or the comparison would prove nothing.
 

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Icons told by what they look like: each loading gives another handle.
 
 #pragma once

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // Pictures of what is on the screen, kept beside the tests' other results for people to look at.
 
 #include <cstdio>

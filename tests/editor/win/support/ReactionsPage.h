@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactions page of an open edit shell.
 
 #pragma once

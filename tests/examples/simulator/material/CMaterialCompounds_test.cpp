@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The compounds of the material.
 
 #include <gtest/gtest.h>

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material by version 1.0 of the thermo interfaces.
 
 #include <gtest/gtest.h>

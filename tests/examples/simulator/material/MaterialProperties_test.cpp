@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The properties of the two models, worked out by hand.
 
 #include "material/MaterialProperties.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The material of a document.
 
 #include "material/ReadMaterial.h"

@@ -1,3 +1,4 @@
+// SPDX-License-Identifier: MIT
 // The reactors of rekasim against closed forms and balances made by hand.
 
 #include <gtest/gtest.h>
