@@ -28,6 +28,8 @@ public:
     std::uint64_t LastWriteTime(const std::u16string&) override { return 1; }
     bool CreateFolder(const std::u16string&) override { return true; }
     bool Copy(const std::u16string&, const std::u16string&) override { return false; }
+    bool CopyNew(const std::u16string&, const std::u16string&) override { return false; }
+    bool IsAbsent(const std::u16string& path) override { return !Exists(path); }
     bool Rename(const std::u16string& from, const std::u16string& to) override;
     bool Delete(const std::u16string& path) override;
     bool Replace(const std::u16string&, const void*, std::size_t) override { return false; }

@@ -54,12 +54,20 @@ std::int32_t CTemplateManager::Selection() const {
     return static_cast<std::size_t>(selection) < names.size() ? selection : -1;
 }
 
+// Nobody is to work for nothing.
+bool CTemplateManager::CanStore() {
+    std::u16string text;
+    if (source.Store().CanStore(text)) return true;
+    ui.ShowError(text);
+    return false;
+}
+
 bool CTemplateManager::Create() {
     TemplateStore& store = source.Store();
     auto created = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
     store.templateUnderEdit = nullptr;
     store.LoadTemplates();
-    if (!ui.EditTemplate(*created, source)) return false;
+    if (!CanStore() || !ui.EditTemplate(*created, source)) return false;
     store.templates.push_back(std::move(created));
     FillList();
     store.StoreTemplates();
@@ -74,6 +82,7 @@ bool CTemplateManager::Edit() {
     auto copy = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
     copy->CopyFrom(*original);
     store.LoadTemplates();
+    if (!CanStore()) return false;
     {
         CTemplatesUnderEdit others(source, index);
         others.Store();

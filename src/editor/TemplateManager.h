@@ -41,6 +41,8 @@ public:
 
 private:
     void FillList();
+    /// Whether what is edited can be stored; false after the user has been told that it can't.
+    bool CanStore();
 
     ITemplateSource& source;
     IEditorUi& ui;

@@ -73,7 +73,8 @@ void TemplateStore::GetConfigFilePath(std::u16string& path, bool reconcile) {
     if (!reconcile) return;
     const std::u16string systemFile = SystemDataFolder() + configFileName;
     if (!Files().Exists(path)) {
-        Files().Copy(systemFile, path);  // without a system file there is none for the user either
+        // Without a system file there is none for the user either. A file that only couldn't be seen stays.
+        Files().CopyNew(systemFile, path);
         return;
     }
     const std::uint64_t userTime = Files().LastWriteTime(path);

@@ -15,7 +15,7 @@
 // So a damaged file is kept for repair by hand, and between the deletion and the renaming a whole temporary file lies
 // on the disk. A template that can't be stored, or a file that can't be brought to the disk, leaves the old file where
 // it is. A write that fails doesn't: the user is told, what was written takes the file's place, and the next load sets
-// that aside.
+// that aside. A file that a load couldn't open, or couldn't set aside, isn't in the list: nothing is stored over it.
 
 #include "manager/TemplateStore.h"
 
@@ -111,8 +111,9 @@ UserMessage DamagedFileMessage(const std::u16string& text) {
     return {text, u"REKA:", messagestyle::ok | messagestyle::iconError, MessageOwner::None};
 }
 
-/// Keeps a file that couldn't be read for repair by hand; the next load begins with the system's again.
-void Recover(const std::u16string& userFile, const std::u16string& errorText) {
+/// Keeps a file that couldn't be read for repair by hand; the next load begins with the system's again. False if it
+/// still stands where it was.
+bool Recover(const std::u16string& userFile, const std::u16string& errorText) {
     const std::u16string start = u"There was an error reading the reaction package templates in " + userFile + u": ";
     const std::u16string backup = BackupName(userFile, 0);
     // Made beforehand: where the file went must be told even if there is no memory left by then.
@@ -120,17 +121,23 @@ void Recover(const std::u16string& userFile, const std::u16string& errorText) {
     std::u16string failed;
     if (SetAside(userFile, backup, failed)) {
         UserMessages().Show(setAside);
-        return;
+        return true;
     }
     const std::u16string reason = Files().LastErrorText();
     UserMessages().Show(DamagedFileMessage(start + reason + u".\r\nFailed rename " + failed + u"; " + userFile +
                                            u" was not removed.\r\n"));
+    return false;
 }
 
 // Writing
 
 void TellNotStored(const std::u16string& text) {
     UserMessages().Show({text, u"Error:", messagestyle::ok | messagestyle::iconError, MessageOwner::ActiveWindow});
+}
+
+std::u16string NotOpenedText(const std::u16string& file) {
+    return u"Failed to open reaction package template file " + file +
+           u" for writing. The current state of the reaction package templates cannot be stored.";
 }
 
 bool WriteWord(IFile& file, std::size_t word) {
@@ -170,24 +177,24 @@ void MoveIntoPlace(const std::u16string& temporaryFile, const std::u16string& us
 
 }  // namespace
 
-TemplateStore::TemplateList TemplateStore::ReadTemplates(const std::u16string& path) const {
-    TemplateList read;
+TemplateStore::LoadedTemplates TemplateStore::ReadTemplates(const std::u16string& path) const {
+    LoadedTemplates read;
     std::u16string errorText;
     bool isWhole = false;
     {
         const std::unique_ptr<IFile> file = Files().OpenForReading(path);
-        if (!file) return {};  // a user without templates
+        if (!file) return {{}, !Files().IsAbsent(path)};
         const CComRef<IDispatch> context = simulationContext;
-        isWhole = ReadFile(*file, context.Get(), read, errorText);
+        isWhole = ReadFile(*file, context.Get(), read.list, errorText);
     }
     if (isWhole) return read;
-    read.clear();  // before the user is told
-    Recover(path, errorText);
-    return {};
+    read.list.clear();  // before the user is told
+    read.isUnread = !Recover(path, errorText);
+    return read;
 }
 
 void TemplateStore::DiscardTemplates() noexcept {
-    TemplateList discarded;
+    std::vector<std::unique_ptr<ReactionPackDefinition>> discarded;
     discarded.swap(templates);
 }
 
@@ -196,23 +203,37 @@ void TemplateStore::LoadTemplates() noexcept {
         DiscardTemplates();
         std::u16string path;
         GetConfigFilePath(path, true);
-        TemplateList read = ReadTemplates(path);
-        templates.swap(read);  // at the end: a message box may have let the host call in meanwhile
+        LoadedTemplates read = ReadTemplates(path);
+        isUnread = read.isUnread;  // at the end: a message box may have let the host call in meanwhile
+        templates.swap(read.list);
     } catch (const std::exception&) {
         DiscardTemplates();
+        isUnread = true;
         UserMessages().Show(notLoadedForMemory);
     }
 }
 
+bool TemplateStore::CanStore(std::u16string& text) const {
+    if (!isUnread) return true;
+    std::u16string userFile;
+    GetConfigFilePath(userFile, false);
+    if (Files().IsAbsent(userFile)) return true;
+    text = NotOpenedText(userFile);
+    return false;
+}
+
 void TemplateStore::StoreTemplates() noexcept {
     try {
+        if (std::u16string text; !CanStore(text)) {
+            TellNotStored(text);
+            return;
+        }
         std::u16string userFile;
         GetConfigFilePath(userFile, false);
         const std::u16string temporaryFile = userFile + u".tmp";
         std::unique_ptr<IFile> file = Files().OpenForWriting(temporaryFile);
         if (!file) {
-            TellNotStored(u"Failed to open reaction package template file " + temporaryFile +
-                          u" for writing. The current state of the reaction package templates cannot be stored.");
+            TellNotStored(NotOpenedText(temporaryFile));
             return;
         }
         std::u16string errorText;

@@ -35,9 +35,17 @@ public:
 
     /// Reads the list afresh from the user's file. A file that can't be read whole gives an empty list: it is kept
     /// under the name of a backup, and the user is told. Pointers into the list are good until the next call.
+    ///
+    /// The list is empty as well where the file stands but couldn't be opened, couldn't be given the name of a backup,
+    /// or where memory ran out. It says nothing of the file then, which nothing may replace: see `CanStore`.
     void LoadTemplates() noexcept;
 
-    /// Writes the list to the user's file: to a temporary file first, which then takes its place.
+    /// False, with the words for the user in `text`, after a load that has left a file unread which still stands: what
+    /// the list has got since then doesn't hold what the file holds. May throw std::bad_alloc.
+    bool CanStore(std::u16string& text) const;
+
+    /// Writes the list to the user's file: to a temporary file first, which then takes its place. Where the list can't
+    /// be stored the user is told, and nothing is written.
     ///
     /// Where writing fails half-way the user is told that nothing could be stored, and the partial file takes the place
     /// of the old one all the same; the next load sets it aside as damaged. That loses what the old file held. Want of
@@ -49,8 +57,14 @@ public:
     CComRef<IDispatch> simulationContext;                            // given to every definition made from now on
 
 private:
-    using TemplateList = std::vector<std::unique_ptr<ReactionPackDefinition>>;
-    TemplateList ReadTemplates(const std::u16string& path) const;
+    /// What a load has found. `isUnread` tells of a file that stands as it was and isn't in the list.
+    struct LoadedTemplates {
+        std::vector<std::unique_ptr<ReactionPackDefinition>> list;
+        bool isUnread = false;
+    };
+    LoadedTemplates ReadTemplates(const std::u16string& path) const;
+
+    bool isUnread = false;  // by the last load
 };
 
 }  // namespace reka

@@ -36,13 +36,18 @@ public:
     /// An empty file in place of what is there; null if that fails.
     virtual std::unique_ptr<IFile> OpenForWriting(const std::u16string& path) = 0;
 
+    /// False for a file that isn't there, and where the system can't tell.
     virtual bool Exists(const std::u16string& path) = 0;
+    /// True if the system knows that nothing is there. Takes no memory.
+    virtual bool IsAbsent(const std::u16string& path) = 0;
     /// Time of the last write in units of 100 ns, of use for comparison alone; 0 for a file that can't be opened.
     virtual std::uint64_t LastWriteTime(const std::u16string& path) = 0;
     virtual bool CreateFolder(const std::u16string& path) = 0;
     /// Replaces `to`; it gets the last-write time of `from`. A copy that fails leaves `to` as it was if `from` can't be
     /// read, and otherwise no file rather than part of one.
     virtual bool Copy(const std::u16string& from, const std::u16string& to) = 0;
+    /// The same, but fails if `to` is there already.
+    virtual bool CopyNew(const std::u16string& from, const std::u16string& to) = 0;
     /// Fails if `to` is there already.
     virtual bool Rename(const std::u16string& from, const std::u16string& to) = 0;
     virtual bool Delete(const std::u16string& path) = 0;

@@ -61,6 +61,28 @@ TEST_F(TemplateManager, HasButtonsForASelectionAlone) {
     EXPECT_EQ(files.operations, Lines{});
 }
 
+/// Nobody works on what can't be stored.
+TEST_F(TemplateManager, OpensNoShellWhereTheFileCouldNotBeRead) {
+    Open({u"A", u"B"});
+    const auto mine = files.entries[userFile].bytes;
+    WillName(u"new");
+    for (const bool isNew : {true, false}) {
+        dialog->Select(1);
+        ui.asked.clear();
+        files.operations.clear();
+        files.failAt = 7;
+        EXPECT_FALSE(isNew ? dialog->Create() : dialog->Edit());
+        files.failAt = 0;
+        ASSERT_EQ(files.operations.at(6), Line("open to read", userFile));
+        EXPECT_EQ(ui.asked,
+                  Lines{"message|Error:|Failed to open reaction package template file " + Utf8FromUtf16(userFile) +
+                        " for writing. The current state of the reaction package templates cannot be "
+                        "stored.|16"});
+        EXPECT_EQ(files.entries[userFile].bytes, mine);
+        source.Store().LoadTemplates();
+    }
+}
+
 TEST_F(TemplateManager, CanDoLittleWithoutTemplates) {
     Open({});
     dialog->Select(0);

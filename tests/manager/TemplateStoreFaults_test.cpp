@@ -214,7 +214,7 @@ struct LoadFault {
 const LoadFault loadFaults[] = {
     {"user folder", LoadFault::Loaded},  // from the component's folder then
     {"folder", LoadFault::Loaded},      {"folder", LoadFault::Loaded},
-    {"exists", LoadFault::Loaded},  // taken for a new user, who gets the system's
+    {"exists", LoadFault::Loaded},  // taken for a new user, but the system's file never overwrites
     {"time", LoadFault::Loaded},    // a file without a time is the oldest, so there is a question
     {"time", LoadFault::Loaded},        {"open to read", LoadFault::Empty},
     {"read 4", LoadFault::SetAside},    {"read 4", LoadFault::SetAside},
@@ -238,7 +238,7 @@ TEST_F(StoreFixture, ReadsOrSetsAsideWhicheverOperationFails) {
         const std::string& failed = files.operations.at(static_cast<std::size_t>(fault) - 1);
         EXPECT_EQ(failed.substr(0, std::string_view(row.operation).size()), row.operation);
         EXPECT_EQ(files.openFiles, 0);
-        const bool isSystems = fault == 1 || fault == 4;
+        const bool isSystems = fault == 1;
         switch (row.outcome) {
             case LoadFault::Loaded:
                 EXPECT_EQ(Loaded(), isSystems ? (Names{u"S", u"T"}) : (Names{u"A", u"B"}));
@@ -263,6 +263,75 @@ TEST_F(StoreFixture, ReadsOrSetsAsideWhicheverOperationFails) {
     Put(systemFile, theirs, 50);
     store.LoadTemplates();
     EXPECT_EQ(files.operations.size(), std::size(loadFaults));
+}
+
+class UnreadFile : public StoreFixture {
+protected:
+    UnreadFile() { Put(userFile, mine, 100); }
+
+    /// That the store refuses to store, says so, and touches no file.
+    void ExpectNothingIsStored() {
+        files.failAt = 0;
+        files.operations.clear();
+        messages.shown.clear();
+        store.templates.push_back(MakeDefinition({u"new"}));
+        std::u16string text;
+        EXPECT_FALSE(store.CanStore(text));
+        EXPECT_EQ(text, u"Failed to open reaction package template file " + userFile +
+                            u" for writing. The current state of the reaction package templates cannot be stored.");
+        store.StoreTemplates();
+        EXPECT_EQ(messages.shown, (std::vector<UserMessage>{{text, u"Error:", 16, MessageOwner::ActiveWindow}}));
+        EXPECT_EQ(files.entries[userFile].bytes, mine);
+        EXPECT_EQ(files.entries.size(), 1U);
+    }
+
+    const std::vector<std::uint8_t> mine = FileOf({u"A", u"B"});
+};
+
+TEST_F(UnreadFile, IsNotReplacedAfterItCouldNotBeOpened) {
+    files.failAt = 7;
+    store.LoadTemplates();
+    ASSERT_EQ(files.operations.at(6), Line("open to read", userFile));
+    EXPECT_TRUE(store.templates.empty());
+    EXPECT_TRUE(messages.shown.empty());
+    ExpectNothingIsStored();
+}
+
+TEST_F(UnreadFile, IsNotReplacedWhereNobodyKnowsWhetherItIsThere) {
+    files.failAt = 7;
+    files.failCount = 2;
+    store.LoadTemplates();
+    ASSERT_EQ(files.operations.at(7), Line("absent", userFile));
+    files.failCount = 1;
+    ExpectNothingIsStored();
+}
+
+TEST_F(UnreadFile, IsNotReplacedAfterItCouldNotBeSetAside) {
+    files.entries[userFile].bytes.pop_back();
+    const auto damaged = files.entries[userFile].bytes;
+    files.failAt = 16;
+    store.LoadTemplates();
+    ASSERT_EQ(files.operations.at(15), Line("rename", userFile, backup));
+    ASSERT_EQ(messages.shown.size(), 1U);
+    files.failAt = 0;
+    store.StoreTemplates();
+    ASSERT_EQ(messages.shown.size(), 2U);
+    EXPECT_EQ(files.entries[userFile].bytes, damaged);
+}
+
+TEST_F(UnreadFile, IsForgottenOnceItIsGoneOrRead) {
+    files.failAt = 7;
+    store.LoadTemplates();
+    files.failAt = 0;
+    files.entries.clear();
+    store.templates.push_back(MakeDefinition({u"new"}));
+    store.StoreTemplates();
+    EXPECT_TRUE(messages.shown.empty());
+    EXPECT_TRUE(files.entries.contains(userFile));
+    store.LoadTemplates();
+    std::u16string text;
+    EXPECT_TRUE(store.CanStore(text));
+    EXPECT_EQ(store.templates.size(), 1U);
 }
 
 TEST_F(StoreFixture, TellsWhatItCouldNotRename) {
@@ -324,8 +393,8 @@ TEST_F(StoreFixture, HasNoTemplatesIfAFirstCopyFails) {
     Put(systemFile, FileOf({u"S"}), 50);
     files.failAt = 5;
     store.LoadTemplates();
-    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy", systemFile, userFile),
-                                                     Line("open to read", userFile)}));
+    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy new", systemFile, userFile),
+                                                     Line("open to read", userFile), Line("absent", userFile)}));
     EXPECT_TRUE(store.templates.empty());
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_FALSE(files.entries.contains(userFile));
@@ -348,7 +417,7 @@ const ReplacementFault replacementFaults[] = {
     {"user folder", 0, u"theirs", u"older", nullptr},  // both files are the system's then
     {"folder", 2, u"theirs", u"older", u"mine"},
     {"folder", 2, u"theirs", u"older", u"mine"},
-    {"exists", 0, u"theirs", u"older", nullptr},  // taken for a new user: what was there is overwritten
+    {"exists", 0, u"mine", u"older", nullptr},  // taken for a new user, and what is there stays
     {"time", 2, u"theirs", u"older", u"mine"},
     {"time", 0, u"mine", u"older", nullptr},      // a system file without a time is the oldest
     {"exists", 2, u"theirs", u"mine", nullptr},   // the older backup is taken for gone, and overwritten

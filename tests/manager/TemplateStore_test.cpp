@@ -48,7 +48,7 @@ TEST_F(StoreFixture, CopiesTheSystemsFileForANewUser) {
     EXPECT_EQ(Loaded(), (Names{u"A", u"B"}));
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(files.entries[userFile].bytes, files.entries[systemFile].bytes);
-    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy", systemFile, userFile),
+    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy new", systemFile, userFile),
                                                      Line("open to read", userFile), "read 4", "read 4", "read 36",
                                                      "read 4", "read 36", "close"}));
     files.operations.clear();
@@ -114,7 +114,7 @@ TEST_F(StoreFixture, KeepsABackupOfAFileThatIsReplaced) {
     EXPECT_EQ(files.operations,
               Join(FolderLines(), {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
                                    "box Newer REKA configuration:", Line("exists", backup + u"1"),
-                                   Line("copy", userFile, backup + u"1"), Line("copy", systemFile, userFile),
+                                   Line("copy", userFile, backup + u"1"), Line("copy new", systemFile, userFile),
                                    "box REKA Configuration:", Line("open to read", userFile), "read 4", "read 4",
                                    "read 46", "close"}));
     store.LoadTemplates();  // both are of the same time now

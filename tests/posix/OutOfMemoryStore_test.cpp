@@ -8,6 +8,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <memory>
 #include <random>
 
 #include "manager/TemplateStore.h"
@@ -143,6 +144,25 @@ TEST_F(TemplatesOutOfMemory, AreReadOrSetAside) {
                       messages.count == 1 && messages.text.find(u"has been renamed") != std::u16string::npos);
         });
     EXPECT_GT(setAside, 0);
+}
+
+TEST_F(TemplatesOutOfMemory, AreNotReplacedByAListThatCouldNotBeRead) {
+    const std::string old = Stored({u"A", u"B"});
+    std::unique_ptr<TemplateStore> store;
+    ForEachAllocation(
+        [&] {
+            Write(old);
+            store = std::make_unique<TemplateStore>();
+        },
+        [&] { store->LoadTemplates(); },
+        [&](bool isFailed) {
+            std::u16string text;
+            const bool stands = fs::exists(userFile);  // otherwise it was set aside, and the list is all there is
+            EXPECT_EQ(store->CanStore(text), !isFailed || !stands);
+            if (!stands) return;
+            store->StoreTemplates();
+            EXPECT_EQ(Read(userFile), old);
+        });
 }
 
 TEST_F(TemplatesOutOfMemory, LoseNoDamagedFile) {

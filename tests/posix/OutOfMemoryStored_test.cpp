@@ -48,6 +48,8 @@ public:
     std::uint64_t LastWriteTime(const std::u16string&) override { return 1; }
     bool CreateFolder(const std::u16string&) override { return true; }
     bool Copy(const std::u16string&, const std::u16string&) override { return true; }
+    bool CopyNew(const std::u16string&, const std::u16string&) override { return true; }
+    bool IsAbsent(const std::u16string&) override { return false; }
     bool Rename(const std::u16string&, const std::u16string&) override { return true; }
     bool Delete(const std::u16string&) override { return true; }
     bool Replace(const std::u16string&, const void*, std::size_t) override { return true; }

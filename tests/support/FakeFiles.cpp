@@ -80,6 +80,10 @@ bool CFakeFiles::Exists(const std::u16string& path) {
     return !Record("exists " + Utf8FromUtf16(path)) && entries.contains(path);
 }
 
+bool CFakeFiles::IsAbsent(const std::u16string& path) {
+    return !Record("absent " + Utf8FromUtf16(path)) && !entries.contains(path);
+}
+
 std::uint64_t CFakeFiles::LastWriteTime(const std::u16string& path) {
     if (Record("time " + Utf8FromUtf16(path)) || !entries.contains(path)) return 0;
     return entries[path].time;
@@ -92,6 +96,13 @@ bool CFakeFiles::CreateFolder(const std::u16string& path) {
 bool CFakeFiles::Copy(const std::u16string& from, const std::u16string& to) {
     if (Record("copy " + Utf8FromUtf16(from) + " -> " + Utf8FromUtf16(to)) || !entries.contains(from)) return false;
     if (from != to) entries[to] = entries[from];
+    return true;
+}
+
+bool CFakeFiles::CopyNew(const std::u16string& from, const std::u16string& to) {
+    if (Record("copy new " + Utf8FromUtf16(from) + " -> " + Utf8FromUtf16(to))) return false;
+    if (!entries.contains(from) || entries.contains(to)) return false;
+    entries[to] = entries[from];
     return true;
 }
 

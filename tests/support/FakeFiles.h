@@ -25,9 +25,11 @@ public:
     std::unique_ptr<IFile> OpenForReading(const std::u16string& path) override;
     std::unique_ptr<IFile> OpenForWriting(const std::u16string& path) override;
     bool Exists(const std::u16string& path) override;
+    bool IsAbsent(const std::u16string& path) override;
     std::uint64_t LastWriteTime(const std::u16string& path) override;
     bool CreateFolder(const std::u16string& path) override;
     bool Copy(const std::u16string& from, const std::u16string& to) override;
+    bool CopyNew(const std::u16string& from, const std::u16string& to) override;
     bool Rename(const std::u16string& from, const std::u16string& to) override;
     bool Delete(const std::u16string& path) override;
     bool Replace(const std::u16string& path, const void* data, std::size_t size) override;

@@ -114,11 +114,11 @@ ssize_t ReadPart(const CDescriptor& source, char* buffer, std::size_t size) {
 }
 
 /// Copies into the file at `to`, which isn't touched before the source has shown that it can be read.
-bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const std::u16string& to) {
+bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const std::u16string& to, int flags) {
     char buffer[65536];
     ssize_t part = ReadPart(source, buffer, sizeof buffer);
     if (part < 0) return false;
-    const CDescriptor target = Open(to, O_WRONLY | O_CREAT | O_TRUNC);
+    const CDescriptor target = Open(to, O_WRONLY | O_CREAT | flags);
     struct stat made;
     if (!target.IsOpen() || fstat(target.Number(), &made) != 0) return false;
     while (part > 0 && target.Write(buffer, static_cast<std::size_t>(part))) {
@@ -185,6 +185,24 @@ std::string FollowLinks(const char* path) {
     return realpath(path, resolved) ? resolved : path;
 }
 
+/// `flags` say what becomes of a file that is there: O_TRUNC or O_EXCL.
+bool CopyFile(const std::u16string& from, const std::u16string& to, int flags) {
+    const CDescriptor source = Open(from, O_RDONLY | O_NONBLOCK);  // a pipe would wait for its other end
+    struct stat found;
+    if (!source.IsOpen() || fstat(source.Number(), &found) != 0) return false;
+    if (!S_ISREG(found.st_mode)) {
+        errno = S_ISDIR(found.st_mode) ? EISDIR : EINVAL;
+        return false;
+    }
+    struct stat existing;
+    if (stat(CNativePath(to).Get(), &existing) == 0 && existing.st_dev == found.st_dev &&
+        existing.st_ino == found.st_ino) {
+        errno = EEXIST;  // the same file, which opening for writing would empty
+        return false;
+    }
+    return CopyBytes(source, found, to, flags);
+}
+
 /// Makes the folder and those above it. The path has no separator at its end.
 bool MakeFolders(const std::string& path) {
     for (std::size_t end = path.find('/', 1); end != std::string::npos; end = path.find('/', end + 1)) {
@@ -226,6 +244,10 @@ public:
 
     bool Exists(const std::u16string& path) override { return access(CNativePath(path).Get(), F_OK) == 0; }
 
+    bool IsAbsent(const std::u16string& path) override {
+        return access(CNativePath(path).Get(), F_OK) != 0 && (errno == ENOENT || errno == ENOTDIR);
+    }
+
     std::uint64_t LastWriteTime(const std::u16string& path) override {
         struct stat found;
         if (stat(CNativePath(path).Get(), &found) != 0) return 0;
@@ -235,22 +257,9 @@ public:
 
     bool CreateFolder(const std::u16string& path) override { return mkdir(CNativePath(path).Get(), 0777) == 0; }
 
-    bool Copy(const std::u16string& from, const std::u16string& to) override {
-        const CDescriptor source = Open(from, O_RDONLY | O_NONBLOCK);  // a pipe would wait for its other end
-        struct stat found;
-        if (!source.IsOpen() || fstat(source.Number(), &found) != 0) return false;
-        if (!S_ISREG(found.st_mode)) {
-            errno = S_ISDIR(found.st_mode) ? EISDIR : EINVAL;
-            return false;
-        }
-        struct stat existing;
-        if (stat(CNativePath(to).Get(), &existing) == 0 && existing.st_dev == found.st_dev &&
-            existing.st_ino == found.st_ino) {
-            errno = EEXIST;  // the same file, which opening for writing would empty
-            return false;
-        }
-        return CopyBytes(source, found, to);
-    }
+    bool Copy(const std::u16string& from, const std::u16string& to) override { return CopyFile(from, to, O_TRUNC); }
+
+    bool CopyNew(const std::u16string& from, const std::u16string& to) override { return CopyFile(from, to, O_EXCL); }
 
     bool Rename(const std::u16string& from, const std::u16string& to) override {
         const CNativePath source(from);

@@ -147,6 +147,12 @@ public:
         return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
     }
 
+    bool IsAbsent(const std::u16string& path) override {
+        if (Exists(path)) return false;
+        const DWORD error = GetLastError();
+        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+    }
+
     std::uint64_t LastWriteTime(const std::u16string& path) override {
         const CFileHandle file(CreateFileW(Wide(path), FILE_READ_ATTRIBUTES, sharing, nullptr, OPEN_EXISTING,
                                            FILE_ATTRIBUTE_NORMAL, nullptr));
@@ -159,6 +165,10 @@ public:
 
     bool Copy(const std::u16string& from, const std::u16string& to) override {
         return CopyFileW(Wide(from), Wide(to), FALSE) != 0;
+    }
+
+    bool CopyNew(const std::u16string& from, const std::u16string& to) override {
+        return CopyFileW(Wide(from), Wide(to), TRUE) != 0;
     }
 
     bool Rename(const std::u16string& from, const std::u16string& to) override {
