@@ -105,8 +105,7 @@ public:
           materialCompounds(compounds),
           compoundMap(map),
           materialCompoundFree(compounds.identifiers.size(), 1),
-          resolved(packageDefinition.compounds.size()),
-          isResolved(packageDefinition.compounds.size(), false) {
+          resolved(packageDefinition.compounds.size()) {
         casIndex.Make(compounds.casNumbers.size(), [&](std::size_t j) { return compounds.casNumbers[j].Get(); });
         nameIndex.Make(compounds.identifiers.size(), [&](std::size_t j) { return compounds.identifiers[j].Get(); });
     }
@@ -117,7 +116,7 @@ public:
             if (!ResolveByCasNumber(i, errorText)) return false;
         }
         for (std::size_t i = 0; i < resolved.size(); ++i) {
-            if (!isResolved[i] && !ResolveByName(i, errorText)) return false;
+            if (resolved[i].IsAbsent() && !ResolveByName(i, errorText)) return false;
         }
         return true;
     }
@@ -125,7 +124,7 @@ public:
     /// The first compound without a counterpart, or `none`.
     std::size_t FirstUnresolved() const {
         for (std::size_t i = 0; i < resolved.size(); ++i) {
-            if (!isResolved[i]) return i;
+            if (resolved[i].IsAbsent()) return i;
         }
         return none;
     }
@@ -190,7 +189,6 @@ private:
 
     void Take(std::size_t compound, std::size_t position) {
         resolved[compound] = std::move(materialCompounds.identifiers[position]);  // absent in the list from now on
-        isResolved[compound] = true;
         compoundMap[compound] = static_cast<std::int32_t>(position);
         materialCompoundFree[position] = 0;
     }
@@ -201,8 +199,7 @@ private:
     CTextIndex nameIndex;  // and whose texts stay, with their new owner
     std::vector<std::int32_t>& compoundMap;
     std::vector<std::int32_t> materialCompoundFree;
-    std::vector<CBstr> resolved;
-    std::vector<bool> isResolved;
+    std::vector<CBstr> resolved;  // a counterpart without an identifier is none
 };
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <random>
 #include <utility>
 
+#include "capeopen/ArrayHelpers.h"
 #include "platform/SameText.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
@@ -373,6 +374,21 @@ std::u16string_view ViewOf(const char16_t* text) {
     return text ? text : u"";
 }
 
+/// An identifier in quotes; nothing for an absent one, which is none.
+std::string Quoted(const char16_t* identifier) {
+    return identifier ? "'" + Utf8FromUtf16(identifier) + "'" : "";
+}
+
+/// A list of strings, of which one may be null and another empty.
+CVariant ListOf(const std::vector<const char16_t*>& texts) {
+    CVariant list;
+    CreateListVariant(list.Get(), texts.size(), VT_BSTR, [&](SAFEARRAY& array, LONG index) {
+        const char16_t* const text = texts[static_cast<std::size_t>(index)];
+        return PutString(array, index, (text ? CBstr::Make(text) : CBstr()).Get());
+    });
+    return list;
+}
+
 /// The binding as it is defined: two passes of two loops each. The text of the failure, or the identifiers.
 std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<const char16_t*> identifiers,
                         const std::vector<const char16_t*>& casNumbers) {
@@ -391,7 +407,7 @@ std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<co
                    Utf8FromUtf16(ViewOf(identifiers[j])) +
                    " is present more than once; unable to determine which compound is which";
         }
-        resolved[i] = "'" + Utf8FromUtf16(ViewOf(std::exchange(identifiers[j], nullptr))) + "'";
+        resolved[i] = Quoted(std::exchange(identifiers[j], nullptr));
         isFree[j] = false;
     }
     for (std::size_t i = 0; i < resolved.size(); ++i) {
@@ -404,7 +420,7 @@ std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<co
             return "compound ID " + Utf8FromUtf16(ViewOf(identifiers[k])) +
                    " is present more than once; unable to determine which compound is which";
         }
-        resolved[i] = "'" + Utf8FromUtf16(ViewOf(std::exchange(identifiers[j], nullptr))) + "'";
+        resolved[i] = Quoted(std::exchange(identifiers[j], nullptr));
         isFree[j] = false;
     }
     std::string ids;
@@ -417,8 +433,21 @@ std::string BindByLoops(const ReactionPackDefinition& definition, std::vector<co
     return ids;
 }
 
+/// What the material has no name for can't be asked of it.
+TEST_F(MaterialBinding, FindsNoCompoundWithoutAnIdentifier) {
+    CFakeMaterial& material = NewMaterial({u"Ethanol", u"Water", u"Argon"});
+    material.componentIds = ListOf({nullptr, u"Water", u"Argon"});
+    material.SetCasNumber(0, u"64-17-5");
+    EXPECT_EQ(package->SetMaterial(material.Dispatch()), ECapeUnknownHR);
+    EXPECT_EQ(ErrorOf(package.Unknown()).description, "unable to resolve reaction compound Ethanol");
+    EXPECT_EQ(material.references.Held(), 0);
+    material.componentIds = ListOf({u"", u"Water", u"Argon"});
+    EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);  // an empty one is one
+    EXPECT_EQ(Ids(), "'''Water''Argon'");
+}
+
 TEST_F(MaterialBinding, FindsWhatLoopsOverBothListsFind) {
-    const char16_t* const words[] = {u"", u"Aa", u"aA", u"Bb", u"bb", u"Cc", u"Dd", u"Ee", u"Ff"};
+    const char16_t* const words[] = {nullptr, u"", u"Aa", u"aA", u"Bb", u"bb", u"Cc", u"Dd", u"Ee", u"Ff"};
     std::mt19937 random(29);
     const auto word = [&] { return words[random() % std::size(words)]; };
     int boundCount = 0;
@@ -426,22 +455,21 @@ TEST_F(MaterialBinding, FindsWhatLoopsOverBothListsFind) {
         definition = MakePackage({});
         for (std::size_t i = 1 + random() % 3; i > 0; --i) {
             auto compound = std::make_unique<CompoundDefinition>();
-            compound->name = CBstr::Make(word());
-            if (random() % 2) compound->casNumber = CBstr::Make(word());
+            compound->name = CBstr::Make(ViewOf(word()));
+            if (random() % 2) compound->casNumber = CBstr::Make(ViewOf(word()));
             definition->compounds.push_back(std::move(compound));
         }
         std::vector<const char16_t*> identifiers(1 + random() % 5);
         std::vector<const char16_t*> casNumbers(identifiers.size());
-        std::vector<std::u16string> texts;
         CFakeMaterial& material = NewMaterial({});
         material.casAnswers.resize(identifiers.size());
         for (std::size_t j = 0; j < identifiers.size(); ++j) {
-            texts.emplace_back(identifiers[j] = word());
+            identifiers[j] = word();
             if (random() % 3 == 0) continue;
             casNumbers[j] = word();
-            material.SetCasNumber(j, casNumbers[j]);
+            if (casNumbers[j]) material.SetCasNumber(j, casNumbers[j]);
         }
-        material.componentIds = StringArray(texts, 0);
+        material.componentIds = ListOf(identifiers);
         Assign();
         const std::string expected = BindByLoops(*definition, identifiers, casNumbers);
         const bool isBound = package->SetMaterial(material.Dispatch()) == S_OK;
