@@ -98,10 +98,10 @@ CMuFormula::CMuFormula(std::u16string_view text, ReactionPackDefinition& definit
     parser.DefineVar("T", &definition.temperature);
     parser.DefineVar("P", &definition.pressure);
     parser.DefineVar("R", &gasConstant);
-    const std::pair<char, double*> arrays[] = {{'A', definition.activity.get()},
-                                               {'C', definition.molarity.get()},
-                                               {'F', definition.fugacity.get()},
-                                               {'X', definition.moleFraction.get()}};
+    const std::pair<char, double*> arrays[] = {{'A', definition.activity.Get()},
+                                               {'C', definition.molarity.Get()},
+                                               {'F', definition.fugacity.Get()},
+                                               {'X', definition.moleFraction.Get()}};
     for (const auto& [letter, values] : arrays) {
         for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
             parser.DefineVar(letter + ("_" + std::to_string(i)), values + i);

@@ -35,7 +35,7 @@ bool Native1(double& result, const ReactionPackDefinition& definition, std::u16s
 }
 
 bool Native2(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
-    const double* c = definition.molarity.get();
+    const double* c = definition.molarity.Get();
     const double RT = R * definition.temperature;
     double forward;
     double backward;
@@ -59,13 +59,13 @@ bool Native3(double& result, const ReactionPackDefinition& definition, std::u16s
 }
 
 bool Native4(double& result, const ReactionPackDefinition& definition, std::u16string&) {
-    const double* x = definition.moleFraction.get();
+    const double* x = definition.moleFraction.Get();
     result = x[0] + x[1] * definition.pressure / 101325;
     return true;
 }
 
 bool Native5(double& result, const ReactionPackDefinition& definition, std::u16string&) {
-    const double* x = definition.moleFraction.get();
+    const double* x = definition.moleFraction.Get();
     const double T = definition.temperature;
     result = 0.37 * T + 0.483 * x[1] + 0.596 * T * x[2] + x[3] + 0.822 + 0.935 * T + 1.048 * x[2] + 1.161 * T * x[3] +
              x[0] + 1.387 + 1.5 * T + 1.613 * x[3] + 1.726 * T * x[0] + x[1] + 1.952 + 2.065 * T + 2.178 * x[0] +
@@ -79,7 +79,7 @@ bool Native5(double& result, const ReactionPackDefinition& definition, std::u16s
 }
 
 bool Native6(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
-    const double* activity = definition.activity.get();
+    const double* activity = definition.activity.Get();
     const double RT = R * definition.temperature;
     if (RT == 0) return Refuse(result, errorText, u"division by zero");
     if (activity[1] < 0) return Refuse(result, errorText, u"negative base in power");

@@ -64,7 +64,7 @@ bool CopperAdsorption(double T, const double* f, double& adsorption) {
 
 bool MethanolRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double T = definition.temperature;
-    const double* f = definition.fugacity.get();
+    const double* f = definition.fugacity.Get();
     double adsorption;
     if (!CopperAdsorption(T, f, adsorption)) return DivisionByZero(result, errorText);
     const double reverse = f[3] * f[2] * 1e10 / (f[1] * f[1] * f[1] * f[0]) / std::pow(10.0, 3066 / T - 10.592);
@@ -75,7 +75,7 @@ bool MethanolRate(double& result, const ReactionPackDefinition& definition, std:
 
 bool ReverseShiftRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double T = definition.temperature;
-    const double* f = definition.fugacity.get();
+    const double* f = definition.fugacity.Get();
     double adsorption;
     if (!CopperAdsorption(T, f, adsorption) || f[0] * f[1] == 0) return DivisionByZero(result, errorText);
     const double reverse = std::pow(10.0, 2073 / T - 2.029) * f[3] * f[4] / (f[0] * f[1]);
@@ -86,7 +86,7 @@ bool ReverseShiftRate(double& result, const ReactionPackDefinition& definition, 
 bool AdsorptionRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double RT = R * definition.temperature;
     if (RT == 0) return DivisionByZero(result, errorText);
-    const double* a = definition.activity.get();
+    const double* a = definition.activity.Get();
     const double acid = 3.15 * a[0] / 60.052;
     const double alcohol = 5.64 * a[1] / 32.042;
     const double ester = 4.15 * a[2] / 74.079;
@@ -103,7 +103,7 @@ bool AdsorptionRate(double& result, const ReactionPackDefinition& definition, st
 bool EsterificationRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double RT = R * definition.temperature;
     if (RT == 0) return DivisionByZero(result, errorText);
-    const double* a = definition.activity.get();
+    const double* a = definition.activity.Get();
     result = 1000 * (2.961e4 * std::exp(-49190 / RT) * a[0] * a[1] - 1.348e6 * std::exp(-69230 / RT) * a[2] * a[3]);
     return true;
 }
@@ -128,7 +128,7 @@ constexpr double poundPerSquareInch = 6894.757293;
 
 bool DealkylationRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double T = definition.temperature;
-    const double* f = definition.fugacity.get();
+    const double* f = definition.fugacity.Get();
     if (T == 0) return DivisionByZero(result, errorText);
     if (f[1] < 0) return NegativeBase(result, errorText);
     result = perHourAndCubicFoot * 3.6858e6 * std::exp(-25616 / T) * (f[0] / poundPerSquareInch) *
@@ -138,7 +138,7 @@ bool DealkylationRate(double& result, const ReactionPackDefinition& definition, 
 
 bool DiphenylRate(double& result, const ReactionPackDefinition& definition, std::u16string& errorText) {
     const double T = definition.temperature;
-    const double* f = definition.fugacity.get();
+    const double* f = definition.fugacity.Get();
     if (T == 0) return DivisionByZero(result, errorText);
     if (f[2] < 0) return NegativeBase(result, errorText);
     const double benzene = f[2] / poundPerSquareInch;

@@ -73,15 +73,15 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
                                   static_cast<std::int32_t>(definition.compounds.size()),
                                   true,
                                   true};
-        if (!ReadMaterialProperty(fraction, phase, definition.moleFraction.get(), errorText)) return false;
+        if (!ReadMaterialProperty(fraction, phase, definition.moleFraction.Get(), errorText)) return false;
     }
     if ((dependencies & dependency::molarity) && !ReadMolarity(phase, errorText)) return false;
     if ((dependencies & dependency::activity) &&
-        !ReadPerCompound(words.activity.Get(), phase, definition.activity.get(), errorText)) {
+        !ReadPerCompound(words.activity.Get(), phase, definition.activity.Get(), errorText)) {
         return false;
     }
     return !(dependencies & dependency::fugacity) ||
-           ReadPerCompound(words.fugacity.Get(), phase, definition.fugacity.get(), errorText);
+           ReadPerCompound(words.fugacity.Get(), phase, definition.fugacity.Get(), errorText);
 }
 
 bool CMaterialReader::MakeCompoundList(std::u16string& errorText) {

@@ -56,8 +56,8 @@ std::unique_ptr<ReactionPackDefinition> MakeDefinitionOf(std::initializer_list<c
         if (name) definition->compounds.back()->name = CBstr::Make(name);
     }
     definition->AllocateWorkArrays();
-    for (double* values : {definition->molarity.get(), definition->activity.get(), definition->fugacity.get(),
-                           definition->moleFraction.get()}) {
+    for (double* values : {definition->molarity.Get(), definition->activity.Get(), definition->fugacity.Get(),
+                           definition->moleFraction.Get()}) {
         std::fill_n(values, definition->workArraySize, 0.0);
     }
     return definition;

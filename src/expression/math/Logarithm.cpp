@@ -84,7 +84,7 @@ inline Parts Split(double x) {
     exponent += static_cast<int>(bits >> mantissaBits) - 1023 + factor.exponent;
 
     // m in two halves, so that their products with the factor are without error.
-    const double m = std::bit_cast<double>(mantissa | bitsOfOne);
+    const auto m = std::bit_cast<double>(mantissa | bitsOfOne);
     const double upper = UpperDigits(m);
     return {exponent, factor, upper * factor.factor - 1.0, (m - upper) * factor.factor};
 }

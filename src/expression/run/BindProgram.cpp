@@ -21,8 +21,8 @@ bool BindProgram(CExpressionProgram& program, const WorkingValues& values, const
     if (!IsRunnable(program, values)) return false;
     // By `OperandPlace`.
     const double* const places[] = {program.Constants(),      &values.temperature,   &values.pressure,
-                                    values.molarity.get(),    values.activity.get(), values.fugacity.get(),
-                                    values.moleFraction.get()};
+                                    values.molarity.Get(),    values.activity.Get(), values.fugacity.Get(),
+                                    values.moleFraction.Get()};
     static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
     BoundWord* bound = program.BoundWords();
     std::size_t operandsToCome = 0;

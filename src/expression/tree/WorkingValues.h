@@ -13,7 +13,7 @@ namespace reka {
 /// allocates. Null without that.
 class CWorkArray {
 public:
-    double* get() const { return values; }
+    double* Get() const { return values; }
     double& operator[](std::size_t i) const { return values[i]; }
     explicit operator bool() const { return values != nullptr; }
     bool operator==(std::nullptr_t) const { return values == nullptr; }

@@ -164,8 +164,8 @@ void ExpectSameValues(const ExpressionRef& expression, ReactionPackDefinition& d
         definition.temperature = round % 3 == 0 ? pick() : 300 + RandomBelow(random, 900) / 7.0;
         definition.pressure = round % 5 == 0 ? pick() : 1e5 + RandomBelow(random, 900) / 7.0;
         for (std::size_t i = 0; i < definition.workArraySize; ++i) {
-            for (double* values : {definition.molarity.get(), definition.activity.get(), definition.fugacity.get(),
-                                   definition.moleFraction.get()}) {
+            for (double* values : {definition.molarity.Get(), definition.activity.Get(), definition.fugacity.Get(),
+                                   definition.moleFraction.Get()}) {
                 values[i] = random() % 8 == 0 ? pick() : RandomBelow(random, 1000) / 999.0;
             }
         }
