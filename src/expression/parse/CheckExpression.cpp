@@ -64,7 +64,7 @@ void FoldConstants(ExpressionNode& node) {
     }
     const double first = node.arguments[0]->value;
     const double second = node.argumentCount == 2 ? node.arguments[1]->value : 0.0;
-    node.value = RowOf(node.kind).compute(first, second);
+    node.value = ComputeOperation(node.kind, first, second);
     node.kind = NodeKind::RealConstant;
     node.arguments = nullptr;
     node.argumentCount = 0;

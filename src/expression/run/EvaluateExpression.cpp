@@ -59,12 +59,11 @@ bool ComputeNode(const ExpressionNode& node, const double* operands, const Worki
     if (operandCount == 0) return ReadLeaf(node, values, value) || FailAsUnknown(errorText);
     const double a = operands[0];
     const double b = operandCount == 2 ? operands[1] : 0.0;
-    const NodeKindRow& row = RowOf(node.kind);
-    if (const char16_t* refusal = FindRefusal(row, a, b)) {
+    if (const char16_t* refusal = FindRefusal(node.kind, a, b)) {
         errorText = refusal;
         return false;
     }
-    value = row.compute(a, b);
+    value = ComputeOperation(node.kind, a, b);
     return true;
 }
 

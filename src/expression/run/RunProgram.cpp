@@ -153,7 +153,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             CODE(DivideBySumSquare, const double sum = OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4),
                  IsPowerRefused(sum) || IsQuotientRefused(sum * sum), a / (sum * sum))
             CODE(PowerPopped, const double base = *--top, IsPowerRefused(base), RaiseTo(base, a))
-            CODE(FunctionPopped, --top, false, RowOf(step[1].kind).compute(*top, a))
+            CODE(FunctionPopped, --top, false, ComputeOperation(step[1].kind, *top, a))
             CODE(Negate, , false, -a)
             CODE(Square, , IsPowerRefused(a), a * a)
             CODE(Cube, , IsPowerRefused(a), a * a * a)
@@ -162,7 +162,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             CODE(Exponential, , false, ExpOf(a))
             CODE(Logarithm, , IsRefused<NodeKind::Log>(a, 0.0), math::Log(a))
             CODE(DecimalLogarithm, , IsRefused<NodeKind::Log10>(a, 0.0), math::Log10(a))
-            CODE(Function, const NodeKindRow& row = RowOf(step[1].kind), FindRefusal(row, a, 0.0), row.compute(a, 0.0))
+            CODE(Function, , FindRefusal(step[1].kind, a, 0.0), ComputeOperation(step[1].kind, a, 0.0))
             STEP(End) {
                 result = a;
                 return true;

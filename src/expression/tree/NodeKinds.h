@@ -186,8 +186,10 @@ constexpr bool IsRefused(double a, double b) {
 }
 
 /// Why an operator or function is refused for the operands `a` and `b`; null if it isn't.
-inline const char16_t* FindRefusal(const NodeKindRow& row, double a, double b) {
-    return row.guard.refuses && row.guard.refuses(a, b) ? row.guard.text : nullptr;
-}
+const char16_t* FindRefusal(NodeKind kind, double a, double b);
+
+/// The value of an operator or function for the operands `a` and `b`, of which a kind with one operand reads the first
+/// alone. Nothing is guarded: what the arithmetic makes of any operands is the value.
+double ComputeOperation(NodeKind kind, double a, double b);
 
 }  // namespace reka
