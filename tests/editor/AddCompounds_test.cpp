@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <limits>
 
 #include "support/Builders.h"
@@ -296,8 +295,9 @@ TEST(CompareCompounds, PutsNotANumberLast) {
     EXPECT_EQ(CompareCompounds(Compound(u"", 0.0), Compound(u"", -0.0), 4), 0);
 }
 
-/// A file of 50,000 compounds, whose names differ in their last characters alone.
-TEST_F(AddCompounds, KeepsUpWithLargeFiles) {
+/// A file of 50,000 compounds, whose names differ in their last characters alone. Work that grows faster than the file
+/// runs into the time that the test runner gives a test.
+TEST_F(AddCompounds, TakesLargeFiles) {
     constexpr std::size_t count = 50000;
     constexpr std::size_t step = 7919;  // has no factor in common with `count`
     bytes.clear();
@@ -307,26 +307,18 @@ TEST_F(AddCompounds, KeepsUpWithLargeFiles) {
                      static_cast<float>(number), std::to_string(100000 + number));
     }
     files.entries[path] = {std::move(bytes), 1};
-    const auto limit = std::chrono::seconds(4);  // with a sanitizer on a busy machine
-    const auto timed = [&](const char* what, const auto& work) {
-        const auto start = std::chrono::steady_clock::now();
-        work();
-        const auto taken = std::chrono::steady_clock::now() - start;
-        EXPECT_LT(taken, limit) << what;
-        RecordProperty(what, std::to_string(std::chrono::duration_cast<std::chrono::milliseconds>(taken).count()));
-    };
-    timed("load", [&] { EXPECT_EQ(dialog.LoadFile(), u""); });
+    EXPECT_EQ(dialog.LoadFile(), u"");
     ASSERT_EQ(dialog.Rows().size(), count);
-    timed("filter", [&] { dialog.SetFilter(u"nol-12345"); });
+    dialog.SetFilter(u"nol-12345");
     EXPECT_EQ(dialog.Rows().size(), 10U);  // 123450 to 123459
-    timed("filter of all", [&] { dialog.SetFilter(u""); });
-    for (std::size_t column = 0; column < 4; ++column) timed("sort", [&] { dialog.SortByColumn(column); });
+    dialog.SetFilter(u"");
+    for (std::size_t column = 0; column < 4; ++column) dialog.SortByColumn(column);
     EXPECT_EQ(dialog.RowTexts(0)[2], u"0");  // by molecular weight
     EXPECT_EQ(dialog.RowTexts(count - 1)[2], u"49999");
     Rows all(count);
     for (std::size_t i = 0; i < count; ++i) all[i] = i;
     AddKinetic(*definition, u"r1", u"").stoichiometry = {1.0};
-    timed("add all", [&] { EXPECT_TRUE(dialog.Accept(all)); });
+    EXPECT_TRUE(dialog.Accept(all));
     EXPECT_EQ(definition->compounds.size(), count + 1);
     EXPECT_EQ(definition->reactions[0]->stoichiometry.size(), count + 1);
 }

@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <functional>
 #include <limits>
 
@@ -245,7 +244,7 @@ TEST_F(ExpressionEditor, CountsEventsAgainAfterAFailure) {
     EXPECT_NE(Status(), "");
 }
 
-TEST_F(ExpressionEditor, IsQuickOnALongText) {
+TEST_F(ExpressionEditor, FormatsALongTextInFewRuns) {
     std::u16string sum = u"1";
     while (sum.size() < 65536) sum += u"+(C(Water)*2)";
     std::u16string deep(20000, u'(');
@@ -253,14 +252,12 @@ TEST_F(ExpressionEditor, IsQuickOnALongText) {
     for (const std::u16string& text : {sum, deep}) {
         field.text = text;
         field.selection = {0, 0};
-        const auto start = std::chrono::steady_clock::now();
         for (int i = 0; i < 10; ++i) editor.TextChanged();
         for (std::int32_t i = 0; i < 100; ++i) {
             field.selection = {i, i};
             editor.SelectionChanged();
         }
-        EXPECT_LE(field.runs.size() / 110, 5U);                                         // so many at most for one text
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));  // with a sanitizer
+        EXPECT_LE(field.runs.size() / 110, 5U);  // so many at most for one text
         field.runs.clear();
     }
     EXPECT_EQ(PartnerOf(deep, 0), 40000);
