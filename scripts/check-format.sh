@@ -5,5 +5,6 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 install_packages "${check_packages[@]}"
-git ls-files -z '*.h' '*.cpp' | xargs -0 clang-format --dry-run --Werror
-echo "The format of $(git ls-files '*.h' '*.cpp' | wc -l) files is the project's."
+mapfile -d '' files < <(find src tools examples tests bench fuzz -name '*.h' -print0 -o -name '*.cpp' -print0)
+printf '%s\0' "${files[@]}" | xargs -0 clang-format --dry-run --Werror
+echo "The format of ${#files[@]} files is the project's."

@@ -3,6 +3,8 @@
 # Runs clang-tidy, with the checks of .clang-tidy, over the sources of the product: src/, tools/ and examples/, as far as
 # they are compiled natively. A finding is a failure. FILE...: over these alone.
 set -euo pipefail
+files=()
+for file in "$@"; do files+=("$(realpath "$file")"); done
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 . scripts/install-packages.sh
 install_packages "${native_packages[@]}" "${fuzz_packages[@]}" "${check_packages[@]}"
@@ -11,11 +13,13 @@ preset=native-tidy
 mkdir -p build
 { cmake --preset "$preset" && cmake --build --preset "$preset" --target reka_grammar; } >"build/$preset.log" 2>&1 ||
     { cat "build/$preset.log"; exit 1; }
-if [ "$#" -gt 0 ]; then
-    files=("$@")
-else
-    mapfile -t files < <(sed -n "s|^ *\"file\": \"$PWD/\([^\"]*\)\".*|\1|p" "build/$preset/compile_commands.json" |
-        grep -E '^(src|tools|examples)/')
+if [ "$#" -eq 0 ]; then
+    mapfile -t files < <(sed -n 's|^ *"file": "\(.*\)".*|\1|p' "build/$preset/compile_commands.json" |
+        grep -E '/(src|tools|examples)/[^"]*\.cpp$' | grep -v "/build/$preset/")
+fi
+if [ "${#files[@]}" -eq 0 ]; then
+    echo "build/$preset/compile_commands.json names no sources." >&2
+    exit 1
 fi
 failed=0
 printf '%s\0' "${files[@]}" |

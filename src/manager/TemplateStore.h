@@ -26,7 +26,7 @@ class TemplateStore {
 public:
     /// The user's file, with its folders made if need be. With `reconcile` a user without a file gets a copy of the
     /// system's, and one whose file is older than the system's is asked whether to replace it; the file replaced is
-    /// kept as a numbered backup. May throw std::bad_alloc.
+    /// kept as a numbered backup, if that can be copied. May throw std::bad_alloc.
     static void GetConfigFilePath(std::u16string& path, bool reconcile);
 
     /// Destroys the templates. That releases the context of each, which may run code of the host and let it call in: by

@@ -71,7 +71,8 @@ void CReactionPack::PutIntoService(DefinitionHold& next) {
 }
 
 void CReactionPack::ShareContext() {
-    if (definition) definition->simulationContext = simulationContext;
+    if (!definition || definition->simulationContext.Get() == simulationContext.Get()) return;
+    definition->simulationContext = simulationContext;
 }
 
 CReactionPack::DefinitionHold CReactionPack::CopyDefinition(const ReactionPackDefinition& source) {

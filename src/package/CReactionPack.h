@@ -17,7 +17,7 @@
 namespace reka {
 
 /// One reaction package at run time: its definition, the references that the simulator set, and the interfaces over
-/// them. Each interface has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
+/// them. Each subject has its own source: CReactionPackChemistry.cpp, CReactionPackCalculation.cpp and so on. An
 /// object belongs to one apartment and takes no locks.
 ///
 /// A material or a reaction object may call back into the package while a calculation asks it. The calculation keeps

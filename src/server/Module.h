@@ -15,7 +15,7 @@ struct Module {
     GUID typeLibraryId = {};     // of the type library that is a resource of the module
     bool isPerUser = false;      // registration goes to the current user instead of the machine
     bool hasStarted = false;
-    CRITICAL_SECTION lists = {};  // held while a class factory is made and while lists change
+    CRITICAL_SECTION lists = {};  // held while a class factory is made
 };
 
 /// The one module.

@@ -274,7 +274,7 @@ protected:
         files.failAt = 0;
         files.operations.clear();
         messages.shown.clear();
-        store.templates.push_back(MakeDefinition({u"new"}));
+        store.templates.push_back(MakePackage({u"new"}));
         std::u16string text;
         EXPECT_FALSE(store.CanStore(text));
         EXPECT_EQ(text, u"Failed to open reaction package template file " + userFile +
@@ -324,7 +324,7 @@ TEST_F(UnreadFile, IsForgottenOnceItIsGoneOrRead) {
     store.LoadTemplates();
     files.failAt = 0;
     files.entries.clear();
-    store.templates.push_back(MakeDefinition({u"new"}));
+    store.templates.push_back(MakePackage({u"new"}));
     store.StoreTemplates();
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_TRUE(files.entries.contains(userFile));

@@ -7,28 +7,20 @@
 #include "packagetext/Document.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <string_view>
 
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
-#include "text/Utf8.h"
 
 namespace packagetext {
 
 namespace {
 
-std::string ReadAll(reka::IFile& file) {
-    constexpr std::size_t part = 1U << 16;
-    std::string bytes;
-    std::size_t got = part;
-    while (got == part) {
-        const std::size_t size = bytes.size();
-        bytes.resize(size + part);
-        got = file.Read(bytes.data() + size, part);
-        bytes.resize(size + got);
-    }
-    return bytes;
+std::filesystem::path PathFromUtf8(const std::string& path) {
+    return {std::u8string(path.begin(), path.end())};
 }
 
 /// "line 3, column 7: syntax error ..." out of the parser's message, which has a code in square brackets in front.
@@ -83,14 +75,15 @@ void WriteValue(std::ostream& out, const Json& value, std::size_t indent) {
 
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText) {
     content = Json();
-    const auto file = reka::SystemFiles().OpenForReading(reka::Utf16FromUtf8(path));
-    const std::string bytes = file ? ReadAll(*file) : std::string();
-    if (bytes.empty()) {
-        errorText = path + (file ? ": the file is empty or can't be read" : ": the file can't be opened");
+    std::ifstream file(PathFromUtf8(path), std::ios::binary);
+    std::ostringstream bytes;
+    if (file.is_open()) bytes << file.rdbuf();
+    if (!file.is_open() || bytes.str().empty()) {
+        errorText = path + (file.is_open() ? ": the file is empty or can't be read" : ": the file can't be opened");
         return false;
     }
     try {
-        content = Json::parse(bytes);
+        content = Json::parse(bytes.str());
     } catch (const Json::exception& error) {
         errorText = path + ": " + DescribeParseError(error.what());
         return false;

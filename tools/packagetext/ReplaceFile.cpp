@@ -10,7 +10,12 @@ namespace packagetext {
 
 bool ReplaceFile(reka::IFileSystem& files, const std::string& path, std::span<const std::uint8_t> content,
                  std::string& errorText) {
-    if (files.Replace(reka::Utf16FromUtf8(path), content.data(), content.size())) return true;
+    const std::u16string name = reka::Utf16FromUtf8(path);
+    if (reka::Utf8FromUtf16(name) != path) {
+        errorText = path + ": the file can't be written: its name isn't UTF-8";
+        return false;
+    }
+    if (files.Replace(name, content.data(), content.size())) return true;
     std::string reason = reka::Utf8FromUtf16(files.LastErrorText());
     while (!reason.empty() && (reason.back() == '\r' || reason.back() == '\n')) reason.pop_back();
     errorText = path + ": the file can't be written: " + reason;

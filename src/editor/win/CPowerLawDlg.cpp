@@ -118,6 +118,7 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
 
 void CPowerLawDlg::ReadFields() {
     RateWizardFields& fields = wizard.fields;
+    fields.variable = RateVariable::Activity;  // as long as none of the buttons is checked, too
     for (const auto& [button, variable] : variableButtons) {
         if (IsChecked(button)) fields.variable = variable;
     }

@@ -247,6 +247,7 @@ void CReactionDlg::EditExpression(int button) {
 }
 
 void CReactionDlg::ShowExpression(int field, ReactionExpression expression) {
+    if (!page.SelectedReaction()) return;
     const CSilence silence(*this);
     SetText(field, page.ExpressionText(expression));
 }

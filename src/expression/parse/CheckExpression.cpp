@@ -30,8 +30,8 @@ bool Refuse(std::u16string& errorText, std::u16string_view word, std::u16string_
     return false;
 }
 
-// The number of arguments that the kind asks for; false with a line when the node has another number, or when its kind
-// isn't one of the first `kindCount`.
+// Whether the node has the number of arguments that its kind asks for; false with a line when the node has another
+// number, or when its kind isn't one of the first `kindCount`.
 bool CheckArgumentCount(const ExpressionNode& node, std::int32_t kindCount, std::u16string& errorText) {
     const auto number = static_cast<std::int32_t>(node.kind);
     if (node.kind == NodeKind::Failed) return true;

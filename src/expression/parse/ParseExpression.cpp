@@ -18,21 +18,39 @@ namespace {
 
 std::recursive_mutex parserLock;
 
-/// Without `compounds`, as a scalar.
-ExpressionTree Parse(RunGrammar& runGrammar, const Vocabulary& vocabulary, const INamedCompounds* compounds,
-                     std::u16string_view text, std::u16string& errorText, std::int32_t* position) {
+/// What sets the two languages apart.
+struct Parser {
+    RunGrammar& runGrammar;
+    Vocabulary vocabulary;
+    const INamedCompounds* compounds;  // null where every leaf has to be a constant
+};
+
+struct ReactionExpressionParser : Parser {
+    explicit ReactionExpressionParser(CCompoundLookup& lookup)
+        : Parser{RunReactionGrammar, ReactionVocabulary(lookup), &lookup.Compounds()} {}
+};
+
+struct ScalarExpressionParser : Parser {
+    ScalarExpressionParser() : Parser{RunScalarGrammar, ScalarVocabulary(), nullptr} {}
+};
+
+ExpressionTree Parse(const Parser& parser, std::u16string_view text, std::u16string& errorText,
+                     std::int32_t* position) {
     const COwnArithmetic arithmetic;  // numbers are read and folded alike, whatever the host's rounding
     errorText.clear();                // which keeps the room that a caller's text has from before
     ParseErrors errors{errorText};
-    CExpressionLexer lexer(text, vocabulary, errors);
+    CExpressionLexer lexer(text, parser.vocabulary, errors);
     CGrammarActions actions(text.size(), errors);
-    runGrammar(lexer, actions);
+    parser.runGrammar(lexer, actions);
     if (errors.isOutOfMemory) {
         errorText.clear();
         throw std::bad_alloc();
     }
     ExpressionTree tree = actions.TakeTree();
-    if (tree) compounds ? CheckExpression(*tree, *compounds, errorText) : CheckScalarExpression(*tree, errorText);
+    if (tree) {
+        parser.compounds ? CheckExpression(*tree, *parser.compounds, errorText)
+                         : CheckScalarExpression(*tree, errorText);
+    }
     if (!errorText.empty()) tree.reset();
     if (tree && (tree->kind == NodeKind::Failed || tree->kind == NodeKind::ExpressionList)) {
         errorText += u"expression must result a scalar\r\n";  // no text leads here; the last guard
@@ -52,11 +70,11 @@ ExpressionTree ParseExpression(const INamedCompounds& compounds, std::u16string_
 ExpressionTree ParseExpression(CCompoundLookup& compounds, std::u16string_view text, std::u16string& errorText,
                                std::int32_t* position) {
     const std::lock_guard lock(parserLock);
-    return Parse(RunReactionGrammar, ReactionVocabulary(compounds), &compounds.Compounds(), text, errorText, position);
+    return Parse(ReactionExpressionParser(compounds), text, errorText, position);
 }
 
 ExpressionTree ParseScalar(std::u16string_view text, std::u16string& errorText) {
-    return Parse(RunScalarGrammar, ScalarVocabulary(), nullptr, text, errorText, nullptr);
+    return Parse(ScalarExpressionParser(), text, errorText, nullptr);
 }
 
 }  // namespace reka

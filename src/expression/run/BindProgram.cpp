@@ -9,7 +9,7 @@ namespace reka {
 
 namespace {
 
-/// Whether the program can run on the working values of a values.
+/// Whether the program can run on `values`.
 bool IsRunnable(const CExpressionProgram& program, const WorkingValues& values) {
     return !program.Words().empty() && program.CompoundCount() <= values.workArraySize &&
            (program.CompoundCount() == 0 || values.molarity);

@@ -4,6 +4,7 @@
 
 #include "expression/tree/ExpressionArena.h"
 
+#include <cstdint>
 #include <new>
 
 #include "expression/tree/ExpressionNode.h"
@@ -13,6 +14,9 @@ namespace reka {
 static_assert(sizeof(ArenaResource) % alignof(ExpressionNode) == 0);
 
 ExpressionArena MakeArena(std::size_t nodeCount) {
+    // A count out of stored data may be more than there are addresses.
+    constexpr std::size_t mostNodes = (SIZE_MAX - sizeof(ArenaResource)) / sizeof(ExpressionNode);
+    if (nodeCount > mostNodes) throw std::bad_alloc();
     const std::size_t roomSize = nodeCount * sizeof(ExpressionNode);
     auto* const block = static_cast<std::byte*>(::operator new(sizeof(ArenaResource) + roomSize));
     return ExpressionArena(new (block) ArenaResource(block + sizeof(ArenaResource), roomSize));

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // The kinds of nodes, a row for each: its word, its operands, what it computes and refuses, what it reads. Whoever
-// works with kinds, from the lexer to the run of a program, goes by these rows, so that a function is added by one of
-// them.
+// works with kinds, from the lexer to the run of a program, goes by these rows.
 
 #pragma once
 

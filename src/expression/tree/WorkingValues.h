@@ -40,8 +40,8 @@ struct WorkingValues {
 
     void ReleaseWorkArrays();
 
-    /// Above 0, and another one for every object and whenever its arrays are made or released: while it stays, so do
-    /// the places of all values.
+    /// Above 0, and another one for every object and whenever its arrays are made or released, or the definition that
+    /// they belong to is emptied: while it stays, so do the places of all values.
     std::uint64_t WorkStamp() const { return workStamp; }
 
 protected:

@@ -136,24 +136,29 @@ bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const
 }
 
 /// A new file beside `path`, whose name gets into `name`.
-CDescriptor MakeBeside(const std::string& path, std::string& name) {
+CDescriptor MakeBeside(const std::string& path, mode_t rights, std::string& name) {
     constexpr int triedNames = 100;
     for (int number = 0;; ++number) {
         name = path + ".new" + std::to_string(number);
-        CDescriptor made(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666));
+        CDescriptor made(open(name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, rights));
         if (made.IsOpen() || errno != EEXIST || number == triedNames) return made;
     }
 }
 
+/// Gives a new file the rights of `old`. Whoever may not give it to the old one's group, to which those rights belong,
+/// leaves the rights of a group out.
+bool TakeRights(const CDescriptor& made, const struct stat& old) {
+    mode_t rights = old.st_mode & 07777;
+    if (fchown(made.Number(), old.st_uid, old.st_gid) != 0 &&
+        fchown(made.Number(), static_cast<uid_t>(-1), old.st_gid) != 0) {
+        rights &= ~static_cast<mode_t>(S_IRWXG | S_ISUID | S_ISGID);
+    }
+    return fchmod(made.Number(), rights) == 0;
+}
+
 /// Fills a new file, gives it the rights of `old`, which may be null, and brings it to the disk.
 bool FillReplacement(const CDescriptor& made, const struct stat* old, const void* data, std::size_t size) {
-    if (!made.Write(data, size)) return false;
-    if (old) {
-        // The owner can be given away by root alone, who then leaves the file to whom it belonged.
-        [[maybe_unused]] const int ignored = fchown(made.Number(), old->st_uid, old->st_gid);
-        if (fchmod(made.Number(), old->st_mode & 07777) != 0) return false;
-    }
-    return fsync(made.Number()) == 0;
+    return made.Write(data, size) && (!old || TakeRights(made, *old)) && fsync(made.Number()) == 0;
 }
 
 /// Brings a folder's new entry to the disk. A file system that can't has done what it can.
@@ -167,7 +172,7 @@ void FlushFolderOf(std::string path) {
 /// Puts a file in the place of `target`, whose status is `old`; null if there is none.
 bool ReplacePlainFile(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
     std::string name;
-    const CDescriptor made = MakeBeside(target, name);
+    const CDescriptor made = MakeBeside(target, old ? 0600 : 0666, name);  // no one else reads it meanwhile
     if (!made.IsOpen()) return false;
     if (FillReplacement(made, old, data, size) && rename(name.c_str(), target.c_str()) == 0) {
         FlushFolderOf(target);

@@ -88,13 +88,14 @@ std::unique_ptr<IFile> MakeFile(CFileHandle handle) {
     return std::make_unique<CWindowsFile>(std::move(handle));
 }
 
-/// The file that `path` leads to through links; `path` itself if there is none.
+/// The file that `path` leads to through links; `path` itself if there is none, and nothing for a link to nowhere.
 std::wstring FollowLinks(const std::u16string& path) {
     const DWORD attributes = GetFileAttributesW(Wide(path));
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) return Wide(path);
     const CFileHandle file(CreateFileW(Wide(path), FILE_READ_ATTRIBUTES, sharing, nullptr, OPEN_EXISTING, 0, nullptr));
+    if (!file.IsOpen()) return {};
     wchar_t found[1024];
-    const DWORD length = file.IsOpen() ? GetFinalPathNameByHandleW(file.Get(), found, 1024, 0) : 0;
+    const DWORD length = GetFinalPathNameByHandleW(file.Get(), found, 1024, 0);
     return length > 0 && length < 1024 ? std::wstring(found, length) : std::wstring(Wide(path));
 }
 
@@ -106,29 +107,29 @@ bool IsDevice(const std::wstring& path) {
     return type == FILE_TYPE_CHAR || type == FILE_TYPE_PIPE;
 }
 
-/// A name that no file has.
-std::wstring NameBeside(const std::wstring& path) {
-    std::wstring name;
-    unsigned number = 0;
-    do {
-        name = path + L".new" + std::to_wstring(number++);
-    } while (GetFileAttributesW(name.c_str()) != INVALID_FILE_ATTRIBUTES);
-    return name;
+/// A new file beside `path`, whose name gets into `name`. Another program may take a name that was free.
+CFileHandle MakeBeside(const std::wstring& path, std::wstring& name) {
+    constexpr int triedNames = 100;
+    for (int number = 0;; ++number) {
+        name = path + L".new" + std::to_wstring(number);
+        CFileHandle made(
+            CreateFileW(name.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+        if (made.IsOpen() || GetLastError() != ERROR_FILE_EXISTS || number == triedNames) return made;
+    }
 }
 
-/// A new file that is on the disk when this has succeeded.
-bool WriteNew(const std::wstring& path, const void* data, std::size_t size) {
-    const std::unique_ptr<IFile> file = MakeFile(
-        CFileHandle(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr)));
-    return file && file->Write(data, size) && file->Flush();
-}
-
-/// With the access rights of the file that is replaced.
-bool PutInPlace(const std::wstring& made, const std::wstring& target, bool isThere) {
-    if (isThere &&
-        ReplaceFileW(target.c_str(), made.c_str(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr))
+/// Puts the file `made` in the place of `target`, with the access rights of the old one, which has the name `kept` in
+/// between. Where the system stops half-way the old one gets its name back.
+bool PutInPlace(const std::wstring& made, const std::wstring& target) {
+    const std::wstring kept = made + L".old";
+    if (ReplaceFileW(target.c_str(), made.c_str(), kept.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
+        DeleteFileW(kept.c_str());
         return true;
-    return MoveFileExW(made.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH) != 0;
+    }
+    const DWORD error = GetLastError();
+    if (GetFileAttributesW(target.c_str()) == INVALID_FILE_ATTRIBUTES) MoveFileW(kept.c_str(), target.c_str());
+    SetLastError(error);
+    return false;
 }
 
 class CWindowsFiles final : public IFileSystem {
@@ -179,22 +180,32 @@ public:
 
     bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
         const std::wstring target = FollowLinks(path);
+        if (target.empty()) return false;
         const DWORD attributes = GetFileAttributesW(target.c_str());
         const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+        if (isThere && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
+            SetLastError(ERROR_ACCESS_DENIED);
+            return false;
+        }
         if (IsDevice(target)) {
             const std::unique_ptr<IFile> device = MakeFile(
                 CFileHandle(CreateFileW(target.c_str(), GENERIC_WRITE, sharing, nullptr, OPEN_EXISTING, 0, nullptr)));
             return device && device->Write(data, size);
         }
-        if (isThere && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
-            SetLastError(ERROR_ACCESS_DENIED);
-            return false;
+        std::wstring made;
+        std::unique_ptr<IFile> file = MakeFile(MakeBeside(target, made));
+        if (!file) return false;
+        bool isReplaced = file->Write(data, size) && file->Flush();
+        DWORD error = GetLastError();
+        file.reset();
+        if (isReplaced) {
+            isReplaced = isThere ? PutInPlace(made, target)
+                                 : MoveFileExW(made.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+            error = GetLastError();
         }
-        const std::wstring beside = NameBeside(target);
-        if (WriteNew(beside, data, size) && PutInPlace(beside, target, isThere)) return true;
-        const DWORD error = GetLastError();  // the failure is the one to tell of
-        DeleteFileW(beside.c_str());
-        SetLastError(error);
+        if (isReplaced) return true;
+        DeleteFileW(made.c_str());
+        SetLastError(error);  // the failure is the one to tell of
         return false;
     }
 

@@ -19,6 +19,14 @@ TEST(ReplaceFile, PutsTheContentThere) {
     EXPECT_EQ(errorText, "as it was");
 }
 
+TEST(ReplaceFile, RefusesANameThatWouldBecomeAnother) {
+    reka::test::CFakeFiles files;
+    std::string errorText;
+    EXPECT_FALSE(ReplaceFile(files, "a\xFF", std::string("new"), errorText));
+    EXPECT_EQ(errorText, "a\xFF: the file can't be written: its name isn't UTF-8");
+    EXPECT_TRUE(files.entries.empty());
+}
+
 TEST(ReplaceFile, SaysWhichFileAndWhy) {
     reka::test::CFakeFiles files;
     files.entries[u"a"] = {{'o', 'l', 'd'}, 1};
