@@ -114,7 +114,7 @@ TEST_F(StoreFixture, KeepsABackupOfAFileThatIsReplaced) {
     EXPECT_EQ(files.operations,
               Join(FolderLines(), {Line("exists", userFile), Line("time", userFile), Line("time", systemFile),
                                    "box Newer REKA configuration:", Line("exists", backup + u"1"),
-                                   Line("copy", userFile, backup + u"1"), Line("copy new", systemFile, userFile),
+                                   Line("copy", userFile, backup + u"1"), Line("copy", systemFile, userFile),
                                    "box REKA Configuration:", Line("open to read", userFile), "read 4", "read 4",
                                    "read 46", "close"}));
     store.LoadTemplates();  // both are of the same time now
