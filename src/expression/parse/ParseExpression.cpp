@@ -20,19 +20,18 @@ std::recursive_mutex parserLock;
 
 /// What sets the two languages apart.
 struct Parser {
-    RunGrammar& runGrammar;
+    RunGrammar* runGrammar;
     Vocabulary vocabulary;
     const INamedCompounds* compounds;  // null where every leaf has to be a constant
 };
 
-struct ReactionExpressionParser : Parser {
-    explicit ReactionExpressionParser(CCompoundLookup& lookup)
-        : Parser{RunReactionGrammar, ReactionVocabulary(lookup), &lookup.Compounds()} {}
-};
+Parser ReactionExpressionParser(CCompoundLookup& lookup) {
+    return {RunReactionGrammar, ReactionVocabulary(lookup), &lookup.Compounds()};
+}
 
-struct ScalarExpressionParser : Parser {
-    ScalarExpressionParser() : Parser{RunScalarGrammar, ScalarVocabulary(), nullptr} {}
-};
+Parser ScalarExpressionParser() {
+    return {RunScalarGrammar, ScalarVocabulary(), nullptr};
+}
 
 ExpressionTree Parse(const Parser& parser, std::u16string_view text, std::u16string& errorText,
                      std::int32_t* position) {
