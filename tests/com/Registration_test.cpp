@@ -83,9 +83,14 @@ DWORD RunRegsvr32(const std::wstring& options, const std::wstring& module) {
     STARTUPINFOW start = {};
     start.cb = sizeof start;
     PROCESS_INFORMATION process = {};
-    if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &process)) {
-        return 99;
+    // A busy machine now and then can't start a process at once, which says nothing of the module.
+    bool isStarted = false;
+    for (int tries = 0; tries < 5 && !isStarted; ++tries) {
+        if (tries > 0) Sleep(500);
+        isStarted = CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start,
+                                   &process) != 0;
     }
+    if (!isStarted) return 99;
     DWORD status = 98;
     if (WaitForSingleObject(process.hProcess, 60000) == WAIT_OBJECT_0) GetExitCodeProcess(process.hProcess, &status);
     CloseHandle(process.hThread);
