@@ -11,6 +11,7 @@ seconds=${1:-20}
 cmake --preset native-fuzz
 cmake --build --preset native-fuzz
 
+export ASAN_OPTIONS=detect_stack_use_after_return=1
 build=$PWD/build/native-fuzz
 mkdir -p "$build/found"
 for fuzzer in "$build"/fuzz/fuzz_*; do

@@ -42,8 +42,8 @@ std::string ReadUtf8(Read read) {
 /// after any other code they may be older.
 bool FailCall(IUnknown* object, HRESULT result, const char* call, Failure& failure) {
     failure = {std::string(call) + " failed: " + TextOfResult(result), call, ""};
-    constexpr HRESULT firstCode = static_cast<HRESULT>(0x80040501U);
-    constexpr HRESULT lastCode = static_cast<HRESULT>(0x8004051AU);
+    constexpr auto firstCode = static_cast<HRESULT>(0x80040501U);
+    constexpr auto lastCode = static_cast<HRESULT>(0x8004051AU);
     const auto user = Ask<reka::ECapeUser>(object);
     if (!user || result < firstCode || result > lastCode) return false;
     const std::string description = ReadUtf8([&user](BSTR* text) { user->get_description(text); });
@@ -115,7 +115,7 @@ bool CPackageSession::Resolve(const std::u16string& name, Failure& failure) {
     const reka::CBstr wanted = reka::CBstr::Make(name);
     const HRESULT result = manager->ResolveReactionsPackage(wanted.Get(), made.Receive());
     if (FAILED(result)) return FailCall(manager.Get(), result, "ResolveReactionsPackage", failure);
-    if (!TakePackage(std::move(made), failure)) return false;
+    if (!TakePackage(made, failure)) return false;
     if (Initialize(failure)) return true;
     // A manager gives a package for an unknown name too, which then can't be initialised.
     failure.text = "\"" + reka::Utf8FromUtf16(name) + "\": " + failure.text + " (rekasim list shows the names)";
@@ -128,14 +128,14 @@ bool CPackageSession::Load(packagetext::CPropertyBag& bag, packagetext::CErrorLo
     reka::CComRef<IDispatch> made;
     HRESULT result = manager->NewPropertyPackage(made.Receive());
     if (FAILED(result)) return FailCall(manager.Get(), result, "NewPropertyPackage", failure);
-    if (!TakePackage(std::move(made), failure)) return false;
+    if (!TakePackage(made, failure)) return false;
     package->InitNew();
     result = package->Load(&bag, &log);
     if (FAILED(result)) return FailLoad(result, log, failure);
     return Initialize(failure);
 }
 
-bool CPackageSession::TakePackage(reka::CComRef<IDispatch> made, Failure& failure) {
+bool CPackageSession::TakePackage(const reka::CComRef<IDispatch>& made, Failure& failure) {
     if (made) package = Ask<IPersistPropertyBag>(made.Get());
     return package || FailMissingInterface("IPersistPropertyBag", failure);
 }
@@ -266,6 +266,7 @@ bool CPackageSession::Calculate(const char16_t* property, const std::u16string& 
     if (reactionResults) reactionResults->Clear();
     HRESULT result = routine->CalcReactionProp(properties.Get(), phaseText.Get(), ids.Get(), nullptr);
     if (FAILED(result)) return FailCall(package.Get(), result, "CalcReactionProp", failure);
+    if (!reactionResults) return FailMissingInterface("ICapeReactionProperties", failure);
 
     const reka::CBstr propertyText = reka::CBstr::Make(property);
     reka::CVariant numbers;

@@ -62,7 +62,7 @@ public:
     bool Save(packagetext::CPropertyBag& bag, Failure& failure);
 
 private:
-    bool TakePackage(reka::CComRef<IDispatch> made, Failure& failure);
+    bool TakePackage(const reka::CComRef<IDispatch>& made, Failure& failure);
     bool Initialize(Failure& failure);
     bool ReadReaction(reka::ICapeReactionChemistry& chemistry, Reaction& reaction, Failure& failure);
     bool ReadParticipants(reka::ICapeReactionChemistry& chemistry, BSTR id, Reaction& reaction, Failure& failure);

@@ -132,7 +132,7 @@ bool CalculateHeats(CPackageSession& session, const std::vector<Reaction>& react
             continue;
         }
         if (failure.name != "undefined") return false;
-        line.heats.push_back("-");
+        line.heats.emplace_back("-");
         if (notes) *notes << "rekasim: no heat of reaction: " << OnOneLine(failure.text) << "\n";
         failure = Failure();
     }

@@ -70,11 +70,9 @@ public:
 
     void Check(reka::ReactionPackDefinition& definition, const Definitions& others) {
         std::u16string errorText;
-        if (!reka::CheckName(definition, errorText)) {
-            Fault(errorText);
-        } else if (!reka::CheckNameIsFree(definition, {others, &definition}, errorText)) {
-            Fault(errorText);
-        }
+        const bool isNameGood = reka::CheckName(definition, errorText) &&
+                                reka::CheckNameIsFree(definition, {others, &definition}, errorText);
+        if (!isNameGood) Fault(errorText);
         if (!reka::CheckCompounds(definition, errorText)) Fault(errorText);
         CheckCompoundUse(definition);
         CheckCompoundNames(definition);

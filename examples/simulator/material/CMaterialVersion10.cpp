@@ -71,6 +71,7 @@ HRESULT STDMETHODCALLTYPE CMaterial::GetProp(BSTR property, BSTR phase, VARIANT 
     result = FindCompounds(caller, compIds, indices);
     if (FAILED(result)) return result;
     std::vector<double> values;
+    values.reserve(indices.size());
     for (const std::size_t index : indices) values.push_back(all[index]);
     return GiveVariant(packagetext::VariantFromNumbers(values), results);
 }

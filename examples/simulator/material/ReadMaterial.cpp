@@ -41,7 +41,7 @@ public:
             Fail(name, "a text is expected");
             return {};
         }
-        const std::u16string text = reka::Utf16FromUtf8(value->get_ref<const std::string&>());
+        std::u16string text = reka::Utf16FromUtf8(value->get_ref<const std::string&>());
         if (mustBeThere && text.empty()) Fail(name, "the text is empty");
         return text;
     }

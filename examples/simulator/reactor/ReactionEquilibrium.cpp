@@ -108,6 +108,7 @@ bool MoveTogether(CReactorModel& model, std::vector<double>& extents, double tem
     }
     if (!SolveLinear(rows)) return false;
     std::vector<double> step;
+    step.reserve(count);
     for (const std::vector<double>& row : rows) step.push_back(row[count]);
     double part = PossiblePart(model, extents, step);
     for (int tries = 0; tries < 30; ++tries, part /= 2) {
