@@ -64,7 +64,16 @@ public:
     /// are always the same ones; the latter knows the members of all interfaces.
     void* FindInterface(REFIID iid) override;
 
-    /// Gives back all that the object holds of others, before it is destroyed.
+    /// The last count has been given back: the object gives back all that it holds of others, and is destroyed then.
+    /// The others may still call, but from here on it takes nothing: `RunMethod` and `HasEnded` see to that.
+    void End() {
+        ended = true;
+        FinalRelease();
+    }
+    bool HasEnded() const { return ended; }
+
+protected:
+    /// Gives back all that the object holds of others.
     virtual void FinalRelease() {}
 
 private:
@@ -81,6 +90,7 @@ private:
     CBstr errorDescription;
     CBstr errorScope;
     CBstr errorInterface;
+    bool ended = false;
 };
 
 /// Answers a getter: `E_POINTER` without an output, otherwise a fresh copy, null for an absent text. `E_OUTOFMEMORY` if
@@ -89,9 +99,12 @@ HRESULT GiveCopy(const CBstr& text, BSTR* output);
 
 /// Runs the body of an interface method. The object lives until it has returned, whatever a call that goes out gives
 /// back. Nothing thrown leaves it: without memory, `SetError` gets "out of memory" as name and description and the
-/// result is `ECapeUnknownHR`; the same code without a text answers anything else.
+/// result is `ECapeUnknownHR`; the same code without a text answers anything else. An object that has ended does
+/// nothing and answers `E_UNEXPECTED`.
 template <class Body>
 HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* interfaceName, Body&& body) noexcept {
+    if (object.HasEnded()) [[unlikely]]
+        return E_UNEXPECTED;
     const CComRef<ECapeRoot> self(&object);
     try {
         return body();

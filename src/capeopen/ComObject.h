@@ -11,7 +11,7 @@
 namespace reka {
 
 /// An object of its own. `Class` offers `void* FindInterface(REFIID)`, which gives the interface without a count, or
-/// null. It may offer `FinalRelease()`, which gives back all that it holds of others while the object is still whole.
+/// null. It may offer `End()`, which gives back all that it holds of others while the object is still whole.
 /// Counts are plain: the object belongs to one apartment.
 template <class Class>
 class CComObject final : public Class {
@@ -28,7 +28,7 @@ public:
         const ULONG left = --count;
         if (left == 0) {
             count = 1;  // outside objects that are given back now may still call, and must not destroy it again
-            if constexpr (requires(Class & object) { object.FinalRelease(); }) this->FinalRelease();
+            if constexpr (requires(Class & object) { object.End(); }) this->End();
             delete this;
         }
         return left;
@@ -63,7 +63,7 @@ public:
         const ULONG left = --count;
         if (left == 0) {
             count = 1;
-            if constexpr (requires(Class & object) { object.FinalRelease(); }) contained.FinalRelease();
+            if constexpr (requires(Class & object) { object.End(); }) contained.End();
             delete this;
         }
         return left;

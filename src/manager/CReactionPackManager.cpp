@@ -64,12 +64,8 @@ CReactionPackManager::CReactionPackManager() {
 }
 
 void CReactionPackManager::FinalRelease() {
-    // A release may call in, and that call may read templates again; nothing must be left for the destructor to
-    // release.
-    do {
-        store.simulationContext.Reset();
-        store.DiscardTemplates();
-    } while (!store.templates.empty() || store.simulationContext);
+    store.simulationContext.Reset();
+    store.DiscardTemplates();
 }
 
 std::span<const IID> CReactionPackManager::LateBoundInterfaces() const {
@@ -134,6 +130,7 @@ HRESULT CReactionPackManager::get_parameters(IDispatch** parameters) {
 }
 
 HRESULT CReactionPackManager::put_simulationContext(IDispatch* context) {
+    if (HasEnded()) return E_UNEXPECTED;
     const CComRef<ECapeRoot> self(this);  // a release may drop the last count on this object
     store.simulationContext = CComRef<IDispatch>(context);
     return S_OK;

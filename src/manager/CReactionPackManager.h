@@ -17,7 +17,6 @@ class CReactionPackManager : public BaseObject,
                              public CDualInterface<ICapeThermoNewPropertyPackage> {
 public:
     CReactionPackManager();
-    void FinalRelease() override;
 
     /// The interface that `iid` names, without a count; null if the manager hasn't got it.
     void* FindInterface(REFIID iid) override;
@@ -40,6 +39,7 @@ public:
     HRESULT STDMETHODCALLTYPE NewPropertyPackage(IDispatch** package) override;
 
 private:
+    void FinalRelease() override;
     std::span<const IID> LateBoundInterfaces() const override;
 
     TemplateStore store;

@@ -33,8 +33,6 @@ class CReactionPack : public BaseObject,
                       public IPersistPropertyBag,
                       public IPersistStream {
 public:
-    void FinalRelease() override;
-
     /// Gives the package a deep copy of `source`, or takes its definition away for null. With a definition the package
     /// counts as resolved; either way it asks to be saved. May throw std::bad_alloc, which leaves the package as
     /// it was.
@@ -100,6 +98,8 @@ public:
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override;
 
 private:
+    void FinalRelease() override;
+
     // Counted without locks, since a package and the calls under way in it belong to one apartment.
     using DefinitionHold = boost::local_shared_ptr<ReactionPackDefinition>;
     using MapHold =
@@ -132,6 +132,7 @@ private:
     /// service. `thrown` answers whatever is thrown.
     template <class Read>
     HRESULT LoadAside(HRESULT thrown, Read&& read) noexcept {
+        if (HasEnded()) return E_UNEXPECTED;
         const CComRef<ECapeRoot> self(this);  // what is read may give the last count back
         try {
             DefinitionHold loaded = MakeDefinition();

@@ -19,6 +19,7 @@ HRESULT CReactionPack::get_parameters(IDispatch** parameters) {
 }
 
 HRESULT CReactionPack::put_simulationContext(IDispatch* context) {
+    if (HasEnded()) return E_UNEXPECTED;
     const CComRef<ECapeRoot> self(this);  // a release below may drop the last count on this object, or on the context
     const CComRef<IDispatch> kept(context);
     simulationContext = kept;

@@ -9,6 +9,7 @@
 #include "package/CReactionPack.h"
 #include "support/AllocationCounter.h"
 #include "support/CountedFake.h"
+#include "support/FakeEditor.h"
 #include "support/Values.h"
 
 namespace reka::test {
@@ -181,35 +182,35 @@ TEST_F(Manager, LetsAHostListWhileItsContextIsReleased) {
     EXPECT_EQ(context.references.Held(), 0);  // what the host listed then has no context any more
 }
 
-TEST_F(Manager, LetsAHostListWhileItEnds) {
+TEST_F(Manager, TakesNothingOnceItEnds) {
     Put(userFile, FileOf({u"A"}), 100);
+    CFakeEditor editor;
     CFakeObject context;
-    Ask<ICapeUtilities>(manager.Get())->put_simulationContext(&context);
+    CComRef<ICapeUtilities> utilities = Ask<ICapeUtilities>(manager.Get());
+    utilities->put_simulationContext(&context);
     List();
-    ICapeReactionsPackageManager* const ending = manager.Get();
-    Lines listed;
-    const auto list = [&] {
+    ICapeUtilities* const ending = utilities.Get();  // what a host calls that has lost count
+    ICapeReactionsPackageManager* const templates = manager.Get();
+    int releases = 0;
+    const std::function<void()> comeBack = [&] {  // a host that comes back as often as it is given something back
+        if (++releases == 100) return;
+        context.onRelease = comeBack;
+        const std::size_t operations = files.operations.size();
+        EXPECT_EQ(ending->put_simulationContext(&context), E_UNEXPECTED);
         CVariant names;
-        EXPECT_EQ(ending->GetListOfReactionsPackages(&names.Get()), S_OK);
-        listed.push_back(Show(names.Get()));
+        EXPECT_EQ(templates->GetListOfReactionsPackages(&names.Get()), E_UNEXPECTED);
+        EXPECT_EQ(Show(names.Get()), "empty");
+        CComRef<IDispatch> package;
+        EXPECT_EQ(templates->ResolveReactionsPackage(nullptr, package.Receive()), E_UNEXPECTED);
+        EXPECT_FALSE(package);
+        EXPECT_EQ(ending->Edit(), E_UNEXPECTED);
+        EXPECT_EQ(files.operations.size(), operations);
     };
-    // The host lists when its context is given back, then gives it again and lists once more; so twice in all, and the
-    // last time when only templates that were read meanwhile are left.
-    const auto giveAndList = [&] {
-        list();
-        Ask<ICapeUtilities>(ending)->put_simulationContext(&context);
-        list();
-    };
-    context.onRelease = [&] {
-        giveAndList();
-        context.onRelease = [&] {
-            giveAndList();
-            context.onRelease = list;
-        };
-    };
+    context.onRelease = comeBack;
     manager.Reset();
-    EXPECT_FALSE(context.onRelease);
-    EXPECT_EQ(listed, Lines(5, "['A']"));
+    utilities.Reset();
+    EXPECT_EQ(releases, 2);  // the context's of the manager, and of the template
+    EXPECT_EQ(editor.timesOpened, 0);
     EXPECT_EQ(context.references.Held(), 0);
 }
 
@@ -268,6 +269,7 @@ TEST_F(Manager, MakesNewPackages) {
     EXPECT_EQ(definition.thermoVersion, ThermoVersion::Version10);
     EXPECT_FALSE(definition.simulationContext);
     EXPECT_EQ(context.asked, asked);  // the manager's context goes nowhere
+    Ask<ICapeUtilities>(manager.Get())->Terminate();
 }
 
 TEST_F(Manager, HasNoParametersAndNoStates) {

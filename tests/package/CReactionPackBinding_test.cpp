@@ -328,6 +328,7 @@ TEST_F(MaterialBinding, WithNullLeavesNoMaterialToCalculateWith) {
     const CVariant props = Strings({u"ReactionRate"});
     EXPECT_EQ(package->CalcReactionProp(props.Get(), nullptr, {}, nullptr), ECapeUnknownHR);
     EXPECT_EQ(ErrorOf(package.Unknown()).name, "Missing material");
+    package->Terminate();
 }
 
 TEST_F(MaterialBinding, LosesTheEarlierMaterialToAnUnusableOne) {

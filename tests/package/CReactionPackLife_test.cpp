@@ -1,12 +1,16 @@
 // SPDX-License-Identifier: MIT
-// Whoever is called while a package is loaded or saved may let go of it: it lives until the call has returned.
+// Whoever is called while a package is loaded or saved may let go of it: it lives until the call has returned. Whoever
+// is given back at its end may call once more, and gets nothing into it.
 
 #include <gtest/gtest.h>
 
 #include "capeopen/ComObject.h"
 #include "support/Builders.h"
 #include "support/FakeBag.h"
+#include "support/FakeEditor.h"
+#include "support/FakeMaterial.h"
 #include "support/FakeMessages.h"
+#include "support/FakeReactionObject.h"
 #include "support/FakeStream.h"
 #include "support/StoredBytes.h"
 
@@ -98,6 +102,69 @@ TEST_F(PackageLife, LastsWhileTheWarningIsOpen) {
     EXPECT_EQ(package->Load(&stream), S_OK);
     EXPECT_EQ(messages.shown.size(), 1U);
     ExpectDestroyed();
+}
+
+/// A fake that comes back whenever it is given back.
+template <class Fake>
+class CReturning final : public Fake {
+public:
+    using Fake::Fake;
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = Fake::Release();
+        if (onReturn) onReturn();
+        return left;
+    }
+    std::function<void()> onReturn;
+};
+
+TEST(PackageEnd, TakesNothingWhateverItsObjectsSetMeanwhile) {
+    CWatchedPack::destroyed = 0;
+    CFakeEditor editor;
+    editor.inPackage = [](ReactionPackDefinition&) { return true; };
+    CReturning<CFakeObject> context;
+    CReturning<CFakeMaterial> material({u"A", u"B"});
+    CReturning<CFakeReactionObject> results;
+    CFakeBag bag;
+    CFakeStream stream;
+    auto definition = MakePackage({u"A", u"B"});
+    AddKinetic(*definition, u"R", u"2*T").stoichiometry = {-1.0, 1.0};
+    auto* const package = new CComObject<CWatchedPack>();
+    package->AddRef();
+    package->put_simulationContext(&context);
+    package->AssignDefinition(definition.get());
+    package->Save(&bag, 0, 0);
+    package->Save(&stream, 0);
+    ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
+    IDispatch* pointer = results.Dispatch();
+    ASSERT_EQ(package->SetReactionObject(&pointer), S_OK);
+    const std::size_t askedOfStream = stream.log.calls.size();
+    const std::size_t askedOfBag = bag.log.calls.size();
+
+    int returned = 0;
+    context.onReturn = material.onReturn = results.onReturn = [&] {
+        if (++returned > 100) return;
+        EXPECT_EQ(CWatchedPack::destroyed, 0);
+        EXPECT_EQ(package->put_simulationContext(&context), E_UNEXPECTED);
+        EXPECT_EQ(package->SetMaterial(material.Dispatch()), E_UNEXPECTED);
+        IDispatch* materialPointer = material.Dispatch();
+        EXPECT_EQ(package->SetMaterial(&materialPointer), E_UNEXPECTED);
+        EXPECT_EQ(package->SetReactionObject(&pointer), E_UNEXPECTED);
+        EXPECT_EQ(package->Initialize(), E_UNEXPECTED);
+        EXPECT_EQ(package->Edit(), E_UNEXPECTED);
+        EXPECT_EQ(package->Load(&stream), E_UNEXPECTED);
+        EXPECT_EQ(package->Load(&bag, nullptr), E_UNEXPECTED);
+        const CVariant props = Strings({u"ReactionRate"});
+        EXPECT_EQ(package->CalcReactionProp(props.Get(), nullptr, {}, nullptr), E_UNEXPECTED);
+        EXPECT_EQ(package->UnsetMaterial(), S_OK);
+        EXPECT_EQ(package->Terminate(), S_OK);
+    };
+    EXPECT_EQ(package->Release(), 0U);
+    EXPECT_EQ(CWatchedPack::destroyed, 1);
+    EXPECT_EQ(returned, 4);  // the reaction object, the material, and the context of the package and its definition
+    EXPECT_EQ(context.references.Held() + material.references.Held() + results.references.Held(), 0);
+    EXPECT_EQ(editor.timesOpened, 0);
+    EXPECT_EQ(stream.log.calls.size(), askedOfStream);
+    EXPECT_EQ(bag.log.calls.size(), askedOfBag);
 }
 
 }  // namespace
