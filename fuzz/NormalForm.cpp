@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Any text as a formula in free shape. What comes out is its own normal form, as far as counts of six digits go: a count
-// of 1.0000011 is written with six digits, and those are near enough to 1 to count as 1. A count that grew beyond all
-// numbers is written as a word, and is left out of this.
+// Any text as a formula in free shape. What comes out is its own normal form, as far as counts of six digits go: a
+// count of 1.0000011 is written with six digits, and those are near enough to 1 to count as 1. A count that grew beyond
+// all numbers is written as a word, and is left out of this.
 
 #include <cstdint>
 #include <cstdlib>

@@ -18,8 +18,8 @@ struct TakenNames {
     const ReactionPackDefinition* except = nullptr;
 };
 
-/// Checks `definition`, up to the first check that fails, and makes the trees of its expressions: the only place where
-/// an edited definition gets them. Without `taken` any name will do.
+/// Checks `definition`, up to the first check that fails, and makes the trees of its expressions: an edited definition
+/// gets them nowhere else. Without `taken` any name will do.
 ///
 /// True: the definition holds fresh trees and work arrays. False: `errorText` holds the first reason. The reactions
 /// before the failing one have fresh trees then, the failing one those that were parsed before the failure and no old

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// The only operations that change the compound list of a definition. They keep the stoichiometry of each reaction in
-// step with it: one coefficient per compound.
+// The only operations by which the editor changes the compound list of a definition. They keep the stoichiometry of
+// each reaction in step with it: one coefficient per compound.
 
 #pragma once
 

@@ -35,7 +35,7 @@ private:
     std::vector<std::uint8_t>& block;
 };
 
-/// Takes what a CByteWriter takes, and counts the bytes that it would write.
+/// Takes what a definition is written of, and counts the bytes that a CByteWriter would write.
 class CByteCounter {
 public:
     void WriteU32(std::uint32_t) { size += 4; }

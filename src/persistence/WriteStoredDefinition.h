@@ -15,12 +15,12 @@
 //     number of reactions    i32
 //       id, phase                             wide each
 //       an obsolete text                      wide, in versions 0 and 1 only
-//       type, basis of the rate               u32 each
+//       type, basis of the rate               i32 each
 //       rate, equilibrium constant, heat      narrow each
 //       coefficients                          N times f64
 //       trees of rate, constant, heat         expression each
-//       basis of the equilibrium constant     u32, from version 2 on
-//     thermo version         u32, may be missing at the end of any version
+//       basis of the equilibrium constant     i32, from version 2 on
+//     thermo version         i32, may be missing at the end of any version
 //
 // Version 0 has rates in kmol/h, and formulas came into their normal form with version 3; the reader mends both.
 
