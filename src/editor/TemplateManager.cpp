@@ -8,6 +8,8 @@
 #include <memory>
 #include <utility>
 
+#include "platform/SameText.h"
+
 namespace reka {
 
 namespace {
@@ -62,12 +64,35 @@ bool CTemplateManager::CanStore() {
     return false;
 }
 
+bool CTemplateManager::MayReadAgain() {
+    if (!isDeletionWaiting) return true;
+    constexpr std::uint32_t style =
+        messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
+    return ui.ShowMessage(
+               u"Deleted templates stand in the file until this window is closed, and come back now; do you "
+               u"want to go on?",
+               u"Deleted templates:", style) == MessageAnswer::Yes;
+}
+
+bool CTemplateManager::ReadAgain() {
+    const bool isBack = std::exchange(isDeletionWaiting, false);
+    source.Store().LoadTemplates();
+    if (isBack) FillList();
+    return isBack;
+}
+
+bool CTemplateManager::IsInRow(std::size_t index, std::u16string_view name) {
+    const ReactionPackDefinition* const found = TemplateAt(source.Store(), index);
+    return found && SameText(found->name.View(), name);
+}
+
 bool CTemplateManager::Create() {
+    if (!MayReadAgain()) return false;
     TemplateStore& store = source.Store();
     auto created = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
     store.templateUnderEdit = nullptr;
-    store.LoadTemplates();
-    if (!CanStore() || !ui.EditTemplate(*created, source)) return false;
+    const bool isFilled = ReadAgain();
+    if (!CanStore() || !ui.EditTemplate(*created, source)) return isFilled;
     store.templates.push_back(std::move(created));
     FillList();
     store.StoreTemplates();
@@ -77,16 +102,24 @@ bool CTemplateManager::Create() {
 bool CTemplateManager::Edit() {
     TemplateStore& store = source.Store();
     const auto index = static_cast<std::size_t>(Selection());
-    const ReactionPackDefinition* const original = TemplateAt(store, index);
-    if (!original) return false;
+    if (!TemplateAt(store, index) || !MayReadAgain()) return false;
+    const std::u16string name = names[index];
     auto copy = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
-    copy->CopyFrom(*original);
-    store.LoadTemplates();
-    if (!CanStore()) return false;
+    const bool wasInRow = IsInRow(index, name);
+    if (wasInRow) copy->CopyFrom(*store.templates[index]);
+    const bool isFilled = ReadAgain();
+    if (!CanStore()) return isFilled;
+    if (!wasInRow || !IsInRow(index, name)) {
+        ui.ShowError(u"The template \"" + name +
+                     u"\" does not stand in its row any more. Close this window first, and edit the template after you "
+                     u"have opened it again.");
+        FillList();
+        return true;
+    }
     {
         CTemplatesUnderEdit others(source, index);
         others.Store();
-        if (!ui.EditTemplate(*copy, others)) return false;
+        if (!ui.EditTemplate(*copy, others)) return isFilled;
     }
     if (index < store.templates.size()) {
         store.templates[index].swap(copy);  // the old one goes when all is done: its end may let the simulator call in
@@ -103,15 +136,17 @@ bool CTemplateManager::Delete() {
     const auto index = static_cast<std::size_t>(Selection());
     const ReactionPackDefinition* const doomed = TemplateAt(store, index);
     if (!doomed) return false;
-    const std::u16string question = u"Are you sure you want to permanently delete the reaction package definition " +
-                                    std::u16string(doomed->name.View()) + u"?";
+    const std::u16string name(doomed->name.View());
+    const std::u16string question =
+        u"Are you sure you want to permanently delete the reaction package definition " + name + u"?";
     constexpr std::uint32_t style =
         messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
     if (ui.ShowMessage(question, u"Delete Reaction Package Definition:", style) != MessageAnswer::Yes) return false;
     std::unique_ptr<ReactionPackDefinition> erased;
-    if (index < store.templates.size()) {
+    if (IsInRow(index, name)) {  // the question may have let the simulator read the file
         erased.swap(store.templates[index]);
         store.templates.erase(store.templates.begin() + static_cast<std::ptrdiff_t>(index));
+        isDeletionWaiting = true;
     }
     FillList();
     return true;

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "editor/EditorUi.h"
@@ -16,8 +17,12 @@ namespace reka {
 /// The dialog on the templates of `manager`, which are read by whoever opens it, and stored when it has ended. Both
 /// outlive this. May throw std::bad_alloc; the list of templates is then whole, and the file may lack the last change.
 ///
-/// The list shows the templates as they were when it was filled. A template is told by its index there, also after the
-/// templates were read afresh from the file meanwhile: the one that stands there now is meant.
+/// The list shows the templates as they were when it was filled. A template is told by its index there, and by the name
+/// in that row: where the templates were read afresh from the file meanwhile and another one stands there, nothing
+/// happens to it.
+///
+/// A deletion waits in memory for the end of the dialog. To create or edit a template reads the file, so that what was
+/// deleted is back: the user is asked before that.
 class CTemplateManager {
 public:
     /// Fills the list.
@@ -41,6 +46,12 @@ public:
 
 private:
     void FillList();
+    /// Whether the file may be read again, for all that waits to be deleted.
+    bool MayReadAgain();
+    /// Reads the file. True where that brought back what was deleted, with the list filled afresh.
+    bool ReadAgain();
+    /// Whether a template of this name stands at `index`.
+    bool IsInRow(std::size_t index, std::u16string_view name);
     /// Whether what is edited can be stored; false after the user has been told that it can't.
     bool CanStore();
 
@@ -48,6 +59,7 @@ private:
     IEditorUi& ui;
     std::vector<std::u16string> names;
     std::int32_t selection = -1;
+    bool isDeletionWaiting = false;
 };
 
 }  // namespace reka

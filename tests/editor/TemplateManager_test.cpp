@@ -12,6 +12,11 @@
 namespace reka::test {
 namespace {
 
+const char* const notInRowA =
+    "message|Error:|The template \"A\" does not stand in its row any more. Close this window first, and edit the "
+    "template "
+    "after you have opened it again.|16";
+
 class TemplateManager : public TemplateFixture {
 protected:
     /// The dialog as the manager opens it, on templates of these names.
@@ -190,10 +195,10 @@ TEST_F(TemplateManager, KnowsTheTemplateUnderEditAfterTheListWasReadAgain) {
 
 TEST_F(TemplateManager, ReadsTheFileBeforeTheShellOpens) {
     Open({u"B", u"A"});
-    PutTemplates({u"X", u"Y", u"Z"});
+    PutTemplates({u"X", u"a", u"Z"});
     dialog->Select(1);
     ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource&) {
-        EXPECT_EQ(Templates(), (Names{u"X", u"Y", u"Z"}));
+        EXPECT_EQ(Templates(), (Names{u"X", u"a", u"Z"}));
         EXPECT_EQ(definition.name.View(), u"A");  // the copy was made before
         return true;
     };
@@ -201,14 +206,41 @@ TEST_F(TemplateManager, ReadsTheFileBeforeTheShellOpens) {
     EXPECT_EQ(NamesInFile(), (Names{u"X", u"A", u"Z"}));  // in the place that it had
 }
 
-TEST_F(TemplateManager, KeepsWhatWasEditedIfItsPlaceIsGone) {
+TEST_F(TemplateManager, KeepsWhatWasEditedIfItsPlaceGoesMeanwhile) {
     Open({u"B", u"A", u"C"});
-    PutTemplates({u"X"});
     dialog->Select(2);
-    WillName(u"C2");
+    ui.inTemplate = [&](ReactionPackDefinition& definition, ITemplateSource& templates) {
+        PutTemplates({u"X"});
+        templates.Store().LoadTemplates();
+        definition.name = CBstr::Make(u"C2");
+        return true;
+    };
     EXPECT_TRUE(dialog->Edit());
     EXPECT_EQ(NamesInFile(), (Names{u"X", u"C2"}));
     EXPECT_EQ(dialog->Names(), (Names{u"X", u"C2"}));
+}
+
+TEST_F(TemplateManager, OpensNoShellForATemplateThatHasLeftItsRow) {
+    const struct {
+        Names inFile;
+        const char* what;
+    } cases[] = {{{u"B", u"C", u"A"}, "another name"}, {{u"B"}, "none"}, {{}, "none at all"}};
+    for (const auto& moved : cases) {
+        SCOPED_TRACE(moved.what);
+        for (const bool isReadBefore : {false, true}) {  // by the simulator, while the window is open
+            Open({u"B", u"A"});
+            PutTemplates(moved.inFile);
+            if (isReadBefore && moved.inFile.size() > 1) source.Store().LoadTemplates();
+            dialog->Select(1);
+            files.operations.clear();
+            ui.asked.clear();
+            EXPECT_TRUE(dialog->Edit());
+            EXPECT_EQ(ui.asked, Lines{notInRowA});
+            EXPECT_EQ(dialog->Names(), moved.inFile);
+            EXPECT_EQ(dialog->Selection(), -1);
+            EXPECT_FALSE(IsFileWritten());
+        }
+    }
 }
 
 TEST_F(TemplateManager, DoesNothingToATemplateThatIsNoLongerThere) {
@@ -262,28 +294,113 @@ TEST_F(TemplateManager, TakesAListThatChangesDuringTheQuestion) {
     EXPECT_EQ(dialog->Names(), Names{u"X"});
 }
 
-TEST_F(TemplateManager, BringsADeletedTemplateBackWithTheNextCreate) {
+TEST_F(TemplateManager, DeletesNothingElseWhereTheQuestionChangedTheRows) {
     Open({u"B", u"A"});
     dialog->Select(0);
     WillAnswer(MessageAnswer::Yes);
+    ui.onMessage = [this] {
+        PutTemplates({u"X", u"B"});
+        source.Store().LoadTemplates();
+    };
     EXPECT_TRUE(dialog->Delete());
-    EXPECT_EQ(dialog->Names(), Names{u"A"});
+    EXPECT_EQ(Templates(), (Names{u"X", u"B"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"X", u"B"}));
     WillName(u"New");
+    ui.asked.clear();
     EXPECT_TRUE(dialog->Create());
-    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"New"}));
-    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"New"}));
+    EXPECT_EQ(ui.asked, Lines{"template|"});  // nothing waits to be deleted
 }
 
-TEST_F(TemplateManager, GoesByTheIndexAfterADelete) {
-    Open({u"B", u"A"});
+/// With templates of which the first was deleted.
+class TemplateManagerAfterADeletion : public TemplateManager {
+protected:
+    TemplateManagerAfterADeletion() {
+        Open({u"B", u"A", u"C"});
+        dialog->Select(0);
+        WillAnswer(MessageAnswer::Yes);
+        EXPECT_TRUE(dialog->Delete());
+        EXPECT_EQ(dialog->Names(), (Names{u"A", u"C"}));
+        ui.asked.clear();
+        files.operations.clear();
+    }
+};
+
+// Yes or no 4, question 32, the second button is the default 256.
+const char* const question =
+    "message|Deleted templates:|Deleted templates stand in the file until this window is closed, and come back now; do "
+    "you want to go on?|292";
+
+TEST_F(TemplateManagerAfterADeletion, ReadsNothingWithoutAYes) {
+    WillName(u"New");
+    dialog->Select(1);
+    for (const MessageAnswer answer :
+         {MessageAnswer::No, MessageAnswer::None, MessageAnswer::Cancel, MessageAnswer::Ok}) {
+        WillAnswer(answer);
+        ui.asked.clear();
+        EXPECT_FALSE(dialog->Create());
+        EXPECT_FALSE(dialog->Edit());
+        EXPECT_EQ(ui.asked, (Lines{question, question}));
+    }
+    EXPECT_EQ(files.operations, Lines{});
+    EXPECT_EQ(Templates(), (Names{u"A", u"C"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"A", u"C"}));
+    EXPECT_EQ(dialog->Selection(), 1);
+}
+
+TEST_F(TemplateManagerAfterADeletion, CreatesBesideWhatIsBack) {
+    WillName(u"New");
+    EXPECT_TRUE(dialog->Create());
+    EXPECT_EQ(ui.asked, (Lines{question, "template|"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"C", u"New"}));
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"C", u"New"}));
+    ui.asked.clear();
+    EXPECT_TRUE(dialog->Create());
+    EXPECT_EQ(ui.asked, Lines{"template|"});  // nothing waits to be deleted any more
+}
+
+TEST_F(TemplateManagerAfterADeletion, ShowsWhatIsBackAfterACancelledShellToo) {
+    dialog->Select(1);
+    EXPECT_TRUE(dialog->Create());
+    EXPECT_EQ(ui.asked, (Lines{question, "template|"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"C"}));
+    EXPECT_EQ(dialog->Selection(), -1);
+    EXPECT_FALSE(IsFileWritten());
+    dialog->Select(1);
+    EXPECT_FALSE(dialog->Edit());  // cancelled, with nothing that waits to be deleted
+    EXPECT_EQ(ui.asked, (Lines{question, "template|", "template|A"}));
+}
+
+TEST_F(TemplateManagerAfterADeletion, EditsNoTemplateWhoseRowHasAnotherOne) {
+    WillName(u"A2");
+    dialog->Select(0);  // A, in the row that B has in the file
+    EXPECT_TRUE(dialog->Edit());
+    EXPECT_EQ(ui.asked, (Lines{question, notInRowA}));
+    EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"C"}));
+    EXPECT_EQ(Templates(), (Names{u"B", u"A", u"C"}));
+    EXPECT_FALSE(IsFileWritten());
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"C"}));
+}
+
+TEST_F(TemplateManagerAfterADeletion, EditsATemplateThatKeepsItsRow) {
+    dialog->Select(1);
+    EXPECT_TRUE(dialog->Delete());  // C, too
+    ui.asked.clear();
+    PutTemplates({u"A", u"C"});  // another program has deleted B
     dialog->Select(0);
-    WillAnswer(MessageAnswer::Yes);
-    EXPECT_TRUE(dialog->Delete());
-    dialog->Select(0);  // A, before the file is read
     WillName(u"A2");
     EXPECT_TRUE(dialog->Edit());
-    EXPECT_EQ(ui.asked.back(), "template|A");
-    EXPECT_EQ(dialog->Names(), (Names{u"A2", u"A"}));  // in the place of B, which had come back
+    EXPECT_EQ(ui.asked, (Lines{question, "template|A"}));
+    EXPECT_EQ(dialog->Names(), (Names{u"A2", u"C"}));
+    EXPECT_EQ(NamesInFile(), (Names{u"A2", u"C"}));
+}
+
+TEST_F(TemplateManagerAfterADeletion, ShowsNothingWhereTheFileCannotBeReadAgain) {
+    dialog->Select(0);
+    files.failAt = 7;
+    EXPECT_TRUE(dialog->Edit());
+    files.failAt = 0;
+    EXPECT_EQ(dialog->Names(), Names{});
+    EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"C"}));
 }
 
 }  // namespace
