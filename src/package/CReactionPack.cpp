@@ -85,6 +85,14 @@ CReactionPack::DefinitionHold CReactionPack::CopyDefinition(const ReactionPackDe
     return copy;
 }
 
+boost::local_shared_ptr<CCallArrays> CReactionPack::ArraysFor(const ReactionPackDefinition& used) {
+    if (!callArrays) callArrays = boost::make_local_shared<CCallArrays>();
+    const bool isInUse = callArrays.local_use_count() > 1;
+    auto arrays = isInUse ? boost::make_local_shared<CCallArrays>() : callArrays;
+    arrays->UseFor(used.WorkStamp(), used.reactions.size());
+    return arrays;
+}
+
 HRESULT CReactionPack::get_ComponentName(BSTR* name) {
     if (!name) return E_POINTER;
     return definition ? GiveCopy(definition->name, name) : E_UNEXPECTED;

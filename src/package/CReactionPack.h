@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "capeopen/BaseObject.h"
+#include "package/LentArray.h"
 #include "package/MaterialReader.h"
 #include "package/ReactionIndex.h"
 #include "records/Definition.h"
@@ -115,6 +116,9 @@ private:
     /// A definition of the same content with working values of its own.
     static DefinitionHold CopyDefinition(const ReactionPackDefinition& source);
 
+    /// The arrays that a calculation lends: those of the package, or fresh ones where a calculation is under way.
+    boost::local_shared_ptr<CCallArrays> ArraysFor(const ReactionPackDefinition& used);
+
     void MarkChanged() {
         dirty = 1;
         ++changes;
@@ -165,6 +169,7 @@ private:
 
     // Shared with the calls under way alone.
     DefinitionHold definition;
+    boost::local_shared_ptr<CCallArrays> callArrays;
     CReactionIndex reactionIndex;
     CComRef<ICapeReactionProperties> reactionObject;
     CComRef<IDispatch> material;

@@ -61,40 +61,43 @@ bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
     return (property.acceptsMoleBasis && SameUsualText(basis, moleBasis)) || TextOf(basis).empty();
 }
 
-/// The reactions that a call selects, by index and in the order asked for.
+/// The reactions that a call selects, by index and in the order asked for, in room that is lent.
 class CSelection {
 public:
-    CSelection() = default;
-    CSelection(const CSelection&) = delete;  // `indices` may point into it
+    explicit CSelection(std::vector<std::uint32_t>& room) : indices(room) { indices.clear(); }
+    CSelection(const CSelection&) = delete;
     CSelection& operator=(const CSelection&) = delete;
 
-    void TakeAll(std::size_t reactionCount) { count = reactionCount; }
-    /// Makes room for `size` reactions to come.
-    void Reserve(std::size_t size) {
-        if (size > std::size(few)) many.resize(size);
-        indices = many.empty() ? few : many.data();
+    void TakeAll(std::size_t reactionCount) {
+        count = reactionCount;
+        isAll = true;
     }
-    void Append(std::size_t index) { indices[count++] = static_cast<std::uint32_t>(index); }
+    /// Makes room for `size` reactions to come.
+    void Reserve(std::size_t size) { indices.reserve(size); }
+    void Append(std::size_t index) {
+        indices.push_back(static_cast<std::uint32_t>(index));
+        ++count;
+    }
     std::size_t Count() const { return count; }
-    std::size_t operator[](std::size_t i) const { return indices ? indices[i] : i; }
+    std::size_t operator[](std::size_t i) const { return isAll ? i : indices[i]; }
 
 private:
     std::size_t count = 0;
-    std::uint32_t* indices = nullptr;  // null: all reactions in their order
-    std::uint32_t few[16];             // most calls name no more
-    std::vector<std::uint32_t> many;
+    bool isAll = false;  // in their order
+    std::vector<std::uint32_t>& indices;
 };
 
 /// One call, with all that it works on. What it began with stays alive until it ends.
 class CPropertyCalculation {
 public:
     CPropertyCalculation(BaseObject& reportingObject, ReactionPackDefinition& packageDefinition,
-                         ICapeReactionProperties& results, CMaterialReader& materialReader,
+                         ICapeReactionProperties& results, CMaterialReader& materialReader, CCallArrays& lentArrays,
                          const COwnArithmetic& ownArithmetic, BSTR requestedPhase, BSTR requestedBasis)
         : object(reportingObject),
           definition(packageDefinition),
           reactionObject(results),
           reader(materialReader),
+          arrays(lentArrays),
           arithmetic(ownArithmetic),
           phase(requestedPhase),
           basis(requestedBasis) {}
@@ -116,8 +119,7 @@ public:
         std::u16string errorText;
         if (!reader.FetchExpressionInputs(dependencies, phase, errorText)) return Report(errorText);
         for (std::size_t i = 0; i < selected.Count(); ++i) {
-            const ReactionDefinition& reaction = *definition.reactions[selected[i]];
-            if (!EvaluateAndStore(reaction.id.Get(), propertyName, *(reaction.*property->expression))) return false;
+            if (!EvaluateAndStore(selected[i], propertyName, *property)) return false;
         }
         return true;
     }
@@ -148,20 +150,22 @@ private:
                                         u"\". Cannot calculation property EnthalpyOfReaction");
     }
 
-    /// Evaluates one expression and writes the value to the reaction object. False after the failure was reported.
-    bool EvaluateAndStore(BSTR reactionId, BSTR property, const ExpressionRef& expression) {
+    /// Evaluates the expression of one reaction and writes the value to the reaction object. False after the failure
+    /// was reported.
+    bool EvaluateAndStore(std::size_t index, BSTR propertyName, const ReactionProperty& property) {
+        const ReactionDefinition& reaction = *definition.reactions[index];
+        const BSTR reactionId = reaction.id.Get();
         double value = 0.0;
         std::u16string errorText;
-        if (!EvaluateExpression(expression, value, definition, errorText)) [[unlikely]] {
-            return ReportCalculation(reactionId, property, errorText);
+        if (!EvaluateExpression(*(reaction.*property.expression), value, definition, errorText)) [[unlikely]] {
+            return ReportCalculation(reactionId, propertyName, errorText);
         }
-        CVariant values;
-        CVariant identifiers;
-        if (!MakeOneNumber(values, value) || !MakeOneString(identifiers, reactionId)) [[unlikely]] {
-            return ReportCalculation(reactionId, property, u"out of memory");
-        }
+        const VARIANT* const values = arrays.Number().LendNumber(value);
+        const VARIANT* const identifiers = values ? arrays.LendId(index, reactionId) : nullptr;
+        if (!identifiers) [[unlikely]]
+            return ReportCalculation(reactionId, propertyName, u"out of memory");
         const HRESULT result = arithmetic.Outside(
-            [&] { return reactionObject.SetReactionProp(property, phase, identifiers.Get(), basis, values.Get()); });
+            [&] { return reactionObject.SetReactionProp(propertyName, phase, *identifiers, basis, *values); });
         if (SUCCEEDED(result)) [[likely]]
             return true;
         return Report(arithmetic.Outside([&] { return GetCapeErrorText(&reactionObject, result); }));
@@ -183,6 +187,7 @@ private:
     ReactionPackDefinition& definition;
     ICapeReactionProperties& reactionObject;
     CMaterialReader& reader;
+    CCallArrays& arrays;
     const COwnArithmetic& arithmetic;
     const BSTR phase;
     const BSTR basis;
@@ -234,10 +239,11 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
         const auto usedReactionObject = reactionObject;
         const auto usedMaterial = material;
         const auto usedMap = compoundMap;
+        const auto usedArrays = ArraysFor(*usedDefinition);
         const std::vector<std::int32_t> noMap;
         const COwnArithmetic arithmetic;
 
-        CSelection selected;
+        CSelection selected(usedArrays->selection);
         const HRESULT selection = SelectReactions(*this, *usedDefinition, reactionIndex, reacIds, selected);
         if (FAILED(selection)) return selection;
         std::u16string errorText;
@@ -253,8 +259,9 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                         interfaceName);
         }
         CMaterialReader reader(*usedDefinition, usedMaterial.Get(), materialWords, usedMap ? *usedMap : noMap,
-                               materialCompoundCount, arithmetic);
-        CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, arithmetic, phase, basis);
+                               materialCompoundCount, *usedArrays, arithmetic);
+        CPropertyCalculation calculation(*this, *usedDefinition, *usedReactionObject, reader, *usedArrays, arithmetic,
+                                         phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
             const BSTR name = StringAt(props, i);
             if (!calculation.Calculate(name, FindProperty(name), selected)) return ECapeUnknownHR;

@@ -42,13 +42,16 @@ bool HasElements(const VARIANT& answer, std::int32_t count) {
 
 CMaterialReader::CMaterialReader(ReactionPackDefinition& packageDefinition, IDispatch* boundMaterial,
                                  const MaterialWords& materialWords, const std::vector<std::int32_t>& map,
-                                 std::int32_t compoundCount, const COwnArithmetic& ownArithmetic)
+                                 std::int32_t compoundCount, CCallArrays& lentArrays,
+                                 const COwnArithmetic& ownArithmetic)
     : definition(packageDefinition),
       material(boundMaterial),
       words(materialWords),
       compoundMap(map),
       materialCompoundCount(compoundCount),
-      arithmetic(ownArithmetic) {}
+      arrays(lentArrays),
+      arithmetic(ownArithmetic),
+      compoundList(&materialWords.emptyCompoundList.Get()) {}
 
 bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
     if (!material) {
@@ -69,7 +72,7 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
     if (dependencies & (dependency::moleFraction | dependency::molarity)) {
         const Request fraction = {words.fraction.Get(),
                                   false,
-                                  &compoundList.Get(),
+                                  compoundList,
                                   static_cast<std::int32_t>(definition.compounds.size()),
                                   true,
                                   true};
@@ -85,14 +88,11 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
 }
 
 bool CMaterialReader::MakeCompoundList(std::u16string& errorText) {
-    if (IsVersion11(definition) || compoundList.Get().vt != VT_EMPTY) return true;
-    const bool made = CreateListVariant(
-        *compoundList.Receive(), definition.compounds.size(), VT_BSTR, [this](SAFEARRAY& array, LONG index) {
-            const auto& compound = definition.compounds[static_cast<std::size_t>(index)];
-            return PutString(array, index, compound->id.Get());
-        });
-    if (!made) errorText = u"out of memory";
-    return made;
+    if (IsVersion11(definition)) return true;
+    const auto idAt = [this](std::size_t i) { return definition.compounds[i]->id.Get(); };
+    compoundList = arrays.Compounds().LendTexts(definition.compounds.size(), idAt);
+    if (!compoundList) errorText = u"out of memory";
+    return compoundList != nullptr;
 }
 
 bool CMaterialReader::ReadScalar(BSTR property, BSTR phase, double& result, std::u16string& errorText) {
@@ -102,7 +102,7 @@ bool CMaterialReader::ReadScalar(BSTR property, BSTR phase, double& result, std:
 
 bool CMaterialReader::ReadPerCompound(BSTR property, BSTR phase, double* results, std::u16string& errorText) {
     const auto count = static_cast<std::int32_t>(definition.compounds.size());
-    return ReadMaterialProperty({property, true, &compoundList.Get(), count, false, false}, phase, results, errorText);
+    return ReadMaterialProperty({property, true, compoundList, count, false, false}, phase, results, errorText);
 }
 
 bool CMaterialReader::ReadMolarity(BSTR phase, std::u16string& errorText) {
@@ -142,19 +142,20 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
     const auto object = AskMaterial<ICapeThermoMaterialObject>(u"ICapeThermoMaterialObject", errorText);
     if (!object) return false;
     const BSTR calcType = request.omitCalcType ? nullptr : words.mixture.Get();
-    const std::u16string calcTypeText = calcType ? u" (calcType " + StringFromBstr(calcType) + u")" : std::u16string();
+    const auto calcTypeText = [calcType] {
+        return calcType ? u" (calcType " + StringFromBstr(calcType) + u")" : std::u16string();
+    };
     if (request.calculateFirst) {
-        CVariant props;
-        CVariant phases;
-        if (!MakeOneString(props, request.property) || !MakeOneString(phases, phase)) {
+        const VARIANT* const props = arrays.LendProperty(request.property);
+        const VARIANT* const phases = props ? arrays.LendPhase(phase) : nullptr;
+        if (!phases) {
             errorText = u"out of memory";
             return false;
         }
-        const HRESULT result =
-            arithmetic.Outside([&] { return object->CalcProp(props.Get(), phases.Get(), calcType); });
+        const HRESULT result = arithmetic.Outside([&] { return object->CalcProp(*props, *phases, calcType); });
         if (FAILED(result)) {
             errorText = u"Failed to calculate " + StringFromBstr(request.property) + u" for phase " +
-                        StringFromBstr(phase) + calcTypeText + u": " + OutsideError(object.Get(), result);
+                        StringFromBstr(phase) + calcTypeText() + u": " + OutsideError(object.Get(), result);
             return false;
         }
     }
@@ -165,7 +166,7 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
         [&] { return object->GetProp(request.property, askedPhase, *request.compoundList, calcType, basis, &answer); });
     if (SUCCEEDED(result)) return true;
     errorText = u"Failed to obtain " + StringFromBstr(request.property) + u" for phase " + StringFromBstr(askedPhase) +
-                calcTypeText + u": " + OutsideError(object.Get(), result);
+                calcTypeText() + u": " + OutsideError(object.Get(), result);
     return false;
 }
 
@@ -174,12 +175,12 @@ bool CMaterialReader::RequestByVersion11(const Request& request, BSTR phase, VAR
     if (request.calculateFirst) {
         const auto routine = AskMaterial<ICapeThermoPropertyRoutine>(u"ICapeThermoPropertyRoutine", errorText);
         if (!routine) return false;
-        CVariant props;
-        if (!MakeOneString(props, request.property)) {
+        const VARIANT* const props = arrays.LendProperty(request.property);
+        if (!props) {
             errorText = u"out of memory";
             return false;
         }
-        const HRESULT result = arithmetic.Outside([&] { return routine->CalcSinglePhaseProp(props.Get(), phase); });
+        const HRESULT result = arithmetic.Outside([&] { return routine->CalcSinglePhaseProp(*props, phase); });
         if (FAILED(result)) {
             errorText = u"CalcSinglePhaseProp failed for property " + StringFromBstr(request.property) + u", phase " +
                         StringFromBstr(phase) + u": " + OutsideError(routine.Get(), result);

@@ -9,6 +9,7 @@
 
 #include "capeopen/CapeOpenInterfaces.h"
 #include "capeopen/OutsideHolders.h"
+#include "package/LentArray.h"
 #include "platform/HostArithmetic.h"
 #include "records/Definition.h"
 
@@ -37,7 +38,7 @@ public:
     /// those of the binding. All arguments are lent and outlive the reader, and `arithmetic` is in force.
     CMaterialReader(ReactionPackDefinition& definition, IDispatch* material, const MaterialWords& words,
                     const std::vector<std::int32_t>& compoundMap, std::int32_t materialCompoundCount,
-                    const COwnArithmetic& arithmetic);
+                    CCallArrays& arrays, const COwnArithmetic& arithmetic);
 
     /// Reads what the bits of `dependencies` ask for, each quantity once, in SI units. False with the reason in
     /// `errorText` at the first request that fails; what was filled before stays filled. No bits, no request.
@@ -80,8 +81,9 @@ private:
     const MaterialWords& words;
     const std::vector<std::int32_t>& compoundMap;
     const std::int32_t materialCompoundCount;
+    CCallArrays& arrays;
     const COwnArithmetic& arithmetic;
-    CVariant compoundList;  // the material's identifiers of the package's compounds, made at the first need
+    const VARIANT* compoundList;  // the material's identifiers of the package's compounds; empty until they are needed
 };
 
 }  // namespace reka

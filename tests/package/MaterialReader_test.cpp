@@ -341,7 +341,8 @@ TEST_F(MaterialReading, TellsOfAMissingMaterialWhateverIsAskedFor) {
     const MaterialWords words;
     const std::vector<std::int32_t> noMap;
     const COwnArithmetic arithmetic;
-    CMaterialReader reader(*definition, nullptr, words, noMap, 0, arithmetic);
+    CCallArrays arrays;
+    CMaterialReader reader(*definition, nullptr, words, noMap, 0, arrays, arithmetic);
     for (const std::uint32_t dependencies : {0U, dependency::temperature, dependency::molarity}) {
         std::u16string errorText;
         EXPECT_FALSE(reader.FetchExpressionInputs(dependencies, nullptr, errorText));

@@ -102,23 +102,28 @@ protected:
 };
 
 TEST_F(OutOfMemory, EndsACalculationWithItsText) {
-    PrepareBinding();
-    ASSERT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
     const CVariant props = Strings({u"ReactionRate"});
     const CVariant ids = Strings({u"r"});
     const CBstr phase = CBstr::Make(u"Liquid");
+    std::unique_ptr<CPackageHolder> fresh;  // what a call makes is kept for the next one
     ForEachFailure(
         [&] {
+            if (fresh) (*fresh)->Terminate();
+            fresh = std::make_unique<CPackageHolder>(*definition);
+            IDispatch* pointer = results.Dispatch();
+            (*fresh)->SetReactionObject(&pointer);
+            PrepareBinding();
+            ASSERT_EQ((*fresh)->SetMaterial(material.Dispatch()), S_OK);
             material.next.clear();
             material.next.push_back(Numbers({100.0}));
             material.next.push_back(Numbers({0.5, 0.5}));
             material.next.push_back(Numbers({300.0}));
         },
-        [&] { return package->CalcReactionProp(props.Get(), phase.Get(), ids.Get(), nullptr); },
+        [&] { return (*fresh)->CalcReactionProp(props.Get(), phase.Get(), ids.Get(), nullptr); },
         [&](HRESULT result, bool isReached) {
             EXPECT_EQ(result, isReached ? ECapeUnknownHR : S_OK);
             if (!isReached) return;
-            const ReportedError error = ErrorOf(package.Unknown());
+            const ReportedError error = ErrorOf(fresh->Unknown());
             EXPECT_TRUE(error.description == "out of memory" ||
                         error.description == "Failed to calculate ReactionRate for reaction r: out of memory")
                 << error.description;
@@ -126,6 +131,7 @@ TEST_F(OutOfMemory, EndsACalculationWithItsText) {
             EXPECT_EQ(error.scope, "CalcReactionProp");
         });
     EXPECT_EQ(material.references.Held(), 1);
+    (*fresh)->Terminate();
 }
 
 TEST_F(OutOfMemory, EndsABindingWithItsText) {

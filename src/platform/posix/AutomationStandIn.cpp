@@ -169,9 +169,11 @@ void VariantInit(VARIANT* variant) {
 
 HRESULT VariantClear(VARIANT* variant) {
     const VARIANT held = *variant;
+    const bool isArray = (held.vt & VT_ARRAY) && !(held.vt & VT_BYREF);
+    if (isArray && held.parray && held.parray->cLocks > 0) return DISP_E_ARRAYISLOCKED;
     VariantInit(variant);
     if (held.vt & VT_BYREF) return S_OK;
-    if (held.vt & VT_ARRAY) return SafeArrayDestroy(held.parray);
+    if (isArray) return SafeArrayDestroy(held.parray);
     if (held.vt == VT_BSTR) SysFreeString(held.bstrVal);
     if ((held.vt == VT_UNKNOWN || held.vt == VT_DISPATCH) && held.punkVal) held.punkVal->Release();
     return S_OK;
@@ -179,7 +181,8 @@ HRESULT VariantClear(VARIANT* variant) {
 
 HRESULT VariantCopy(VARIANT* destination, const VARIANT* source) {
     if (destination == source) return S_OK;
-    VariantClear(destination);
+    const HRESULT cleared = VariantClear(destination);
+    if (FAILED(cleared)) return cleared;
     VARIANT copy = *source;
     if (copy.vt & VT_BYREF) {
         // A reference is copied as a reference.
@@ -222,6 +225,7 @@ SAFEARRAY* SafeArrayCreate(VARTYPE elementType, UINT dimensions, SAFEARRAYBOUND*
 
 HRESULT SafeArrayDestroy(SAFEARRAY* array) {
     if (!array) return S_OK;
+    if (array->cLocks > 0) return DISP_E_ARRAYISLOCKED;
     char* element = static_cast<char*>(array->pvData);
     for (std::size_t i = ElementCount(*array); i > 0; --i, element += array->cbElements) {
         FreeElement(array->elementType, element);
@@ -239,6 +243,7 @@ HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** copy) {
     auto* made = static_cast<SAFEARRAY*>(Allocate(headerSize));
     if (!made) return E_OUTOFMEMORY;
     std::memcpy(static_cast<void*>(made), array, headerSize);
+    made->cLocks = 0;
     made->pvData = Allocate(size > 0 ? size : 1);
     if (!made->pvData) {
         std::free(made);
@@ -311,12 +316,27 @@ HRESULT SafeArrayPutElement(SAFEARRAY* array, LONG* indices, void* element) {
     return CopyElement(array->elementType, array->cbElements, target, byPointer ? &element : element);
 }
 
-HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data) {
-    if (!array || !data) return E_INVALIDARG;
-    *data = array->pvData;
+HRESULT SafeArrayLock(SAFEARRAY* array) {
+    if (!array) return E_INVALIDARG;
+    if (array->cLocks == 0xFFFF) return E_UNEXPECTED;
+    ++array->cLocks;
     return S_OK;
 }
 
+HRESULT SafeArrayUnlock(SAFEARRAY* array) {
+    if (!array) return E_INVALIDARG;
+    if (array->cLocks == 0) return E_UNEXPECTED;
+    --array->cLocks;
+    return S_OK;
+}
+
+HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data) {
+    if (!array || !data) return E_INVALIDARG;
+    const HRESULT result = SafeArrayLock(array);
+    if (SUCCEEDED(result)) *data = array->pvData;
+    return result;
+}
+
 HRESULT SafeArrayUnaccessData(SAFEARRAY* array) {
-    return array ? S_OK : E_INVALIDARG;
+    return SafeArrayUnlock(array);
 }

@@ -49,6 +49,7 @@ constexpr HRESULT DISP_E_PARAMNOTFOUND = static_cast<HRESULT>(0x80020004U);
 constexpr HRESULT DISP_E_UNKNOWNNAME = static_cast<HRESULT>(0x80020006U);
 constexpr HRESULT DISP_E_BADVARTYPE = static_cast<HRESULT>(0x80020008U);
 constexpr HRESULT DISP_E_BADINDEX = static_cast<HRESULT>(0x8002000BU);
+constexpr HRESULT DISP_E_ARRAYISLOCKED = static_cast<HRESULT>(0x8002000DU);
 
 constexpr DISPID DISPID_UNKNOWN = -1;
 
@@ -162,6 +163,7 @@ struct SAFEARRAY {
     USHORT fFeatures;
     VARTYPE elementType;
     ULONG cbElements;
+    ULONG cLocks;
     void* pvData;
     SAFEARRAYBOUND rgsabound[1];  // as many as dimensions, the last dimension first
 };
@@ -191,13 +193,15 @@ struct VARIANT {
 };
 
 void VariantInit(VARIANT* variant);
-/// Frees what the variant holds and makes it empty. What a VT_BYREF variant refers to stays its owner's.
+/// Frees what the variant holds and makes it empty. What a VT_BYREF variant refers to stays its owner's, and a locked
+/// array stays where it is.
 HRESULT VariantClear(VARIANT* variant);
 /// Clears `destination` and makes it a deep copy of `source`.
 HRESULT VariantCopy(VARIANT* destination, const VARIANT* source);
 
 /// An array of `dimensions` dimensions with zeroed elements; null without memory or for an element type not known.
 SAFEARRAY* SafeArrayCreate(VARTYPE elementType, UINT dimensions, SAFEARRAYBOUND* bounds);
+/// Fails with `DISP_E_ARRAYISLOCKED` while the array is locked.
 HRESULT SafeArrayDestroy(SAFEARRAY* array);
 HRESULT SafeArrayCopy(SAFEARRAY* array, SAFEARRAY** copy);
 UINT SafeArrayGetDim(SAFEARRAY* array);
@@ -210,6 +214,9 @@ HRESULT SafeArrayGetUBound(SAFEARRAY* array, UINT dimension, LONG* bound);
 HRESULT SafeArrayGetElement(SAFEARRAY* array, LONG* indices, void* element);
 /// Copies an element in; a string is passed as the BSTR itself, everything else by address.
 HRESULT SafeArrayPutElement(SAFEARRAY* array, LONG* indices, void* element);
+/// Locks are counted.
+HRESULT SafeArrayLock(SAFEARRAY* array);
+HRESULT SafeArrayUnlock(SAFEARRAY* array);
 HRESULT SafeArrayAccessData(SAFEARRAY* array, void** data);
 HRESULT SafeArrayUnaccessData(SAFEARRAY* array);
 

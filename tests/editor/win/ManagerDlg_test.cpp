@@ -53,6 +53,19 @@ protected:
                 u"Are you sure you want to permanently delete the reaction package definition " + name + u"?",
                 deleteBox};
     }
+    static ExpectedBox BackQuestion() {
+        return {u"Deleted templates:",
+                u"Deleted templates stand in the file until this window is closed, and come back now; do you want to go "
+                u"on?",
+                deleteBox};
+    }
+    static ExpectedBox NotInRow(const std::u16string& name) {
+        return {u"Error:",
+                u"The template \"" + name +
+                    u"\" does not stand in its row any more. Close this window first, and edit the template after you "
+                    u"have opened it again.",
+                errorBox};
+    }
     /// Makes what a new template needs, in the open shell, but for its name.
     static void LoadTemplate(CUser& u, const CDrivenWindow& shell) {
         shell.Click(IDC_EDIT_LOAD);
@@ -242,6 +255,11 @@ TEST_F(ManagerDialog, TakesNoButtonWhileTheTemplatesAreReadAfresh) {
                 };
             });
             dialog.Click(button);
+            if (button == IDC_MANAGER_EDIT) {  // the file was set aside, and no template is left
+                u.Answer(NotInRow(u"A"), IDOK);
+                EXPECT_EQ(Listed(dialog), Names{});
+                continue;
+            }
             const CDrivenWindow shell = u.WaitFor(u"Edit:");
             EXPECT_EQ(GetWindow(shell.Get(), GW_OWNER), dialog.Get());
             EXPECT_EQ(u.CountDialogs(), 2);
@@ -255,8 +273,7 @@ TEST_F(ManagerDialog, TakesNoButtonWhileTheTemplatesAreReadAfresh) {
     EXPECT_EQ(boxes, 2);
 }
 
-/// The rows stand for what was read as the shell opened: of the list and the templates the positions go together.
-TEST_F(ManagerDialog, MeansWhatWasReadAfreshAfterADeleteAndACancelledShell) {
+TEST_F(ManagerDialog, AsksBeforeADeletedTemplateComesBack) {
     PutTemplates({u"A", u"B"});
     Manage([](CUser& u, const CDrivenWindow& dialog) {
         dialog.ClickListItem(IDC_MANAGER_LIST, 0);
@@ -264,16 +281,25 @@ TEST_F(ManagerDialog, MeansWhatWasReadAfreshAfterADeleteAndACancelledShell) {
         u.Answer(DeleteQuestion(u"A"), IDYES);
         EXPECT_EQ(Listed(dialog), Names{u"B"});
         dialog.Click(IDC_MANAGER_CREATE);
+        u.Answer(BackQuestion(), IDNO);
+        EXPECT_EQ(Listed(dialog), Names{u"B"});
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        dialog.Click(IDC_MANAGER_EDIT);
+        u.Answer(BackQuestion(), IDYES);
+        u.Answer(NotInRow(u"B"), IDOK);  // in whose row A is again
+        EXPECT_EQ(Listed(dialog), (Names{u"A", u"B"}));
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"A"), IDYES);
+        dialog.Click(IDC_MANAGER_CREATE);
+        u.Answer(BackQuestion(), IDYES);
         const CDrivenWindow shell = u.WaitFor(u"Edit:");
         shell.Click(IDCANCEL);
         shell.WaitUntilGone();
-        EXPECT_EQ(Listed(dialog), Names{u"B"});
+        EXPECT_EQ(Listed(dialog), (Names{u"A", u"B"}));
         dialog.ClickListItem(IDC_MANAGER_LIST, 0);
         dialog.Click(IDC_MANAGER_DELETE);
-        u.Answer(DeleteQuestion(u"A"), IDNO);  // which is back, at the first place
-        dialog.Click(IDC_MANAGER_DELETE);
         u.Answer(DeleteQuestion(u"A"), IDYES);
-        EXPECT_EQ(Listed(dialog), Names{u"B"});
     });
     EXPECT_EQ(NamesInFile(), Names{u"B"});
 }
@@ -303,6 +329,7 @@ TEST_F(ManagerDialog, BringsADeletedTemplateBackWhenOneIsCreated) {
         dialog.Click(IDC_MANAGER_DELETE);
         u.Answer(DeleteQuestion(u"A"), IDYES);
         dialog.Click(IDC_MANAGER_CREATE);
+        u.Answer(BackQuestion(), IDYES);
         const CDrivenWindow shell = u.WaitFor(u"Edit:");
         LoadTemplate(u, shell);
         VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"C");
