@@ -54,10 +54,11 @@ protected:
                 deleteBox};
     }
     static ExpectedBox BackQuestion() {
-        return {u"Deleted templates:",
-                u"Deleted templates stand in the file until this window is closed, and come back now; do you want to go "
-                u"on?",
-                deleteBox};
+        return {
+            u"Deleted templates:",
+            u"Deleted templates stand in the file until this window is closed, and come back now; do you want to go "
+            u"on?",
+            deleteBox};
     }
     static ExpectedBox NotInRow(const std::u16string& name) {
         return {u"Error:",
