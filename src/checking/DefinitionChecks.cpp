@@ -37,13 +37,15 @@ constexpr struct {
 };
 
 /// Adds up the elements of a reaction. Null, or the compound with a formula that can't be read.
-const CompoundDefinition* AddElements(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
+const CompoundDefinition* AddElements(CDefinitionFormulas& formulas, const ReactionDefinition& reaction,
                                       ElementBalance& balance) {
     const COwnArithmetic arithmetic;
+    const ReactionPackDefinition& definition = formulas.Definition();
     for (std::size_t i = 0; i < definition.compounds.size() && i < reaction.stoichiometry.size(); ++i) {
         if (reaction.stoichiometry[i] == 0.0) continue;
-        const CompoundDefinition& compound = *definition.compounds[i];
-        if (!ReadStructureFormula(compound.formula.View(), reaction.stoichiometry[i], balance)) return &compound;
+        const std::vector<FormulaPart>* const parts = formulas.PartsOf(i);
+        if (!parts) return definition.compounds[i].get();
+        balance.Add(*parts, reaction.stoichiometry[i]);
     }
     return nullptr;
 }
@@ -115,10 +117,20 @@ bool HasAllFormulas(const ReactionPackDefinition& definition) {
     return true;
 }
 
-bool CheckElementBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
-                         IUserMessages& ui, std::u16string& errorText) {
+const std::vector<FormulaPart>* CDefinitionFormulas::PartsOf(std::size_t compound) {
+    Formula& formula = formulas[compound];
+    if (!formula.isKnown) {
+        formula.parts.clear();  // of a reading for which memory ran out
+        formula.isRead = ReadFormulaParts(definition.compounds[compound]->formula.View(), formula.parts);
+        formula.isKnown = true;
+    }
+    return formula.isRead ? &formula.parts : nullptr;
+}
+
+bool CheckElementBalance(CDefinitionFormulas& formulas, const ReactionDefinition& reaction, IUserMessages& ui,
+                         std::u16string& errorText) {
     ElementBalance balance;
-    if (const CompoundDefinition* const unread = AddElements(definition, reaction, balance)) {
+    if (const CompoundDefinition* const unread = AddElements(formulas, reaction, balance)) {
         ui.ShowWarning(u"Parse error in structure formula " + std::u16string(unread->formula.View()) +
                            u" for compound " + std::u16string(unread->name.View()) +
                            u"; unable to perform element balance check.",

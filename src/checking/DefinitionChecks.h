@@ -5,10 +5,13 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <vector>
 
 #include "checking/RunDefinitionChecks.h"
 #include "expression/parse/CompoundLookup.h"
+#include "formula/StructureFormula.h"
 #include "platform/UserMessages.h"
 #include "records/Definition.h"
 
@@ -28,10 +31,32 @@ bool CheckPhase(const ReactionDefinition& reaction, std::u16string& errorText);
 /// Whether every compound has a formula. One without turns the element balance of all reactions off.
 bool HasAllFormulas(const ReactionPackDefinition& definition);
 
+/// The formulas of a definition, each read once for all reactions. The definition stays as it is meanwhile.
+class CDefinitionFormulas {
+public:
+    explicit CDefinitionFormulas(const ReactionPackDefinition& checked)
+        : definition(checked), formulas(checked.compounds.size()) {}
+
+    const ReactionPackDefinition& Definition() const { return definition; }
+    /// The parts of one compound's formula; null for one that can't be read. May throw std::bad_alloc.
+    const std::vector<FormulaPart>* PartsOf(std::size_t compound);
+
+private:
+    struct Formula {
+        bool isKnown = false;
+        bool isRead = false;
+        std::vector<FormulaPart> parts;
+    };
+
+    const ReactionPackDefinition& definition;
+    std::vector<Formula> formulas;
+};
+
 /// True if each element is balanced to 0.001 atoms per reaction as written. A formula that can't be read is told as a
-/// warning, and the reaction then goes without this check. Charges don't take part.
-bool CheckElementBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
-                         IUserMessages& ui, std::u16string& errorText);
+/// warning, and the reaction then goes without this check. Charges don't take part. `formulas` are those of the
+/// reaction's definition.
+bool CheckElementBalance(CDefinitionFormulas& formulas, const ReactionDefinition& reaction, IUserMessages& ui,
+                         std::u16string& errorText);
 
 /// True if a compound takes part and the molecular weights are balanced to 0.05 g/mol per reaction as written.
 bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,

@@ -11,10 +11,10 @@ namespace reka {
 namespace {
 
 bool CheckReaction(const ReactionPackDefinition& definition, CCompoundLookup& compounds, ReactionDefinition& reaction,
-                   bool hasAllFormulas, std::u16string& errorText, IUserMessages& ui) {
+                   CDefinitionFormulas* formulas, std::u16string& errorText, IUserMessages& ui) {
     reaction.DiscardExpressions();
     if (!CheckPhase(reaction, errorText)) return false;
-    if (hasAllFormulas && !CheckElementBalance(definition, reaction, ui, errorText)) return false;
+    if (formulas && !CheckElementBalance(*formulas, reaction, ui, errorText)) return false;
     return CheckMassBalance(definition, reaction, errorText) && ParseTypeExpression(compounds, reaction, errorText) &&
            ParseHeat(compounds, reaction, errorText) && ConfirmHeatDependencies(reaction, ui, errorText);
 }
@@ -27,9 +27,12 @@ bool RunDefinitionChecks(ReactionPackDefinition& definition, const TakenNames* t
     if (taken && !CheckNameIsFree(definition, *taken, errorText)) return false;
     if (!CheckCompounds(definition, errorText)) return false;
     const bool hasAllFormulas = HasAllFormulas(definition);
-    CCompoundLookup compounds(definition);  // nobody can edit them while a question to the user is open
+    // Nobody can edit the compounds while a question to the user is open.
+    CDefinitionFormulas formulas(definition);
+    CCompoundLookup compounds(definition);
     for (const auto& reaction : definition.reactions) {
-        if (!CheckReaction(definition, compounds, *reaction, hasAllFormulas, errorText, ui)) return false;
+        if (!CheckReaction(definition, compounds, *reaction, hasAllFormulas ? &formulas : nullptr, errorText, ui))
+            return false;
     }
     definition.AllocateWorkArrays();
     return true;

@@ -7,8 +7,6 @@
 
 #include "formula/StructureFormula.h"
 
-#include <algorithm>
-
 #include "formula/FormulaText.h"
 #include "text/NumberText.h"
 
@@ -16,16 +14,20 @@ namespace reka {
 
 namespace {
 
-void AddAtoms(ElementBalance& balance, std::u16string_view symbol, double amount) {
-    auto element = std::find_if(balance.begin(), balance.end(),
-                                [&](const ElementAmount& candidate) { return candidate.symbol == symbol; });
-    if (element == balance.end()) element = balance.insert(element, {std::u16string(symbol), 0.0});
-    element->amount += amount;
+std::uint16_t NumberOf(std::u16string_view symbol) {
+    const int small = symbol.size() > 1 ? symbol[1] - u'a' + 1 : 0;
+    return static_cast<std::uint16_t>((symbol[0] - u'A') * 27 + small);
+}
+
+std::u16string SymbolOf(std::uint16_t number) {
+    std::u16string symbol(1, static_cast<char16_t>(u'A' + number / 27));
+    if (number % 27 > 0) symbol += static_cast<char16_t>(u'a' + number % 27 - 1);
+    return symbol;
 }
 
 }  // namespace
 
-bool ReadStructureFormula(std::u16string_view formula, double coefficient, ElementBalance& balance) {
+bool ReadFormulaParts(std::u16string_view formula, std::vector<FormulaPart>& parts) {
     for (std::size_t position = 0; position < formula.size();) {
         const std::u16string_view symbol = SymbolAt(formula, position);
         if (symbol.empty()) return false;
@@ -34,9 +36,27 @@ bool ReadStructureFormula(std::u16string_view formula, double coefficient, Eleme
         position += digits.size();
         double count = 1.0;
         if (!digits.empty() && (!ScanNumber(digits, count) || !(count > 0.0))) return false;
-        AddAtoms(balance, symbol, count * coefficient);
+        parts.push_back({NumberOf(symbol), count});
     }
     return true;
+}
+
+void ElementBalance::Add(const std::vector<FormulaPart>& parts, double coefficient) {
+    for (const FormulaPart& part : parts) {
+        std::uint16_t& place = places[part.element];
+        if (place == 0) {
+            elements.push_back({SymbolOf(part.element), 0.0});
+            place = static_cast<std::uint16_t>(elements.size());
+        }
+        elements[place - 1U].amount += part.count * coefficient;
+    }
+}
+
+bool ReadStructureFormula(std::u16string_view formula, double coefficient, ElementBalance& balance) {
+    std::vector<FormulaPart> parts;
+    const bool isRead = ReadFormulaParts(formula, parts);
+    balance.Add(parts, coefficient);
+    return isRead;
 }
 
 }  // namespace reka

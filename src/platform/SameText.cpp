@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Names come from simulators, files and users in any mix of cases, and are compared in every call: the comparison walks
-// along both texts at once and allocates nothing. The hash has to agree with it and is otherwise free.
+// along both texts at once and allocates nothing. The hash has to agree with it, and starts
+// from a number that nobody knows beforehand, so that nobody can choose names that share one.
 
 #include "platform/SameText.h"
 
@@ -22,15 +23,23 @@ const char16_t* CharactersOf(const OLECHAR* text) {
     return text ? reinterpret_cast<const char16_t*>(text) : u"";
 }
 
-// Without the bit in which a small letter differs from its capital. It unites more characters than the comparison does,
-// which costs nothing but a comparison.
-constexpr std::uint64_t foldedBits = 0xFFDF'FFDF'FFDF'FFDF;
+/// Four characters as `UpperCase` has them, all at once. A small letter is told by two sums that reach the top bit of
+/// its sixteen: one does from 'a' on, the other behind 'z'.
+constexpr std::uint64_t UpperCaseOfFour(std::uint64_t characters) {
+    constexpr std::uint64_t each = 0x0001'0001'0001'0001;
+    constexpr std::uint64_t top = 0x8000 * each;
+    const std::uint64_t low = characters & ~top;
+    const std::uint64_t fromA = low + (0x8000 - u'a') * each;
+    const std::uint64_t behindZ = low + (0x7FFF - u'z') * each;
+    const std::uint64_t isSmall = fromA & ~behindZ & ~characters & top;
+    return characters ^ isSmall >> 10;  // the bit in which a small letter differs from its capital
+}
 
 constexpr std::uint64_t hashFactor = 0x9E37'79B9'7F4A'7C15;
 
 // Takes four characters into a hash.
 constexpr std::uint64_t AppendToHash(std::uint64_t hash, std::uint64_t characters) {
-    const std::uint64_t product = (hash ^ (characters & foldedBits)) * hashFactor;
+    const std::uint64_t product = (hash ^ UpperCaseOfFour(characters)) * hashFactor;
     return product ^ product >> 32;
 }
 
@@ -65,12 +74,12 @@ bool SameText(const OLECHAR* left, std::u16string_view right) {
     return *a == u'\0';
 }
 
-std::size_t SameTextHash(const OLECHAR* text) {
-    return SameTextHash(std::u16string_view(CharactersOf(text)));
+std::size_t SameTextHash(const OLECHAR* text, std::uint64_t seed) {
+    return SameTextHash(std::u16string_view(CharactersOf(text)), seed);
 }
 
-std::size_t SameTextHash(std::u16string_view text) {
-    std::uint64_t hash = text.size();
+std::size_t SameTextHash(std::u16string_view text, std::uint64_t seed) {
+    std::uint64_t hash = seed ^ text.size();
     for (; text.size() >= 4; text.remove_prefix(4)) {
         std::uint64_t characters;
         std::memcpy(&characters, text.data(), sizeof characters);

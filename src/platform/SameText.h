@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstring>
 #include <string_view>
 
@@ -31,8 +32,8 @@ inline bool SameUsualText(BSTR left, BSTR right) {
     return SameText(left, right);
 }
 
-/// A number that is the same for texts that are the same.
-std::size_t SameTextHash(const OLECHAR* text);
-std::size_t SameTextHash(std::u16string_view text);
+/// A number that is the same for texts that are the same. Which other texts share it depends on `seed`.
+std::size_t SameTextHash(const OLECHAR* text, std::uint64_t seed);
+std::size_t SameTextHash(std::u16string_view text, std::uint64_t seed);
 
 }  // namespace reka

@@ -38,8 +38,9 @@ TEST(StructureFormula, AddsCountsTimesTheCoefficient) {
 }
 
 TEST(StructureFormula, AddsToWhatIsThere) {
-    EXPECT_EQ(Read(u"CO2", 1, {{u"O", -3}}), "O -1, C 1");
-    EXPECT_EQ(Read(u"HO", 1, {{u"h", 5}}), "h 5, H 1, O 1");
+    ElementBalance balance;
+    EXPECT_TRUE(ReadStructureFormula(u"O3Ho5", -1, balance));
+    EXPECT_EQ(Read(u"CO2H", 1, balance), "O -1, Ho -5, C 1, H 1");
 }
 
 TEST(StructureFormula, RefusesWhatIsOutsideTheForm) {
@@ -53,6 +54,20 @@ TEST(StructureFormula, KeepsWhatItReadBeforeAFailure) {
     ElementBalance balance;
     EXPECT_FALSE(ReadStructureFormula(u"H2O+", 1, balance));
     EXPECT_EQ(balance.size(), 2U);
+}
+
+TEST(StructureFormula, TellsAllSymbolsApart) {
+    std::u16string all;
+    std::string expected;
+    for (char first = 'A'; first <= 'Z'; ++first) {
+        for (char second = 'a' - 1; second <= 'z'; ++second) {
+            std::string symbol(1, first);
+            if (second >= 'a') symbol += second;
+            all += std::u16string(symbol.begin(), symbol.end());
+            expected += (expected.empty() ? "" : ", ") + symbol + " 2";
+        }
+    }
+    EXPECT_EQ(Read(all, 2), expected);
 }
 
 }  // namespace

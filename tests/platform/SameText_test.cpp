@@ -33,6 +33,8 @@ const SameTextCase sameTextCases[] = {
     {"TrailingBlank", u"water", u"water ", false},
 };
 
+constexpr std::uint64_t seed = 0x0123'4567'89AB'CDEF;
+
 class SameTextTable : public testing::TestWithParam<SameTextCase> {};
 
 TEST_P(SameTextTable, ComparesNames) {
@@ -48,8 +50,8 @@ TEST_P(SameTextTable, ComparesNames) {
     EXPECT_EQ(SameUsualText(left.Get(), right.View()), GetParam().same);
     EXPECT_EQ(SameUsualText(right.Get(), left.View()), GetParam().same);
     if (GetParam().same) {
-        EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.Get()));
-        EXPECT_EQ(SameTextHash(left.Get()), SameTextHash(right.View()));
+        EXPECT_EQ(SameTextHash(left.Get(), seed), SameTextHash(right.Get(), seed));
+        EXPECT_EQ(SameTextHash(left.Get(), seed), SameTextHash(right.View(), seed));
     }
 }
 
@@ -68,14 +70,32 @@ TEST(SameTextHash, IsTheSameForTextsThatAreTheSame) {
         }
         const CBstr kept = CBstr::Make(left);
         ASSERT_TRUE(SameText(kept.Get(), right));
-        EXPECT_EQ(SameTextHash(kept.Get()), SameTextHash(right));
-        EXPECT_EQ(SameTextHash(left), SameTextHash(right));
+        EXPECT_EQ(SameTextHash(kept.Get(), seed), SameTextHash(right, seed));
+        EXPECT_EQ(SameTextHash(left, seed), SameTextHash(right, seed));
     }
 }
 
 TEST(SameTextHash, EndsAStringAtItsFirstZero) {
     const CBstr text = CBstr::Make(std::u16string_view(u"Neon\0Argon", 10));
-    EXPECT_EQ(SameTextHash(text.Get()), SameTextHash(std::u16string_view(u"nEON")));
+    EXPECT_EQ(SameTextHash(text.Get(), seed), SameTextHash(std::u16string_view(u"nEON"), seed));
+}
+
+TEST(SameTextHash, DependsOnTheSeed) {
+    EXPECT_NE(SameTextHash(u"Argon", 1), SameTextHash(u"Argon", 2));
+}
+
+/// Texts that differ in the bit alone that tells a small letter from its capital, in characters that are no letters.
+TEST(SameTextHash, FoldsLettersAlone) {
+    for (unsigned character = 0; character <= 0xFFFF; ++character) {
+        const auto other = static_cast<char16_t>(character ^ 0x20);
+        for (std::size_t place = 0; place < 5; ++place) {
+            std::u16string left(5, u'x');
+            std::u16string right = left;
+            left[place] = static_cast<char16_t>(character);
+            right[place] = other;
+            ASSERT_EQ(SameTextHash(left, seed) == SameTextHash(right, seed), SameText(left, right)) << character;
+        }
+    }
 }
 
 // In its lower bits, by which tables go.
@@ -83,13 +103,13 @@ TEST(SameTextHash, DependsOnEachCharacterAndTheLength) {
     constexpr std::size_t mask = 0x7FFF;
     std::u16string text;
     for (int length = 1; length <= 12; ++length) {
-        const std::size_t shorter = SameTextHash(text) & mask;
+        const std::size_t shorter = SameTextHash(text, seed) & mask;
         text += u'a';
-        EXPECT_NE(SameTextHash(text) & mask, shorter) << length;
+        EXPECT_NE(SameTextHash(text, seed) & mask, shorter) << length;
         for (char16_t& character : text) {
-            const std::size_t before = SameTextHash(text) & mask;
+            const std::size_t before = SameTextHash(text, seed) & mask;
             character = u'b';
-            EXPECT_NE(SameTextHash(text) & mask, before) << length;
+            EXPECT_NE(SameTextHash(text, seed) & mask, before) << length;
             character = u'a';
         }
     }

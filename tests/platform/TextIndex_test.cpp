@@ -93,5 +93,53 @@ TEST(TextIndex, FindsWhatAWalkFinds) {
     }
 }
 
+/// The index of somebody who knows the hash and has chosen names that all share one.
+class CDefeatedIndex : public CTextIndex {
+public:
+    CDefeatedIndex() : CTextIndex([](std::u16string_view, std::uint64_t) -> std::size_t { return 5; }) {}
+};
+
+/// Texts of which every third stands in the list three times, by another case.
+std::vector<CBstr> RepeatedNames(std::size_t count) {
+    std::vector<CBstr> names;
+    for (std::size_t i = 0; i < count; ++i) {
+        const std::string text = (i % 2 ? "Name" : "nAME") + std::to_string(i % (count - count / 3));
+        names.push_back(CBstr::Make(std::u16string(text.begin(), text.end())));
+    }
+    return names;
+}
+
+TEST(TextIndex, LooksAtNoMoreTextsThanAWalkWouldAndFindsTheSame) {
+    for (const std::size_t count : {3U, 100U, 300U, 600U}) {
+        SCOPED_TRACE(count);
+        const std::vector<CBstr> names = RepeatedNames(count);
+        CDefeatedIndex index;
+        index.Make(names.size(), [&](std::size_t i) { return names[i].Get(); });
+        EXPECT_LE(index.MostComparisons(), count);
+        for (std::size_t i = 0; i < count; ++i) {
+            std::size_t first = 0;
+            while (!SameText(names[first].Get(), names[i].Get())) ++first;
+            ASSERT_EQ(index.Find(names[i].Get()), first);
+            std::size_t following = i + 1;
+            while (following < count && !SameText(names[following].Get(), names[i].Get())) ++following;
+            ASSERT_EQ(index.FindNext(i), following < count ? following : CTextIndex::none);
+        }
+        EXPECT_EQ(index.Find(u"name"), CTextIndex::none);
+        EXPECT_EQ(index.Find(std::u16string_view(u"name")), CTextIndex::none);
+    }
+}
+
+TEST(TextIndex, GivesUpATableInWhichAllMeet) {
+    const std::vector<CBstr> names = RepeatedNames(20000);
+    CDefeatedIndex defeated;
+    defeated.Make(names.size(), [&](std::size_t i) { return names[i].Get(); });
+    EXPECT_EQ(defeated.MostComparisons(), names.size());
+    CTextIndex usual;
+    usual.Make(names.size(), [&](std::size_t i) { return names[i].Get(); });
+    EXPECT_EQ(usual.MostComparisons(), 256U);
+    defeated.Make(2, [&](std::size_t i) { return names[i].Get(); });  // another list, another try
+    EXPECT_EQ(defeated.MostComparisons(), 2U);
+}
+
 }  // namespace
 }  // namespace reka::test

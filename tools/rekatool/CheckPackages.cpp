@@ -78,11 +78,12 @@ public:
         CheckCompoundNames(definition);
         definition.AllocateWorkArrays();
         const bool hasAllFormulas = reka::HasAllFormulas(definition);
+        reka::CDefinitionFormulas formulas(definition);
         reka::CCompoundLookup compounds(definition);
         for (const auto& checked : definition.reactions) {
             reaction = OnOneLine(checked->id.View());
             isInReaction = true;
-            CheckReaction(definition, compounds, *checked, hasAllFormulas);
+            CheckReaction(definition, compounds, *checked, hasAllFormulas ? &formulas : nullptr);
             isInReaction = false;
         }
     }
@@ -108,7 +109,7 @@ private:
     void Warn(std::u16string_view text) { Add(false, text); }
 
     void CheckReaction(reka::ReactionPackDefinition& definition, reka::CCompoundLookup& compounds,
-                       reka::ReactionDefinition& checked, bool hasAllFormulas) {
+                       reka::ReactionDefinition& checked, reka::CDefinitionFormulas* formulas) {
         std::u16string errorText;
         const bool isKinetic = checked.type == reka::ReactionType::Kinetic;
         auto& expression = isKinetic ? checked.rateExpression : checked.equilibriumConstantExpression;
@@ -116,7 +117,7 @@ private:
         const Bytes storedHeat = FieldOf(checked.heatExpression.get());
         checked.DiscardExpressions();
         if (!reka::CheckPhase(checked, errorText)) Fault(errorText);
-        if (hasAllFormulas && !reka::CheckElementBalance(definition, checked, *this, errorText)) Fault(errorText);
+        if (formulas && !reka::CheckElementBalance(*formulas, checked, *this, errorText)) Fault(errorText);
         if (!reka::CheckMassBalance(definition, checked, errorText)) Fault(errorText);
         if (!reka::ParseTypeExpression(compounds, checked, errorText)) Fault(errorText);
         if (!reka::ParseHeat(compounds, checked, errorText)) Fault(errorText);
