@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <sstream>
+#include <streambuf>
 
 #include "DocumentFixture.h"
+#include "RunRekasim.h"
 
 namespace rekasim {
 
@@ -138,6 +141,48 @@ TEST(LoadReports, AreShownWhenAFailedLoadIsVerbose) {
               "rekasim: load report: compoundCharge: array size mismatch\n"
               "rekasim: the package can't be loaded: compoundCharge: array size mismatch\n"
               "rekasim: scope Load, interface IPersistPropertyBag\n");
+}
+
+/// Takes everything and can't bring it to the disk, as a buffered file on a full one.
+class CFullDisk : public std::streambuf {
+protected:
+    int_type overflow(int_type character) override {
+        holdsSomething = true;
+        return traits_type::not_eof(character);
+    }
+    int sync() override { return holdsSomething ? -1 : 0; }
+
+private:
+    bool holdsSomething = false;
+};
+
+struct OutputStatus {
+    int status = 0;
+    std::string err;
+};
+OutputStatus RunOnAFullDisk(const std::vector<std::string>& arguments) {
+    CFullDisk disk;
+    std::ostream out(&disk);
+    std::ostringstream err;
+    const int status = RunRekasim(arguments, out, err);
+    return {status, err.str()};
+}
+
+TEST(Failure, OfAnOutputOnAFullDisk) {
+    const std::string shift = ExamplePath("water-gas-shift.json");
+    const std::vector<std::string> commands[] = {{"show", "--document", shift},
+                                                 {"table", "--document", shift},
+                                                 {"reactor", "--equilibrium", "--document", shift},
+                                                 {"reactor", "--equilibrium", "--csv", "--document", shift},
+                                                 {"--help"},
+                                                 {"table", "--help"}};
+    for (const std::vector<std::string>& arguments : commands) {
+        const OutputStatus result = RunOnAFullDisk(arguments);
+        EXPECT_EQ(result.status, 1) << arguments.front();
+        EXPECT_EQ(result.err, "rekasim: the output can't be written\n") << arguments.front();
+    }
+    CTemporaryFile copy("copy.json", "");
+    EXPECT_EQ(RunOnAFullDisk({"save", "--document", shift, "--to", copy.Path()}).status, 0);  // it prints nothing
 }
 
 struct MisuseCase {
