@@ -168,7 +168,7 @@ void DescribeProgram(CLI::App& app, Arguments& arguments) {
         "Units: K, Pa, mol/m3; rates in mol/(m3 s) or mol/(kg s), heats in J/mol.\n"
         "Exit status: 0 done, 1 failed (one line tells why), 2 misused.");
     app.add_flag("--verbose", arguments.options.isVerbose,
-                 "Tell which method of which interface failed, and what the package reports while it loads");
+                 "Tell which method of which interface failed, and why a reaction has no heat");
     app.fallthrough();
     app.require_subcommand(1);
     DescribeList(app);
