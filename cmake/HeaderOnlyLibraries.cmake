@@ -5,7 +5,7 @@ set(REKA_HEADER_ONLY_DIR ${CMAKE_BINARY_DIR}/header-only)
 file(MAKE_DIRECTORY ${REKA_HEADER_ONLY_DIR})
 
 function(reka_add_header_only_library target folder)
-  find_path(${target}_parent NAMES ${folder} PATHS /usr/include /usr/local/include REQUIRED
+  find_path(${target}_parent NAMES ${folder} PATHS /usr/include /usr/include/eigen3 /usr/local/include REQUIRED
             NO_CMAKE_FIND_ROOT_PATH NO_DEFAULT_PATH)
   file(CREATE_LINK ${${target}_parent}/${folder} ${REKA_HEADER_ONLY_DIR}/${folder} SYMBOLIC)
   add_library(${target} INTERFACE)
@@ -16,4 +16,5 @@ reka_add_header_only_library(reka_boost boost)
 if(REKA_BUILD_EXAMPLES)
   reka_add_header_only_library(reka_cli11 CLI)
   reka_add_header_only_library(reka_json nlohmann)
+  reka_add_header_only_library(reka_eigen Eigen)
 endif()

@@ -15,7 +15,8 @@ install_packages() {
     "${as_root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -q --no-install-recommends "${missing[@]}"
 }
 
-native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev gnuplot-nox fp-utils)
+native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev libeigen3-dev
+    gnuplot-nox fp-utils)
 test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils)
 bench_packages=(libbenchmark-dev libmuparser-dev)
 fuzz_packages=(clang libclang-rt-14-dev)

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Each command is the same few steps: open the package, have it do something, print. Nothing is printed before all
-// numbers are there, so a failure leaves no half of a table. What a package reported while it loaded is often the
-// reason of a failure much later, so it is kept until the end and told with that.
+// numbers are there, so a failure leaves no half of a table. A document with a fault goes no further than its loading,
+// since a package passes over what it doesn't understand and calculates with the rest.
 
 #include "Commands.h"
 
+#include <algorithm>
 #include <ostream>
 
 #include "CPackageSession.h"
@@ -12,6 +13,8 @@
 #include "ReactionTable.h"
 #include "material/ReadMaterial.h"
 #include "packagetext/BagMembers.h"
+#include "packagetext/DocumentShape.h"
+#include "packagetext/LoadFaults.h"
 #include "packagetext/VariantArrays.h"
 #include "text/Utf8.h"
 
@@ -23,59 +26,69 @@ namespace {
 struct OpenDocument {
     packagetext::Json content = packagetext::Json::object();  // with the material, if there is one
     std::string path;                                         // of the document
+    std::string text;                                         // of the document, for the lines of its faults
     CPackageSession session;
-    std::vector<std::string> loadFaults;  // what the package reported while it loaded, each in one line
 };
 
-void KeepLoadFaults(const packagetext::CErrorLog& log, OpenDocument& document) {
-    for (const packagetext::CErrorLog::Report& report : log.Reports()) {
-        document.loadFaults.push_back(OnOneLine(reka::Utf8FromUtf16(report.property)) + ": " +
-                                      OnOneLine(reka::Utf8FromUtf16(report.text)));
-    }
+/// A fault of the document with its place; `sentence` begins with the path of the member.
+std::string InDocument(const OpenDocument& document, const std::string& sentence) {
+    return document.path + ": " + packagetext::AtLine(document.text, sentence);
 }
 
-/// What the user hears of faults that the package survived: a note if all went well, and otherwise the first of them
-/// behind the failure, of which it is likely the cause. With --verbose all of them have been told.
-bool Finish(bool isDone, const CommandOptions& options, const OpenDocument& document, std::ostream& err,
-            Failure& failure) {
-    if (options.isVerbose || document.loadFaults.empty()) return isDone;
-    if (isDone) {
-        err << "rekasim: the package loaded with reported faults (" << std::to_string(document.loadFaults.size())
-            << "), which --verbose shows\n";
-    } else {
-        failure.text += " (the package loaded with a fault: " + document.loadFaults.front() + ")";
-    }
-    return isDone;
+bool ReadFile(const std::string& path, OpenDocument& document, Failure& failure) {
+    document.path = path;
+    return packagetext::ReadDocument(path, document.content, document.text, failure.text);
 }
 
 bool OpenByName(const CommandOptions& options, OpenDocument& document, Failure& failure) {
-    document.path = options.materialPath;
-    if (!document.path.empty() && !packagetext::ReadDocument(document.path, document.content, failure.text))
-        return false;
+    if (!options.materialPath.empty() && !ReadFile(options.materialPath, document, failure)) return false;
     return document.session.Resolve(reka::Utf16FromUtf8(options.packageName), failure);
+}
+
+/// Tells all faults but the last, which is the failure: what the package passes over would change its results.
+bool Refuse(const OpenDocument& document, const std::vector<std::string>& faults, std::ostream& err, Failure& failure) {
+    constexpr std::size_t mostFaults = 20;
+    const std::size_t told = std::min(faults.size(), mostFaults);
+    for (std::size_t i = 0; i + 1 < told; ++i) {
+        err << "rekasim: " << OnOneLine(InDocument(document, faults[i])) << "\n";
+    }
+    failure.text = InDocument(document, faults[told - 1]);
+    if (faults.size() > told) failure.text += " (and " + std::to_string(faults.size() - told) + " more faults)";
+    return false;
+}
+
+/// A load that failed says why by its last report, or by the member that it asked for last.
+bool RefuseLoad(const OpenDocument& document, const packagetext::CPropertyBag& bag,
+                const std::vector<std::string>& faults, std::ostream& err, Failure& failure) {
+    if (!faults.empty()) return Refuse(document, faults, err, failure);
+    if (!bag.MissedNames().empty()) {
+        failure.text = InDocument(
+            document, "package." + reka::Utf8FromUtf16(bag.MissedNames().back()) + ": the member is missing");
+    }
+    return false;
+}
+
+bool LoadPackage(const packagetext::Json& package, OpenDocument& document, std::ostream& err, Failure& failure) {
+    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
+    if (!packagetext::FillBag(package, *bag, failure.text)) {
+        failure.text = InDocument(document, failure.text);
+        return false;
+    }
+    const auto log = packagetext::MakeObject<packagetext::CErrorLog>();
+    const bool isLoaded = document.session.Load(*bag, *log, failure);
+    const std::vector<std::string> faults = packagetext::FindLoadFaults(package, *bag, *log);
+    if (!isLoaded) return RefuseLoad(document, *bag, faults, err, failure);
+    return faults.empty() || Refuse(document, faults, err, failure);
 }
 
 bool Open(const CommandOptions& options, OpenDocument& document, std::ostream& err, Failure& failure) {
     if (!options.packageName.empty()) return OpenByName(options, document, failure);
-    document.path = options.documentPath;
-    if (!packagetext::ReadDocument(options.documentPath, document.content, failure.text)) return false;
+    if (!ReadFile(options.documentPath, document, failure)) return false;
     const auto package = document.content.find("package");
-    const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
-    std::string errorText;
-    if (package == document.content.end() || !package->is_object()) {
-        errorText = "package: the member is missing or no object";
-    } else if (packagetext::FillBag(*package, *bag, errorText)) {
-        const auto log = packagetext::MakeObject<packagetext::CErrorLog>();
-        const bool loaded = document.session.Load(*bag, *log, failure);
-        if (loaded) KeepLoadFaults(*log, document);
-        for (std::size_t i = 0; options.isVerbose && i < log->Reports().size(); ++i) {
-            const packagetext::CErrorLog::Report& report = log->Reports()[i];
-            err << "rekasim: load report: " << OnOneLine(reka::Utf8FromUtf16(report.property)) << ": "
-                << OnOneLine(reka::Utf8FromUtf16(report.text)) << "\n";
-        }
-        return loaded;
+    if (package != document.content.end() && package->is_object()) {
+        return LoadPackage(*package, document, err, failure);
     }
-    failure.text = options.documentPath + ": " + errorText;
+    failure.text = InDocument(document, "package: the member is missing or no object");
     return false;
 }
 
@@ -158,7 +171,7 @@ bool CalculateLines(CPackageSession& session, CMaterial& material, const std::ve
 
 bool ReadState(const OpenDocument& document, MaterialState& state, Failure& failure) {
     if (ReadMaterial(document.content, state, failure.text)) return true;
-    failure.text = document.path + ": " + failure.text;
+    failure.text = InDocument(document, failure.text);
     return false;
 }
 
@@ -211,7 +224,12 @@ bool PrintPackage(OpenDocument& document, std::ostream& out, Failure& failure) {
 bool SaveDocument(const CommandOptions& options, OpenDocument& document, Failure& failure) {
     const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
     if (!document.session.Save(*bag, failure)) return false;
-    document.content["package"] = packagetext::MembersFromBag(*bag);
+    packagetext::Json& package = document.content["package"];
+    packagetext::Json saved = packagetext::MembersFromBag(*bag);
+    if (package.is_object() && package.contains(packagetext::commentMember)) {
+        saved[packagetext::commentMember] = package[packagetext::commentMember];
+    }
+    package = std::move(saved);
     return packagetext::WriteDocument(options.outputPath, document.content, failure.text);
 }
 
@@ -239,26 +257,22 @@ bool RunList(std::ostream& out, Failure& failure) {
 
 bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
     OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
-    return Finish(PrintTable(options, document, out, err, failure), options, document, err, failure);
+    return Open(options, document, err, failure) && PrintTable(options, document, out, err, failure);
 }
 
 bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
     OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
-    return Finish(PrintPackage(document, out, failure), options, document, err, failure);
+    return Open(options, document, err, failure) && PrintPackage(document, out, failure);
 }
 
 bool RunReactor(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure) {
     OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
-    return Finish(PrintReactor(options, document, out, failure), options, document, err, failure);
+    return Open(options, document, err, failure) && PrintReactor(options, document, out, failure);
 }
 
 bool RunSave(const CommandOptions& options, std::ostream&, std::ostream& err, Failure& failure) {
     OpenDocument document;
-    if (!Open(options, document, err, failure)) return false;
-    return Finish(SaveDocument(options, document, failure), options, document, err, failure);
+    return Open(options, document, err, failure) && SaveDocument(options, document, failure);
 }
 
 }  // namespace rekasim

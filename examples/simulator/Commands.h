@@ -23,8 +23,8 @@ struct CommandOptions {
     bool isVerbose = false;
 };
 
-/// Each prints to `out` and returns true, or returns false with the reason in `failure`. Notes go to `err`: what the
-/// package reported while it loaded, in full if the user asked for it.
+/// Each prints to `out` and returns true, or returns false with the reason in `failure`. Before that all but
+/// the last of the faults of a document, and notes if the user asked for them, go to `err`.
 bool RunList(std::ostream& out, Failure& failure);
 bool RunTable(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);
 bool RunShow(const CommandOptions& options, std::ostream& out, std::ostream& err, Failure& failure);

@@ -7,7 +7,8 @@
 
 namespace rekasim {
 
-/// Runs gnuplot with `script` on its standard input. False if there is none, or it didn't take the script.
+/// Runs gnuplot with `script` on its standard input; what it prints goes nowhere. False if there is none, or it didn't
+/// take the script. True says nothing of the picture: gnuplot ends well on a full disk too.
 bool RunGnuplot(const std::string& script);
 
 }  // namespace rekasim

@@ -168,7 +168,7 @@ void DescribeProgram(CLI::App& app, Arguments& arguments) {
         "Units: K, Pa, mol/m3; rates in mol/(m3 s) or mol/(kg s), heats in J/mol.\n"
         "Exit status: 0 done, 1 failed (one line tells why), 2 misused.");
     app.add_flag("--verbose", arguments.options.isVerbose,
-                 "Tell which method of which interface failed, and what the package reports while it loads");
+                 "Tell which method of which interface failed, and why a reaction has no heat");
     app.fallthrough();
     app.require_subcommand(1);
     DescribeList(app);
@@ -228,9 +228,7 @@ bool RunCommand(const CLI::App& app, Arguments& arguments, std::ostream& out, st
     return RunSave(arguments.options, out, err, failure);
 }
 
-}  // namespace
-
-int RunRekasim(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     CLI::App app;
     Arguments read;
     DescribeProgram(app, read);
@@ -249,6 +247,17 @@ int RunRekasim(const std::vector<std::string>& arguments, std::ostream& out, std
         if (!failure.interfaceName.empty()) err << ", interface " << failure.interfaceName;
         err << "\n";
     }
+    return failed;
+}
+
+}  // namespace
+
+int RunRekasim(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const int status = RunArguments(arguments, out, err);
+    out.flush();
+    if (out) return status;
+    // Lines that went nowhere, as on a full disk, must not look like a good end.
+    err << "rekasim: the output can't be written\n";
     return failed;
 }
 

@@ -67,6 +67,7 @@ Json JsonFromVariant(const VARIANT& variant) {
 
 bool FillBag(const Json& package, CPropertyBag& bag, std::string& errorText) {
     for (const auto& member : package.items()) {
+        if (member.key() == commentMember) continue;
         reka::CVariant variant;
         if (!VariantFromJson(member.value(), variant)) {
             errorText =

@@ -12,12 +12,16 @@
 #include <sstream>
 #include <string_view>
 
+#include "packagetext/DocumentShape.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
 
 namespace packagetext {
 
 namespace {
+
+// A package has an object of its entries, and notes may be a little deeper than the rest.
+constexpr ShapeLimits limits = {64, 10'000};
 
 std::filesystem::path PathFromUtf8(const std::string& path) {
     return {std::u8string(path.begin(), path.end())};
@@ -74,16 +78,27 @@ void WriteValue(std::ostream& out, const Json& value, std::size_t indent) {
 }  // namespace
 
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText) {
+    std::string text;
+    return ReadDocument(path, content, text, errorText);
+}
+
+bool ReadDocument(const std::string& path, Json& content, std::string& text, std::string& errorText) {
     content = Json();
+    text.clear();
     std::ifstream file(PathFromUtf8(path), std::ios::binary);
     std::ostringstream bytes;
     if (file.is_open()) bytes << file.rdbuf();
-    if (!file.is_open() || bytes.str().empty()) {
+    if (!file.is_open() || bytes.view().empty()) {
         errorText = path + (file.is_open() ? ": the file is empty or can't be read" : ": the file can't be opened");
         return false;
     }
+    text = bytes.str();
+    if (!CheckShape(text, limits, errorText)) {
+        errorText = path + ": " + errorText;
+        return false;
+    }
     try {
-        content = Json::parse(bytes.str());
+        content = Json::parse(text);
     } catch (const Json::exception& error) {
         errorText = path + ": " + DescribeParseError(error.what());
         return false;

@@ -28,6 +28,8 @@ void CPropertyBag::Put(std::u16string_view key, reka::CVariant value) {
 HRESULT STDMETHODCALLTYPE CPropertyBag::Read(LPCOLESTR property, VARIANT* value, IErrorLog*) {
     if (!property || !value) return E_POINTER;
     const Entry* entry = Find(reka::TextOf(property));
+    const bool isNew = asked.insert(std::u16string(reka::TextOf(property))).second;
+    if (!entry && isNew) missed.emplace_back(reka::TextOf(property));
     return entry ? VariantCopy(value, const_cast<VARIANT*>(&entry->value.Get())) : E_INVALIDARG;
 }
 

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -29,12 +30,17 @@ public:
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR property, VARIANT* value) override;
 
     const std::vector<Entry>& Entries() const { return entries; }
+    /// What has been read, or would have been if it were there: the latter also in the order of asking.
+    bool WasAskedFor(const std::u16string& name) const { return asked.contains(name); }
+    const std::vector<std::u16string>& MissedNames() const { return missed; }
     void Put(std::u16string_view key, reka::CVariant value);
 
 private:
     Entry* Find(std::u16string_view key);
 
     std::vector<Entry> entries;
+    std::set<std::u16string> asked;
+    std::vector<std::u16string> missed;
 };
 
 /// Collects what a package reports while it loads.

@@ -74,10 +74,7 @@ int Report(const Examination& examination, std::ostream& out) {
     return diagnosis.wrongForOwnWidth == 0 ? 0 : wrong;
 }
 
-}  // namespace
-
-int RunRekadoctor(const std::vector<std::string>& arguments, CComputer& computer, std::ostream& out,
-                  std::ostream& err) {
+int RunArguments(const std::vector<std::string>& arguments, CComputer& computer, std::ostream& out, std::ostream& err) {
     CLI::App app;
     app.name("rekadoctor");
     app.description(
@@ -88,16 +85,25 @@ int RunRekadoctor(const std::vector<std::string>& arguments, CComputer& computer
     app.set_version_flag("--version", "rekadoctor " REKA_VERSION);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
-        const int status = Report(Examine(computer), out);
-        out.flush();
-        if (out) return status;
-        err << "rekadoctor: the output can't be written\n";
+        return Report(Examine(computer), out);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help or version was asked for
         err << "rekadoctor: " << error.what() << " (--help tells more)\n";
     } catch (const std::exception& error) {
         err << "rekadoctor: " << error.what() << "\n";
     }
+    return misused;
+}
+
+}  // namespace
+
+int RunRekadoctor(const std::vector<std::string>& arguments, CComputer& computer, std::ostream& out,
+                  std::ostream& err) {
+    const int status = RunArguments(arguments, computer, out, err);
+    out.flush();
+    if (out) return status;
+    // Lines that went nowhere, as on a full disk, must not look like a good end.
+    err << "rekadoctor: the output can't be written\n";
     return misused;
 }
 

@@ -10,6 +10,7 @@
 #include <initializer_list>
 
 #include "Hexadecimal.h"
+#include "WholeNumber.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
 
@@ -116,12 +117,12 @@ bool BlocksFromJson(const Json& content, PackageFile& file, std::string& errorTe
 bool FrameFromJson(const Json& content, PackageFile& file, std::string& errorText) {
     const bool isTemplates = file.form == FileForm::Templates;
     if (content.contains("count")) {
-        const Json& count = content["count"];
-        if (!count.is_number_integer() || count >= 0 || count < INT32_MIN || !file.blocks.empty()) {
+        const std::optional<std::int64_t> count = WholeNumber(content["count"]);
+        if (!count || *count >= 0 || *count < INT32_MIN || !file.blocks.empty()) {
             errorText = "count: a number below 0 is expected, in a file of templates without packages";
             return false;
         }
-        file.count = count.get<std::int32_t>();
+        file.count = static_cast<std::int32_t>(*count);
     }
     if (!content.contains("rest")) return true;
     const Json& rest = content["rest"];

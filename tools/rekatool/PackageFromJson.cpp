@@ -10,6 +10,7 @@
 #include "Hexadecimal.h"
 #include "PackageFile.h"
 #include "PackageWords.h"
+#include "WholeNumber.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/StoredExpression.h"
 #include "platform/CodePage.h"
@@ -62,10 +63,11 @@ public:
         return value.get<bool>();
     }
     std::int64_t Integer(std::int64_t lowest, std::int64_t highest) const {
-        if (!value.is_number_integer() || value < lowest || value > highest) {
+        const std::optional<std::int64_t> number = WholeNumber(value);
+        if (!number || *number < lowest || *number > highest) {
             Fail("a whole number from " + std::to_string(lowest) + " to " + std::to_string(highest) + " is expected");
         }
-        return value.get<std::int64_t>();
+        return *number;
     }
     std::uint32_t Word() const {
         return static_cast<std::uint32_t>(Integer(0, std::numeric_limits<std::uint32_t>::max()));

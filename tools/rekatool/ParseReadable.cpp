@@ -1,61 +1,21 @@
 // SPDX-License-Identifier: MIT
-// The text is walked through once for its shape, and only then made a value. The parser would take the last of two
-// members of one name and drop the other without a word, which is what a merge of two branches leaves; and it would
-// build a value of any depth, which whatever copies it later walks by recursion.
+// The text is walked through once for its shape, and only then made a value: a member that stands twice is what a merge
+// of two branches leaves, and what copies a value walks it by recursion. Whether bytes are such a text at all is seen
+// from what stored packages never are.
 
 #include "ParseReadable.h"
 
 #include <algorithm>
-#include <set>
-#include <vector>
+#include <string_view>
+
+#include "packagetext/DocumentShape.h"
 
 namespace rekatool {
 
 namespace {
 
 // The form itself nests 7 deep and has objects of up to 13 members.
-constexpr std::size_t deepestNesting = 16;
-constexpr std::size_t mostMembers = 32;
-
-/// Stops at the first thing that the form never has. Faults of the syntax are left to the parser, which words them.
-class CShapeCheck : public nlohmann::json_sax<Json> {
-public:
-    bool start_object(std::size_t) override { return Open(); }
-    bool start_array(std::size_t) override { return Open(); }
-    bool end_object() override { return Close(); }
-    bool end_array() override { return Close(); }
-    bool key(std::string& name) override {
-        std::set<std::string>& names = open.back();
-        if (!names.insert(name).second) return Stop("the member \"" + name + "\" is there twice in one object");
-        return names.size() <= mostMembers || Stop("there is an object with too many members");
-    }
-    bool null() override { return true; }
-    bool boolean(bool) override { return true; }
-    bool number_integer(number_integer_t) override { return true; }
-    bool number_unsigned(number_unsigned_t) override { return true; }
-    bool number_float(number_float_t, const std::string&) override { return true; }
-    bool string(std::string&) override { return true; }
-    bool binary(Json::binary_t&) override { return true; }
-    bool parse_error(std::size_t, const std::string&, const nlohmann::detail::exception&) override { return false; }
-
-    std::string fault;  // empty for none
-
-private:
-    bool Open() {
-        open.emplace_back();
-        return open.size() <= deepestNesting || Stop("the text is nested too deeply");
-    }
-    bool Close() {
-        open.pop_back();
-        return true;
-    }
-    bool Stop(const std::string& reason) {
-        fault = reason;
-        return false;
-    }
-
-    std::vector<std::set<std::string>> open;  // the members so far of each object that isn't closed; none of a list
-};
+constexpr packagetext::ShapeLimits limits = {16, 32};
 
 }  // namespace
 
@@ -71,11 +31,9 @@ bool IsReadable(std::span<const std::uint8_t> bytes) {
 
 bool ParseReadable(std::span<const std::uint8_t> bytes, Json& content, std::string& errorText) {
     try {
-        CShapeCheck shape;
-        Json::sax_parse(bytes.begin(), bytes.end(), &shape);
-        errorText = shape.fault;
-        if (!errorText.empty()) return false;
-        content = Json::parse(bytes.begin(), bytes.end());
+        const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        if (!packagetext::CheckShape(text, limits, errorText)) return false;
+        content = Json::parse(text);
         return true;
     } catch (const Json::exception& error) {
         errorText = error.what();

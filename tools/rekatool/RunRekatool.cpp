@@ -52,12 +52,6 @@ void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {
     if (!packagetext::ReplaceFile(reka::Files(), path, bytes, errorText)) throw ToolFailure{errorText};
 }
 
-/// Lines that went nowhere, as on a full disk, must not look like a good end.
-void Finish(std::ostream& out) {
-    out.flush();
-    if (!out) throw ToolFailure{"the output can't be written"};
-}
-
 PackageFile ReadReadable(const std::string& path, const Bytes& bytes) {
     PackageFile file;
     std::string errorText;
@@ -81,7 +75,6 @@ int Export(const Options& options, std::ostream& out) {
     }
     if (options.outputPath.empty()) {
         out << text;
-        Finish(out);
     } else {
         WriteFile(options.outputPath, textBytes);
     }
@@ -102,7 +95,6 @@ int Check(const Options& options, std::ostream& out) {
         out << TextOf(finding) << "\n";
         status = std::max(status, finding.isFault ? 2 : 1);
     }
-    Finish(out);
     return status;
 }
 
@@ -124,9 +116,7 @@ void Describe(CLI::App& app, Options& options) {
     checkCommand->add_option("FILE", options.inputPath)->required();
 }
 
-}  // namespace
-
-int RunRekatool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
     CLI::App app;
     Options options;
     Describe(app, options);
@@ -143,6 +133,17 @@ int RunRekatool(const std::vector<std::string>& arguments, std::ostream& out, st
     } catch (const std::exception& error) {
         err << "rekatool: " << error.what() << "\n";
     }
+    return failed;
+}
+
+}  // namespace
+
+int RunRekatool(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+    const int status = RunArguments(arguments, out, err);
+    out.flush();
+    if (out) return status;
+    // Lines that went nowhere, as on a full disk, must not look like a good end.
+    err << "rekatool: the output can't be written\n";
     return failed;
 }
 

@@ -7,8 +7,10 @@
 
 #include <cmath>
 #include <initializer_list>
+#include <set>
 
 #include "FormatNumber.h"
+#include "text/LetterCase.h"
 #include "text/Utf8.h"
 
 namespace rekasim {
@@ -104,10 +106,14 @@ bool ReadCompounds(const packagetext::Json& material, MaterialState& state, std:
         return false;
     }
     double sum = 0;
+    std::set<std::u16string> ids;
     for (std::size_t i = 0; i < list->size(); ++i) {
         const std::string path = "material.compounds[" + std::to_string(i) + "]";
         if (!ReadCompound((*list)[i], path, state.compounds.emplace_back(), errorText)) return false;
         sum += state.compounds.back().moleFraction;
+        if (ids.insert(reka::UpperCase(state.compounds.back().id)).second) continue;
+        errorText = path + ".id: the compound is there twice";
+        return false;
     }
     constexpr double tolerance = 1e-6;
     if (std::fabs(sum - 1) <= tolerance) return true;

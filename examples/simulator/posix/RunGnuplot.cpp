@@ -10,7 +10,7 @@
 namespace rekasim {
 
 bool RunGnuplot(const std::string& script) {
-    std::FILE* const input = popen("command -v gnuplot >/dev/null && exec gnuplot", "w");
+    std::FILE* const input = popen("command -v gnuplot >/dev/null && exec gnuplot >/dev/null", "w");
     if (!input) return false;
     // Writing to a program that has ended already must fail, and not end this one too.
     struct sigaction ignored = {};

@@ -9,8 +9,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "RunGnuplot.h"
 #include "SameName.h"
+#include "reactor/DrawProfile.h"
 #include "reactor/ReactorProfile.h"
 #include "reactor/ReactorSolvers.h"
 #include "text/Utf8.h"
@@ -99,14 +99,12 @@ ReactorProfile MakeProfile(const CReactorModel& model, const ReactorOptions& opt
     return profile;
 }
 
-void Draw(CPackageSession& session, const ReactorProfile& profile, const std::string& path) {
+std::string TitleOf(CPackageSession& session) {
     std::u16string name;
     std::u16string description;
     Failure failure;
     if (!session.ReadIdentity(name, description, failure)) throw ReactorFailure(failure);
-    if (!RunGnuplot(ProfilePlotScript(profile, reka::Utf8FromUtf16(name), path))) {
-        throw ReactorFailure("gnuplot, which draws the plot, isn't there or can't write " + path);
-    }
+    return reka::Utf8FromUtf16(name);
 }
 
 }  // namespace
@@ -129,7 +127,7 @@ bool SolveReactor(CPackageSession& session, MaterialState state, ThermoVersion v
         std::vector<ReactorPoint> points = Solve(model, options);
         for (const ReactorPoint& point : points) CheckElements(model, point.flows);
         const ReactorProfile profile = MakeProfile(model, options, key, std::move(points));
-        if (!options.plotPath.empty()) Draw(session, profile, options.plotPath);
+        if (!options.plotPath.empty()) DrawProfile(profile, TitleOf(session), options.plotPath);
         options.isCsv ? WriteProfileCsv(out, profile) : WriteProfileTable(out, profile);
         return true;
     } catch (const ReactorFailure& reason) {

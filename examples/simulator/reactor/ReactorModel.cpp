@@ -72,8 +72,7 @@ std::vector<double> CReactorModel::Flows(const std::vector<double>& extents) con
     return flows;
 }
 
-void CReactorModel::Set(const std::vector<double>& extents, double temperature) {
-    std::vector<double> flows = Flows(extents);
+void CReactorModel::Set(std::vector<double> flows, double temperature) {
     double total = 0;
     for (double& flow : flows) {
         flow = std::max(flow, 0.0);
@@ -84,9 +83,9 @@ void CReactorModel::Set(const std::vector<double>& extents, double temperature) 
     material.SetState(state);
 }
 
-std::vector<double> CReactorModel::Calculate(const char16_t* property, const std::vector<double>& extents,
+std::vector<double> CReactorModel::Calculate(const char16_t* property, const std::vector<double>& flows,
                                              double temperature) {
-    Set(extents, temperature);
+    Set(flows, temperature);
     std::vector<double> values;
     Failure failure;
     if (!session.Calculate(property, reactions.front().phase, reactionIds, values, failure)) {
@@ -102,15 +101,23 @@ std::vector<double> CReactorModel::Calculate(const char16_t* property, const std
 }
 
 std::vector<double> CReactorModel::Rates(const std::vector<double>& extents, double temperature) {
-    return Calculate(u"ReactionRate", extents, temperature);
+    return RatesOf(Flows(extents), temperature);
 }
 
 std::vector<double> CReactorModel::EquilibriumConstants(const std::vector<double>& extents, double temperature) {
-    return Calculate(u"ChemicalEquilibriumConstant", extents, temperature);
+    return Calculate(u"ChemicalEquilibriumConstant", Flows(extents), temperature);
 }
 
 std::vector<double> CReactorModel::Heats(const std::vector<double>& extents, double temperature) {
-    return Calculate(u"EnthalpyOfReaction", extents, temperature);
+    return HeatsOf(Flows(extents), temperature);
+}
+
+std::vector<double> CReactorModel::RatesOf(const std::vector<double>& flows, double temperature) {
+    return Calculate(u"ReactionRate", flows, temperature);
+}
+
+std::vector<double> CReactorModel::HeatsOf(const std::vector<double>& flows, double temperature) {
+    return Calculate(u"EnthalpyOfReaction", flows, temperature);
 }
 
 std::vector<double> CReactorModel::ConcentrationsOf(std::size_t reaction, const std::vector<double>& extents,
@@ -118,7 +125,7 @@ std::vector<double> CReactorModel::ConcentrationsOf(std::size_t reaction, const 
     const std::u16string& basis = reactions[reaction].concentrationBasis;
     for (const BasisProperty& row : basisProperties) {
         if (!SameName(basis, row.basis)) continue;
-        Set(extents, temperature);
+        Set(Flows(extents), temperature);
         std::vector<double> values;
         std::u16string errorText;
         if (!ComputeMaterialProperty(state, *FindMaterialProperty(row.property), row.isMassBasis, values, errorText)) {

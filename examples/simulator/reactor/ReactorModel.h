@@ -50,6 +50,9 @@ public:
     std::vector<double> EquilibriumConstants(const std::vector<double>& extents, double temperature);
     /// J/mol.
     std::vector<double> Heats(const std::vector<double>& extents, double temperature);
+    /// The same at flows in mol/s, which have digits that extents would lose.
+    std::vector<double> RatesOf(const std::vector<double>& flows, double temperature);
+    std::vector<double> HeatsOf(const std::vector<double>& flows, double temperature);
     /// What the constants are made of, one value per compound: fugacity, activity, mole fraction, mass fraction or
     /// molarity, as the basis of the reaction says.
     std::vector<double> ConcentrationsOf(std::size_t reaction, const std::vector<double>& extents, double temperature);
@@ -61,8 +64,8 @@ public:
 
 private:
     /// Puts the material into the state of a point. Flows below zero, which a solver may try, count as zero.
-    void Set(const std::vector<double>& extents, double temperature);
-    std::vector<double> Calculate(const char16_t* property, const std::vector<double>& extents, double temperature);
+    void Set(std::vector<double> flows, double temperature);
+    std::vector<double> Calculate(const char16_t* property, const std::vector<double>& flows, double temperature);
 
     CPackageSession& session;
     CMaterial& material;

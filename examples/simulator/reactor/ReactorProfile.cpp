@@ -40,11 +40,6 @@ std::string PlotText(const std::string& text) {
     return quoted + "'";
 }
 
-bool EndsWith(const std::string& text, const char* end) {
-    const std::string wanted(end);
-    return text.size() >= wanted.size() && text.compare(text.size() - wanted.size(), wanted.size(), wanted) == 0;
-}
-
 bool ChangesTemperature(const ReactorProfile& profile) {
     return profile.points.back().temperature != profile.points.front().temperature;
 }
@@ -88,11 +83,12 @@ void WriteProfileCsv(std::ostream& out, const ReactorProfile& profile) {
     }
 }
 
-std::string ProfilePlotScript(const ReactorProfile& profile, const std::string& title, const std::string& path) {
+std::string ProfilePlotScript(const ReactorProfile& profile, const std::string& title, PlotForm form,
+                              const std::string& path) {
     const bool hasTemperature = ChangesTemperature(profile);
     const std::size_t columns = profile.compounds.size();
     std::ostringstream script;
-    script << "set terminal " << (EndsWith(path, ".png") ? "pngcairo" : "svg") << " size 900,560 noenhanced\n"
+    script << "set terminal " << (form == PlotForm::Png ? "pngcairo" : "svg") << " size 900,560 noenhanced\n"
            << "set output " << PlotText(path) << "\nset title " << PlotText(title) << "\nset xlabel "
            << PlotText(profile.positionName + ", " + profile.positionUnit) << "\nset ylabel 'flow, mol/s'\n"
            << "set key outside right\nset grid\n";

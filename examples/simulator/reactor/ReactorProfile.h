@@ -20,6 +20,8 @@ struct ReactorProfile {
     std::size_t key = 0;                 // the compound whose conversion is told
 };
 
+enum class PlotForm : unsigned char { Svg, Png };
+
 /// Part of the key compound's feed that has reacted.
 double ConversionAt(const ReactorProfile& profile, const ReactorPoint& point);
 
@@ -27,8 +29,8 @@ double ConversionAt(const ReactorProfile& profile, const ReactorPoint& point);
 void WriteProfileTable(std::ostream& out, const ReactorProfile& profile);
 /// The same as comma-separated values with all digits; one header line with the units in the names.
 void WriteProfileCsv(std::ostream& out, const ReactorProfile& profile);
-/// A gnuplot script that draws the flows, and the temperature if it changes, into the file at `path`, an SVG or a PNG
-/// by its name.
-std::string ProfilePlotScript(const ReactorProfile& profile, const std::string& title, const std::string& path);
+/// A gnuplot script that draws the flows, and the temperature if it changes, into the file at `path`.
+std::string ProfilePlotScript(const ReactorProfile& profile, const std::string& title, PlotForm form,
+                              const std::string& path);
 
 }  // namespace rekasim

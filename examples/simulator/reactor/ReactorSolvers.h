@@ -16,8 +16,8 @@ namespace rekasim {
 std::vector<ReactorPoint> SolvePlugFlow(CReactorModel& model, double size, std::size_t pointCount, bool isAdiabatic);
 
 /// Stirred tank: extent = rate at the outlet * size; adiabatic, the feed's heat capacity flow times the rise of the
-/// temperature takes up the heat of the extents at the outlet. Of several steady states it is the one that comes out of
-/// an ever larger tank, beginning with none. The inlet and the outlet.
+/// temperature takes up the heat of the extents at the outlet. Of several steady states it is the one that a tank full
+/// of feed comes to. Gives up after a bounded number of calculations. The inlet and the outlet.
 std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bool isAdiabatic);
 
 /// Equilibrium: each reaction's product of concentrations, on its basis, to the powers of the coefficients is its

@@ -1,178 +1,243 @@
 // SPDX-License-Identifier: MIT
 // The stirred tank, followed in time from its start, filled with feed, until it is steady. The time steps are implicit
-// ones that grow, each solved by Newton's method, so where several steady states exist the one that such a start leads
-// to is found.
+// ones that grow, each solved by Newton's method with Eigen's elimination, so where several steady states exist the one
+// that such a start leads to is found. The unknowns are the smallest of the flows and extents, for their digits.
 
+#include <Eigen/LU>
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
 
-#include "reactor/LinearEquations.h"
 #include "reactor/ReactorSolvers.h"
-#include "reactor/RootBetween.h"
+#include "reactor/TankStoichiometry.h"
 
 namespace rekasim {
 
 namespace {
 
-using Vector = std::vector<double>;
+using Eigen::Index;
+using Eigen::MatrixXd;
+using Eigen::VectorXd;
 
-constexpr int mostIterations = 50;
-constexpr double tolerance = 1e-12;   // of unknowns of the order of 1
-constexpr double slowestPace = 1e-9;  // a step of this length has reached the steady state
-constexpr double fastestPace = 1e20;
+constexpr int mostCalculations = 50'000;  // of the rates: seconds
+constexpr int mostIterations = 60;        // of Newton's method, for one step in time
+constexpr double tolerance = 1e-11;       // of a step, as a part of each flow and of the temperature
+constexpr double slowestPace = 1e-9;      // a step of this length has reached the steady state
+constexpr double fastestPace = 1e100;
+constexpr double distance = 1e-7;      // of the point that a slope is taken from, as a part of the unknown
+constexpr double possiblePart = 0.99;  // of what is left of a compound, that one step may take away
+constexpr double leastPart = 1e-6;     // of a step: one that would take away so much more leads nowhere
 
-/// The equations of one time step: extents as parts of the feed flow, and the temperature as a multiple of the feed's.
+/// All amounts of the tank in mol/s, as CTankStoichiometry has them, and its temperature in K.
+struct TankState {
+    VectorXd amounts;
+    double temperature = 0;
+};
+
+/// The equations of one time step.
 class CTank {
 public:
     CTank(CReactorModel& reactorModel, double tankSize, bool adiabatic)
         : model(reactorModel),
+          stoichiometry(reactorModel),
           size(tankSize),
           isAdiabatic(adiabatic),
           feedTemperature(model.Feed().temperature),
           feedCapacity(adiabatic ? model.HeatCapacityFlow(model.FeedFlows()) : 0) {}
 
-    std::size_t UnknownCount() const { return model.ReactionCount() + (isAdiabatic ? 1 : 0); }
-    Vector Inlet() const {
-        Vector unknowns(UnknownCount(), 0.0);
-        if (isAdiabatic) unknowns[unknowns.size() - 1] = 1.0;
-        return unknowns;
+    TankState Feed() const { return {stoichiometry.FeedAmounts(), feedTemperature}; }
+    auto Flows(const TankState& state) const { return state.amounts.head(stoichiometry.CompoundCount()); }
+    auto Extents(const TankState& state) const { return state.amounts.tail(stoichiometry.Rank()); }
+    TankCoordinates ChooseCoordinates(const TankState& state) const {
+        return stoichiometry.ChooseCoordinates(state.amounts);
     }
 
-    std::vector<double> Extents(const Vector& unknowns) const {
-        std::vector<double> extents(model.ReactionCount());
-        for (std::size_t r = 0; r < extents.size(); ++r) extents[r] = unknowns[r] * model.FeedFlow();
-        return extents;
+    /// The unknowns of a state: the chosen amounts, and the temperature.
+    VectorXd Unknowns(const TankState& state, const TankCoordinates& coordinates) const {
+        VectorXd unknowns(UnknownCount());
+        unknowns.head(stoichiometry.Rank()) = state.amounts(coordinates.chosen);
+        if (isAdiabatic) unknowns[UnknownCount() - 1] = state.temperature;
+        return unknowns;
     }
-    double Temperature(const Vector& unknowns) const {
-        return isAdiabatic ? unknowns[unknowns.size() - 1] * feedTemperature : feedTemperature;
+    TankState StateOf(const VectorXd& unknowns, const TankCoordinates& coordinates) const {
+        return {coordinates.AmountsOf(unknowns.head(stoichiometry.Rank())),
+                isAdiabatic ? unknowns[UnknownCount() - 1] : feedTemperature};
     }
-    bool IsPossible(const Vector& unknowns) const {
-        if (!(Temperature(unknowns) > 0)) return false;
-        const std::vector<double> flows = model.Flows(Extents(unknowns));
-        return std::all_of(flows.begin(), flows.end(), [](double flow) { return flow >= 0; });
+
+    /// What reacts, in mol/s for each independent reaction; for the temperature, the heat that is there too much, in K.
+    VectorXd Sources(const TankState& state) const {
+        ++calculations;
+        const std::vector<double> flows(Flows(state).begin(), Flows(state).end());
+        const std::vector<double> rates = model.RatesOf(flows, state.temperature);
+        const VectorXd reacted = size * Eigen::Map<const VectorXd>(rates.data(), static_cast<Index>(rates.size()));
+        VectorXd sources(UnknownCount());
+        sources.head(stoichiometry.Rank()) = stoichiometry.Combine(reacted);
+        if (isAdiabatic) {
+            const std::vector<double> heats = model.HeatsOf(flows, state.temperature);
+            const VectorXd extents = stoichiometry.AllExtents(Extents(state), reacted);
+            const double heat = extents.dot(Eigen::Map<const VectorXd>(heats.data(), extents.size()));
+            sources[UnknownCount() - 1] = state.temperature - feedTemperature + heat / feedCapacity;
+        }
+        return sources;
     }
 
     /// What is left over of the balances after a step of 1 / `pace` residence times from `before`; with a pace of 0, of
     /// those of the steady state.
-    Vector Residuals(const Vector& unknowns, const Vector& before, double pace) const {
-        const std::vector<double> extents = Extents(unknowns);
-        const double temperature = Temperature(unknowns);
-        const std::vector<double> rates = model.Rates(extents, temperature);
-        Vector residuals(UnknownCount());
-        for (std::size_t r = 0; r < rates.size(); ++r) {
-            residuals[r] = rates[r] * size / model.FeedFlow() - unknowns[r] - pace * (unknowns[r] - before[r]);
-        }
-        if (isAdiabatic) {
-            const std::vector<double> heats = model.Heats(extents, temperature);
-            double heat = feedCapacity * (temperature - feedTemperature);
-            for (std::size_t r = 0; r < heats.size(); ++r) heat += extents[r] * heats[r];
-            residuals[residuals.size() - 1] = heat / (feedCapacity * feedTemperature);
-        }
+    VectorXd Residuals(const TankState& state, const VectorXd& sources, const TankState& before, double pace) const {
+        VectorXd residuals = sources;
+        residuals.head(stoichiometry.Rank()) -= Extents(state) + pace * (Extents(state) - Extents(before));
         return residuals;
     }
 
+    /// What each unknown is measured by: itself, or where there is nothing of it a part of the way on which no compound
+    /// runs out.
+    VectorXd ScalesOf(const VectorXd& unknowns, const TankState& state, const TankCoordinates& coordinates) const {
+        VectorXd scales = unknowns;
+        for (Index i = 0; i < stoichiometry.Rank(); ++i) {
+            if (scales[i] != 0) continue;
+            const double forward = RoomAlong(coordinates.slopes.col(i), state);
+            scales[i] = forward > 0 ? forward : -RoomAlong(-coordinates.slopes.col(i), state);
+            if (scales[i] == 0) scales[i] = trace * model.FeedFlow();
+        }
+        return scales;
+    }
+
+    /// The slopes of the residuals over the unknowns, each of which is counted in its scale.
+    MatrixXd Slopes(const VectorXd& unknowns, const VectorXd& scales, const TankCoordinates& coordinates,
+                    const VectorXd& sources, double pace) const {
+        MatrixXd slopes(UnknownCount(), UnknownCount());
+        for (Index column = 0; column < UnknownCount(); ++column) {
+            VectorXd moved = unknowns;
+            moved[column] += distance * scales[column];
+            TankState state = StateOf(moved, coordinates);
+            if (Flows(state).minCoeff() < 0) {
+                moved[column] = unknowns[column] - distance * scales[column];
+                state = StateOf(moved, coordinates);
+            }
+            slopes.col(column) = (Sources(state) - sources) * (scales[column] / (moved[column] - unknowns[column]));
+        }
+        const Index rank = stoichiometry.Rank();
+        slopes.topLeftCorner(rank, rank) -=
+            (1 + pace) * coordinates.slopes.bottomRows(rank) * scales.head(rank).asDiagonal();
+        return slopes;
+    }
+
+    /// The part of a way from a state that leaves something of every compound, and half of the temperature.
+    double PossiblePart(const TankState& state, const TankState& way) const {
+        double part = 1;
+        for (Index i = 0; i < stoichiometry.CompoundCount(); ++i) {
+            if (way.amounts[i] >= 0 || state.amounts[i] + way.amounts[i] > 0) continue;
+            part = std::min(part, possiblePart * state.amounts[i] / -way.amounts[i]);
+        }
+        if (way.temperature < 0) part = std::min(part, state.temperature / 2 / -way.temperature);
+        return part;
+    }
+
+    /// Whether a way is so short that its start is a solution.
+    bool IsShort(const TankState& state, const TankState& way) const {
+        for (Index i = 0; i < stoichiometry.CompoundCount(); ++i) {
+            if (std::fabs(way.amounts[i]) > tolerance * state.amounts[i]) return false;
+        }
+        return std::fabs(way.temperature) <= tolerance * state.temperature;
+    }
+
+    bool IsAtTheEndOfItsWork() const { return calculations >= mostCalculations; }
+
 private:
+    static constexpr double trace = 1e-3;
+
+    Index UnknownCount() const { return stoichiometry.Rank() + (isAdiabatic ? 1 : 0); }
+
+    /// How far an amount can go, up to a part of the feed, while the flows have these slopes.
+    double RoomAlong(const VectorXd& slopes, const TankState& state) const {
+        double room = trace * model.FeedFlow();
+        for (Index i = 0; i < stoichiometry.CompoundCount(); ++i) {
+            if (slopes[i] < 0) room = std::min(room, state.amounts[i] / -slopes[i]);
+        }
+        return room;
+    }
+
     CReactorModel& model;
+    CTankStoichiometry stoichiometry;
     double size;
     bool isAdiabatic;
-    double feedTemperature;
+    double feedTemperature;  // the model's own becomes that of the point it was asked for last
     double feedCapacity;
+    mutable int calculations = 0;
 };
 
-double LargestOf(const Vector& values) {
-    double largest = 0;
-    for (const double value : values) largest = std::max(largest, std::fabs(value));
-    return largest;
-}
-
-/// The step that Newton's method takes; false where the equations have no slope.
-bool NewtonStep(const CTank& tank, const Vector& unknowns, const Vector& before, double pace, const Vector& residuals,
-                Vector& step) {
-    const std::size_t count = unknowns.size();
-    std::vector<Vector> rows(count, Vector(count + 1));
-    for (std::size_t column = 0; column < count; ++column) {
-        Vector moved = unknowns;
-        double distance = 1e-7 * std::max(std::fabs(moved[column]), 1e-3);
-        moved[column] += distance;
-        if (!tank.IsPossible(moved)) {
-            distance = -distance;
-            moved[column] = unknowns[column] + distance;
-        }
-        const Vector values = tank.Residuals(moved, before, pace);
-        for (std::size_t row = 0; row < count; ++row) rows[row][column] = (values[row] - residuals[row]) / distance;
+/// The step of Newton's method, in scales. Each equation counts by its largest slope, since a fast reaction's is many
+/// digits above the others'.
+VectorXd NewtonStep(MatrixXd slopes, VectorXd residuals) {
+    for (Index row = 0; row < slopes.rows(); ++row) {
+        const double largest = slopes.row(row).cwiseAbs().maxCoeff();
+        if (!(largest > 0)) continue;
+        slopes.row(row) /= largest;
+        residuals[row] /= largest;
     }
-    for (std::size_t row = 0; row < count; ++row) rows[row][count] = -residuals[row];
-    if (!SolveLinear(rows)) return false;
-    step.resize(count);
-    for (std::size_t row = 0; row < count; ++row) step[row] = rows[row][count];
-    return true;
+    Eigen::FullPivLU<MatrixXd> elimination;
+    elimination.setThreshold(0);  // a column that is many digits below the others counts too
+    return -elimination.compute(slopes).solve(residuals);
 }
 
-Vector Move(const Vector& from, const Vector& step, double part) {
-    Vector to = from;
-    for (std::size_t i = 0; i < to.size(); ++i) to[i] += part * step[i];
-    return to;
-}
-
-/// Takes `unknowns` one time step on; false, with `unknowns` as they were, if it doesn't converge.
-bool Advance(const CTank& tank, double pace, Vector& unknowns) {
-    Vector current = unknowns;
-    Vector residuals = tank.Residuals(current, unknowns, pace);
-    for (int iteration = 0; iteration < mostIterations; ++iteration) {
-        Vector step;
-        if (!NewtonStep(tank, current, unknowns, pace, residuals, step)) return false;
-        double part = 1.0;
-        while (part > 1e-6 && !tank.IsPossible(Move(current, step, part))) part /= 2;
-        const Vector next = Move(current, step, part);
-        if (!tank.IsPossible(next)) return false;
-        current = next;
-        residuals = tank.Residuals(current, unknowns, pace);
+/// Takes `state` one time step on; false, with `state` as it was, if it doesn't converge.
+bool Advance(const CTank& tank, double pace, TankState& state) {
+    TankState current = state;
+    for (int iteration = 0; iteration < mostIterations && !tank.IsAtTheEndOfItsWork(); ++iteration) {
+        const TankCoordinates coordinates = tank.ChooseCoordinates(current);
+        const VectorXd unknowns = tank.Unknowns(current, coordinates);
+        current = tank.StateOf(unknowns, coordinates);
+        const VectorXd scales = tank.ScalesOf(unknowns, current, coordinates);
+        const VectorXd sources = tank.Sources(current);
+        const VectorXd step = NewtonStep(tank.Slopes(unknowns, scales, coordinates, sources, pace),
+                                         tank.Residuals(current, sources, state, pace))
+                                  .cwiseProduct(scales);
+        if (!step.allFinite()) return false;
+        const TankState way = {coordinates.slopes * step.head(coordinates.slopes.cols()),
+                               step.size() > coordinates.slopes.cols() ? step[step.size() - 1] : 0.0};
+        const double part = tank.PossiblePart(current, way);
+        if (!(part > leastPart)) return false;
+        current = tank.StateOf(unknowns + part * step, coordinates);
         // The step counts and not the residuals, which fast reactions leave large by rounding alone.
-        if (part < 1 || LargestOf(step) > tolerance) continue;
-        unknowns = current;
+        if (part < 1 || !tank.IsShort(current, way)) continue;
+        state = current;
         return true;
     }
     return false;
 }
 
-/// One reaction at the feed's temperature has its extent between none and the one at which a compound runs out.
-std::vector<double> SolveOneReaction(CReactorModel& model, double size) {
-    double low = 0;
-    double high = 0;
-    model.FindRange(0, {0.0}, low, high);
-    const auto surplus = [&](double extent) {
-        return model.Rates({extent}, model.Feed().temperature)[0] * size - extent;
-    };
-    const double atStart = surplus(0);
-    if (atStart == 0) return {0.0};
-    const auto root = atStart > 0 ? RootBetween(surplus, 0, high) : RootBetween(surplus, low, 0);
-    if (!root) throw ReactorFailure("no steady state of the tank is found");
-    return {*root};
+/// The same for numbers that the package can't calculate on the way, which a shorter step may avoid.
+bool TryToAdvance(const CTank& tank, double pace, TankState& state) {
+    try {
+        return Advance(tank, pace, state);
+    } catch (const ReactorFailure&) {
+        return false;
+    }
 }
 
 }  // namespace
 
 std::vector<ReactorPoint> SolveStirredTank(CReactorModel& model, double size, bool isAdiabatic) {
-    const double feedTemperature = model.Feed().temperature;
-    if (model.ReactionCount() == 1 && !isAdiabatic) {
-        const std::vector<double> flows = model.Flows(SolveOneReaction(model, size));
-        return {{0, feedTemperature, model.FeedFlows()}, {size, feedTemperature, flows}};
-    }
     const CTank tank(model, size, isAdiabatic);
-    Vector unknowns = tank.Inlet();
+    const TankState feed = tank.Feed();
+    TankState state = feed;
+    tank.Sources(state);  // a package that can't calculate the feed says so
     double pace = 1;
-    while (pace > slowestPace) {
-        if (Advance(tank, pace, unknowns)) {
+    bool isSteady = false;
+    while (!isSteady) {
+        if (tank.IsAtTheEndOfItsWork()) {
+            throw ReactorFailure("no steady state of the tank is found within " + std::to_string(mostCalculations) +
+                                 " calculations of the rates: try a smaller tank");
+        }
+        const bool isLast = pace <= slowestPace;
+        if (TryToAdvance(tank, isLast ? 0 : pace, state)) {
+            isSteady = isLast;
             pace /= 4;
         } else {
-            pace *= 10;
+            pace = std::min(10 * pace, fastestPace);
         }
-        if (pace > fastestPace) throw ReactorFailure("no steady state of the tank is found");
     }
-    if (!Advance(tank, 0, unknowns)) throw ReactorFailure("no steady state of the tank is found");
-    return {{0, feedTemperature, model.FeedFlows()},
-            {size, tank.Temperature(unknowns), model.Flows(tank.Extents(unknowns))}};
+    return {{0, feed.temperature, model.FeedFlows()},
+            {size, state.temperature, {tank.Flows(state).begin(), tank.Flows(state).end()}}};
 }
 
 }  // namespace rekasim

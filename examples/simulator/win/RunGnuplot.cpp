@@ -9,7 +9,7 @@
 namespace rekasim {
 
 bool RunGnuplot(const std::string& script) {
-    std::FILE* const input = _popen("gnuplot", "wb");
+    std::FILE* const input = _popen("gnuplot >NUL", "wb");
     if (!input) return false;
     const bool isWritten = std::fwrite(script.data(), 1, script.size(), input) == script.size();
     return _pclose(input) == 0 && isWritten;

@@ -29,6 +29,13 @@ std::string Utf8Path(const std::filesystem::path& path) {
     return {text.begin(), text.end()};
 }
 
+std::string ReadWhole(const std::string& path) {
+    std::ifstream file(NativePath(path), std::ios::binary);
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
 }  // namespace
 
 std::string ExamplePath(const std::string& name) {
@@ -45,10 +52,11 @@ std::vector<std::string> ExampleNames() {
 }
 
 std::string ReadGuide() {
-    std::ifstream file(NativePath(REKASIM_GUIDE), std::ios::binary);
-    std::ostringstream content;
-    content << file.rdbuf();
-    return content.str();
+    return ReadWhole(REKASIM_GUIDE);
+}
+
+std::string ReadExampleText(const std::string& name) {
+    return ReadWhole(ExamplePath(name));
 }
 
 packagetext::Json ReadExample(const std::string& name) {

@@ -23,6 +23,8 @@ std::string ExamplePath(const std::string& name);
 std::vector<std::string> ExampleNames();
 /// The page on the reaction systems.
 std::string ReadGuide();
+/// The document as it is.
+std::string ReadExampleText(const std::string& name);
 /// The parsed document; a failure of the test when it can't be read.
 packagetext::Json ReadExample(const std::string& name);
 

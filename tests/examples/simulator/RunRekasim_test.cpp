@@ -107,6 +107,16 @@ TEST(SaveCommand, KeepsMaterialAndNotes) {
     for (const auto& member : original["package"].items()) EXPECT_EQ(saved["package"][member.key()], member.value());
 }
 
+TEST(SaveCommand, KeepsACommentOfThePackage) {
+    packagetext::Json document = ReadExample("water-gas-shift.json");
+    document["package"]["comment"] = {"after", "Moe"};
+    const CTemporaryFile file("commented.json", document.dump());
+    const CTemporaryFile copy("saved.json", "");
+    const RunResult result = RunProgram({"save", "--document", file.Path(), "--to", copy.Path()});
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(packagetext::Json::parse(copy.Content())["package"]["comment"], document["package"]["comment"]);
+}
+
 TEST(Help, NamesTheCommandsAndShowsExamples) {
     for (const std::vector<std::string>& arguments :
          {std::vector<std::string>{"--help"}, {"table", "--help"}, {"show", "--help"}, {"save", "--help"}}) {

@@ -32,6 +32,10 @@ TEST(BagMembers, AreStringsAndArraysInTheBag) {
     EXPECT_EQ(bag->Entries()[3].value.Get().vt, VT_EMPTY);
 }
 
+TEST(BagMembers, LeaveACommentOut) {
+    EXPECT_EQ(RoundTrip(R"({"Name": "x", "comment": {"any": 1}})"), Json::parse(R"({"Name": "x"})"));
+}
+
 TEST(BagMembers, RefuseWhatHasNoPlaceInABag) {
     for (const char* text :
          {R"({"a": 1})", R"({"a": ["x", 1]})", R"({"a": [[1]]})", R"({"a": {}})", R"({"a": true})"}) {

@@ -61,6 +61,8 @@ const BadDocument badDocuments[] = {
      ": line 3, column 5: syntax error while parsing object - unexpected string literal; expected '}'"},
     {"NumberTooLarge", "{\"a\": 1e999}", ": number overflow parsing '1e999'"},
     {"NoObject", "[1]", ": a document is a JSON object"},
+    {"MemberTwice", "{\"package\": {\n  \"a\": 1,\n  \"a\": 2\n}}",
+     ": line 3: package.a: the member is there twice in one object"},
 };
 class BadDocuments : public testing::TestWithParam<BadDocument> {};
 
@@ -74,6 +76,19 @@ TEST_P(BadDocuments, TellWhereAndWhy) {
 }
 INSTANTIATE_TEST_SUITE_P(Table, BadDocuments, testing::ValuesIn(badDocuments),
                          [](const auto& row) { return std::string(row.param.name); });
+
+TEST(Document, NestsOnlySoDeepThatItCanBeWrittenAgain) {
+    for (const std::size_t depth : {std::size_t{63}, std::size_t{64}, std::size_t{1'000'000}}) {
+        const std::string lists = std::string(depth, '[') + std::string(depth, ']');
+        const CTemporaryFile file("deep.json", "{\"note\": " + lists + "}");
+        Json content;
+        std::string errorText;
+        EXPECT_EQ(ReadDocument(file.Path(), content, errorText), depth == 63) << errorText;
+        if (depth > 63) {
+            EXPECT_EQ(errorText, file.Path() + ": the text is nested too deeply");
+        }
+    }
+}
 
 TEST(Document, ThatIsMissingIsNamed) {
     Json content;

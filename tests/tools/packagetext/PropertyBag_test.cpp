@@ -32,6 +32,20 @@ TEST(PropertyBag, ReplacesAValueAndKeepsTheOrder) {
     EXPECT_EQ(reka::TextOf(bag->Entries()[0].value.Get().bstrVal), u"3");
 }
 
+TEST(PropertyBag, RemembersWhatItWasAskedFor) {
+    const auto bag = MakeObject<CPropertyBag>();
+    bag->Put(u"a", VariantFromText(u"1"));
+    bag->Put(u"b", VariantFromText(u"2"));
+    for (const char16_t* const name : {u"d", u"a", u"c", u"d"}) {
+        reka::CVariant read;
+        bag->Read(reka::CBstr::Make(name).Get(), read.Receive(), nullptr);
+    }
+    EXPECT_TRUE(bag->WasAskedFor(u"a"));
+    EXPECT_FALSE(bag->WasAskedFor(u"b"));
+    EXPECT_TRUE(bag->WasAskedFor(u"c"));
+    EXPECT_EQ(bag->MissedNames(), (std::vector<std::u16string>{u"d", u"c"}));
+}
+
 TEST(PropertyBag, FailsForANameThatIsNotThere) {
     const auto bag = MakeObject<CPropertyBag>();
     bag->Put(u"name", VariantFromText(u"1"));

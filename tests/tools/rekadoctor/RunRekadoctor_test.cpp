@@ -152,10 +152,12 @@ TEST_F(Rekadoctor, RefusesWhatItDoesNotKnow) {
 
 TEST_F(Rekadoctor, TellsThatTheReportWentNowhere) {
     computer.MakeAllWell();
-    std::ostream nowhere(nullptr);
-    std::ostringstream errStream;
-    EXPECT_EQ(RunRekadoctor({}, computer, nowhere, errStream), 2);
-    EXPECT_EQ(errStream.str(), "rekadoctor: the output can't be written\n");
+    for (const std::vector<std::string>& arguments : {std::vector<std::string>{}, {"--help"}, {"--version"}}) {
+        std::ostream nowhere(nullptr);
+        std::ostringstream errStream;
+        EXPECT_EQ(RunRekadoctor(arguments, computer, nowhere, errStream), 2);
+        EXPECT_EQ(errStream.str(), "rekadoctor: the output can't be written\n");
+    }
 }
 
 }  // namespace

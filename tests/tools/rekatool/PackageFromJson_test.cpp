@@ -49,6 +49,23 @@ const FaultCase faultCases[] = {
      "rest: pairs of hexadecimal digits are expected, in a file of templates"},
     {"BadCount", [](Json& j) { j["form"] = "templates", j["count"] = -1; },
      "count: a number below 0 is expected, in a file of templates without packages"},
+    {"CountThatWrapsAround",
+     [](Json& j) {
+         j["form"] = "templates";
+         j["packages"] = Json::array();
+         j["count"] = 18446744073709551615U;
+     },
+     "count: a number below 0 is expected, in a file of templates without packages"},
+    {"CountOfCompoundsThatWrapsAround",
+     [](Json& j) {
+         PackageIn(j)["compounds"] = Json::array();
+         PackageIn(j)["compoundCount"] = 18446744073709551615U;
+         ReactionIn(j)["stoichiometry"] = Json::array();
+         ReactionIn(j)["rateEquation"] = nullptr;
+     },
+     "packages[0].compoundCount: a whole number from -2147483648 to -1 is expected"},
+    {"VersionThatWrapsAround", [](Json& j) { PackageIn(j)["version"] = 18446744069414584323U; },
+     "packages[0].version: a whole number from 0 to 4294967295 is expected"},
     {"CountOfABlock", [](Json& j) { j["count"] = -1; },
      "count: a number below 0 is expected, in a file of templates without packages"},
     {"RestOfABlock", [](Json& j) { j["rest"] = "00"; },

@@ -31,8 +31,8 @@ std::string Members(int count) {
 const ShapeCase shapeCases[] = {
     {"Plain", R"({"a":[1,-1,1.5,true,null,"x"],"b":{"a":{}}})", ""},
     {"SameNameInOtherObjects", R"([{"a":1},{"a":2}])", ""},
-    {"SameNameTwice", R"({"a":1,"b":2,"a":1})", "the member \"a\" is there twice in one object"},
-    {"SameNameBehindAnObject", R"({"a":{"b":1},"a":1})", "the member \"a\" is there twice in one object"},
+    {"SameNameTwice", R"({"a":1,"b":2,"a":1})", "line 1: a: the member is there twice in one object"},
+    {"SameNameBehindAnObject", R"({"a":{"b":1},"a":1})", "line 1: a: the member is there twice in one object"},
     {"DeepEnough", Nested(16), ""},
     {"TooDeep", Nested(17), "the text is nested too deeply"},
     {"TooDeepAndBroken", std::string(17, '['), "the text is nested too deeply"},

@@ -173,11 +173,12 @@ TEST_F(Rekatool, WarnsOfAFileThatHardlyIsOne) {
 
 TEST_F(Rekatool, NoticesOutputThatGoesNowhere) {
     Put(u"in.dat", EmptyBlock(u"A"));
-    for (const char* const command : {"export", "check"}) {
+    for (const std::vector<std::string>& arguments :
+         {std::vector<std::string>{"export", "in.dat"}, {"check", "in.dat"}, {"--help"}, {"check", "--help"}}) {
         std::ostringstream outStream;
         std::ostringstream errStream;
         outStream.setstate(std::ios::badbit);
-        EXPECT_EQ(RunRekatool({command, "in.dat"}, outStream, errStream), 2);
+        EXPECT_EQ(RunRekatool(arguments, outStream, errStream), 2);
         EXPECT_EQ(errStream.str(), "rekatool: the output can't be written\n");
     }
 }

@@ -80,6 +80,9 @@ const MaterialFault materialFaults[] = {
      "material.compounds[0].moleFraction: a number from 0 to 1 is expected"},
     {"Sum", R"({"material": {"compounds": [{"id": "a", "moleFraction": 0.9}]}})",
      "material.compounds: the mole fractions add up to 0.9, not to 1"},
+    {"CompoundTwice",
+     R"({"material": {"compounds": [{"id": "a", "moleFraction": 0.5}, {"id": "A", "moleFraction": 0.5}]}})",
+     "material.compounds[1].id: the compound is there twice"},
     {"MisspeltInCompound", R"({"material": {"compounds": [{"id": "a", "moleFraction": 1, "gamma": 2}]}})",
      "material.compounds[0].gamma: rekasim knows no such member"},
 };
