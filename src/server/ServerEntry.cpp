@@ -17,7 +17,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* reserved)
     if (reason == DLL_PROCESS_DETACH) {
         const bool isProcessEnding = reserved != nullptr;  // otherwise the module is unloaded
         reka::EndModule(isProcessEnding);
-        if (!isProcessEnding) reka::LeaveThisThread();
+        if (!isProcessEnding) {
+            reka::LeaveThisThread();
+            reka::LeaveExceptionMemory();
+        }
     }
     return TRUE;
 }
