@@ -9,6 +9,7 @@ started_in=$PWD
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
 . scripts/wine-environment.sh
+. scripts/example-templates.sh
 
 preset=native-release
 if [ "${1:-}" = --windows ]; then
@@ -30,12 +31,15 @@ if [ "$preset" = mingw64-release ]; then targets+=(reka); fi
 
 # The templates of this user's own stay untouched: the simulator gets a configuration folder in the build folder.
 export XDG_CONFIG_HOME=$PWD/build/user
+configuration=$XDG_CONFIG_HOME
 simulator=("$PWD/build/$preset/bin/rekasim")
 if [ "$preset" = mingw64-release ]; then
     start_wine "$PWD/build/wine-run"  # apart from that of the tests, which may run at the same time
     wine regsvr32 /s "Z:$PWD/build/$preset/bin/REKA.dll"
     simulator=(wine "$PWD/build/$preset/bin/rekasim.exe")
+    configuration=$(winepath -u "$(wine cmd /c 'echo %APPDATA%' </dev/null | tr -d '\r')")
 fi
+bring_templates_up_to_date "build/$preset/bin/data/REKAConfig.dat" "$configuration/NAVO/data/REKAConfig.dat"
 
 if [ "$#" -gt 0 ]; then
     cd "$started_in"

@@ -23,9 +23,9 @@ set(REKA_FLOORS
 
 # What stands on the house, with the floors whose headers it includes. Only the test goes by this.
 set(REKA_COMPANIONS
-    "tools/packagetext: text platform capeopen formula"
+    "tools/packagetext: text platform capeopen formula persistence"
     "examples/simulator: text platform capeopen manager tools/packagetext"
-    "tools/rekadoctor: text platform capeopen"
+    "tools/rekadoctor: text platform capeopen persistence tools/packagetext"
     "tools/rekatool: text platform expression/tree records expression/run expression/parse persistence checking tools/packagetext"
     "tools/shipped: text persistence manager tools/packagetext"
     "bench: text platform capeopen records expression/run expression/parse persistence compounds package manager"

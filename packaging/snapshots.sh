@@ -57,8 +57,17 @@ settle_wine() {
     sleep 2
 }
 
-# The manager gave the user the shipped packages when rekadoctor had it list them. They are the user's, so they stay when
-# the component goes; here they are seen to be there and unchanged, and are removed.
+# rekadoctor only looks: a user gets the shipped packages from the first program that asks the manager for its list.
+has_no_user_templates() {
+    check "the user has no packages" is_gone "$drive/users/$user/AppData/Roaming/NAVO"
+}
+
+# The packages of a user are the user's, so they stay when the component goes; afterwards they are seen to be there and
+# unchanged, and are removed.
+make_user_templates() {
+    mkdir -p "$drive/users/$user/AppData/Roaming/NAVO/data"
+    cp "$stage/x64/data/REKAConfig.dat" "$drive/users/$user/AppData/Roaming/NAVO/data/"
+}
 forget_user_templates() {
     local folder=$drive/users/$user/AppData/Roaming/NAVO
     check "the user's packages are there" cmp "$stage/x64/data/REKAConfig.dat" "$folder/data/REKAConfig.dat"

@@ -40,6 +40,8 @@ for_all_users() {
     check "rekadoctor finds all well" has_status 0 doctor "$folder"
     check "rekadoctor finds no fault" has_faults 0
     check "rekadoctor lists packages" doctor_says "           Ammonia synthesis"
+    has_no_user_templates
+    make_user_templates
     check "a second listing" has_status 0 doctor "$folder"
     uninstall "$folder" "C:\\$(short_name_of 'Program Files')\\REKA"
     forget_user_templates
@@ -106,7 +108,7 @@ with_settings_of_the_users() {
     check "rekadoctor finds all well" has_status 0 doctor "$folder"
     check "rekadoctor tells of the setting" doctor_says 'the value CurrentUser of HKCU\Software\NAVO is "1"'
     uninstall "$folder" "$windows_folder"
-    forget_user_templates
+    has_no_user_templates
     clean_uninstaller_copy
     take_snapshot after
     check "all is as before" is_same_snapshot text after
@@ -125,7 +127,7 @@ over_an_older_one() {
     check "the user's file is there" grep -qx mine "$folder/my notes.txt"
     check "rekadoctor finds all well" has_status 0 doctor "$folder"
     rm -f "$folder/my notes.txt"
-    forget_user_templates
+    has_no_user_templates
     refusals "$folder" 'C:\Tools\REKA'
 
     install '/D=C:\Tools\Elsewhere'
@@ -133,7 +135,7 @@ over_an_older_one() {
     check "all files are in the new one" is_laid_down "$elsewhere"
     check "rekadoctor finds all well there" has_status 0 doctor "$elsewhere"
     uninstall "$elsewhere" 'C:\Tools\Elsewhere'
-    forget_user_templates
+    has_no_user_templates
     clean_uninstaller_copy
     take_snapshot after
     check "all is as before" is_same_snapshot before after

@@ -1,18 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The last failure is kept as four strings and told by the object itself, since a host asks after the call has
-// returned. To note it must not fail: a text for which there is no memory is absent.
+// The last failure is told by the object itself, since a host asks after the call has returned. Its words are kept by
+// LastFailure.h, where a late-bound caller's failed call finds them as well.
 
 #include "capeopen/BaseObject.h"
 
 namespace reka {
-
-namespace {
-
-CBstr CopyLiteral(const char16_t* text) {
-    return text ? CBstr::TryMake(text) : CBstr();
-}
-
-}  // namespace
 
 HRESULT GiveCopy(const CBstr& text, BSTR* output) {
     if (!output) return E_POINTER;
@@ -21,7 +13,7 @@ HRESULT GiveCopy(const CBstr& text, BSTR* output) {
 }
 
 HRESULT BaseObject::get_name(BSTR* name) {
-    return GiveCopy(errorName, name);
+    return GiveCopy(Name(), name);
 }
 
 HRESULT BaseObject::get_code(LONG* code) {
@@ -31,15 +23,15 @@ HRESULT BaseObject::get_code(LONG* code) {
 }
 
 HRESULT BaseObject::get_description(BSTR* description) {
-    return GiveCopy(errorDescription, description);
+    return GiveCopy(Description(), description);
 }
 
 HRESULT BaseObject::get_scope(BSTR* scope) {
-    return GiveCopy(errorScope, scope);
+    return GiveCopy(Scope(), scope);
 }
 
 HRESULT BaseObject::get_interfaceName(BSTR* interfaceName) {
-    return GiveCopy(errorInterface, interfaceName);
+    return GiveCopy(InterfaceName(), interfaceName);
 }
 
 HRESULT BaseObject::get_operation(BSTR* operation) {
@@ -74,14 +66,6 @@ HRESULT BaseObject::put_ComponentDescription(BSTR description) {
         componentDescription = CBstr::CopyOf(description);
         return S_OK;
     });
-}
-
-void BaseObject::SetError(const char16_t* name, const char16_t* description, const char16_t* scope,
-                          const char16_t* interfaceName) noexcept {
-    errorName = CopyLiteral(name);
-    errorDescription = CopyLiteral(description);
-    errorScope = CopyLiteral(scope);
-    errorInterface = CopyLiteral(interfaceName);
 }
 
 std::span<const IID> BaseObject::LateBoundInterfaces() const {

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "capeopen/DualInterface.h"
+#include "capeopen/LastFailure.h"
 #include "capeopen/MergedDispatch.h"
 #include "capeopen/ModuleLocks.h"
 #include "platform/Holders.h"
@@ -22,7 +23,8 @@ class BaseObject : public CDualInterface<ECapeRoot>,
                    public CDualInterface<ECapeUnknown>,
                    public CDualInterface<ECapeUser>,
                    public CDualInterface<ICapeIdentification>,
-                   public CMergedDispatch {
+                   public CMergedDispatch,
+                   public CLastFailure {
 public:
     BaseObject() = default;
     BaseObject(const BaseObject&) = delete;
@@ -47,7 +49,9 @@ public:
     /// Records the last failure: a short name, the sentence, the method and its interface. Null gives an absent text,
     /// and so does a text that can't be copied for want of memory.
     void SetError(const char16_t* name, const char16_t* description, const char16_t* scope,
-                  const char16_t* interfaceName) noexcept;
+                  const char16_t* interfaceName) noexcept {
+        Record(name, description, scope, interfaceName);
+    }
 
     /// The end of a method that fails: `SetError` and its result code, with a name and a sentence or with one text for
     /// both.
@@ -86,10 +90,6 @@ protected:
     CBstr componentDescription;
 
 private:
-    CBstr errorName;
-    CBstr errorDescription;
-    CBstr errorScope;
-    CBstr errorInterface;
     bool ended = false;
 };
 
@@ -106,6 +106,7 @@ HRESULT RunMethod(BaseObject& object, const char16_t* scope, const char16_t* int
     if (object.HasEnded()) [[unlikely]]
         return E_UNEXPECTED;
     const CComRef<ECapeRoot> self(&object);
+    const CLastFailure::CMethod method(object);
     try {
         return body();
     } catch (const std::bad_alloc&) {

@@ -43,7 +43,8 @@ HRESULT FindMembers(REFIID iid, REFIID reserved, LPOLESTR* names, UINT count, DI
 }
 
 HRESULT CallMember(void* object, REFIID iid, DISPID member, REFIID reserved, WORD flags, DISPPARAMS* parameters,
-                   VARIANT* result, EXCEPINFO* exception, UINT* badArgument, AdaptArgument adapt) noexcept {
+                   VARIANT* result, EXCEPINFO* exception, UINT* badArgument, const CLastFailure* failure,
+                   AdaptArgument adapt) noexcept {
     if (reserved != IID_NULL) return DISP_E_UNKNOWNINTERFACE;
     if (!parameters) return E_POINTER;
     if (parameters->cArgs > 0 && !parameters->rgvarg) return E_POINTER;
@@ -52,7 +53,19 @@ HRESULT CallMember(void* object, REFIID iid, DISPID member, REFIID reserved, WOR
     for (UINT i = 0; i < parameters->cArgs; ++i) {
         if (RefersToNothing(parameters->rgvarg[i])) return E_POINTER;
     }
-    return CallMemberOfInterface(object, iid, member, flags, parameters, result, exception, badArgument, adapt);
+    if (!failure || !exception) {
+        return CallMemberOfInterface(object, iid, member, flags, parameters, result, exception, badArgument, adapt);
+    }
+    // The words are read after the call, which the host may use to give the object back.
+    const CComRef<IUnknown> self(static_cast<IUnknown*>(object));
+    const CLastFailure::Moment before = failure->Now();
+    EXCEPINFO told = {};  // what the caller's holds is anything
+    const HRESULT called =
+        CallMemberOfInterface(object, iid, member, flags, parameters, result, &told, badArgument, adapt);
+    if (called != DISP_E_EXCEPTION) return called;
+    failure->Tell(before, told);
+    *exception = told;
+    return called;
 }
 
 }  // namespace reka

@@ -203,9 +203,12 @@ HRESULT CReactionPack::GetReactionParameters(BSTR, IDispatch** parameters) {
     if (!parameters) return E_POINTER;
     *parameters = nullptr;
     if (!definition) return E_UNEXPECTED;
-    constexpr const char16_t* text = u"GetReactionParameters not supported";
-    SetError(text, text, u"GetReactionParameters", interfaceName);
-    return ECapeNoImplHR;
+    constexpr const char16_t* scope = u"GetReactionParameters";
+    return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
+        constexpr const char16_t* text = u"GetReactionParameters not supported";
+        SetError(text, text, scope, interfaceName);
+        return ECapeNoImplHR;
+    });
 }
 
 }  // namespace reka

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // What the system calls in the module: its start and end, and the four exports of a COM server. None of them does more
 // than lead to the routine that does the work: what a client meets first has no decisions of its own. Whether
-// registration is for the user alone is read at each call, not at the start, since the user may change the setting in
-// between.
+// registration is for the user alone is read when it is asked for, not at the start, since the user may change the
+// setting in between.
 
 #include <windows.h>
 
@@ -17,7 +17,10 @@ extern "C" BOOL WINAPI DllMain(HINSTANCE instance, DWORD reason, void* reserved)
     if (reason == DLL_PROCESS_DETACH) {
         const bool isProcessEnding = reserved != nullptr;  // otherwise the module is unloaded
         reka::EndModule(isProcessEnding);
-        if (!isProcessEnding) reka::LeaveThisThread();
+        if (!isProcessEnding) {
+            reka::LeaveThisThread();
+            reka::LeaveExceptionMemory();
+        }
     }
     return TRUE;
 }
@@ -36,7 +39,5 @@ STDAPI DllRegisterServer() {
 }
 
 STDAPI DllUnregisterServer() {
-    // Asked again, so that what was registered for the user is removed there.
-    reka::TheModule().isPerUser = reka::IsRegistrationForUser();
     return reka::RegisterClasses(false);
 }

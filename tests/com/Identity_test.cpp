@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
 
 #include "HostObjects.h"
 #include "LateCalls.h"
@@ -367,6 +368,52 @@ TEST(Module, LoadsAndGoesAThousandTimes) {
         ASSERT_EQ(GetModuleHandleW(path.c_str()), nullptr);
     }
     EXPECT_EQ(CountHandles(), handles);
+}
+
+/// What is allocated from all heaps of this process, in bytes.
+std::size_t CountHeap() {
+    HANDLE heaps[64] = {};
+    const DWORD count = GetProcessHeaps(64, heaps);
+    EXPECT_LE(count, 64U);
+    std::size_t bytes = 0;
+    for (DWORD i = 0; i < count && i < 64; ++i) {
+        PROCESS_HEAP_ENTRY entry = {};
+        HeapLock(heaps[i]);
+        while (HeapWalk(heaps[i], &entry)) {
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
+        }
+        HeapUnlock(heaps[i]);
+    }
+    return bytes;
+}
+
+TEST(Module, LeavesNothingOnTheHeap) {
+    CoFreeUnusedLibrariesEx(0, 0);
+    const std::wstring path = ModulePath();
+    ASSERT_EQ(GetModuleHandleW(path.c_str()), nullptr);
+    const std::size_t empty = CountHeap();
+    const auto block = std::make_unique<char[]>(5000);
+    EXPECT_GE(CountHeap(), empty + 5000);  // the count tells something
+    std::size_t before = 0;
+    constexpr int rounds = 200;
+    constexpr int warm = 20;  // by then the system has what it keeps for itself
+    for (int i = 0; i < rounds; ++i) {
+        if (i == warm) before = CountHeap();
+        const HMODULE loaded = LoadLibraryW(path.c_str());
+        ASSERT_TRUE(loaded);
+        {
+            CRef<IClassFactory> factory;
+            ASSERT_EQ(ExportOf<GetClassObject>(loaded, "DllGetClassObject")(
+                          managerClass, IID_IClassFactory, reinterpret_cast<void**>(factory.Receive())),
+                      S_OK);
+            CRef<IDispatch> manager;
+            ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(manager.Receive())),
+                      S_OK);
+        }
+        FreeLibrary(loaded);
+        ASSERT_EQ(GetModuleHandleW(path.c_str()), nullptr);
+    }
+    EXPECT_LT(CountHeap(), before + (rounds - warm) * sizeof(void*));  // less than the smallest block a load
 }
 
 }  // namespace

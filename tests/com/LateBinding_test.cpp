@@ -142,6 +142,74 @@ TEST(OneReference, ListsResolvesAndTellsErrors) {
     EXPECT_EQ(Call(package, L"code", DISPATCH_PROPERTYGET).value.Get().lVal, 0);
 }
 
+/// By the one reference of a script and by an interface of its own.
+std::vector<CRef<IDispatch>> WaysTo(IUnknown* object, REFIID iid) {
+    std::vector<CRef<IDispatch>> ways;
+    for (const IID& way : {IID_IDispatch, iid}) {
+        void* found = nullptr;
+        EXPECT_EQ(object->QueryInterface(way, &found), S_OK);
+        ways.emplace_back(static_cast<IDispatch*>(found));
+    }
+    return ways;
+}
+
+TEST(LateBinding, TellsTheWordsOfAFailure) {
+    const auto package = MakePackage(L"1");
+    for (const CRef<IDispatch>& way : WaysTo(package.Get(), reka::ICapeReactionChemistry::iid)) {
+        CValue nobody(L"nobody");
+        for (const wchar_t* const method : {L"GetReactionPhase", L"GetReactionType"}) {
+            const CallResult failed = Call(way.Get(), method, DISPATCH_METHOD, {nobody.Get()});
+            EXPECT_EQ(failed.code, DISP_E_EXCEPTION);
+            EXPECT_EQ(failed.failure, reka::ECapeUnknownHR);
+            EXPECT_EQ(failed.description, L"Invalid reaction ID: nobody");
+            EXPECT_EQ(failed.source, L"ICapeReactionChemistry." + std::wstring(method));
+        }
+    }
+}
+
+/// Which the thread keeps for whoever asks.
+TEST(LateBinding, TellsNoWordsOfSomebodyElse) {
+    CRef<ICreateErrorInfo> written;
+    ASSERT_EQ(CreateErrorInfo(written.Receive()), S_OK);
+    std::wstring words = L"of somebody else";
+    ASSERT_EQ(written->SetDescription(words.data()), S_OK);
+    void* found = nullptr;
+    ASSERT_EQ(written->QueryInterface(IID_IErrorInfo, &found), S_OK);
+    const CRef<IErrorInfo> stranger(static_cast<IErrorInfo*>(found));
+    const auto manager = MakeManager<IDispatch>();
+    CValue name(L"nobody");
+    for (const bool isMerged : {true, false}) {
+        const CallResult resolved = Call(manager.Get(), L"ResolveReactionsPackage", DISPATCH_METHOD, {name.Get()});
+        ASSERT_EQ(resolved.code, S_OK);
+        IDispatch* const package = resolved.value.Get().pdispVal;  // without a definition
+        const auto ways = WaysTo(package, reka::ICapeReactionChemistry::iid);
+        ASSERT_EQ(SetErrorInfo(0, stranger.Get()), S_OK);
+        const CallResult wordless = Call(ways[isMerged ? 0 : 1].Get(), L"GetNumberOfReactions", DISPATCH_METHOD);
+        EXPECT_EQ(wordless.code, DISP_E_EXCEPTION);
+        EXPECT_EQ(wordless.failure, E_UNEXPECTED);
+        EXPECT_EQ(wordless.description, L"");
+        EXPECT_EQ(wordless.source, L"");
+        ASSERT_EQ(SetErrorInfo(0, stranger.Get()), S_OK);
+        const CallResult failed = Call(package, L"Initialize", DISPATCH_METHOD);
+        EXPECT_EQ(failed.code, DISP_E_EXCEPTION);
+        EXPECT_NE(failed.description, L"");
+        EXPECT_NE(failed.description, words);
+        EXPECT_EQ(failed.source, L"ICapeUtilitites.Initialize");
+    }
+    SetErrorInfo(0, nullptr);
+}
+
+TEST(LateBinding, FailsAlikeForACallerThatWantsNoWords) {
+    const auto package = MakePackage(L"1").As<IDispatch>();
+    DISPID member = 0;
+    ASSERT_EQ(FindMember(package.Get(), L"GetReactionPhase", member), S_OK);
+    CValue nobody(L"nobody");
+    DISPPARAMS parameters = {&nobody.Get(), nullptr, 1, 0};
+    CValue phase;
+    EXPECT_EQ(package->Invoke(member, IID_NULL, 0, DISPATCH_METHOD, &parameters, &phase.Get(), nullptr, nullptr),
+              DISP_E_EXCEPTION);
+}
+
 TEST(LateBinding, PutsAndGetsProperties) {
     for (const bool isMerged : {false, true}) {
         const auto package = MakePackage(L"1");

@@ -25,6 +25,8 @@ CallResult CallId(IDispatch* object, DISPID member, WORD flags, std::vector<VARI
     result.code =
         object->Invoke(member, IID_NULL, 0, flags, &parameters, &result.value.Get(), &exception, &result.badArgument);
     result.failure = exception.scode;
+    if (exception.bstrSource) result.source = exception.bstrSource;
+    if (exception.bstrDescription) result.description = exception.bstrDescription;
     SysFreeString(exception.bstrSource);
     SysFreeString(exception.bstrDescription);
     SysFreeString(exception.bstrHelpFile);

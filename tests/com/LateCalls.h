@@ -14,6 +14,8 @@ struct CallResult {
     HRESULT code = S_OK;
     CValue value;
     SCODE failure = S_OK;  // of the method, where the code is DISP_E_EXCEPTION
+    std::wstring source;   // and its words
+    std::wstring description;
     UINT badArgument = 99;
 };
 

@@ -33,7 +33,7 @@ std::optional<std::string> ModuleToRegister(const Examination& examination, Widt
     const auto& near = width == Width::Bits64 ? examination.module64 : examination.module32;
     if (near) return near;
     for (const Registration& registration : examination.registrations) {
-        if (registration.place.width == width && FitsAndIsThere(registration)) return registration.file;
+        if (registration.place.width == width && FitsAndIsThere(registration)) return registration.server.path;
     }
     return std::nullopt;
 }

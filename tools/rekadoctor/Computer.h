@@ -43,13 +43,20 @@ struct Loading {
 };
 
 /// How far a program gets that asks for the manager by its name.
-enum class TrialEnd : std::uint8_t { NameUnknown, OtherClass, NotCreated, NotAManager, NoList, Done };
+enum class TrialEnd : std::uint8_t { NameUnknown, OtherClass, NotCreated, NotAManager, Done };
 
 struct Trial {
     TrialEnd end = TrialEnd::NameUnknown;
-    std::string reason;                 // of a failure: the system's or the manager's words; of OtherClass, that class
-    std::string file;                   // the module that the manager came from
-    std::vector<std::string> packages;  // what the manager lists
+    std::string reason;  // of a failure, in the system's words; of OtherClass, that class
+    std::string file;    // the module that the manager came from
+};
+
+/// A file with all that it holds.
+struct FileContent {
+    bool isThere = false;
+    std::uint64_t lastWrite = 0;  // of use for comparison alone
+    std::optional<std::vector<std::uint8_t>> bytes;
+    std::string reason;  // why there are no bytes, in the system's words
 };
 
 class CComputer {
@@ -65,9 +72,16 @@ public:
     virtual bool HasFile(const std::string& path) = 0;
     /// The first bytes of a file, `size` at most; nothing if it can't be opened.
     virtual std::optional<std::vector<std::uint8_t>> ReadFileHead(const std::string& path, std::size_t size) = 0;
+    virtual FileContent ReadFile(const std::string& path) = 0;
+    /// The folder of this user's application data, without a backslash at the end; empty if the system doesn't tell.
+    virtual std::string FindUserFolder() = 0;
+    /// Where every program finds the module of a path that isn't whole: the folders of the system and of PATH, but not
+    /// that of the program, which is another one for each. Empty if it isn't there.
+    virtual std::string FindModule(const std::string& name) = 0;
     /// Loads a module into this program and unloads it again.
     virtual Loading Load(const std::string& path) = 0;
-    /// Creates the manager by `name` in this program, has it list its packages, and releases it.
+    /// Creates the manager by `name` in this program and releases it. It isn't asked for its packages: for those it may
+    /// show message boxes, and put files in the place of others.
     virtual Trial TryManager(const std::string& name) = 0;
 };
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Each registration is held against what the component writes itself; then comes what a program gets that asks for the
-// manager. Faults count for the width of the program that they hurt.
+// manager, and which templates it would show. What takes time is tried where its section begins, so that a user sees
+// what a slow computer is at. Faults count for the width of the program that they hurt.
 
 #include "Diagnose.h"
 
 #include <algorithm>
 
 #include "Advice.h"
+#include "DiagnoseTemplates.h"
 
 namespace rekadoctor {
 
@@ -73,7 +75,7 @@ void DiagnoseNames(const Registration& found, Section& section) {
 }
 
 void DiagnoseBeside(const Registration& found, Section& section) {
-    const std::string folder = FolderOf(*found.file);
+    const std::string folder = FolderOf(found.server.path);
     const auto missing = [&](const std::string& name, const std::string& purpose) {
         section.Wrong(folder + "\\data\\" + name + " is missing: " + purpose);
         section.Advise("Copy the folder data of the package to " + folder + "\\data");
@@ -112,22 +114,33 @@ void DiagnoseLoading(const Loading& loading, Section& section) {
 }
 
 /// True where the file is one that programs of that width can load.
-bool DiagnoseFile(const Registration& found, Section& section) {
+bool DiagnoseFile(const Registration& found, Width ownWidth, Section& section) {
     if (!found.file) {
         section.Wrong("no file is named (InprocServer32 is missing)");
         return false;
     }
+    const std::string& path = found.server.path;
+    if (!found.server.isThere && !IsWholePath(path)) {
+        const std::string text = "its file " + path + " is named without a folder";
+        if (found.place.width == ownWidth) {
+            section.Wrong(text + " and isn't where every program looks");
+        } else {
+            section.Note(text + ": the rekadoctor of the folder " +
+                         (found.place.width == Width::Bits64 ? "x64" : "x86") + " tells whether it is found");
+        }
+        return false;
+    }
     if (!found.server.isThere) {
-        section.Wrong("its file " + *found.file + " is not there");
+        section.Wrong("its file " + path + " is not there");
         return false;
     }
     const ModuleKind kind = found.place.width == Width::Bits64 ? ModuleKind::X64 : ModuleKind::X86;
     if (found.server.kind != kind) {
-        section.Wrong("its file " + *found.file + " is " + WordOf(found.server.kind) + ", which " +
-                      WordOf(found.place.width) + " programs can't load");
+        section.Wrong("its file " + path + " is " + WordOf(found.server.kind) + ", which " + WordOf(found.place.width) +
+                      " programs can't load");
         return false;
     }
-    section.Good("its file is " + *found.file + ", " + WordOf(kind));
+    section.Good("its file is " + path + ", " + WordOf(kind));
     return true;
 }
 
@@ -141,11 +154,11 @@ Section DiagnoseRegistration(const Registration& found, const Examination& exami
     if (!found.shownName) section.Wrong("it has no name (CapeDescription): simulators may leave it out");
     DiagnoseCategories(found, section);
     DiagnoseNames(found, section);
-    const bool isFileRight = DiagnoseFile(found, section);
+    const bool isFileRight = DiagnoseFile(found, examination.surroundings.ownWidth, section);
     const bool isRegistrationWrong = std::any_of(section.findings.begin(), section.findings.end(),
                                                  [](const Finding& one) { return one.weight == Weight::Wrong; });
     if (isRegistrationWrong) AdviseToRegister(examination, found.place, section);
-    if (found.file && !found.server.isThere) AdviseToRemove(found.place, section);
+    if (found.file && IsWholePath(found.server.path) && !found.server.isThere) AdviseToRemove(found.place, section);
     if (!isFileRight) return section;
     if (found.server.loading) DiagnoseLoading(*found.server.loading, section);
     DiagnoseBeside(found, section);
@@ -173,7 +186,7 @@ void DiagnoseAbsence(const Examination& examination, Width width, Section& secti
 }
 
 void DiagnoseBothOwners(const Registration& ofMachine, const Registration& ofUser, Section& section) {
-    if (Is(ofMachine.file, ofUser.file.value_or(""))) {
+    if (IsSameName(ofMachine.server.path, ofUser.server.path)) {
         section.Note("registered for all users and for this user too, with the same file");
         return;
     }
@@ -197,21 +210,14 @@ void ExplainOwner(const Examination& examination, Section& section) {
     }
 }
 
-void DiagnosePackages(const Examination& examination, Section& section) {
+void DiagnoseManager(const Examination& examination, Section& section) {
     const Trial& trial = examination.trial;
     const Width own = examination.surroundings.ownWidth;
     const Registration* used = examination.surroundings.isElevated ? nullptr : Find(examination, {Owner::User, own});
     if (!used) used = Find(examination, {Owner::Machine, own});
     section.Good("it gets the manager, out of " + trial.file);
-    if (used && used->file && !IsSameName(*used->file, trial.file)) {
-        section.Note("the registration names " + *used->file);
-    }
-    if (trial.packages.empty()) {
-        section.Note("the manager lists no package: make one in the manager's dialog");
-    } else {
-        section.Good("the manager lists " + std::to_string(trial.packages.size()) +
-                     (trial.packages.size() == 1 ? " package" : " packages"));
-        for (const std::string& package : trial.packages) section.findings.push_back({Weight::Listed, package});
+    if (used && used->file && !IsSameName(used->server.path, trial.file)) {
+        section.Note("the registration names " + used->server.path);
     }
 }
 
@@ -232,29 +238,28 @@ void DiagnoseTrial(const Examination& examination, Section& section) {
             section.Wrong("what is created is no reaction package manager: " + trial.reason);
             section.Advise("Install REKA anew, or unpack its package anew.");
             break;
-        case TrialEnd::NoList:
-            section.Wrong("the manager can't list its packages: " + trial.reason);
-            break;
         case TrialEnd::Done:
-            DiagnosePackages(examination, section);
+            DiagnoseManager(examination, section);
             return;
     }
     ExplainOwner(examination, section);
 }
 
+std::string TitleOfUse(Width width) {
+    return "A " + WordOf(width) + " program that asks for the manager";
+}
+
 /// What a program of this width meets.
 Section DiagnoseUse(const Examination& examination) {
     const Width own = examination.surroundings.ownWidth;
-    Section section{"A " + WordOf(own) + " program that asks for the manager", own, {}, {}};
+    Section section{TitleOfUse(own), own, {}, {}};
     const Registration* ofMachine = Find(examination, {Owner::Machine, own});
     const Registration* ofUser = Find(examination, {Owner::User, own});
     if (!ofMachine && !ofUser) DiagnoseAbsence(examination, own, section);
     if (ofMachine && ofUser) DiagnoseBothOwners(*ofMachine, *ofUser, section);
     DiagnoseTrial(examination, section);
     if (examination.currentUser == "1") {
-        section.Note(
-            "the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers, and unregisters, for this "
-            "user alone");
+        section.Note("the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers for this user alone");
     }
     return section;
 }
@@ -279,19 +284,31 @@ std::string WordOf(Width width) {
     return width == Width::Bits64 ? "64-bit" : "32-bit";
 }
 
-Diagnosis Diagnose(const Examination& examination) {
+Diagnosis Diagnose(CComputer& computer, const Examination& examined, CListener& listener) {
     Diagnosis diagnosis;
+    Examination examination = examined;
+    const auto add = [&](Section section) {
+        listener.End(section);
+        diagnosis.sections.push_back(std::move(section));
+    };
     const Width own = examination.surroundings.ownWidth;
     const Width other = own == Width::Bits64 ? Width::Bits32 : Width::Bits64;
-    for (const Registration& found : examination.registrations) {
-        diagnosis.sections.push_back(DiagnoseRegistration(found, examination));
+    for (Registration& found : examination.registrations) {
+        listener.Begin(TitleOf(found.place));
+        TryLoading(computer, own, found);
+        add(DiagnoseRegistration(found, examination));
     }
-    diagnosis.sections.push_back(DiagnoseUse(examination));
+    listener.Begin(TitleOfUse(own));
+    examination.trial = computer.TryManager(std::string(versionIndependentProgId));
+    add(DiagnoseUse(examination));
+    listener.Begin(templatesTitle);
+    add(DiagnoseTemplates(computer, examination));
     if (examination.surroundings.isWindows64Bit && !Find(examination, {Owner::Machine, other}) &&
         !Find(examination, {Owner::User, other})) {
         Section section{WordOf(other) + " programs", other, {}, {}};
+        listener.Begin(section.title);
         DiagnoseAbsence(examination, other, section);
-        diagnosis.sections.push_back(std::move(section));
+        add(std::move(section));
     }
     Count(diagnosis, own);
     return diagnosis;

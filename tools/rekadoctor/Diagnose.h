@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// What was found, in plain words, and what to do about it.
+// What is found, in plain words, and what to do about it.
 
 #pragma once
 
@@ -47,7 +47,17 @@ struct Diagnosis {
     int wrongForOtherWidth = 0;
 };
 
-Diagnosis Diagnose(const Examination& examination);
+/// Who hears of a diagnosis while it is made.
+class CListener {
+public:
+    virtual ~CListener() = default;
+    /// Something is going to be looked at or tried, which may take its time.
+    virtual void Begin(const std::string& title) = 0;
+    virtual void End(const Section& section) = 0;
+};
+
+/// Looks at everything, tries to load and to create, and says what is well and what isn't, section by section.
+Diagnosis Diagnose(CComputer& computer, const Examination& examined, CListener& listener);
 
 /// "64-bit" or "32-bit".
 std::string WordOf(Width width);

@@ -25,12 +25,28 @@ ModuleKind KindOfFile(CComputer& computer, const std::string& path) {
     return head ? KindOfModule(*head) : ModuleKind::NotAModule;
 }
 
-ServerFile ExamineFile(CComputer& computer, const std::string& path, Width ownWidth) {
+bool IsSeparator(char letter) {
+    return letter == '\\' || letter == '/';
+}
+
+/// The component system takes a path in quotes as well.
+std::string Unquoted(const std::string& text) {
+    return text.size() >= 2 && text.front() == '"' && text.back() == '"' ? text.substr(1, text.size() - 2) : text;
+}
+
+/// The folders in which programs of the other width look aren't those of this one.
+ServerFile ExamineFile(CComputer& computer, const std::string& text, bool isOwnWidth) {
     ServerFile server;
+    server.path = text;
+    if (!IsWholePath(text)) {
+        const std::string found = isOwnWidth ? computer.FindModule(text) : std::string();
+        if (found.empty()) return server;
+        server.path = found;
+    }
+    const std::string& path = server.path;
     server.isThere = computer.HasFile(path);
     if (!server.isThere) return server;
     server.kind = KindOfFile(computer, path);
-    if (server.kind == KindOf(ownWidth)) server.loading = computer.Load(path);
     const std::string folder = FolderOf(path);
     server.hasTemplates = computer.HasFile(folder + "\\data\\REKAConfig.dat");
     server.hasCompounds = computer.HasFile(folder + "\\data\\Korvex1.pcd");
@@ -58,7 +74,7 @@ Registration ExamineRegistration(CComputer& computer, RegistryPlace place, Width
         found.hasCategory[i] =
             computer.HasKey(place, key + "\\Implemented Categories\\" + std::string(categories[i].id));
     }
-    if (found.file) found.server = ExamineFile(computer, *found.file, ownWidth);
+    if (found.file) found.server = ExamineFile(computer, Unquoted(*found.file), place.width == ownWidth);
     return found;
 }
 
@@ -105,8 +121,19 @@ Examination Examine(CComputer& computer) {
     examination.currentUser = computer.ReadText({Owner::User, own}, "Software\\NAVO", "CurrentUser");
     examination.module32 = FindModule(computer, surroundings, Width::Bits32);
     examination.module64 = FindModule(computer, surroundings, Width::Bits64);
-    examination.trial = computer.TryManager(std::string(versionIndependentProgId));
     return examination;
+}
+
+void TryLoading(CComputer& computer, Width ownWidth, Registration& found) {
+    ServerFile& server = found.server;
+    if (found.place.width != ownWidth || !server.isThere || server.kind != KindOf(ownWidth)) return;
+    server.loading = computer.Load(server.path);
+}
+
+bool IsWholePath(const std::string& path) {
+    if (path.size() < 3) return false;
+    if (IsSeparator(path[0])) return IsSeparator(path[1]);
+    return path[1] == ':' && IsSeparator(path[2]);
 }
 
 }  // namespace rekadoctor

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Everything that rekadoctor finds out before it says a word about it.
+// What rekadoctor reads of registry and files before it tries anything. That takes no time worth speaking of.
 
 #pragma once
 
@@ -16,9 +16,10 @@ namespace rekadoctor {
 
 /// A file named in a registration, and what is beside it.
 struct ServerFile {
+    std::string path;  // the text of the registration without quotes; for a bare name, where it is found
     bool isThere = false;
     ModuleKind kind = ModuleKind::NotAModule;
-    std::optional<Loading> loading;  // only where the file and this program have one width
+    std::optional<Loading> loading;  // only once it was tried, where it has this program's width
     bool hasTemplates = false;
     bool hasCompounds = false;
     bool hasHelp = false;
@@ -47,10 +48,17 @@ struct Examination {
     std::optional<std::string> currentUser;   // the setting that sends a registration to the user
     std::optional<std::string> module32;      // modules of the right kind near this program, which can be registered
     std::optional<std::string> module64;
-    Trial trial;
+    Trial trial;  // once it was tried
 };
 
+/// Reads registry and files; loads and creates nothing.
 Examination Examine(CComputer& computer);
+
+/// Loads the module of a registration, where it is one for this program's width.
+void TryLoading(CComputer& computer, Width ownWidth, Registration& found);
+
+/// Whether `path` says by itself where a file lies.
+bool IsWholePath(const std::string& path);
 
 /// The folder of a path, without a backslash at its end; empty for a bare name.
 std::string FolderOf(const std::string& path);

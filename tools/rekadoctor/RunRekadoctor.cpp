@@ -32,18 +32,33 @@ const char* MarkOf(Weight weight) {
     return "  WRONG  ";
 }
 
-void Print(const Section& section, std::ostream& out) {
-    out << section.title << "\n";
-    for (const Finding& finding : section.findings) out << MarkOf(finding.weight) << finding.text << "\n";
-    if (section.advice.empty()) return;
-    const bool isAnyWrong = std::any_of(section.findings.begin(), section.findings.end(),
-                                        [](const Finding& one) { return one.weight == Weight::Wrong; });
-    out << (isAnyWrong ? "  What to do:\n" : "  If you need it:\n");
-    for (const Step& step : section.advice) {
-        out << "    " << step.text << "\n";
-        for (const std::string& command : step.commands) out << "      " << command << "\n";
+/// Each section is seen at once: loading and creating may take long, or meet something that never ends.
+class CPrinter : public CListener {
+public:
+    explicit CPrinter(std::ostream& stream) : out(stream) {}
+
+    void Begin(const std::string& title) override { out << "\n" << title << std::endl; }
+
+    void End(const Section& section) override {
+        for (const Finding& finding : section.findings) out << MarkOf(finding.weight) << finding.text << "\n";
+        PrintAdvice(section);
+        out.flush();
     }
-}
+
+private:
+    void PrintAdvice(const Section& section) {
+        if (section.advice.empty()) return;
+        const bool isAnyWrong = std::any_of(section.findings.begin(), section.findings.end(),
+                                            [](const Finding& one) { return one.weight == Weight::Wrong; });
+        out << (isAnyWrong ? "  What to do:\n" : "  If you need it:\n");
+        for (const Step& step : section.advice) {
+            out << "    " << step.text << "\n";
+            for (const std::string& command : step.commands) out << "      " << command << "\n";
+        }
+    }
+
+    std::ostream& out;
+};
 
 void PrintVerdict(int count, Width width, std::ostream& out) {
     if (count == 0) {
@@ -53,17 +68,15 @@ void PrintVerdict(int count, Width width, std::ostream& out) {
     }
 }
 
-int Report(const Examination& examination, std::ostream& out) {
+int Report(CComputer& computer, std::ostream& out) {
+    const Examination examination = Examine(computer);
     const Surroundings& surroundings = examination.surroundings;
     const Width own = surroundings.ownWidth;
     const Width other = own == Width::Bits64 ? Width::Bits32 : Width::Bits64;
-    const Diagnosis diagnosis = Diagnose(examination);
     out << "rekadoctor " REKA_VERSION ", a " << WordOf(own) << " program on " << (surroundings.isWine ? "Wine as " : "")
-        << (surroundings.isWindows64Bit ? "64-bit" : "32-bit") << " Windows\n";
-    for (const Section& section : diagnosis.sections) {
-        out << "\n";
-        Print(section, out);
-    }
+        << (surroundings.isWindows64Bit ? "64-bit" : "32-bit") << " Windows" << std::endl;
+    CPrinter printer(out);
+    const Diagnosis diagnosis = Diagnose(computer, examination, printer);
     out << "\n";
     PrintVerdict(diagnosis.wrongForOwnWidth, own, out);
     if (diagnosis.wrongForOtherWidth > 0) PrintVerdict(diagnosis.wrongForOtherWidth, other, out);
@@ -85,9 +98,10 @@ int RunArguments(const std::vector<std::string>& arguments, CComputer& computer,
     app.set_version_flag("--version", "rekadoctor " REKA_VERSION);
     try {
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
-        return Report(Examine(computer), out);
+        return Report(computer, out);
     } catch (const CLI::ParseError& error) {
-        if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help or version was asked for
+        // Help or the version was asked for.
+        if (error.get_exit_code() == 0) return app.exit(error, out, err);
         err << "rekadoctor: " << error.what() << " (--help tells more)\n";
     } catch (const std::exception& error) {
         err << "rekadoctor: " << error.what() << "\n";

@@ -7,11 +7,13 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <filesystem>
 #include <ostream>
 
 #include "CheckPackages.h"
 #include "PackageFile.h"
 #include "ParseReadable.h"
+#include "Salvage.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
 #include "text/Utf8.h"
@@ -98,12 +100,44 @@ int Check(const Options& options, std::ostream& out) {
     return status;
 }
 
+/// Whether two paths lead to one file, by whatever names and links.
+bool IsSameFile(const std::string& first, const std::string& second) {
+    if (first == second) return true;
+    const auto pathOf = [](const std::string& path) {
+        return std::filesystem::path(std::u8string(path.begin(), path.end()));
+    };
+    std::error_code unknown;  // one that isn't there isn't the other
+    return std::filesystem::equivalent(pathOf(first), pathOf(second), unknown);
+}
+
+int Salvage(const Options& options, std::ostream& err) {
+    if (IsSameFile(options.inputPath, options.outputPath)) {
+        throw ToolFailure{options.outputPath +
+                          ": this is the damaged file, which stays; give another name to write to"};
+    }
+    const Salvaged salvaged = SalvageTemplates(ReadFile(options.inputPath));
+    for (const std::string& damage : salvaged.damages) {
+        err << "rekatool: " << options.inputPath << ": " << damage << "\n";
+    }
+    if (salvaged.damages.empty()) {
+        WriteFile(options.outputPath, WritePackageFile(salvaged.file));
+        return 0;
+    }
+    const std::size_t count = salvaged.file.blocks.size();
+    if (count == 0) throw ToolFailure{options.inputPath + ": there is no whole template in it; nothing is written"};
+    WriteFile(options.outputPath, WritePackageFile(salvaged.file));
+    err << "rekatool: " << options.outputPath << ": holds the " << count << " whole template" << (count == 1 ? "" : "s")
+        << "\n";
+    return 1;
+}
+
 void Describe(CLI::App& app, Options& options) {
     app.name("rekatool");
     app.description("rekatool: reaction packages as text for version control, and what is wrong with them.");
     app.footer(
         "FILE is a file of templates (REKAConfig.dat), or one stored package.\n"
-        "Exit status: 0 done and nothing found, 1 warnings, 2 faults, a failure or misuse.");
+        "Exit status: 0 done and nothing found, 1 warnings, or a file of which salvage has written what is whole,\n"
+        "2 faults, a failure or misuse.");
     app.require_subcommand(1);
     CLI::App* exportCommand = app.add_subcommand("export", "Turn FILE into readable text");
     exportCommand->add_option("FILE", options.inputPath)->required();
@@ -114,6 +148,11 @@ void Describe(CLI::App& app, Options& options) {
     CLI::App* checkCommand =
         app.add_subcommand("check", "Report all faults of all packages of FILE, which may be readable text as well");
     checkCommand->add_option("FILE", options.inputPath)->required();
+    CLI::App* salvageCommand =
+        app.add_subcommand("salvage", "Write the whole templates of a damaged FILE, and say what isn't whole");
+    salvageCommand->add_option("FILE", options.inputPath)->required();
+    salvageCommand->add_option("-o,--output", options.outputPath, "The file of templates to write, not FILE itself")
+        ->required();
 }
 
 int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
@@ -124,6 +163,7 @@ int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, s
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));  // it takes them from the back
         if (app.got_subcommand("export")) return Export(options, out);
         if (app.got_subcommand("import")) return Import(options);
+        if (app.got_subcommand("salvage")) return Salvage(options, err);
         return Check(options, out);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help was asked for

@@ -9,7 +9,6 @@
 #include <utility>
 
 #include "expression/parse/ParseExpression.h"
-#include "persistence/ByteReader.h"
 #include "persistence/ByteWriter.h"
 #include "persistence/StoredExpression.h"
 #include "platform/CodePage.h"
@@ -142,8 +141,7 @@ void WriteReaction(Bytes& block, const StoredPackage& package, const StoredReact
 
 }  // namespace
 
-bool ReadStoredPackage(std::span<const std::uint8_t> block, StoredPackage& package) {
-    reka::CByteReader reader(block);
+bool ReadUpToThermoVersion(reka::CByteReader& reader, StoredPackage& package) {
     if (!ReadHead(reader, package)) return false;
     for (std::int32_t i = 0; i < package.compoundCount; ++i) {
         if (!ReadCompound(reader, package.compounds.emplace_back())) return false;
@@ -152,6 +150,12 @@ bool ReadStoredPackage(std::span<const std::uint8_t> block, StoredPackage& packa
     for (std::int32_t i = 0; i < package.reactionCount; ++i) {
         if (!ReadReaction(reader, package, package.reactions.emplace_back())) return false;
     }
+    return true;
+}
+
+bool ReadStoredPackage(std::span<const std::uint8_t> block, StoredPackage& package) {
+    reka::CByteReader reader(block);
+    if (!ReadUpToThermoVersion(reader, package)) return false;
     if (reader.Remaining() == 0) return true;
     return reader.ReadU32(package.thermoVersion.emplace()) && reader.Remaining() == 0;
 }

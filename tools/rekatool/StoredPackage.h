@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "persistence/ByteReader.h"
 #include "records/Definition.h"
 
 namespace rekatool {
@@ -73,6 +74,10 @@ struct StoredPackage {
 
 /// Reads a whole block. False if it isn't one, or something stands behind its end. May throw std::bad_alloc.
 bool ReadStoredPackage(std::span<const std::uint8_t> block, StoredPackage& package);
+
+/// Reads a block up to the end of its last reaction, which its thermo version may follow, wherever `reader` ends.
+/// False: there is no block; `reader` is where it stops making sense. May throw std::bad_alloc.
+bool ReadUpToThermoVersion(reka::CByteReader& reader, StoredPackage& package);
 
 /// The bytes of a block.
 Bytes WriteStoredPackage(const StoredPackage& package);

@@ -5,8 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
-
 #include "FakeComputer.h"
 
 namespace rekadoctor {
@@ -118,29 +116,24 @@ const FaultCase faultCases[] = {
      {"C:\\REKA\\x64\\data\\Korvex1.pcd is missing: there is no list of compounds to choose from without it"}},
     {"NameUnknown",
      [](CFakeComputer& computer) {
-         computer.trial = {TrialEnd::NameUnknown, "Invalid class string", "", {}};
+         computer.trial = {TrialEnd::NameUnknown, "Invalid class string", ""};
      },
      {"the system does not know the name \"NAVO_REKA.ReactionPackManager\": Invalid class string"}},
     {"OtherClass",
      [](CFakeComputer& computer) {
-         computer.trial = {TrialEnd::OtherClass, "{1}", "", {}};
+         computer.trial = {TrialEnd::OtherClass, "{1}", ""};
      },
      {"the name \"NAVO_REKA.ReactionPackManager\" leads to the class {1}, which is not REKA's"}},
     {"NotCreated",
      [](CFakeComputer& computer) {
-         computer.trial = {TrialEnd::NotCreated, "Class not registered", "", {}};
+         computer.trial = {TrialEnd::NotCreated, "Class not registered", ""};
      },
      {"the manager can't be created: Class not registered"}},
     {"NotAManager",
      [](CFakeComputer& computer) {
-         computer.trial = {TrialEnd::NotAManager, "No such interface supported", "", {}};
+         computer.trial = {TrialEnd::NotAManager, "No such interface supported", ""};
      },
      {"what is created is no reaction package manager: No such interface supported"}},
-    {"NoList",
-     [](CFakeComputer& computer) {
-         computer.trial = {TrialEnd::NoList, "Out of memory", "", {}};
-     },
-     {"the manager can't list its packages: Out of memory"}},
 };
 
 class Faults : public testing::TestWithParam<FaultCase> {};
@@ -149,7 +142,7 @@ TEST_P(Faults, AreToldInTheirWordsAlone) {
     CFakeComputer computer;
     computer.MakeAllWell();
     GetParam().spoil(computer);
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(TextsOf(diagnosis, Weight::Wrong), GetParam().wrong);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 1);
     EXPECT_EQ(diagnosis.wrongForOtherWidth, 0);
@@ -160,7 +153,7 @@ INSTANTIATE_TEST_SUITE_P(Table, Faults, testing::ValuesIn(faultCases),
 TEST(Diagnosis, FindsNothingWrongWhereAllIsWell) {
     CFakeComputer computer;
     computer.MakeAllWell();
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth + diagnosis.wrongForOtherWidth, 0);
     EXPECT_TRUE(TextsOf(diagnosis, Weight::Wrong).empty());
     for (const Section& section : diagnosis.sections) EXPECT_TRUE(section.advice.empty()) << section.title;
@@ -170,11 +163,11 @@ TEST(Diagnosis, CountsAFaultForTheWidthThatItHurts) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.files.erase("C:\\REKA\\x86\\REKA.dll");
-    Diagnosis diagnosis = Diagnose(Examine(computer));
+    Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
     EXPECT_EQ(diagnosis.wrongForOtherWidth, 1);
     computer.surroundings.ownWidth = Width::Bits32;
-    diagnosis = Diagnose(Examine(computer));
+    diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 1);
     EXPECT_EQ(diagnosis.wrongForOtherWidth, 0);
 }
@@ -183,7 +176,7 @@ TEST(Diagnosis, AdvisesToRegisterAnewOrToRemoveWhereTheFileIsGone) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.PutText(machine64, key + "\\InprocServer32", "", "D:\\old\\REKA.dll");
-    const Section section = Diagnose(Examine(computer)).sections[0];
+    const Section section = DiagnoseAll(computer).sections[0];
     EXPECT_EQ(section.advice,
               (std::vector<Step>{
                   {"Register for all users, in a command prompt that runs as administrator:",
@@ -196,7 +189,7 @@ TEST(Diagnosis, AdvisesToCopyTheData) {
     computer.MakeAllWell();
     computer.files.erase("C:\\REKA\\x64\\data\\REKAConfig.dat");
     computer.files.erase("C:\\REKA\\x64\\data\\Korvex1.pcd");
-    const Section section = Diagnose(Examine(computer)).sections[0];
+    const Section section = DiagnoseAll(computer).sections[0];
     EXPECT_EQ(section.advice,
               std::vector<Step>{Step({"Copy the folder data of the package to C:\\REKA\\x64\\data", {}})});
 }
@@ -205,7 +198,7 @@ TEST(Diagnosis, OnlyNotesAMissingHelpFile) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.files.erase("C:\\REKA\\x64\\NAVO.chm");
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
     EXPECT_EQ(diagnosis.sections[0].findings.back().text,
               "C:\\REKA\\x64\\NAVO.chm is not there: the Help buttons show nothing");
@@ -215,26 +208,26 @@ TEST(Diagnosis, FindsTheOwnWidthUnregistered) {
     CFakeComputer computer;
     computer.Lay("C:\\REKA\\x64", Module64());
     computer.Lay("C:\\REKA\\x86", Module32());
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(TextsOf(diagnosis, Weight::Wrong),
               (std::vector<std::string>{
                   "not registered for 64-bit programs, neither for all users nor for this one",
                   "the system does not know the name \"NAVO_REKA.ReactionPackManager\": Invalid class string"}));
     EXPECT_EQ(diagnosis.wrongForOtherWidth, 0);
-    ASSERT_EQ(diagnosis.sections.size(), 6U);
+    ASSERT_EQ(diagnosis.sections.size(), 7U);
     EXPECT_EQ(diagnosis.sections[4].advice.size(), 3U);  // for all users, or for this one
-    EXPECT_EQ(diagnosis.sections[5].advice.size(), 3U);
+    EXPECT_EQ(diagnosis.sections[6].advice.size(), 3U);
 }
 
 TEST(Diagnosis, NotesTheOtherWidthUnregistered) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.RemoveKey(machine32, key);
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth + diagnosis.wrongForOtherWidth, 0);
-    ASSERT_EQ(diagnosis.sections.size(), 6U);
+    ASSERT_EQ(diagnosis.sections.size(), 7U);
     EXPECT_EQ(
-        diagnosis.sections[5].findings[0].text,
+        diagnosis.sections[6].findings[0].text,
         "not registered for 32-bit programs, neither for all users nor for this one; that is well if no simulator "
         "here is a 32-bit program");
 }
@@ -244,8 +237,8 @@ TEST(Diagnosis, SaysNothingOfAnotherWidthOnA32BitWindows) {
     computer.MakeAllWell();
     computer.surroundings.isWindows64Bit = false;
     computer.surroundings.ownWidth = Width::Bits32;
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
-    ASSERT_EQ(diagnosis.sections.size(), 3U);
+    const Diagnosis diagnosis = DiagnoseAll(computer);
+    ASSERT_EQ(diagnosis.sections.size(), 4U);
     for (const Section& section : diagnosis.sections) EXPECT_EQ(section.width, Width::Bits32);
 }
 
@@ -256,14 +249,14 @@ TEST(Diagnosis, NotesARegistrationForBothOwners) {
     computer.files["c:\\reka\\x64\\reka.dll"] = Module64();
     computer.files["c:\\reka\\x64\\data\\REKAConfig.dat"] = {};
     computer.files["c:\\reka\\x64\\data\\Korvex1.pcd"] = {};
-    Diagnosis diagnosis = Diagnose(Examine(computer));
+    Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
     EXPECT_EQ(diagnosis.sections[4].findings[0].text,
               "registered for all users and for this user too, with the same file");
     computer.Lay("D:\\mine", Module64());
     computer.Register(user64, "D:\\mine\\REKA.dll");
     computer.trial.file = "D:\\mine\\REKA.dll";
-    diagnosis = Diagnose(Examine(computer));
+    diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
     EXPECT_EQ(diagnosis.sections[4].findings[0].text,
               "this user's registration hides that for all users, which names another file; programs that run as "
@@ -276,7 +269,7 @@ TEST(Diagnosis, NotesAManagerOutOfAnotherFile) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.trial.file = "D:\\other\\REKA.dll";
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.sections[4].findings[0].text, "it gets the manager, out of D:\\other\\REKA.dll");
     EXPECT_EQ(diagnosis.sections[4].findings[1].text, "the registration names C:\\REKA\\x64\\REKA.dll");
 }
@@ -287,13 +280,13 @@ TEST(Diagnosis, ExplainsWhyAnAdministratorGetsNothingFromAUsersRegistration) {
     computer.Register(user64, "C:\\REKA\\x64\\REKA.dll");
     computer.loading.isLoaded = true;
     computer.surroundings.isElevated = true;
-    Diagnosis diagnosis = Diagnose(Examine(computer));
+    Diagnosis diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 1);
     EXPECT_EQ(diagnosis.sections[4].findings.back().text,
               "this program runs as administrator, and such programs pass over what is registered for one user");
     EXPECT_EQ(diagnosis.sections[4].advice.size(), 3U);
     computer.surroundings.isWine = true;
-    diagnosis = Diagnose(Examine(computer));
+    diagnosis = DiagnoseAll(computer);
     EXPECT_EQ(diagnosis.wrongForOwnWidth, 1);
     EXPECT_EQ(diagnosis.sections[3].findings.back().text,
               "this is Wine, whose look-up passes over what is registered for one user");
@@ -303,20 +296,45 @@ TEST(Diagnosis, NotesASettingThatSendsRegistrationToTheUser) {
     CFakeComputer computer;
     computer.MakeAllWell();
     computer.PutText(user64, "Software\\NAVO", "CurrentUser", "1");
-    EXPECT_EQ(
-        Diagnose(Examine(computer)).sections[4].findings.back().text,
-        "the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers, and unregisters, for this user "
-        "alone");
+    EXPECT_EQ(DiagnoseAll(computer).sections[4].findings.back().text,
+              "the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers for this user alone");
 }
 
-TEST(Diagnosis, NotesAnEmptyList) {
+TEST(Diagnosis, TakesAQuotedPathAndABareNameThatWork) {
+    for (const char* const text : {"\"C:\\REKA\\x64\\REKA.dll\"", "REKA.dll", "\"REKA.dll\""}) {
+        CFakeComputer computer;
+        computer.MakeAllWell();
+        computer.onSearchPath = "C:\\REKA\\x64\\REKA.dll";
+        computer.PutText(machine64, key + "\\InprocServer32", "", text);
+        const Diagnosis diagnosis = DiagnoseAll(computer);
+        EXPECT_TRUE(TextsOf(diagnosis, Weight::Wrong).empty());
+        EXPECT_EQ(diagnosis.sections[0].findings[3].text, "its file is C:\\REKA\\x64\\REKA.dll, a 64-bit module");
+        EXPECT_TRUE(diagnosis.sections[0].advice.empty());
+        EXPECT_EQ(diagnosis.sections[4].findings.size(), 1U);  // the manager comes from just there
+    }
+}
+
+TEST(Diagnosis, FindsABareNameThatDoesNotWork) {
     CFakeComputer computer;
     computer.MakeAllWell();
-    computer.trial.packages.clear();
-    const Diagnosis diagnosis = Diagnose(Examine(computer));
-    EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
-    EXPECT_EQ(diagnosis.sections[4].findings.back().text,
-              "the manager lists no package: make one in the manager's dialog");
+    computer.PutText(machine64, key + "\\InprocServer32", "", "REKA.dll");
+    computer.PutText(machine32, key + "\\InprocServer32", "", "REKA.dll");
+    const Diagnosis diagnosis = DiagnoseAll(computer);
+    EXPECT_EQ(
+        TextsOf(diagnosis, Weight::Wrong),
+        std::vector<std::string>{"its file REKA.dll is named without a folder and isn't where every program looks"});
+    EXPECT_EQ(diagnosis.sections[0].advice.size(), 1U);  // to register anew
+    EXPECT_EQ(
+        diagnosis.sections[2].findings.back().text,
+        "its file REKA.dll is named without a folder: the rekadoctor of the folder x86 tells whether it is found");
+    EXPECT_EQ(diagnosis.wrongForOtherWidth, 0);
+}
+
+TEST(Diagnosis, AsksForTheManagerByItsNameWithoutVersion) {
+    CFakeComputer computer;
+    computer.MakeAllWell();
+    DiagnoseAll(computer);
+    EXPECT_EQ(computer.asked, std::vector<std::string>{"NAVO_REKA.ReactionPackManager"});
 }
 
 }  // namespace

@@ -78,7 +78,9 @@ TEST(Examination, FindsOneHalfOfTheUserOnWine) {
 TEST(Examination, LoadsOnlyWhatFitsThisProgram) {
     CFakeComputer computer;
     computer.MakeAllWell();
-    const Examination examination = Examine(computer);
+    Examination examination = Examine(computer);
+    EXPECT_TRUE(computer.loaded.empty());
+    for (Registration& found : examination.registrations) TryLoading(computer, Width::Bits64, found);
     EXPECT_EQ(computer.loaded, std::vector<std::string>{"C:\\REKA\\x64\\REKA.dll"});
     EXPECT_TRUE(examination.registrations[0].server.loading);
     EXPECT_FALSE(examination.registrations[2].server.loading);
@@ -90,19 +92,46 @@ TEST(Examination, TellsAFileThatCannotBeReadFromOneThatIsGone) {
     computer.MakeAllWell();
     computer.unreadable.insert("C:\\REKA\\x64\\REKA.dll");
     computer.files.erase("C:\\REKA\\x86\\REKA.dll");
-    const Examination examination = Examine(computer);
+    Examination examination = Examine(computer);
+    for (Registration& found : examination.registrations) TryLoading(computer, Width::Bits64, found);
     EXPECT_TRUE(examination.registrations[0].server.isThere);
     EXPECT_EQ(examination.registrations[0].server.kind, ModuleKind::NotAModule);
     EXPECT_FALSE(examination.registrations[2].server.isThere);
     EXPECT_TRUE(computer.loaded.empty());
 }
 
-TEST(Examination, AsksForTheManagerByItsNameWithoutVersion) {
+TEST(Examination, TakesAPathInQuotes) {
     CFakeComputer computer;
     computer.MakeAllWell();
-    const Examination examination = Examine(computer);
-    EXPECT_EQ(computer.asked, std::vector<std::string>{"NAVO_REKA.ReactionPackManager"});
-    EXPECT_EQ(examination.trial.packages, (std::vector<std::string>{"Ammonia synthesis", "Water-gas shift"}));
+    computer.PutText(machine64, CFakeComputer::classKey + "\\InprocServer32", "", "\"C:\\REKA\\x64\\REKA.dll\"");
+    Registration found = Examine(computer).registrations[0];
+    EXPECT_EQ(found.server.path, "C:\\REKA\\x64\\REKA.dll");
+    EXPECT_TRUE(found.server.isThere && found.server.hasTemplates);
+    TryLoading(computer, Width::Bits64, found);
+    EXPECT_EQ(computer.loaded, std::vector<std::string>{"C:\\REKA\\x64\\REKA.dll"});
+}
+
+TEST(Examination, FindsABareNameWhereEveryProgramDoes) {
+    CFakeComputer computer;
+    computer.MakeAllWell();
+    computer.PutText(machine64, CFakeComputer::classKey + "\\InprocServer32", "", "REKA.dll");
+    computer.files["REKA.dll"] = Module32();  // beside this program, which says nothing of others
+    EXPECT_FALSE(Examine(computer).registrations[0].server.isThere);
+    EXPECT_EQ(computer.sought, std::vector<std::string>{"REKA.dll"});
+    computer.onSearchPath = "C:\\REKA\\x64\\REKA.dll";
+    const Registration found = Examine(computer).registrations[0];
+    EXPECT_EQ(found.server.path, "C:\\REKA\\x64\\REKA.dll");
+    EXPECT_TRUE(found.server.isThere && found.server.hasTemplates);
+    EXPECT_EQ(found.server.kind, ModuleKind::X64);
+}
+
+TEST(WholePaths, BeginWithADriveOrAServer) {
+    for (const char* const path : {"C:\\REKA.dll", "c:/REKA.dll", "\\\\server\\share\\REKA.dll"}) {
+        EXPECT_TRUE(IsWholePath(path)) << path;
+    }
+    for (const char* const path : {"", "C:", "C:REKA.dll", "REKA.dll", "x64\\REKA.dll", "\\REKA.dll"}) {
+        EXPECT_FALSE(IsWholePath(path)) << path;
+    }
 }
 
 TEST(Examination, ReadsTheSettingOfTheUser) {

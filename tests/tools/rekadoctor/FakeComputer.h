@@ -4,11 +4,13 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <map>
 #include <set>
 
-#include "Computer.h"
+#include "Diagnose.h"
 #include "RegistrationNames.h"
+#include "support/StoredBytes.h"
 
 namespace rekadoctor {
 
@@ -36,6 +38,21 @@ inline std::vector<std::uint8_t> Module32() {
     return ModuleBytes(0x014C);
 }
 
+/// A block of a package with nothing but its name.
+inline reka::test::CStoredBytes StoredTemplate(std::u16string_view name) {
+    return reka::test::CStoredBytes().Wide(name).Wide(u"").Narrow("").U32(0xFFFFFFFF).U32(3).U32(0).U32(0).U32(0);
+}
+/// A file of such templates.
+inline std::vector<std::uint8_t> TemplateFile(const std::vector<std::u16string_view>& names) {
+    reka::test::CStoredBytes file;
+    file.U32(static_cast<std::uint32_t>(names.size()));
+    for (const std::u16string_view name : names) {
+        const reka::test::CStoredBytes block = StoredTemplate(name);
+        file.U32(static_cast<std::uint32_t>(block.bytes.size())).Add(block);
+    }
+    return file.bytes;
+}
+
 class CFakeComputer : public CComputer {
 public:
     CFakeComputer() {
@@ -59,12 +76,25 @@ public:
         head.resize(std::min(head.size(), size));
         return head;
     }
+    FileContent ReadFile(const std::string& path) override {
+        const auto found = files.find(path);
+        if (found == files.end()) return {};
+        if (unreadable.contains(path)) return {true, times[path], std::nullopt, "Access is denied."};
+        return {true, times[path], found->second, ""};
+    }
+    std::string FindUserFolder() override { return userFolder; }
+    std::string FindModule(const std::string& name) override {
+        sought.push_back(name);
+        return onSearchPath;
+    }
     Loading Load(const std::string& path) override {
         loaded.push_back(path);
+        if (onTry) onTry();
         return loading;
     }
     Trial TryManager(const std::string& name) override {
         asked.push_back(name);
+        if (onTry) onTry();
         return trial;
     }
 
@@ -99,7 +129,7 @@ public:
     /// Puts the module with all that belongs beside it into a folder.
     void Lay(const std::string& folder, const std::vector<std::uint8_t>& module) {
         files[folder + "\\REKA.dll"] = module;
-        files[folder + "\\data\\REKAConfig.dat"] = {};
+        files[folder + "\\data\\REKAConfig.dat"] = TemplateFile({u"Shipped"});
         files[folder + "\\data\\Korvex1.pcd"] = {};
         files[folder + "\\NAVO.chm"] = {};
     }
@@ -110,15 +140,23 @@ public:
         Register(machine64, "C:\\REKA\\x64\\REKA.dll");
         Register(machine32, "C:\\REKA\\x86\\REKA.dll");
         loading.isLoaded = true;
-        trial = {TrialEnd::Done, "", "C:\\REKA\\x64\\REKA.dll", {"Ammonia synthesis", "Water-gas shift"}};
+        trial = {TrialEnd::Done, "", "C:\\REKA\\x64\\REKA.dll"};
+        files[userFile] = TemplateFile({u"Ammonia synthesis", u"Water-gas shift"});
     }
 
     static inline const std::string classKey = "Software\\Classes\\CLSID\\" + std::string(classId);
+    static inline const std::string userFile = "C:\\Users\\I\\NAVO\\data\\REKAConfig.dat";
+    static inline const std::string shippedFile = "C:\\REKA\\x64\\data\\REKAConfig.dat";
     Surroundings surroundings;
+    std::string userFolder = "C:\\Users\\I";
+    std::map<std::string, std::uint64_t> times;
+    std::function<void()> onTry;  // what happens while something is loaded or created
     std::map<std::string, std::vector<std::uint8_t>> files;
     std::set<std::string> unreadable;
     Loading loading;
     Trial trial;
+    std::string onSearchPath;  // where a bare name is found
+    std::vector<std::string> sought;
     std::vector<std::string> loaded;
     std::vector<std::string> asked;
 
@@ -131,5 +169,17 @@ private:
     std::set<std::string> keys;
     std::map<std::string, std::string> texts;
 };
+
+/// Hears a diagnosis without a word.
+class CNoListener : public CListener {
+public:
+    void Begin(const std::string& /*title*/) override {}
+    void End(const Section& /*section*/) override {}
+};
+
+inline Diagnosis DiagnoseAll(CComputer& computer) {
+    CNoListener nobody;
+    return Diagnose(computer, Examine(computer), nobody);
+}
 
 }  // namespace rekadoctor

@@ -60,7 +60,9 @@ TEST_F(Rekadoctor, ReportsThatAllIsWell) {
                   "\n"
                   "A 64-bit program that asks for the manager\n"
                   "  ok     it gets the manager, out of C:\\REKA\\x64\\REKA.dll\n"
-                  "  ok     the manager lists 2 packages\n"
+                  "\n"
+                  "The templates of this user\n"
+                  "  ok     this user's file C:\\Users\\I\\NAVO\\data\\REKAConfig.dat holds 2 templates\n"
                   "           Ammonia synthesis\n"
                   "           Water-gas shift\n"
                   "\n"
@@ -97,6 +99,9 @@ TEST_F(Rekadoctor, ReportsWhatToDoOnA32BitWindows) {
               "      reg add HKCU\\Software\\NAVO /v CurrentUser /d \"1\" /f\n"
               "      C:\\Windows\\System32\\regsvr32.exe \"C:\\REKA\\x86\\REKA.dll\"\n"
               "      reg delete HKCU\\Software\\NAVO /v CurrentUser /f\n"
+              "\n"
+              "The templates of this user\n"
+              "  note   this user has no file of templates yet: a program makes it, as a copy of the shipped one\n"
               "\n"
               "2 things are wrong for 32-bit programs.\n");
 }
@@ -158,6 +163,39 @@ TEST_F(Rekadoctor, TellsThatTheReportWentNowhere) {
         EXPECT_EQ(RunRekadoctor(arguments, computer, nowhere, errStream), 2);
         EXPECT_EQ(errStream.str(), "rekadoctor: the output can't be written\n");
     }
+}
+
+/// What has reached the screen, which keeps what it isn't made to show.
+class CScreen : public std::stringbuf {
+public:
+    std::string shown;
+
+protected:
+    int sync() override {
+        shown = str();
+        return 0;
+    }
+};
+
+TEST_F(Rekadoctor, ShowsEachSectionBeforeItTriesTheNext) {
+    computer.MakeAllWell();
+    CScreen screen;
+    std::ostream outStream(&screen);
+    std::ostringstream errStream;
+    std::vector<std::string> seen;
+    computer.onTry = [&] { seen.push_back(screen.shown); };
+    EXPECT_EQ(RunRekadoctor({}, computer, outStream, errStream), 0);
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0], "rekadoctor " REKA_VERSION
+                       ", a 64-bit program on 64-bit Windows\n"
+                       "\n"
+                       "Registered for all users, for 64-bit programs\n");
+    const std::string before =
+        "Registered for this user alone, for 32-bit programs\n"
+        "  note   no\n"
+        "\n"
+        "A 64-bit program that asks for the manager\n";
+    EXPECT_TRUE(seen[1].ends_with(before)) << seen[1];
 }
 
 }  // namespace

@@ -5,10 +5,12 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <sstream>
 
 #include "SampleBlocks.h"
 #include "support/FakeFiles.h"
+#include "support/TemporaryFile.h"
 
 namespace rekatool {
 
@@ -136,6 +138,60 @@ TEST_F(Rekatool, RefusesTextThatNestsWithoutEnd) {
         EXPECT_EQ(err, "rekatool: deep.json: the text is nested too deeply\n");
     }
     EXPECT_FALSE(files.entries.contains(u"x"));
+}
+
+TEST_F(Rekatool, SalvagesWhatIsWhole) {
+    const CStoredBytes templates = CStoredBytes().U32(2).Add(Framed(EmptyBlock(u"A"))).Add(Framed(EmptyBlock(u"B")));
+    Put(u"whole.dat", templates);
+    EXPECT_EQ(Run({"salvage", "whole.dat", "-o", "out.dat"}), 0);
+    EXPECT_EQ(err, "");
+    EXPECT_EQ(files.entries[u"out.dat"].bytes, templates.bytes);
+    CStoredBytes cut = templates;
+    cut.bytes.resize(cut.bytes.size() - 1);
+    Put(u"cut.dat", cut);
+    EXPECT_EQ(Run({"salvage", "cut.dat", "-o", "out.dat"}), 1);
+    EXPECT_EQ(out, "");
+    EXPECT_EQ(
+        err,
+        "rekatool: cut.dat: template 2, \"B\", from byte 44 on, is lost: its size says 36 bytes, but the file ends "
+        "after 35\n"
+        "rekatool: out.dat: holds the 1 whole template\n");
+    EXPECT_EQ(files.entries[u"out.dat"].bytes, CStoredBytes().U32(1).Add(Framed(EmptyBlock(u"A"))).bytes);
+    EXPECT_EQ(files.entries[u"cut.dat"].bytes, cut.bytes);
+}
+
+TEST_F(Rekatool, WritesNothingWhereNothingIsWhole) {
+    Put(u"text.txt", CStoredBytes().Narrow("hello"));
+    EXPECT_EQ(Run({"salvage", "text.txt", "-o", "out.dat"}), 2);
+    EXPECT_EQ(err.substr(err.find("there")), "there is no whole template in it; nothing is written\n");
+    EXPECT_EQ(Run({"salvage", "missing.dat", "-o", "out.dat"}), 2);
+    EXPECT_EQ(err, "rekatool: missing.dat: the file can't be opened\n");
+    EXPECT_FALSE(files.entries.contains(u"out.dat"));
+}
+
+TEST_F(Rekatool, SaysThatSalvageCanNotWrite) {
+    Put(u"in.dat", CStoredBytes().U32(1).Add(Framed(EmptyBlock(u"A"))));
+    files.failAt = 4;  // behind open, read and close
+    EXPECT_EQ(Run({"salvage", "in.dat", "-o", "out.dat"}), 2);
+    EXPECT_EQ(err, "rekatool: out.dat: the file can't be written: the system's reason\n");
+}
+
+/// On the disk itself: by the same name, by another spelling of it and by a second name.
+TEST(RekatoolOnTheDisk, NeverSalvagesOverTheDamagedFile) {
+    const std::string content("\1\0\0\0\7\0\0\0damaged", 15);
+    const reka::test::CTemporaryFile damaged("damaged.dat", content);
+    const reka::test::CTemporaryFile second("second.dat", "");
+    const std::filesystem::path path(std::u8string(damaged.Path().begin(), damaged.Path().end()));
+    std::filesystem::create_hard_link(path, std::u8string(second.Path().begin(), second.Path().end()));
+    const std::u8string spelling = (path.parent_path() / "." / path.filename()).u8string();
+    for (const std::string& output : {damaged.Path(), std::string(spelling.begin(), spelling.end()), second.Path()}) {
+        std::ostringstream out;
+        std::ostringstream err;
+        EXPECT_EQ(RunRekatool({"salvage", damaged.Path(), "-o", output}, out, err), 2);
+        EXPECT_EQ(err.str(),
+                  "rekatool: " + output + ": this is the damaged file, which stays; give another name to write to\n");
+        EXPECT_EQ(damaged.Content(), content);
+    }
 }
 
 /// Sizes may have the number of an opening brace in them, which is no text for that.

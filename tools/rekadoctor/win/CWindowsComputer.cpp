@@ -4,12 +4,14 @@
 
 #include "CWindowsComputer.h"
 
+#include <shlobj.h>
 #include <windows.h>
 
 #include <array>
 
 #include "LongPath.h"
 #include "capeopen/ErrorTexts.h"
+#include "platform/Files.h"
 #include "text/Utf8.h"
 
 namespace rekadoctor {
@@ -139,11 +141,58 @@ std::optional<std::vector<std::uint8_t>> CWindowsComputer::ReadFileHead(const st
     if (file == INVALID_HANDLE_VALUE) return std::nullopt;
     std::vector<std::uint8_t> head(size);
     DWORD got = 0;
-    const bool isRead = ReadFile(file, head.data(), static_cast<DWORD>(size), &got, nullptr) != 0;
+    const bool isRead = ::ReadFile(file, head.data(), static_cast<DWORD>(size), &got, nullptr) != 0;
     CloseHandle(file);
     if (!isRead) return std::nullopt;
     head.resize(got);
     return head;
+}
+
+FileContent CWindowsComputer::ReadFile(const std::string& path) {
+    const std::u16string name = reka::Utf16FromUtf8(path);
+    FileContent content;
+    content.isThere = !reka::Files().IsAbsent(name);
+    if (!content.isThere) return content;
+    content.lastWrite = reka::Files().LastWriteTime(name);
+    const auto file = reka::Files().OpenForReading(name);
+    if (!file) {
+        content.reason = LastErrorText();
+        return content;
+    }
+    std::vector<std::uint8_t>& bytes = content.bytes.emplace();
+    constexpr std::size_t part = std::size_t{1} << 20;
+    std::size_t got = part;
+    while (got == part) {
+        const std::size_t size = bytes.size();
+        bytes.resize(size + part);
+        got = file->Read(bytes.data() + size, part);
+        bytes.resize(size + got);
+    }
+    return content;
+}
+
+std::string CWindowsComputer::FindUserFolder() {
+    std::array<wchar_t, MAX_PATH> folder = {};
+    // Without a look whether it is there, which would make it.
+    const int which = CSIDL_APPDATA | CSIDL_FLAG_DONT_VERIFY;
+    if (FAILED(SHGetFolderPathW(nullptr, which, nullptr, SHGFP_TYPE_CURRENT, folder.data()))) return {};
+    std::string path = Narrow(folder.data());
+    if (path.ends_with('\\')) path.pop_back();
+    return path;
+}
+
+std::string CWindowsComputer::FindModule(const std::string& name) {
+    std::wstring folders(longestPath, L'\0');
+    folders.resize(GetSystemDirectoryW(folders.data(), MAX_PATH));
+    std::wstring path(longestPath, L'\0');
+    path.resize(GetEnvironmentVariableW(L"PATH", path.data(), static_cast<DWORD>(path.size())));
+    folders += L";" + Wide(Describe().windowsFolder) + L";" + path;
+    std::wstring found(longestPath, L'\0');
+    const DWORD length = SearchPathW(folders.c_str(), Wide(name).c_str(), L".dll", static_cast<DWORD>(found.size()),
+                                     found.data(), nullptr);
+    if (length == 0 || length >= found.size()) return {};
+    found.resize(length);
+    return Narrow(found);
 }
 
 Loading CWindowsComputer::Load(const std::string& path) {

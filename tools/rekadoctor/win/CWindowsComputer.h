@@ -14,6 +14,9 @@ public:
     std::optional<std::string> ReadText(RegistryPlace place, const std::string& key, const std::string& value) override;
     bool HasFile(const std::string& path) override;
     std::optional<std::vector<std::uint8_t>> ReadFileHead(const std::string& path, std::size_t size) override;
+    FileContent ReadFile(const std::string& path) override;
+    std::string FindUserFolder() override;
+    std::string FindModule(const std::string& name) override;
     Loading Load(const std::string& path) override;
     Trial TryManager(const std::string& name) override;
 };

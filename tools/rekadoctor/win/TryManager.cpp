@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Does what a simulator does: asks the component system for the class of the manager's name, has it create the manager
-// in this process, and asks that for its packages.
+// Does what a simulator does first: asks the component system for the class of the manager's name, and has it create
+// the manager in this process.
 
 #include <windows.h>
 
@@ -8,7 +8,6 @@
 
 #include "CWindowsComputer.h"
 #include "RegistrationNames.h"
-#include "capeopen/ArrayHelpers.h"
 #include "capeopen/CapeOpenInterfaces.h"
 #include "capeopen/ClassIds.h"
 #include "capeopen/ErrorTexts.h"
@@ -55,22 +54,6 @@ std::string TextOfClass(const CLSID& id) {
     return reka::Utf8FromUtf16({reinterpret_cast<const char16_t*>(text.data()), text.size() - 1});
 }
 
-Trial ListPackages(ICapeReactionsPackageManager& manager) {
-    reka::CVariant names;
-    const HRESULT result = manager.GetListOfReactionsPackages(names.Receive());
-    if (FAILED(result)) {
-        return Failed(TrialEnd::NoList, reka::Utf8FromUtf16(reka::GetCapeErrorText(&manager, result)));
-    }
-    Trial trial;
-    trial.end = TrialEnd::Done;
-    if (names.Get().vt == VT_EMPTY) return trial;  // no package is no array
-    std::vector<std::u16string> list;
-    const reka::CBstr reason = reka::ReadStringArray(list, names.Get());
-    if (!reason.IsAbsent()) return Failed(TrialEnd::NoList, reka::Utf8FromUtf16(reason.View()));
-    for (const std::u16string& name : list) trial.packages.push_back(reka::Utf8FromUtf16(name));
-    return trial;
-}
-
 }  // namespace
 
 Trial CWindowsComputer::TryManager(const std::string& name) {
@@ -88,7 +71,8 @@ Trial CWindowsComputer::TryManager(const std::string& name) {
     CComRef<ICapeReactionsPackageManager> manager;
     result = object->QueryInterface(ICapeReactionsPackageManager::iid, reinterpret_cast<void**>(manager.Receive()));
     if (FAILED(result)) return Failed(TrialEnd::NotAManager, ReasonOf(result));
-    Trial trial = ListPackages(*manager);
+    Trial trial;
+    trial.end = TrialEnd::Done;
     trial.file = FileOfAddress(*reinterpret_cast<void**>(manager.Get()));  // its table of methods lies in its module
     return trial;
 }
