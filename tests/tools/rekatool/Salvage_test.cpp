@@ -7,7 +7,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 
 #include "SampleBlocks.h"
 #include "packagetext/StoredBlock.h"
@@ -271,7 +270,8 @@ TEST(Salvage, LosesWhatTheComponentCanNotRead) {
 
 /// Files that lie about everything: frames of no bytes, old blocks that all look as if they lacked a word, and blocks
 /// that read on to the end of the file.
-TEST(Salvage, TakesTimeInProportionToTheFile) {
+/// Where each template were looked for behind each damaged one, these would take hours.
+TEST(Salvage, EndsWithFilesThatAreMadeToBeSlow) {
     constexpr std::uint32_t manyTimes = 100'000;
     std::vector<CStoredBytes> files(3);
     for (CStoredBytes& file : files) file.U32(2 * manyTimes);
@@ -280,11 +280,9 @@ TEST(Salvage, TakesTimeInProportionToTheFile) {
         files[1].Add(Framed(OldBlock(u"A", 1)));
         files[2].U32(16).U32(0).U32(0).U32(0).U32(0x7FFFFFFF);
     }
-    for (const CStoredBytes& file : files) {
-        const auto start = std::chrono::steady_clock::now();
-        SalvageTemplates(file.bytes);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(20));  // squared, it would take hours
-    }
+    EXPECT_EQ(SalvageTemplates(files[0].bytes).file.blocks.size(), 0U);
+    EXPECT_EQ(SalvageTemplates(files[1].bytes).file.blocks.size(), manyTimes);
+    EXPECT_EQ(SalvageTemplates(files[2].bytes).file.blocks.size(), 0U);
 }
 
 }  // namespace
