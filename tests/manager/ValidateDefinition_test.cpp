@@ -290,6 +290,19 @@ TEST_F(Validation, AsksOnceForEachDependencyOfAHeat) {
     EXPECT_NE(reaction->heatExpression, nullptr);
 }
 
+TEST_F(Validation, FailsAtTheQuestionThatIsCancelled) {
+    const char* const failures[] = {"Heat of reaction for reaction \"R1\" depends on molarity.",
+                                    "Heat of reaction for reaction \"R1\" depends on mole fraction.",
+                                    "Heat of reaction for reaction \"R1\" depends on activity.",
+                                    "Heat of reaction for reaction \"R1\" depends on temperature.",
+                                    "Heat of reaction for reaction \"R1\" depends on pressure."};
+    reaction->heatEquation = u"C(First)*X(First)*A(First)*F(First)*T*P";
+    for (int confirmed = 0; confirmed < 5; ++confirmed) {
+        ui.answersLeft = confirmed;
+        EXPECT_EQ(Validate(), failures[confirmed]);
+    }
+}
+
 TEST_F(Validation, FailsWhenAQuestionIsCancelled) {
     reaction->heatEquation = u"1000*T";
     ui.answersLeft = 0;
