@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Makes what is handed out, in build/package: a zip with both Windows builds, their data and documents, and an installer
-# with the same files. Runs no tests: see ./test.sh, and packaging/test-installer.sh for what is made here.
+# Makes what is handed out, in build/package: a zip with both Windows builds, their data and documents, an installer with
+# the same files, and the checksums of both. Runs no tests: see ./test.sh, and packaging/test-installer.sh for what is made here.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
 . scripts/install-packages.sh
@@ -39,6 +39,8 @@ stage_text() {
 }
 
 mkdir -p "$package"
+SOURCE_DATE_EPOCH=$(git log -1 --format=%ct 2>/dev/null || echo 1577836800) # the time that linkers write into programs
+export SOURCE_DATE_EPOCH
 build mingw64-release
 build mingw32-release
 
@@ -49,16 +51,21 @@ stage_build mingw64-release x64 x86_64-w64-mingw32
 stage_build mingw32-release x86 i686-w64-mingw32
 stage_text packaging/README.txt README.txt
 stage_text LICENSE LICENSE.txt
+packaging/third-party.sh "$version" >"$package/THIRD-PARTY.txt"
+stage_text "$package/THIRD-PARTY.txt" THIRD-PARTY.txt
 for document in expression-language reaction-systems rekadoctor rekatool; do
     stage_text "docs/$document.md" "docs/$document.md"
 done
 
+# The same bytes from the same files: all of the time of the last commit, in the order of their names.
 zip=$package/$name-windows.zip
 rm -f "$zip"
-(cd "$package" && zip -q -X -r "$zip" "$name")
+find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+(cd "$package" && find "$name" | LC_ALL=C sort | TZ=UTC zip -q -X -@ "$zip")
 
 setup=$package/$name-setup.exe
 packaging/write-file-list.sh "$stage" "$package/files.nsh"
 makensis -V2 -WX -INPUTCHARSET UTF8 -DVERSION="$version" -DSOURCE="$PWD" -DFILES="$package/files.nsh" \
     -DINSTALLED_KB="$(du -sk --apparent-size "$stage" | cut -f1)" -DOUTPUT="$setup" packaging/REKA.nsi
+(cd "$package" && sha256sum "$(basename "$zip")" "$(basename "$setup")" >"$name-SHA256SUMS")
 ls -l "$zip" "$setup"
