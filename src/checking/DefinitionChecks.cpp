@@ -40,10 +40,11 @@ constexpr struct {
 const CompoundDefinition* AddElements(const ReactionPackDefinition& definition, const ReactionDefinition& reaction,
                                       ElementBalance& balance) {
     const COwnArithmetic arithmetic;
-    for (std::size_t i = 0; i < definition.compounds.size() && i < reaction.stoichiometry.size(); ++i) {
-        if (reaction.stoichiometry[i] == 0.0) continue;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        const double coefficient = reaction.CoefficientOf(i);
+        if (coefficient == 0.0) continue;
         const CompoundDefinition& compound = *definition.compounds[i];
-        if (!ReadStructureFormula(compound.formula.View(), reaction.stoichiometry[i], balance)) return &compound;
+        if (!ReadStructureFormula(compound.formula.View(), coefficient, balance)) return &compound;
     }
     return nullptr;
 }
@@ -136,10 +137,11 @@ bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDe
     const COwnArithmetic arithmetic;
     bool hasParticipants = false;
     double sum = 0.0;
-    for (std::size_t i = 0; i < definition.compounds.size() && i < reaction.stoichiometry.size(); ++i) {
-        if (reaction.stoichiometry[i] == 0.0) continue;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        const double coefficient = reaction.CoefficientOf(i);
+        if (coefficient == 0.0) continue;
         hasParticipants = true;
-        sum += reaction.stoichiometry[i] * definition.compounds[i]->molecularWeight;
+        sum += coefficient * definition.compounds[i]->molecularWeight;
     }
     if (!hasParticipants) {
         errorText = u"No reactants or products for reaction " + IdOf(reaction);
