@@ -41,11 +41,12 @@ const CompoundDefinition* AddElements(CDefinitionFormulas& formulas, const React
                                       ElementBalance& balance) {
     const COwnArithmetic arithmetic;
     const ReactionPackDefinition& definition = formulas.Definition();
-    for (std::size_t i = 0; i < definition.compounds.size() && i < reaction.stoichiometry.size(); ++i) {
-        if (reaction.stoichiometry[i] == 0.0) continue;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        const double coefficient = reaction.CoefficientOf(i);
+        if (coefficient == 0.0) continue;
         const std::vector<FormulaPart>* const parts = formulas.PartsOf(i);
         if (!parts) return definition.compounds[i].get();
-        balance.Add(*parts, reaction.stoichiometry[i]);
+        balance.Add(*parts, coefficient);
     }
     return nullptr;
 }
@@ -148,10 +149,11 @@ bool CheckMassBalance(const ReactionPackDefinition& definition, const ReactionDe
     const COwnArithmetic arithmetic;
     bool hasParticipants = false;
     double sum = 0.0;
-    for (std::size_t i = 0; i < definition.compounds.size() && i < reaction.stoichiometry.size(); ++i) {
-        if (reaction.stoichiometry[i] == 0.0) continue;
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        const double coefficient = reaction.CoefficientOf(i);
+        if (coefficient == 0.0) continue;
         hasParticipants = true;
-        sum += reaction.stoichiometry[i] * definition.compounds[i]->molecularWeight;
+        sum += coefficient * definition.compounds[i]->molecularWeight;
     }
     if (!hasParticipants) {
         errorText = u"No reactants or products for reaction " + IdOf(reaction);

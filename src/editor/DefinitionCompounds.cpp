@@ -36,7 +36,9 @@ void RemoveCompoundFromDefinition(ReactionPackDefinition& definition, std::size_
     if (index >= definition.compounds.size()) return;
     const auto offset = static_cast<std::ptrdiff_t>(index);
     for (const auto& reaction : definition.reactions) {
-        reaction->stoichiometry.erase(reaction->stoichiometry.begin() + offset);
+        if (index < reaction->stoichiometry.size()) {
+            reaction->stoichiometry.erase(reaction->stoichiometry.begin() + offset);
+        }
     }
     definition.compounds.erase(definition.compounds.begin() + offset);
 }

@@ -77,7 +77,7 @@ struct CRateWizard::Inputs {
 CRateWizard::CRateWizard(const ReactionDefinition& rateReaction, const ReactionPackDefinition& definition)
     : unitText(rateReaction.rateBasis == RateBasis::Heterogeneous ? u"Unit: mol/s/kg-cat" : u"Unit: mol/s/m3") {
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
-        const double coefficient = rateReaction.stoichiometry[i];
+        const double coefficient = rateReaction.CoefficientOf(i);
         if (coefficient == 0.0) continue;
         compoundNames.emplace_back(definition.compounds[i]->name.View());
         stoichiometricCoefficients.push_back(coefficient);

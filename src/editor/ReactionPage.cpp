@@ -108,7 +108,7 @@ ReactionPageContent CReactionPage::Content() const {
     content.heading = reaction->id.View();
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
         content.stoichiometry.push_back(
-            {FormatGeneral(reaction->stoichiometry[i]), std::u16string(definition.compounds[i]->id.View())});
+            {FormatGeneral(reaction->CoefficientOf(i)), std::u16string(definition.compounds[i]->id.View())});
     }
     content.isEquilibrium = reaction->type == ReactionType::Equilibrium;
     content.isHeterogeneous = reaction->rateBasis == RateBasis::Heterogeneous;

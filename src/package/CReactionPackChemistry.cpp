@@ -20,9 +20,8 @@ constexpr const char16_t* interfaceName = u"ICapeReactionChemistry";
 /// Indices of the compounds that take part: those whose coefficient isn't zero. A NaN isn't zero.
 std::vector<std::size_t> ParticipantsOf(const ReactionDefinition& reaction, const ReactionPackDefinition& definition) {
     std::vector<std::size_t> participants;
-    const std::size_t count = std::min(reaction.stoichiometry.size(), definition.compounds.size());
-    for (std::size_t i = 0; i < count; ++i) {
-        if (!(reaction.stoichiometry[i] == 0.0)) participants.push_back(i);
+    for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
+        if (!(reaction.CoefficientOf(i) == 0.0)) participants.push_back(i);
     }
     return participants;
 }
@@ -138,7 +137,7 @@ HRESULT CReactionPack::GetStoichiometricCoefficients(BSTR reactionId, VARIANT* c
         const COwnArithmetic arithmetic;
         const auto participants = ParticipantsOf(*reaction, *definition);
         const bool made = CreateListVariant(*coefficients, participants.size(), VT_R8, [&](SAFEARRAY& array, LONG i) {
-            return PutNumber(array, i, reaction->stoichiometry[participants[static_cast<std::size_t>(i)]]);
+            return PutNumber(array, i, reaction->CoefficientOf(participants[static_cast<std::size_t>(i)]));
         });
         if (made) return S_OK;
         return Fail(u"out of memory", u"out of memory", scope, interfaceName);

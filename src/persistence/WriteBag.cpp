@@ -109,8 +109,8 @@ bool WriteReactions(CBagWriter& writer, const ReactionPackDefinition& definition
 bool WriteStoichiometry(CBagWriter& writer, const ReactionPackDefinition& definition) {
     for (const auto& reaction : definition.reactions) {
         const std::u16string key = bagkey::Stoichiometry(reaction->id.View());
-        if (!writer.WriteNumbers(key.c_str(), reaction->stoichiometry.size(),
-                                 [&](std::size_t i) { return reaction->stoichiometry[i]; })) {
+        if (!writer.WriteNumbers(key.c_str(), definition.compounds.size(),
+                                 [&](std::size_t i) { return reaction->CoefficientOf(i); })) {
             return false;
         }
     }

@@ -4,6 +4,7 @@
 
 #include "persistence/WriteStoredDefinition.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <exception>
 #include <limits>
@@ -38,7 +39,7 @@ void WriteCompound(const CompoundDefinition& compound, Writer& writer) {
 }
 
 template <class Writer>
-void WriteReaction(const ReactionDefinition& reaction, Writer& writer) {
+void WriteReaction(const ReactionDefinition& reaction, std::size_t compoundCount, Writer& writer) {
     writer.WriteWideText(reaction.id);
     writer.WriteWideText(reaction.phase);
     writer.WriteI32(static_cast<std::int32_t>(reaction.type));
@@ -46,7 +47,8 @@ void WriteReaction(const ReactionDefinition& reaction, Writer& writer) {
     writer.WriteNarrowText(reaction.rateEquation);
     writer.WriteNarrowText(reaction.equilibriumConstantEquation);
     writer.WriteNarrowText(reaction.heatEquation);
-    for (const double& coefficient : reaction.stoichiometry) writer.WriteF64(coefficient);
+    // As many as a reader goes by.
+    for (std::size_t i = 0; i < compoundCount; ++i) writer.WriteF64(reaction.CoefficientOf(i));
     WriteTree(reaction.rateExpression.get(), writer);
     WriteTree(reaction.equilibriumConstantExpression.get(), writer);
     WriteTree(reaction.heatExpression.get(), writer);
@@ -63,7 +65,7 @@ void WriteFields(const ReactionPackDefinition& definition, Writer& writer) {
     writer.WriteU32(static_cast<std::uint32_t>(definition.compounds.size()));
     for (const auto& compound : definition.compounds) WriteCompound(*compound, writer);
     writer.WriteU32(static_cast<std::uint32_t>(definition.reactions.size()));
-    for (const auto& reaction : definition.reactions) WriteReaction(*reaction, writer);
+    for (const auto& reaction : definition.reactions) WriteReaction(*reaction, definition.compounds.size(), writer);
     writer.WriteI32(static_cast<std::int32_t>(definition.thermoVersion));
 }
 

@@ -65,6 +65,7 @@ void ReactionPackDefinition::Clear() {
 }
 
 void ReactionPackDefinition::CopyFrom(const ReactionPackDefinition& source) {
+    if (&source == this) return;
     Clear();
     name = CBstr::CopyOf(source.name.Get());
     description = CBstr::CopyOf(source.description.Get());

@@ -63,6 +63,13 @@ struct ReactionDefinition {
     /// A kinetic, homogeneous reaction with as many zero coefficients as there are compounds.
     explicit ReactionDefinition(std::size_t compoundCount) : stoichiometry(compoundCount, 0.0) {}
 
+    /// The coefficient of a compound, as it lies there: a signalling NaN doesn't survive being a result in 32-bit code.
+    /// A compound that the list has no entry for takes no part, as with 0.
+    const double& CoefficientOf(std::size_t compound) const {
+        static constexpr double noPart = 0.0;
+        return compound < stoichiometry.size() ? stoichiometry[compound] : noPart;
+    }
+
     /// Destroys the three parsed expressions; the texts stay.
     void DiscardExpressions();
 
@@ -93,8 +100,8 @@ struct ReactionPackDefinition final : WorkingValues, INamedCompounds {
     /// values stay.
     void Clear();
 
-    /// Makes this record an independent deep copy of `source`, which is another record. `databaseIndex` becomes -1 in
-    /// every compound; the context and the working values are not copied.
+    /// Makes this record an independent deep copy of `source`. `databaseIndex` becomes -1 in every compound; the
+    /// context and the working values are not copied. A record that is copied onto itself stays as it is.
     void CopyFrom(const ReactionPackDefinition& source);
 
     /// Makes the four working arrays afresh, one element per compound, all zero: a stored mask may hide what its tree

@@ -98,6 +98,17 @@ TEST(CapeErrorText, TakesAFailingGetterForAnEmptyText) {
     EXPECT_EQ(CapeText(object.Dispatch(), 0x8004050C), "out of resources");
 }
 
+// By the rules of the platform a failed question has no answer; not every host knows them.
+TEST(CapeErrorText, UsesNothingThatAFailedQuestionLeaves) {
+    CRefusing<CFakeReactionObject> object;
+    object.description = u"not to be read";
+    object.name = u"short name";
+    object.refused = ECapeUser::iid;
+    EXPECT_EQ(CapeText(object.Dispatch(), 0x80040501), "short name");
+    EXPECT_EQ(object.asked, 1);
+    EXPECT_EQ(object.references.Held(), 0);
+}
+
 TEST(CapeErrorText, DoesNotAskTheObjectAboutOtherCodes) {
     class CAsked : public CFakeReactionObject {
     public:

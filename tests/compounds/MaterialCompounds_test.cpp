@@ -189,6 +189,18 @@ TEST_F(CompoundListOfAMaterial, NeedsItsOwnInterface) {
     EXPECT_EQ(simulator.log.calls, Lines{});
 }
 
+// By the rules of the platform a failed question has no answer; not every host knows them.
+TEST_F(CompoundListOfAMaterial, IsNotReadThroughWhatAFailedQuestionLeaves) {
+    CallLog log;
+    CRefusing<CFakeCompoundMaterial> material(log);
+    material.refused = ICapeThermoCompounds::iid;
+    std::u16string errorText;
+    EXPECT_FALSE(ReadMaterialCompounds(*material.Dispatch(), version11, compounds, errorText, arithmetic));
+    EXPECT_EQ(errorText, u"Failed to get ICapeThermoCompounds interface from material object");
+    EXPECT_EQ(log.calls, Lines{});
+    EXPECT_EQ(material.references.Held(), 0);
+}
+
 TEST_F(CompoundListOfAMaterial, IsNotReadFromAFailedCall) {
     simulator.log.failAt = 1;
     EXPECT_EQ(Read(version11), "Failed to get list of compound IDs from material object");

@@ -70,6 +70,16 @@ TEST(RemoveCompoundFromDefinition, KeepsTheCoefficientsOfTheOthers) {
     EXPECT_EQ(definition->reactions[0]->rateEquation, u"C(Cc)");
 }
 
+TEST(RemoveCompoundFromDefinition, TakesACoefficientOnlyWhereThereIsOne) {
+    const auto definition = MakePackage({u"A", u"B"});
+    AddKinetic(*definition, u"r1", u"").stoichiometry = {1.0};
+    AddKinetic(*definition, u"r2", u"").stoichiometry = {};
+    RemoveCompoundFromDefinition(*definition, 1);
+    EXPECT_EQ(definition->compounds.size(), 1U);
+    EXPECT_EQ(definition->reactions[0]->stoichiometry, Numbers{1.0});
+    EXPECT_TRUE(definition->reactions[1]->stoichiometry.empty());
+}
+
 TEST(RemoveCompoundFromDefinition, LeavesNothingOfTheOnlyCompound) {
     const auto definition = MakePackage({u"A"});
     AddKinetic(*definition, u"r1", u"").stoichiometry = {1.0};

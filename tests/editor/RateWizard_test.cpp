@@ -344,6 +344,11 @@ TEST_P(RateComplaints, NameTheFirstFieldThatWontDo) {
 INSTANTIATE_TEST_SUITE_P(Table, RateComplaints, testing::ValuesIn(complaintCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
+TEST(RateWizard, LeavesOutACompoundWithoutACoefficient) {
+    EXPECT_EQ(CWizardOf({u"A", u"B"}, {-1.0})->CompoundNames(), (std::vector<std::u16string>{u"A"}));
+    EXPECT_EQ(CWizardOf({u"A", u"B"}, {-1.0, 0.0, 2.0})->CompoundNames(), (std::vector<std::u16string>{u"A"}));
+}
+
 TEST(RateWizard, OpensBlank) {
     CWizardOf wizard({u"A", u"B"}, {-1.0, 1.0});
     wizard.reaction.rateEquation = u"2*A(A)";  // is never read

@@ -126,6 +126,14 @@ TEST_F(ReactionPage, ShowsAKineticReaction) {
     EXPECT_EQ(content.enabled, (ReactionPageEnabled{true, true, false}));
 }
 
+TEST_F(ReactionPage, ShowsNoPartForACompoundWithoutACoefficient) {
+    Reaction(0).stoichiometry = {-1.0};
+    EXPECT_EQ(page->Content().stoichiometry, (std::vector<StoichiometryRow>{{u"-1", u"A1"}, {u"0", u"B1"}}));
+    EXPECT_EQ(page->EditCoefficient(1, u"2"), PageChange::Nothing);
+    Reaction(0).stoichiometry = {-1.0, 1.0, 5.0};
+    EXPECT_EQ(page->Content().stoichiometry, (std::vector<StoichiometryRow>{{u"-1", u"A1"}, {u"1", u"B1"}}));
+}
+
 TEST_F(ReactionPage, ShowsAnEquilibriumReaction) {
     page->Select(1);
     Reaction(1).rateBasis = RateBasis::Heterogeneous;

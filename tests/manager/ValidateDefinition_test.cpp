@@ -232,6 +232,17 @@ TEST_F(Validation, WantsSomethingToTakePart) {
     EXPECT_EQ(Validate(), "No reactants or products for reaction R1");
 }
 
+TEST_F(Validation, GivesACompoundWithoutACoefficientNoPart) {
+    reaction->stoichiometry = {-2.0};
+    EXPECT_EQ(Validate(), "Element balance mismatch detected for C (-2) and H (-4) in reaction R1");
+    SetCompound(0, nullptr, 14.0);
+    EXPECT_EQ(Validate(), "Mass balance error in reaction R1");
+    reaction->stoichiometry = {};
+    EXPECT_EQ(Validate(), "No reactants or products for reaction R1");
+    reaction->stoichiometry = {-2.0, 1.0, 5.0};  // and a coefficient without a compound none
+    EXPECT_EQ(Validate(), "");
+}
+
 TEST_F(Validation, ParsesTheTextOfTheType) {
     reaction->rateEquation = u"2*";
     std::u16string parserText;

@@ -185,6 +185,101 @@ TEST_F(PropertyCalculation, ChecksTheArgumentsBeforeTheMaterial) {
                   "A material reference has not been set on the reaction package before CalcReactionProp");
 }
 
+TEST_F(PropertyCalculation, ChecksIdentifiersThenPropertiesThenTheMaterial) {
+    package->UnsetMaterial();
+    const CVariant number = Numbers({1.0});
+    const CVariant empty;
+    const auto calculate = [&](const VARIANT& props, const VARIANT& reacIds) {
+        return package->CalcReactionProp(props, phase.Get(), reacIds, basis.Get());
+    };
+    // Malformed, none and unknown reactions come before malformed properties and none.
+    for (const CVariant* const props : {&number, &empty}) {
+        ExpectFailure(calculate(props->Get(), number.Get()),
+                      "invalid format for reaction IDs: invalid type; array of type BSTR expected");
+        ExpectFailure(calculate(props->Get(), Strings({u"third"}).Get()), "Unknown reaction ID: third");
+    }
+    ExpectFailure(calculate(number.Get(), ids.Get()),
+                  "invalid format for properties: invalid type; array of type BSTR expected");
+    ExpectFailure(calculate(empty.Get(), ids.Get()), "Missing properties",
+                  "No properties have been specified for CalcReactionProp");
+    // The reaction object comes before all of them.
+    IDispatch* none = nullptr;
+    package->SetReactionObject(&none);
+    ExpectFailure(calculate(number.Get(), number.Get()), "No reaction object",
+                  "The reaction object was not set before CalcReactionProp");
+}
+
+TEST_F(PropertyCalculation, ChecksThePropertysNameBeforeTheBasis) {
+    basis = CBstr::Make(u"Mass");
+    ExpectFailure(Calculate({u"Foo"}), "Unknown or unsupported reaction property \"Foo\"");
+}
+
+TEST_F(PropertyCalculation, ChecksTheTypeThenThePhaseThenTheExpression) {
+    AddKinetic(*definition, u"BareRate", u"");
+    AddEquilibrium(*definition, u"BareConstant", u"");
+    Start();
+    phase = CBstr::Make(u"Vapor");
+    const auto mismatchOf = [](const std::string& reaction) {
+        return "Reaction \"" + reaction +
+               "\" is defined for phase Liquid; cannot perform calculation for requested phase Vapor";
+    };
+    ids = Strings({u"BareConstant"});
+    ExpectFailure(Calculate({u"ReactionRate"}),
+                  "Reaction \"BareConstant\" is not a kinetic reaction, cannot calculate property ReactionRate");
+    ExpectFailure(Calculate({u"ChemicalEquilibriumConstant"}), "phase mismatch", mismatchOf("BareConstant"));
+    ExpectFailure(Calculate({u"EnthalpyOfReaction"}), "phase mismatch", mismatchOf("BareConstant"));
+    ids = Strings({u"BareRate"});
+    ExpectFailure(Calculate({u"ReactionRate"}), "phase mismatch", mismatchOf("BareRate"));
+    ExpectFailure(Calculate({u"ChemicalEquilibriumConstant"}),
+                  "Reaction \"BareRate\" is not an equilibrium reaction, cannot calculate property "
+                  "ChemicalEquilibriumConstant");
+    ExpectFailure(Calculate({u"EnthalpyOfReaction"}), "phase mismatch", mismatchOf("BareRate"));
+    // In the right phase the type still comes before the expression.
+    phase = CBstr::Make(u"Liquid");
+    ExpectFailure(Calculate({u"ChemicalEquilibriumConstant"}),
+                  "Reaction \"BareRate\" is not an equilibrium reaction, cannot calculate property "
+                  "ChemicalEquilibriumConstant");
+}
+
+TEST_F(PropertyCalculation, ChecksOneReactionWholeBeforeTheNext) {
+    AddKinetic(*definition, u"BareRate", u"");
+    Start();
+    ids = Strings({u"BareRate", u"Balance"});
+    ExpectFailure(Calculate({u"ReactionRate"}), "no expression", "rate expression not defined for requested reaction");
+}
+
+struct BasisAcceptance {
+    const char* name;
+    const char16_t* property;
+    const char16_t* reaction;
+    const char16_t* basis;  // null for an absent one
+};
+const BasisAcceptance basisAcceptances[] = {
+    {"RateByMole", u"ReactionRate", u"Second", u"Mole"},
+    {"RateByMoleInAnyCase", u"ReactionRate", u"Second", u"mOLE"},
+    {"RateByEmpty", u"ReactionRate", u"Second", u""},
+    {"RateByAbsent", u"ReactionRate", u"Second", nullptr},
+    {"ConstantByEmpty", u"ChemicalEquilibriumConstant", u"Balance", u""},
+    {"ConstantByAbsent", u"ChemicalEquilibriumConstant", u"Balance", nullptr},
+    {"HeatByMole", u"EnthalpyOfReaction", u"Balance", u"Mole"},
+    {"HeatByMoleInAnyCase", u"EnthalpyOfReaction", u"Second", u"mOLE"},
+    {"HeatByEmpty", u"EnthalpyOfReaction", u"Second", u""},
+    {"HeatByAbsent", u"EnthalpyOfReaction", u"Second", nullptr},
+};
+class AcceptedBasis : public PropertyCalculation, public testing::WithParamInterface<BasisAcceptance> {};
+
+TEST_P(AcceptedBasis, ReachesTheReactionObjectUnchanged) {
+    if (GetParam().basis) basis = CBstr::Make(GetParam().basis);
+    ids = Strings({GetParam().reaction});
+    ASSERT_EQ(Calculate({GetParam().property}), S_OK);
+    const std::string start = "SetReactionProp(" + Show(GetParam().property) + ", 'liquid', [" +
+                              Show(GetParam().reaction) + "], " + Show(GetParam().basis) + ", [";
+    ASSERT_EQ(results.log.calls.size(), 1U);
+    EXPECT_EQ(results.log.calls[0].substr(0, start.size()), start);
+}
+INSTANTIATE_TEST_SUITE_P(Table, AcceptedBasis, testing::ValuesIn(basisAcceptances),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 struct BasisRefusal {
     const char* name;
     const char16_t* property;

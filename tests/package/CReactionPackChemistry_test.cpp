@@ -188,6 +188,70 @@ TEST_F(ReactionChemistry, ClearsATextOutputBeforeItFails) {
     EXPECT_EQ(text, nullptr);
 }
 
+TEST_F(ReactionChemistry, EmptiesTheCoefficientsBeforeItFails) {
+    VARIANT coefficients;
+    coefficients.vt = VT_R8;  // an output is not looked at before it is written
+    EXPECT_EQ(package->GetStoichiometricCoefficients(Id(u"nowhere"), &coefficients), ECapeUnknownHR);
+    EXPECT_EQ(coefficients.vt, VT_EMPTY);
+}
+
+TEST_F(ReactionChemistry, LeavesANumberAloneWhenItFails) {
+    LONG count = 17;
+    EXPECT_EQ(package->GetNumberOfReactionCompounds(Id(u"nowhere"), &count), ECapeUnknownHR);
+    EXPECT_EQ(count, 17);
+    CapeReactionType type = CAPE_KINETIC;
+    EXPECT_EQ(package->GetReactionType(Id(u"nowhere"), &type), ECapeUnknownHR);
+    EXPECT_EQ(type, CAPE_KINETIC);
+    CapeReactionRateBasis basis = CAPE_HETEROGENEOUS;
+    EXPECT_EQ(package->GetReactionRateBasis(Id(u"nowhere"), &basis), ECapeUnknownHR);
+    EXPECT_EQ(basis, CAPE_HETEROGENEOUS);
+}
+
+TEST_F(ReactionChemistry, EmptiesTheListsOfAnUnknownReaction) {
+    CVariant ids = Strings({u"left"});
+    CVariant charges = Numbers({1.0});
+    CVariant casNumbers = Strings({u"left"});
+    EXPECT_EQ(package->GetReactionCompoundIds(Id(u"nowhere"), &ids.Get(), &charges.Get(), &casNumbers.Get()),
+              ECapeUnknownHR);
+    EXPECT_EQ(Show(ids.Get()) + Show(charges.Get()) + Show(casNumbers.Get()), "emptyemptyempty");
+}
+
+// A script may keep all answers in one variable: the last one written stays, and those before it are freed.
+TEST_F(ReactionChemistry, TakesOneVariantForSeveralOutputs) {
+    CVariant first = Strings({u"left"});
+    CVariant second = Strings({u"left"});
+    EXPECT_EQ(package->GetReactionCompoundIds(Id(u"Main"), &first.Get(), &first.Get(), &first.Get()), S_OK);
+    EXPECT_EQ(Show(first.Get()), "['64-17-5', null]");
+    EXPECT_EQ(package->GetReactionCompoundIds(Id(u"Main"), &first.Get(), &first.Get(), &second.Get()), S_OK);
+    EXPECT_EQ(Show(first.Get()) + Show(second.Get()), "[0, 2]['64-17-5', null]");
+    EXPECT_EQ(package->GetReactionCompoundIds(Id(u"Main"), &first.Get(), &second.Get(), &first.Get()), S_OK);
+    EXPECT_EQ(Show(first.Get()) + Show(second.Get()), "['64-17-5', null][0, 2]");
+    EXPECT_EQ(package->GetReactionCompoundIds(Id(u"nowhere"), &first.Get(), &first.Get(), &first.Get()),
+              ECapeUnknownHR);
+    EXPECT_EQ(Show(first.Get()), "empty");
+}
+
+TEST_F(ReactionChemistry, GivesACompoundWithoutACoefficientNoPart) {
+    definition->reactions[0]->stoichiometry = {-1.0, 2.0};
+    definition->reactions[1]->stoichiometry = {0.0, 0.0, 3.0, 4.0, 5.0};  // and a coefficient without a compound none
+    Assign();
+    const char* const expectedIds[] = {"['A1', 'B1']", "['C1']"};
+    const char* const expectedCoefficients[] = {"[-1, 2]", "[3]"};
+    const char16_t* const reactions[] = {u"Main", u"Shift"};
+    for (int i = 0; i < 2; ++i) {
+        CVariant ids;
+        CVariant charges;
+        CVariant casNumbers;
+        CVariant coefficients;
+        EXPECT_EQ(package->GetReactionCompoundIds(Id(reactions[i]), &ids.Get(), &charges.Get(), &casNumbers.Get()),
+                  S_OK);
+        EXPECT_EQ(package->GetStoichiometricCoefficients(Id(reactions[i]), &coefficients.Get()), S_OK);
+        EXPECT_EQ(Show(ids.Get()), expectedIds[i]);
+        EXPECT_EQ(NumbersIn(charges.Get()).size(), NumbersIn(coefficients.Get()).size());
+        EXPECT_EQ(Show(coefficients.Get()), expectedCoefficients[i]);
+    }
+}
+
 TEST_F(ReactionChemistry, DoesNotOfferTheLastThree) {
     BSTR text = Id(u"not looked at");
     EXPECT_EQ(package->GetBaseReactant(nullptr, &text), E_NOTIMPL);
@@ -301,6 +365,31 @@ TEST(ReactionChemistryWithoutDefinition, TestsTheDefinitionFirstInTheFirstNine) 
     EXPECT_EQ(package->GetReactionPhase(nullptr, nullptr), E_UNEXPECTED);
     EXPECT_EQ(package->GetReactionRateBasis(nullptr, nullptr), E_UNEXPECTED);
     EXPECT_EQ(package->GetReactionConcBasis(nullptr, nullptr), E_UNEXPECTED);
+}
+
+TEST(ReactionChemistryWithoutDefinition, LeavesTheOutputsOfTheFirstNineAlone) {
+    const CPackageHolder package;
+    LONG count = 17;
+    CapeReactionType type = CAPE_KINETIC;
+    CapeReactionRateBasis basis = CAPE_HETEROGENEOUS;
+    CVariant lists[] = {Strings({u"left"}), Strings({u"left"}), Strings({u"left"})};
+    VARIANT& first = lists[0].Get();
+    const CBstr kept = CBstr::Make(u"left");
+    BSTR text = kept.Get();
+    EXPECT_EQ(package->GetNumberOfReactions(&count), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionsIds(&first), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionType(text, &type), E_UNEXPECTED);
+    EXPECT_EQ(package->GetNumberOfReactionCompounds(text, &count), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionCompoundIds(text, &first, &lists[1].Get(), &lists[2].Get()), E_UNEXPECTED);
+    EXPECT_EQ(package->GetStoichiometricCoefficients(text, &first), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionPhase(text, &text), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionRateBasis(text, &basis), E_UNEXPECTED);
+    EXPECT_EQ(package->GetReactionConcBasis(text, &text), E_UNEXPECTED);
+    EXPECT_EQ(count, 17);
+    EXPECT_EQ(type, CAPE_KINETIC);
+    EXPECT_EQ(basis, CAPE_HETEROGENEOUS);
+    for (const CVariant& list : lists) EXPECT_EQ(Show(list.Get()), "['left']");
+    EXPECT_EQ(text, kept.Get());
 }
 
 TEST(ReactionChemistryWithoutDefinition, TestsTheOutputFirstInTheLastThree) {

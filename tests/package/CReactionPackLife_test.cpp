@@ -104,19 +104,6 @@ TEST_F(PackageLife, LastsWhileTheWarningIsOpen) {
     ExpectDestroyed();
 }
 
-/// A fake that comes back whenever it is given back.
-template <class Fake>
-class CReturning final : public Fake {
-public:
-    using Fake::Fake;
-    ULONG STDMETHODCALLTYPE Release() override {
-        const ULONG left = Fake::Release();
-        if (onReturn) onReturn();
-        return left;
-    }
-    std::function<void()> onReturn;
-};
-
 TEST(PackageEnd, TakesNothingWhateverItsObjectsSetMeanwhile) {
     CWatchedPack::destroyed = 0;
     CFakeEditor editor;

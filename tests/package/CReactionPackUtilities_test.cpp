@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <utility>
 
 #include "capeopen/ComObject.h"
@@ -12,6 +13,7 @@
 #include "support/FakeBag.h"
 #include "support/FakeMaterial.h"
 #include "support/FakeReactionObject.h"
+#include "support/FakeStream.h"
 #include "text/Utf8.h"
 
 namespace reka::test {
@@ -189,6 +191,98 @@ TEST(ReactionPackUtilities, GivesEverythingBackWhenItGoes) {
     EXPECT_EQ(context.references.Held() + material.references.Held() + results.references.Held(), 0);
 }
 
+/// A simulator whose objects tell in which order they are given back.
+struct ReturnOrder {
+    ReturnOrder() {
+        IDispatch* pointer = results.Dispatch();
+        (*package)->put_simulationContext(&context);
+        EXPECT_EQ((*package)->SetMaterial(material.Dispatch()), S_OK);
+        EXPECT_EQ((*package)->SetReactionObject(&pointer), S_OK);
+        context.onReturn = [this] { returned.emplace_back("context"); };
+        material.onReturn = [this] { returned.emplace_back("material"); };
+        results.onReturn = [this] { returned.emplace_back("reaction object"); };
+    }
+
+    std::vector<std::string> returned;
+    CReturning<CFakeObject> context;
+    CReturning<CFakeMaterial> material{u"Ar"};
+    CReturning<CFakeReactionObject> results;
+    std::optional<CPackageHolder> package{std::in_place, *MakePackage({u"Ar"})};
+};
+
+TEST(ReactionPackUtilities, TerminateGivesBackTheContextFirst) {
+    ReturnOrder simulator;
+    EXPECT_EQ((*simulator.package)->Terminate(), S_OK);
+    // The context once more for the definition, which has a count of its own.
+    EXPECT_EQ(simulator.returned, (std::vector<std::string>{"context", "material", "reaction object", "context"}));
+}
+
+TEST(ReactionPackUtilities, GivesBackTheContextLastWhenItGoes) {
+    ReturnOrder simulator;
+    simulator.package.reset();
+    EXPECT_EQ(simulator.returned, (std::vector<std::string>{"reaction object", "material", "context", "context"}));
+}
+
+/// A context that counts who asks it for anything.
+class CAskedContext : public CFakeObject {
+public:
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        ++calls;
+        return CFakeObject::QueryInterface(iid, object);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
+        ++calls;
+        return CFakeObject::GetTypeInfoCount(count);
+    }
+    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override {
+        ++calls;
+        return CFakeObject::GetTypeInfo(index, locale, info);
+    }
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale,
+                                            DISPID* members) override {
+        ++calls;
+        return CFakeObject::GetIDsOfNames(iid, names, count, locale, members);
+    }
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID iid, LCID locale, WORD flags, DISPPARAMS* arguments,
+                                     VARIANT* result, EXCEPINFO* exception, UINT* wrongArgument) override {
+        ++calls;
+        return CFakeObject::Invoke(member, iid, locale, flags, arguments, result, exception, wrongArgument);
+    }
+    int calls = 0;
+};
+
+TEST(ReactionPackUtilities, NeverAsksTheContextForAnything) {
+    CAskedContext context;
+    CFakeMaterial material({u"Ar"});
+    CFakeReactionObject results;
+    CFakeBag bag;
+    CFakeStream stream;
+    {
+        auto definition = MakePackage({u"Ar"});
+        AddKinetic(*definition, u"r", u"1");
+        const CPackageHolder package(*definition);
+        IDispatch* pointer = results.Dispatch();
+        const CVariant props = Strings({u"ReactionRate"});
+        const CVariant all;
+        CVariant ids;
+        EXPECT_EQ(package->put_simulationContext(&context), S_OK);
+        EXPECT_EQ(package->Initialize(), S_OK);
+        EXPECT_EQ(package->GetReactionsIds(&ids.Get()), S_OK);
+        EXPECT_EQ(package->SetReactionObject(&pointer), S_OK);
+        EXPECT_EQ(package->SetMaterial(material.Dispatch()), S_OK);
+        EXPECT_EQ(package->CalcReactionProp(props.Get(), CBstr::Make(u"Liquid").Get(), all.Get(), nullptr), S_OK);
+        EXPECT_EQ(package->Save(&stream, 1), S_OK);
+        EXPECT_EQ(package->Load(&stream), S_OK);
+        EXPECT_EQ(package->Save(&bag, 1, 1), S_OK);
+        EXPECT_EQ(package->Load(&bag, nullptr), S_OK);
+        EXPECT_EQ(package->Edit(), S_FALSE);
+        EXPECT_EQ(context.references.Held(), 2);
+        EXPECT_EQ(package->Terminate(), S_OK);
+    }
+    EXPECT_EQ(context.calls, 0);
+    EXPECT_EQ(context.references.Held(), 0);
+}
+
 /// An object that calls the package back when its last count is given back.
 class CFarewell : public CFakeReactionObject {
 public:
@@ -308,6 +402,19 @@ TEST(SetReactionObject, RefusesAnObjectOfAnotherKind) {
     EXPECT_EQ(results.references.Held(), 0);
     EXPECT_EQ(other.references.Held(), 0);
     package->CalcReactionProp({}, nullptr, {}, nullptr);
+    EXPECT_EQ(ErrorOf(package.Unknown()).name, "No reaction object");
+}
+
+// By the rules of the platform a failed question has no answer; not every host knows them.
+TEST(SetReactionObject, UsesNothingThatAFailedQuestionLeaves) {
+    CRefusing<CFakeReactionObject> results;
+    results.refused = ICapeReactionProperties::iid;
+    const auto definition = MakePackage({});
+    const CPackageHolder package(*definition);
+    IDispatch* pointer = results.Dispatch();
+    EXPECT_EQ(package->SetReactionObject(&pointer), ECapeUnknownHR);
+    EXPECT_EQ(results.references.Held(), 0);
+    EXPECT_EQ(package->CalcReactionProp({}, nullptr, {}, nullptr), ECapeUnknownHR);
     EXPECT_EQ(ErrorOf(package.Unknown()).name, "No reaction object");
 }
 

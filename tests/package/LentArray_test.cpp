@@ -134,11 +134,11 @@ protected:
     /// Notes the arrays that it is lent.
     class CNotingResults : public CFakeReactionObject {
     public:
-        HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR property, BSTR phase, VARIANT reacIds, BSTR basis,
+        HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR property, BSTR inPhase, VARIANT reacIds, BSTR basis,
                                                   VARIANT values) override {
             lent.push_back(reacIds.parray);
             lent.push_back(values.parray);
-            const HRESULT result = CFakeReactionObject::SetReactionProp(property, phase, reacIds, basis, values);
+            const HRESULT result = CFakeReactionObject::SetReactionProp(property, inPhase, reacIds, basis, values);
             if (afterwards) afterwards(reacIds, values);
             return result;
         }

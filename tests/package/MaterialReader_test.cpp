@@ -296,6 +296,33 @@ TEST_F(MaterialReading, NamesTheVersion11InterfaceThatTheMaterialLacks) {
     ExpectSystemFailure(CalculateAgain(), "Failed to obtain ICapeThermoPropertyRoutine from material object: ");
 }
 
+// By the rules of the platform a failed question has no answer; not every host knows them.
+TEST_F(MaterialReading, UsesNothingThatAFailedQuestionLeaves) {
+    ASSERT_EQ(Calculate(u"A(B1)"), S_OK);
+    CRefusing<CFakeMaterial> refusing({u"A1", u"B1", u"C1"});
+    ASSERT_EQ(package->SetMaterial(refusing.Dispatch()), S_OK);
+    refusing.log.Clear();
+    const struct {
+        ThermoVersion version;
+        IID refused;
+        const char* text;
+    } cases[] = {
+        {ThermoVersion::Version10, ICapeThermoMaterialObject::iid, "ICapeThermoMaterialObject"},
+        {ThermoVersion::Version11, ICapeThermoPropertyRoutine::iid, "ICapeThermoPropertyRoutine"},
+    };
+    for (const auto& [version, refused, text] : cases) {
+        const_cast<ReactionPackDefinition&>(*package->Definition()).thermoVersion = version;
+        refusing.refused = refused;
+        EXPECT_EQ(CalculateAgain(), ECapeUnknownHR);
+        EXPECT_EQ(ErrorOf(package.Unknown()).name, std::string("Failed to obtain ") + text + " from material object: " +
+                                                       Utf8FromUtf16(GetSystemErrorText(E_NOINTERFACE)));
+        EXPECT_EQ(refusing.log.calls, Calls{});
+        EXPECT_EQ(refusing.references.Held(), 1);
+    }
+    package->UnsetMaterial();
+    EXPECT_EQ(refusing.references.Held(), 0);
+}
+
 TEST_F(MaterialReading, ExpectsNothingOfAMaterialWhoseCompoundsAreUnknown) {
     // The list of the second material is of no use, so its compounds count as none; the map stays the one of the first.
     UseVersion11();

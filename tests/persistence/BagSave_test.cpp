@@ -60,6 +60,15 @@ TEST_F(BagSave, WritesEmptyListsAsEmptyValues) {
     EXPECT_EQ(bag.Entry("stoichiometry[r]"), "empty");
 }
 
+TEST_F(BagSave, WritesACoefficientForEachCompound) {
+    auto definition = MakeSample();
+    definition->reactions[0]->stoichiometry = {-1.0};
+    definition->reactions[1]->stoichiometry = {-1.0, 1.0, 5.0};
+    EXPECT_EQ(Save(*definition), S_OK);
+    EXPECT_EQ(Show(bag.entries["stoichiometry[K]"].Get()), "[-1, 0]");
+    EXPECT_EQ(Show(bag.entries["stoichiometry[E]"].Get()), "[-1, 1]");
+}
+
 TEST_F(BagSave, EndsBehindTheCompoundsForAnUnknownBasis) {
     for (const std::int32_t basis : {6, -1}) {
         const auto definition = MakeSample();

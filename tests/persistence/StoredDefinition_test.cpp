@@ -74,6 +74,17 @@ CStoredBytes SampleBytes() {
     return bytes;
 }
 
+// A reader goes by the number of compounds, so what is behind would be read as something else.
+TEST(StoredDefinition, HoldsACoefficientForEachCompound) {
+    const auto definition = MakeSample();
+    definition->reactions[0]->stoichiometry = {-1.0};
+    definition->reactions[1]->stoichiometry = {-1.0, 1.0, 5.0};
+    const ReadBlock read = Read(Write(*definition));
+    ASSERT_TRUE(read.isRead);
+    EXPECT_EQ(read.definition->reactions[0]->stoichiometry, (std::vector<double>{-1.0, 0.0}));
+    EXPECT_EQ(read.definition->reactions[1]->stoichiometry, (std::vector<double>{-1.0, 1.0}));
+}
+
 TEST(StoredDefinition, WritesEveryFieldInItsPlace) {
     EXPECT_EQ(Write(*MakeSample()), SampleBytes().bytes);
 }

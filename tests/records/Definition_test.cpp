@@ -173,6 +173,65 @@ TEST(ReactionPackDefinition, CopiesTreesThatOutliveTheirSource) {
     EXPECT_EQ(value, 300.0);
 }
 
+double ValueOf(const ReactionPackDefinition& definition) {
+    double value = 0.0;
+    std::u16string errorText;
+    EXPECT_TRUE(EvaluateExpression(*definition.reactions[0]->rateExpression, value, definition, errorText));
+    return value;
+}
+
+// An evaluation leaves in the program where it found its operands.
+TEST(ReactionPackDefinition, CopiesTreesThatWereEvaluatedOverTreesThatWere) {
+    const auto target = MakePackage({u"Ar"});
+    AddKinetic(*target, u"r", u"2*T+C(Ar)");
+    target->temperature = 100.0;
+    target->molarity[0] = 1.0;
+    EXPECT_EQ(ValueOf(*target), 201.0);
+    const auto source = MakePackage({u"Ar", u"Ne"});
+    AddKinetic(*source, u"r", u"3*T+C(Ne)");
+    source->temperature = 50.0;
+    source->molarity[1] = 7.0;
+    EXPECT_EQ(ValueOf(*source), 157.0);
+
+    target->CopyFrom(*source);
+    target->AllocateWorkArrays();
+    target->molarity[1] = 9.0;
+    EXPECT_EQ(ValueOf(*target), 309.0);  // 3 * 100 + 9, by the copy's text and the target's values
+    source->temperature = 0.0;
+    source->molarity[1] = 0.0;
+    EXPECT_EQ(ValueOf(*target), 309.0);
+    EXPECT_EQ(ValueOf(*source), 0.0);
+}
+
+// The same trees go on with other arrays once those are made anew.
+TEST(ReactionPackDefinition, FindsItsWorkingArraysAgainWhereverTheyAre) {
+    const auto definition = MakePackage({u"Ar"});
+    AddKinetic(*definition, u"r", u"C(Ar)");
+    definition->molarity[0] = 5.0;
+    EXPECT_EQ(ValueOf(*definition), 5.0);
+    const auto other = MakePackage({u"Ar"});
+    other->molarity[0] = 6.0;
+    double value = 0.0;
+    std::u16string errorText;
+    EXPECT_TRUE(EvaluateExpression(*definition->reactions[0]->rateExpression, value, *other, errorText));
+    EXPECT_EQ(value, 6.0);
+    EXPECT_EQ(ValueOf(*definition), 5.0);
+    definition->AllocateWorkArrays();
+    EXPECT_EQ(ValueOf(*definition), 0.0);
+}
+
+TEST(ReactionPackDefinition, StaysAsItIsWhenCopiedOntoItself) {
+    const auto definition = MakePackage({u"Ar"});
+    AddKinetic(*definition, u"r", u"2*T");
+    definition->temperature = 100.0;
+    EXPECT_EQ(ValueOf(*definition), 200.0);
+    definition->CopyFrom(*definition);
+    ASSERT_EQ(definition->reactions.size(), 1U);
+    EXPECT_EQ(definition->name.View(), u"Test package");
+    EXPECT_EQ(definition->compounds.size(), 1U);
+    EXPECT_EQ(ValueOf(*definition), 200.0);
+}
+
 TEST(ReactionPackDefinition, MakesItsWorkingArraysAfresh) {
     const auto definition = MakePackage({u"Ar", u"Ne"});
     definition->compounds.push_back(std::make_unique<CompoundDefinition>());

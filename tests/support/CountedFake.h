@@ -66,6 +66,34 @@ public:
     std::function<void()> onRelease;  // runs once, in the next release: a host that calls back
 };
 
+/// A fake that says no to one of its interfaces, yet leaves the pointer, for which it counts nothing: whoever takes it
+/// is seen in the log, whoever gives it back in the count.
+template <class Fake>
+class CRefusing : public Fake {
+public:
+    using Fake::Fake;
+    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID iid, void** object) override {
+        const HRESULT result = Fake::QueryInterface(iid, object);
+        if (FAILED(result) || iid != refused) return result;
+        this->Release();
+        return E_NOINTERFACE;
+    }
+    IID refused = {};
+};
+
+/// A fake that calls back whenever it is given back.
+template <class Fake>
+class CReturning final : public Fake {
+public:
+    using Fake::Fake;
+    ULONG STDMETHODCALLTYPE Release() override {
+        const ULONG left = Fake::Release();
+        if (onReturn) onReturn();
+        return left;
+    }
+    std::function<void()> onReturn;
+};
+
 /// The error interfaces of a fake. Offered as it is told; absent texts stay null.
 class CFakeErrors : public CDualInterface<ECapeUser>, public CDualInterface<ECapeRoot> {
 public:
