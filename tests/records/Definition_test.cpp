@@ -194,6 +194,10 @@ TEST(ReactionPackDefinition, CopiesTreesThatWereEvaluatedOverTreesThatWere) {
     EXPECT_EQ(ValueOf(*source), 157.0);
 
     target->CopyFrom(*source);
+    double value = 0.0;
+    std::u16string errorText;
+    EXPECT_TRUE(EvaluateExpression(*target->reactions[0]->rateExpression, value, *source, errorText));
+    EXPECT_EQ(value, 157.0);  // the copy finds its operands itself, also where those of the source are
     target->AllocateWorkArrays();
     target->molarity[1] = 9.0;
     EXPECT_EQ(ValueOf(*target), 309.0);  // 3 * 100 + 9, by the copy's text and the target's values

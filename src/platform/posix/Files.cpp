@@ -227,8 +227,11 @@ bool IsLink(const std::string& path) {
 std::string HomeFolder() {
     const char* home = std::getenv("HOME");
     if (home && *home == '/') return home;
-    const passwd* const user = getpwuid(getuid());
-    return user && user->pw_dir ? user->pw_dir : "";
+    passwd user;
+    passwd* found = nullptr;
+    char texts[16384];  // of this call: the answers of getpwuid are one for all threads
+    if (getpwuid_r(getuid(), &user, texts, sizeof texts, &found) != 0 || !found || !user.pw_dir) return {};
+    return user.pw_dir;
 }
 
 class CPosixFiles final : public IFileSystem {
