@@ -73,8 +73,9 @@ void TemplateStore::GetConfigFilePath(std::u16string& path, bool reconcile) {
     if (!reconcile) return;
     const std::u16string systemFile = SystemDataFolder() + configFileName;
     if (!Files().Exists(path)) {
-        // Without a system file there is none for the user either. A file that only couldn't be seen stays.
-        Files().CopyNew(systemFile, path);
+        // Without a system file there is none for the user either. A file that only couldn't be seen stays, and so does
+        // the name of one that is about to go: another simulator is replacing it.
+        if (Files().IsAbsent(path)) Files().CopyNew(systemFile, path);
         return;
     }
     const std::uint64_t userTime = Files().LastWriteTime(path);

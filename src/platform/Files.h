@@ -26,7 +26,8 @@ public:
 };
 
 /// Paths are absolute, with the separators of the platform. Nothing here throws but std::bad_alloc, and that only what
-/// opens a file or gives a text.
+/// opens a file or gives a text. Where the system keeps files from being used by several programs at a time, what fails
+/// for that is tried again for about a second, unless it says otherwise.
 class IFileSystem {
 public:
     virtual ~IFileSystem() = default;
@@ -38,7 +39,8 @@ public:
 
     /// False for a file that isn't there, and where the system can't tell.
     virtual bool Exists(const std::u16string& path) = 0;
-    /// True if the system knows that nothing is there. Takes no memory.
+    /// True if the system knows that nothing is there, and no file is about to go from there. Looks once. Takes no
+    /// memory.
     virtual bool IsAbsent(const std::u16string& path) = 0;
     /// Time of the last write in units of 100 ns, of use for comparison alone; 0 for a file that can't be opened.
     virtual std::uint64_t LastWriteTime(const std::u16string& path) = 0;
@@ -46,10 +48,11 @@ public:
     /// Replaces `to`; it gets the last-write time of `from`. A copy that fails leaves `to` as it was if `from` can't be
     /// read, and otherwise no file rather than part of one.
     virtual bool Copy(const std::u16string& from, const std::u16string& to) = 0;
-    /// The same, but fails if `to` is there already.
+    /// The same, but fails if `to` is there already, or about to go. Tries once.
     virtual bool CopyNew(const std::u16string& from, const std::u16string& to) = 0;
     /// Fails if `to` is there already.
     virtual bool Rename(const std::u16string& from, const std::u16string& to) = 0;
+    /// True once the name is free, for which programs that have the file open may have to close it.
     virtual bool Delete(const std::u16string& path) = 0;
     /// Puts a file of `size` bytes in the place of `path`, at once and for good: it is written beside the old one,
     /// brought to the disk, given the old one's access rights and then renamed. A link stays, and the file behind it is

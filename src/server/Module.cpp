@@ -12,6 +12,7 @@
 #include <commctrl.h>
 
 #include "capeopen/ClassIds.h"
+#include "editor/win/ExpressionField.h"
 #include "editor/win/WindowsEditor.h"
 #include "platform/TypeLibrary.h"
 #include "platform/win/SystemModules.h"
@@ -29,8 +30,7 @@ void StartControls() {
     classes.dwSize = sizeof classes;
     classes.dwICC = ICC_LISTVIEW_CLASSES | ICC_TREEVIEW_CLASSES | ICC_TAB_CLASSES;
     InitCommonControlsEx(&classes);
-    // The library stays: freeing it while the process detaches isn't allowed, and the process keeps a single copy.
-    LoadSystemLibrary(L"riched32.dll");
+    LoadExpressionControl();
 }
 
 /// Notes the version as far as there is room for it.

@@ -3,8 +3,10 @@
 // hasn't started COM, and on a system whose own registration of it is damaged. The keys stand in a script among the
 // module's resources, which the same registrar runs backwards to remove them, so neither way can forget what the other
 // does. The classes root of this process is led to the user's classes, or to the machine's, while the script runs: the
-// script needn't know of it. What is removed goes by what is there and not by the user's setting, which may have
-// changed since: wherever the class names this module.
+// script needn't know of it. The system's own classes root would do for neither: it shows both, and what the user has
+// already is written there, so that a registration for all users could leave the machine without it. What is removed
+// goes by what is there and not by the user's setting, which may have changed since: wherever the class names this
+// module.
 
 #include "server/Registration.h"
 
@@ -174,7 +176,7 @@ std::u16string ScriptText(std::u16string_view text) {
     return written;
 }
 
-/// Writes what the script says, or removes it: in the classes of `hive`, or for null where the system puts them.
+/// Writes what the script says, or removes it, in the classes of `hive` alone.
 HRESULT RunScript(bool isRegistering, HKEY hive, const std::u16string& path) {
     const CRegistrarLibrary library;
     CComRef<IRegistrar> registrar;
@@ -182,7 +184,7 @@ HRESULT RunScript(bool isRegistering, HKEY hive, const std::u16string& path) {
     if (SUCCEEDED(result)) result = registrar->AddReplacement(L"MODULE", TextOf(ScriptText(path)));
     if (SUCCEEDED(result)) result = registrar->AddReplacement(L"DLLVERSION", TextOf(ScriptText(TheModule().version)));
     CClassesRoot classes;
-    if (SUCCEEDED(result) && hive) result = classes.Override(hive);
+    if (SUCCEEDED(result)) result = classes.Override(hive);
     if (FAILED(result)) return result;
     return isRegistering ? registrar->ResourceRegister(TextOf(path), REGISTRY_SCRIPT, L"REGISTRY")
                          : registrar->ResourceUnregister(TextOf(path), REGISTRY_SCRIPT, L"REGISTRY");
@@ -228,7 +230,7 @@ HRESULT RunRegistryScript(bool isRegistering) noexcept {
         const std::u16string path = ModuleFilePath();
         if (path.empty()) return E_UNEXPECTED;
         if (!isRegistering) return RemoveEverywhere(path);
-        return RunScript(true, TheModule().isPerUser ? HKEY_CURRENT_USER : nullptr, path);
+        return RunScript(true, TheModule().isPerUser ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE, path);
     } catch (...) {
         return E_OUTOFMEMORY;
     }

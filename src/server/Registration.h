@@ -13,8 +13,8 @@ bool IsRegistrationForUser() noexcept;
 
 /// Has the system's registrar run the script of the module, which writes the keys of the manager or removes them.
 ///
-/// Registering goes to the classes of the machine, or of the current user if the module says so, and returns the
-/// registrar's result.
+/// Registering goes to the classes of the machine, or of the current user if the module says so, whatever the other
+/// ones hold, and returns the registrar's result.
 ///
 /// Removing goes through both, and takes away what was written where the class names this module. Another module's
 /// registration stays, and the ProgIDs stay as long as the class of the other width stands beside them. Succeeds if no

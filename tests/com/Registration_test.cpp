@@ -251,6 +251,45 @@ void NameModule(HKEY hive, const std::wstring& file) {
               ERROR_SUCCESS);
 }
 
+/// While it lives, the classes root of this process leads to the user's classes, as the system's does for every key
+/// that the user has.
+class CUsersClassesRoot {
+public:
+    CUsersClassesRoot() {
+        HKEY classes = nullptr;
+        EXPECT_EQ(RegOpenKeyExW(HKEY_CURRENT_USER, L"Software\\Classes", 0, KEY_ALL_ACCESS, &classes), ERROR_SUCCESS);
+        EXPECT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, classes), ERROR_SUCCESS);
+        RegCloseKey(classes);
+    }
+    ~CUsersClassesRoot() { RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr); }
+    CUsersClassesRoot(const CUsersClassesRoot&) = delete;
+    CUsersClassesRoot& operator=(const CUsersClassesRoot&) = delete;
+};
+
+/// Who has the component for himself and registers it for all users keeps what he has.
+TEST_F(Registration, GoesToTheMachineBesideTheUsers) {
+    SetCurrentUser(L"1");
+    ASSERT_EQ(RunRegsvr32(L"", module), 0U);
+    NameModule(HKEY_CURRENT_USER, L"C:\\mine\\REKA.dll");
+    SetCurrentUser(L"0");
+    const HMODULE loaded = LoadLibraryW(module.c_str());
+    ASSERT_TRUE(loaded);
+    using Register = HRESULT(STDAPICALLTYPE*)();
+    const auto call = [&](const char* name) {
+        const CUsersClassesRoot merged;
+        return reinterpret_cast<Register>(reinterpret_cast<void*>(GetProcAddress(loaded, name)))();
+    };
+    EXPECT_EQ(call("DllRegisterServer"), S_OK);
+    const Entries registered = ReadRegistry();
+    EXPECT_EQ(Difference(registered, before), ExpectedEntries(L"HKLM\\Classes", module));
+    EXPECT_EQ(Difference(before, registered), Entries());
+    EXPECT_EQ(call("DllUnregisterServer"), S_OK);
+    EXPECT_EQ(ReadRegistry(), before);
+    FreeLibrary(loaded);
+    NameModule(HKEY_CURRENT_USER, module);
+    EXPECT_EQ(RunRegsvr32(L"/u", module), 0U);
+}
+
 /// Where it was registered is what counts, and not what the user's setting has become.
 TEST_F(Registration, IsRemovedWhereItWas) {
     for (const bool isForUser : {false, true}) {

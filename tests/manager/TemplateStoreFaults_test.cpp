@@ -391,9 +391,10 @@ TEST_F(StoreFixture, TellsAFailedRenameBehindIt) {
 
 TEST_F(StoreFixture, HasNoTemplatesIfAFirstCopyFails) {
     Put(systemFile, FileOf({u"S"}), 50);
-    files.failAt = 5;
+    files.failAt = 6;
     store.LoadTemplates();
-    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy new", systemFile, userFile),
+    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("absent", userFile),
+                                                     Line("copy new", systemFile, userFile),
                                                      Line("open to read", userFile), Line("absent", userFile)}));
     EXPECT_TRUE(store.templates.empty());
     EXPECT_TRUE(messages.shown.empty());
@@ -401,6 +402,16 @@ TEST_F(StoreFixture, HasNoTemplatesIfAFirstCopyFails) {
     files.failAt = 0;
     store.LoadTemplates();
     EXPECT_EQ(Loaded(), Names{u"S"});
+}
+
+TEST_F(StoreFixture, LeavesANameThatIsOnlyWaitingToGo) {
+    Put(systemFile, FileOf({u"S"}), 50);
+    files.failAt = 5;  // the system doesn't say that nothing is there
+    store.LoadTemplates();
+    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("absent", userFile),
+                                                     Line("open to read", userFile), Line("absent", userFile)}));
+    EXPECT_TRUE(store.templates.empty());
+    EXPECT_FALSE(files.entries.contains(userFile));
 }
 
 /// What a failing operation leads to on the road from a yes to the newer file.

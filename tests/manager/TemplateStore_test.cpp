@@ -48,9 +48,10 @@ TEST_F(StoreFixture, CopiesTheSystemsFileForANewUser) {
     EXPECT_EQ(Loaded(), (Names{u"A", u"B"}));
     EXPECT_TRUE(messages.shown.empty());
     EXPECT_EQ(files.entries[userFile].bytes, files.entries[systemFile].bytes);
-    EXPECT_EQ(files.operations, Join(FolderLines(), {Line("exists", userFile), Line("copy new", systemFile, userFile),
-                                                     Line("open to read", userFile), "read 4", "read 4", "read 36",
-                                                     "read 4", "read 36", "close"}));
+    EXPECT_EQ(files.operations,
+              Join(FolderLines(),
+                   {Line("exists", userFile), Line("absent", userFile), Line("copy new", systemFile, userFile),
+                    Line("open to read", userFile), "read 4", "read 4", "read 36", "read 4", "read 36", "close"}));
     files.operations.clear();
     store.LoadTemplates();
     EXPECT_TRUE(messages.shown.empty());

@@ -18,7 +18,9 @@ CEditFormulaDlg::CEditFormulaDlg(const ReactionPackDefinition& definition, const
       item(shownItem),
       unit(shownUnit),
       expression(editedExpression),
-      editor(definition, *this) {}
+      editor(definition, *this) {
+    LoadExpressionControl();
+}
 
 void CEditFormulaDlg::OnInit() {
     SetText(IDC_EXPRESSION_ITEM, item);

@@ -16,6 +16,7 @@
 #include <string_view>
 
 #include "editor/win/WindowText.h"
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 
@@ -150,6 +151,11 @@ private:
 };
 
 }  // namespace
+
+void LoadExpressionControl() noexcept {
+    // The library stays: freeing it while the process detaches isn't allowed, and the process keeps a single copy.
+    LoadSystemLibrary(L"riched32.dll");
+}
 
 CExpressionField::CExpressionField() = default;
 CExpressionField::~CExpressionField() = default;

@@ -22,6 +22,10 @@ namespace reka {
 /// What the field reports to its dialog besides its change, as a notification of WM_COMMAND.
 enum class FieldRequest { Undo = 0x1000, Redo = 0x1001, Paste = 0x1002 };
 
+/// Makes the control known to the system, where it isn't yet. What could not be loaded at one time may load at another,
+/// so this is done when the module starts, and again before a dialog with the control opens.
+void LoadExpressionControl() noexcept;
+
 class CExpressionField {
 public:
     CExpressionField();

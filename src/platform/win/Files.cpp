@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // The system's file system. Others may read and write a file while it is open here, as several simulators share one
-// file of templates. Large reads and writes go in parts, since a call takes a 32-bit count; and a handle is closed
-// without touching the thread's last error, from which the user is told why an operation failed.
+// file of templates, and one that is only read may be deleted as well: a store must not fail because another simulator
+// loads. What others keep from its end is tried again for a moment (FilesInUse.h). Large reads and writes go in parts,
+// since a call takes a 32-bit count; and a handle is closed without touching the thread's last error, from which the
+// user is told why an operation failed.
 
 #include "platform/Files.h"
 
@@ -14,6 +16,7 @@
 #include <utility>
 
 #include "platform/SystemMessages.h"
+#include "platform/win/FilesInUse.h"
 
 namespace reka {
 
@@ -83,6 +86,25 @@ private:
     CFileHandle file;
 };
 
+CFileHandle Open(const std::u16string& path, DWORD access, DWORD shared, DWORD disposition) {
+    return CFileHandle(CreateFileW(Wide(path), access, shared, nullptr, disposition, FILE_ATTRIBUTE_NORMAL, nullptr));
+}
+
+bool IsSeen(const std::u16string& path) {
+    return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
+}
+
+/// Whether `path` is free for a file, after a deletion that went well. The name of a file that others have open may
+/// stay until they have closed it.
+bool IsNameFree(const std::u16string& path) {
+    return !IsSeen(path) && IsMissing(GetLastError());
+}
+
+/// Whether a file can take the name `path` that was refused as taken: its file is one that goes, or has gone meanwhile.
+bool IsNameGoing(const std::u16string& path) {
+    return !IsSeen(path) && (IsInUse(GetLastError()) || IsMissing(GetLastError()));
+}
+
 std::unique_ptr<IFile> MakeFile(CFileHandle handle) {
     if (!handle.IsOpen()) return nullptr;
     return std::make_unique<CWindowsFile>(std::move(handle));
@@ -122,8 +144,12 @@ CFileHandle MakeBeside(const std::wstring& path, std::wstring& name) {
 /// between. Where the system stops half-way the old one gets its name back.
 bool PutInPlace(const std::wstring& made, const std::wstring& target) {
     const std::wstring kept = made + L".old";
-    if (ReplaceFileW(target.c_str(), made.c_str(), kept.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)) {
-        DeleteFileW(kept.c_str());
+    const bool isReplaced = TryWhileInUse([&] {
+        return ReplaceFileW(target.c_str(), made.c_str(), kept.c_str(), REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr,
+                            nullptr) != 0;
+    });
+    if (isReplaced) {
+        TryWhileInUse([&] { return DeleteFileW(kept.c_str()) != 0; });
         return true;
     }
     const DWORD error = GetLastError();
@@ -135,28 +161,31 @@ bool PutInPlace(const std::wstring& made, const std::wstring& target) {
 class CWindowsFiles final : public IFileSystem {
 public:
     std::unique_ptr<IFile> OpenForReading(const std::u16string& path) override {
-        return MakeFile(CFileHandle(
-            CreateFileW(Wide(path), GENERIC_READ, sharing, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)));
+        std::unique_ptr<IFile> file;
+        FindWhileInUse([&] {
+            file = MakeFile(Open(path, GENERIC_READ, sharing | FILE_SHARE_DELETE, OPEN_EXISTING));
+            return file != nullptr;
+        });
+        return file;
     }
 
     std::unique_ptr<IFile> OpenForWriting(const std::u16string& path) override {
-        return MakeFile(CFileHandle(
-            CreateFileW(Wide(path), GENERIC_WRITE, sharing, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr)));
+        std::unique_ptr<IFile> file;
+        TryWhileInUse([&] {
+            file = MakeFile(Open(path, GENERIC_WRITE, sharing, CREATE_ALWAYS));
+            return file != nullptr;
+        });
+        return file;
     }
 
     bool Exists(const std::u16string& path) override {
-        return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
+        return FindWhileInUse([&] { return IsSeen(path); });
     }
 
-    bool IsAbsent(const std::u16string& path) override {
-        if (Exists(path)) return false;
-        const DWORD error = GetLastError();
-        return error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
-    }
+    bool IsAbsent(const std::u16string& path) override { return IsNameFree(path); }
 
     std::uint64_t LastWriteTime(const std::u16string& path) override {
-        const CFileHandle file(CreateFileW(Wide(path), FILE_READ_ATTRIBUTES, sharing, nullptr, OPEN_EXISTING,
-                                           FILE_ATTRIBUTE_NORMAL, nullptr));
+        const CFileHandle file = Open(path, FILE_READ_ATTRIBUTES, sharing, OPEN_EXISTING);
         FILETIME time = {};
         if (!file.IsOpen() || !GetFileTime(file.Get(), nullptr, nullptr, &time)) return 0;
         return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
@@ -165,18 +194,31 @@ public:
     bool CreateFolder(const std::u16string& path) override { return CreateDirectoryW(Wide(path), nullptr) != 0; }
 
     bool Copy(const std::u16string& from, const std::u16string& to) override {
-        return CopyFileW(Wide(from), Wide(to), FALSE) != 0;
+        return TryWhileInUse([&] { return CopyFileW(Wide(from), Wide(to), FALSE) != 0; });
     }
 
     bool CopyNew(const std::u16string& from, const std::u16string& to) override {
+        // Not tried again: a name that is only waiting to go belongs to whoever made it wait.
         return CopyFileW(Wide(from), Wide(to), TRUE) != 0;
     }
 
     bool Rename(const std::u16string& from, const std::u16string& to) override {
-        return MoveFileW(Wide(from), Wide(to)) != 0;
+        return TryWhileInUse([&] {
+            if (MoveFileW(Wide(from), Wide(to))) return true;
+            const DWORD error = GetLastError();
+            const bool isWaiting = error == ERROR_ALREADY_EXISTS && IsNameGoing(to);
+            SetLastError(isWaiting ? ERROR_SHARING_VIOLATION : error);
+            return false;
+        });
     }
 
-    bool Delete(const std::u16string& path) override { return DeleteFileW(Wide(path)) != 0; }
+    bool Delete(const std::u16string& path) override {
+        if (!TryWhileInUse([&] { return DeleteFileW(Wide(path)) != 0; })) return false;
+        for (CTries tries; !IsNameFree(path);) {
+            if (!tries.WaitForNext()) return false;
+        }
+        return true;
+    }
 
     bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
         const std::wstring target = FollowLinks(path);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The system's mutexes. One whose holder ended without giving it back counts as taken: a process that died while it
-// parsed must not keep all others from it.
+// parsed must not keep all others from it. One that a program with more rights has made can't be had whole, and need
+// not be: to wait for it and to give it back is all that is done with it.
 
 #include "platform/NamedMutex.h"
 
@@ -10,10 +11,16 @@ namespace reka {
 
 namespace {
 
+HANDLE OpenMutexOf(const wchar_t* name) {
+    const HANDLE whole = CreateMutexW(nullptr, FALSE, name);
+    if (whole || GetLastError() != ERROR_ACCESS_DENIED) return whole;
+    const HANDLE usable = OpenMutexW(SYNCHRONIZE | MUTEX_MODIFY_STATE, FALSE, name);
+    return usable ? usable : OpenMutexW(SYNCHRONIZE, FALSE, name);
+}
+
 class CSystemMutex final : public INamedMutex {
 public:
-    explicit CSystemMutex(const char16_t* name)
-        : handle(CreateMutexW(nullptr, FALSE, reinterpret_cast<const wchar_t*>(name))) {}
+    explicit CSystemMutex(const char16_t* name) : handle(OpenMutexOf(reinterpret_cast<const wchar_t*>(name))) {}
     CSystemMutex(const CSystemMutex&) = delete;
     CSystemMutex& operator=(const CSystemMutex&) = delete;
     ~CSystemMutex() override {

@@ -26,6 +26,18 @@ TEST_F(FormulaDialog, SaysNothingOfAnEmptyField) {
     EXPECT_EQ(expression, u"");
 }
 
+/// As where it couldn't be loaded when the module started.
+TEST_F(FormulaDialog, LoadsItsControlIfNeedBe) {
+    for (int i = 0; i < 100000 && GetModuleHandleW(L"riched32.dll"); ++i)
+        FreeLibrary(GetModuleHandleW(L"riched32.dll"));
+    ASSERT_FALSE(GetModuleHandleW(L"riched32.dll"));
+    expression = u"T";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_EQ(Text(u, dialog), u"T");
+        dialog.Click(IDOK);
+    }));
+}
+
 TEST_F(FormulaDialog, TakesAValidExpression) {
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
         u.Type(u"2*C(Water)*\"n-butane\"");
