@@ -317,6 +317,18 @@ void CDialog::SetText(int control, const std::u16string& text) {
     SetWindowTextW(Item(control), SystemText(text));
 }
 
+void CDialog::ReplaceText(int control, const std::u16string& text) {
+    if (Text(control) == text) return;  // what was typed last can still be taken back
+    const HWND field = Item(control);
+    SendMessageW(field, EM_EMPTYUNDOBUFFER, 0, 0);  // some systems join what is deleted in a row to one step
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(field, EM_SETSEL, 0, 0);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+    // A field of one line may stop at a line end; a text that is set comes whole.
+    if (Text(control) != text) SetText(control, text);
+}
+
 void CDialog::SetChecked(int control, bool isChecked) {
     CheckDlgButton(window, control, isChecked ? BST_CHECKED : BST_UNCHECKED);
 }

@@ -76,6 +76,8 @@ protected:
     HWND Item(int control) const { return GetDlgItem(window, control); }
     std::u16string Text(int control) const { return WindowText(Item(control)); }
     void SetText(int control, const std::u16string& text);
+    /// Replaces the text of an edit field by one step that the field's own Ctrl+Z takes back. Shows its beginning.
+    void ReplaceText(int control, const std::u16string& text);
     bool IsChecked(int control) const { return IsDlgButtonChecked(window, control) == BST_CHECKED; }
     void SetChecked(int control, bool isChecked);
     /// A control that loses the right to the keyboard's focus passes it on.

@@ -246,10 +246,11 @@ void CReactionDlg::EditExpression(int button) {
     }
 }
 
+// The reaction has the text already. What replaced it can be taken back in the field, which reports that.
 void CReactionDlg::ShowExpression(int field, ReactionExpression expression) {
     if (!page.SelectedReaction()) return;
     const CSilence silence(*this);
-    SetText(field, page.ExpressionText(expression));
+    ReplaceText(field, page.ExpressionText(expression));
 }
 
 void CReactionDlg::TakeExpression(int changedField) {
