@@ -358,6 +358,18 @@ void CDialog::FillListBox(int control, std::span<const std::u16string> items, in
     FitScrolling(control, items);
 }
 
+bool CDialog::IsSelectedItemClicked(int control) const {
+    const HWND list = Item(control);
+    const LRESULT item = SendMessageW(list, LB_GETCURSEL, 0, 0);
+    RECT place = {};
+    if (item < 0 || SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&place)) < 0)
+        return false;
+    const DWORD packed = GetMessagePos();
+    POINT click = {static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))};  // of several screens
+    ScreenToClient(list, &click);
+    return click.y >= place.top && click.y < place.bottom;
+}
+
 void CDialog::FitScrolling(int listBox, std::span<const std::u16string> items) const {
     int widest = 0;
     for (const std::u16string& item : items) widest = std::max(widest, TextWidth(listBox, item));

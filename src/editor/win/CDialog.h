@@ -88,6 +88,8 @@ protected:
     void FocusOn(HWND control);  // also one of a page; null for none
     /// Replaces the items of a list box, which then scrolls to the end of the longest one.
     void FillListBox(int control, std::span<const std::u16string> items, int selection) const;
+    /// Whether the click that is being dealt with is on the selected item of a list box, rather than below the items.
+    bool IsSelectedItemClicked(int control) const;
     /// Adds to what a combo box offers. `data` leads from the item back to what it stands for, where the list is
     /// sorted.
     void AddChoice(int control, const char16_t* text, int data = 0) const;

@@ -32,16 +32,21 @@ void CManagerDlg::SelectTemplate() {
     UpdateButtons();
 }
 
+void CManagerDlg::Edit() {
+    if (manager.Edit()) ShowList();
+}
+
 void CManagerDlg::OnCommand(int control, int notification) {
     switch (control) {
         case IDC_MANAGER_LIST:
             if (notification == LBN_SELCHANGE) SelectTemplate();
+            if (notification == LBN_DBLCLK && IsSelectedItemClicked(control)) Edit();
             break;
         case IDC_MANAGER_CREATE:
             if (manager.Create()) ShowList();
             break;
         case IDC_MANAGER_EDIT:
-            if (manager.Edit()) ShowList();
+            Edit();
             break;
         case IDC_MANAGER_DELETE:
             if (manager.Delete()) ShowList();

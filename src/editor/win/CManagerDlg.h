@@ -23,6 +23,7 @@ protected:
 private:
     void ShowList();
     void SelectTemplate();
+    void Edit();
     void UpdateButtons();
 
     CTemplateManager& manager;

@@ -242,6 +242,24 @@ TEST_F(ManagerDialog, EditsATemplate) {
     EXPECT_EQ(FromFile(u"b")->reactions[0]->rateEquation, u"7*T");
 }
 
+TEST_F(ManagerDialog, EditsATemplateByADoubleClickOnItsRow) {
+    PutTemplates({u"A", u"B"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1, 2);
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        EXPECT_EQ(VisiblePage(u, shell).Text(IDC_GENERAL_NAME), u"B");
+        VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"Bb");
+        shell.Click(IDOK);
+        shell.WaitUntilGone();
+        EXPECT_EQ(Listed(dialog), (Names{u"A", u"Bb"}));
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        const RECT list = PlaceOf(dialog.Item(IDC_MANAGER_LIST));
+        u.ClickAt({list.left + 20, list.bottom - 20}, 2);  // below the rows
+        u.Settle();
+        EXPECT_EQ(u.CountDialogs(), 1);
+    });
+}
+
 TEST_F(ManagerDialog, TakesNoButtonWhileTheTemplatesAreReadAfresh) {
     PutTemplates({u"A"});
     int boxes = 0;
