@@ -61,12 +61,13 @@ TEST_F(CompoundsPage, ShowsTheNameThatThereIsAfterAWantOfMemory) {
 
 TEST_F(CompoundsPage, HasItsControls) {
     OnPage(EditPage::Compounds, [](CUser& u, const CDrivenWindow& page) {
-        CheckControls(u, page.Get(),
-                      {{IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
-                        LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS | LVS_NOSORTHEADER | WS_TABSTOP},
-                       {IDC_COMPOUNDS_ADD, u"Button", u"&Add", WS_TABSTOP},
-                       {IDC_COMPOUNDS_DELETE, u"Button", u"&Delete", WS_TABSTOP, 0, false},
-                       {IDC_COMPOUNDS_RENAME, u"Button", u"&Rename", WS_TABSTOP}});
+        CheckControls(
+            u, page.Get(),
+            {{IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
+              LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_EDITLABELS | LVS_NOSORTHEADER | WS_TABSTOP},
+             {IDC_COMPOUNDS_ADD, u"Button", u"&Add", WS_TABSTOP},
+             {IDC_COMPOUNDS_DELETE, u"Button", u"&Delete", WS_TABSTOP, 0, false},
+             {IDC_COMPOUNDS_RENAME, u"Button", u"&Rename", WS_TABSTOP}});
         const std::pair<const char16_t*, int> columns[] = {{u"Name", 120}, {u"ID", 120},  {u"Formula", 120},
                                                            {u"MW", 80},    {u"CAS", 120}, {u"charge", 120}};
         ASSERT_EQ(page.ColumnCount(IDC_COMPOUNDS_LIST), 6);
