@@ -132,6 +132,29 @@ TEST_F(EditShell, StaysOpenAfterAFailedCheckAndChecksAgain) {
     EXPECT_TRUE(shell->Accept(general));
 }
 
+TEST_F(EditShell, KnowsWhatTheLastCheckHasComplainedOf) {
+    EXPECT_EQ(shell->Complaint(), std::nullopt);
+    definition->reactions[0]->phase.Reset();
+    EXPECT_FALSE(shell->Accept(general));
+    EXPECT_EQ(shell->Complaint(), (CheckSubject{CheckedPart::Phase, 0}));
+    general.name.clear();
+    shell->Store(general);
+    EXPECT_EQ(shell->Complaint(), CheckSubject{CheckedPart::Name});
+    general.name = u"Mine";
+    definition->reactions[0]->phase = CBstr::Make(u"Liquid");
+    EXPECT_TRUE(shell->Accept(general));
+    EXPECT_EQ(shell->Complaint(), std::nullopt);
+}
+
+TEST(EditPages, HoldThePartsThatAreChecked) {
+    EXPECT_EQ(PageOfPart(CheckedPart::Name), EditPage::General);
+    EXPECT_EQ(PageOfPart(CheckedPart::Compounds), EditPage::Compounds);
+    for (const CheckedPart part : {CheckedPart::Phase, CheckedPart::Stoichiometry, CheckedPart::Rate,
+                                   CheckedPart::EquilibriumConstant, CheckedPart::Heat}) {
+        EXPECT_EQ(PageOfPart(part), EditPage::Reactions);
+    }
+}
+
 TEST_F(EditShell, MayHaveTheNameOfATemplateAsAPackage) {
     PutTemplates({u"Mine"});
     EXPECT_TRUE(shell->Accept(general));

@@ -67,6 +67,12 @@ void CEditReactionPackDescDlg::CreatePage(CDialog& page) {
     UseBackgroundOfTabs(page.Window());
 }
 
+// The tabs report no change that isn't the user's.
+void CEditReactionPackDescDlg::ShowPage(EditPage page) {
+    SendMessageW(Item(IDC_EDIT_TABS), TCM_SETCURSEL, static_cast<WPARAM>(page), 0);
+    ShowSelectedPage();
+}
+
 void CEditReactionPackDescDlg::ShowSelectedPage() {
     const HWND tabs = Item(IDC_EDIT_TABS);
     const auto selected = static_cast<std::int32_t>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
@@ -111,6 +117,7 @@ void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
             break;
         case IDC_EDIT_STORE:
             shell.Store(general.Fields());
+            GoToComplaint();
             break;
         default:
             break;
@@ -118,7 +125,31 @@ void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
 }
 
 void CEditReactionPackDescDlg::Accept() {
-    if (shell.Accept(general.Fields())) End(IDOK);
+    if (shell.Accept(general.Fields())) {
+        End(IDOK);
+    } else {
+        GoToComplaint();
+    }
+}
+
+/// Leads the user, who has been told what won't do, to where that is corrected.
+void CEditReactionPackDescDlg::GoToComplaint() {
+    if (!shell.Complaint()) return;
+    const auto [part, reaction] = *shell.Complaint();
+    const EditPage page = PageOfPart(part);
+    ShowPage(page);
+    switch (page) {
+        case EditPage::General:
+            FocusOn(general.NameField());
+            break;
+        case EditPage::Compounds:
+            FocusOn(compounds.AddButton());
+            break;
+        case EditPage::Reactions:
+            reactions.ShowReaction(reaction);
+            FocusOn(reactions.ControlOf(part));
+            break;
+    }
 }
 
 // The general page keeps what it shows: the next check takes the version from there.

@@ -30,10 +30,12 @@ protected:
 private:
     void AddTabs();
     void CreatePage(CDialog& page);
+    void ShowPage(EditPage page);
     void ShowSelectedPage();
     bool IsFocusInPage() const;
     bool IsKeyOfPage() const;
     void Accept();
+    void GoToComplaint();
     void Load();
 
     CEditShell& shell;

@@ -24,6 +24,7 @@ private:
     void ShowList();
     void SelectTemplate();
     void Edit();
+    void GoOnInList();
     void UpdateButtons();
 
     CTemplateManager& manager;

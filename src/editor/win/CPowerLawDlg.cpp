@@ -35,6 +35,12 @@ constexpr VariableButton variableButtons[] = {{IDC_RATE_WIZARD_ACTIVITY, RateVar
                                               {IDC_RATE_WIZARD_MOLARITY, RateVariable::Molarity},
                                               {IDC_RATE_WIZARD_MOLE_FRACTION, RateVariable::MoleFraction}};
 
+/// By RateWizardField.
+constexpr int faultyControls[] = {IDC_RATE_WIZARD_FORWARD,         IDC_RATE_WIZARD_FORWARD_CONSTANT,
+                                  IDC_RATE_WIZARD_FORWARD_ENERGY,  IDC_RATE_WIZARD_BACKWARD_CONSTANT,
+                                  IDC_RATE_WIZARD_BACKWARD_ENERGY, IDC_RATE_WIZARD_REFERENCE_TEMPERATURE,
+                                  IDC_RATE_WIZARD_INHIBITION_POWER};
+
 }  // namespace
 
 CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
@@ -82,14 +88,21 @@ void CPowerLawDlg::OnCommand(int control, int notification) {
             if (notification == EN_CHANGE) FieldsChanged();
             break;
         case IDOK:
-            ReadFields();
-            if (!wizard.Accept(ui)) break;
-            rateText = wizard.RateText();
-            End(IDOK);
+            Accept();
             break;
         default:
             CDialog::OnCommand(control, notification);
     }
+}
+
+void CPowerLawDlg::Accept() {
+    ReadFields();
+    if (!wizard.Accept(ui)) {
+        FocusOn(faultyControls[static_cast<std::size_t>(wizard.FaultyField())]);
+        return;
+    }
+    rateText = wizard.RateText();
+    End(IDOK);
 }
 
 LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {

@@ -341,6 +341,52 @@ TEST_F(ManagerDialog, DeletesATemplateFromTheFileWhenItCloses) {
     EXPECT_EQ(NamesInFile(), (Names{u"A", u"C"}));
 }
 
+TEST_F(ManagerDialog, GoesOnFromTheNeighbourOfADeletedTemplate) {
+    PutTemplates({u"A", u"B", u"C"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        const HWND list = dialog.Item(IDC_MANAGER_LIST);
+        const auto expectCaretAt = [&](int row) {
+            EXPECT_TRUE(dialog.HasFocus(IDC_MANAGER_LIST));
+            EXPECT_EQ(u.Send(list, LB_GETCARETINDEX), row);
+            EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), -1);
+        };
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"B"), IDYES);
+        expectCaretAt(1);
+        dialog.TakePicture("107-deleted");
+        u.Press(VK_DOWN);  // at the last row
+        EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), 1);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"C"), IDYES);
+        expectCaretAt(0);
+        u.Press(VK_SPACE);  // not on Close
+        u.Settle();
+        EXPECT_FALSE(dialog.IsGone());
+    });
+}
+
+TEST_F(ManagerDialog, GoesOnFromTheRowOfWhatWasEditedOrMade) {
+    PutTemplates({u"A", u"B", u"C"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1);
+        for (const int button : {IDC_MANAGER_EDIT, IDC_MANAGER_CREATE}) {
+            dialog.Click(button);
+            const CDrivenWindow shell = u.WaitFor(u"Edit:");
+            if (button == IDC_MANAGER_CREATE) {
+                LoadTemplate(u, shell);
+                VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"D");
+            }
+            shell.Click(IDOK);
+            shell.WaitUntilGone();
+            EXPECT_TRUE(dialog.HasFocus(IDC_MANAGER_LIST));
+            const int row = button == IDC_MANAGER_CREATE ? 3 : 1;
+            EXPECT_EQ(u.Send(dialog.Item(IDC_MANAGER_LIST), LB_GETCARETINDEX), row);
+            EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), -1);
+        }
+    });
+}
+
 TEST_F(ManagerDialog, BringsADeletedTemplateBackWhenOneIsCreated) {
     PutTemplates({u"A", u"B"});
     Manage([](CUser& u, const CDrivenWindow& dialog) {

@@ -217,23 +217,46 @@ struct ComplaintCase {
     std::vector<std::pair<int, const char16_t*>> fields;
     bool hasInhibition;
     const char16_t* complaint;
+    int control;
 };
 const ComplaintCase complaintCases[] = {
-    {"NothingSelected", {}, {}, false, u"No forward or backward rate selected."},
-    {"ForwardConstant", {227}, {{230, u"2*"}}, false, u"Number expected for forward reaction rate constant"},
-    {"ForwardEnergy", {227, 228}, {{230, u"2"}}, false, u"Number expected for forward reaction Arrhenius energy"},
-    {"BackwardConstant", {229}, {{233, u"T"}}, false, u"Number expected for backward reaction rate constant"},
+    {"NothingSelected", {}, {}, false, u"No forward or backward rate selected.", IDC_RATE_WIZARD_FORWARD},
+    {"ForwardConstant",
+     {227},
+     {{230, u"2*"}},
+     false,
+     u"Number expected for forward reaction rate constant",
+     IDC_RATE_WIZARD_FORWARD_CONSTANT},
+    {"ForwardEnergy",
+     {227, 228},
+     {{230, u"2"}},
+     false,
+     u"Number expected for forward reaction Arrhenius energy",
+     IDC_RATE_WIZARD_FORWARD_ENERGY},
+    {"BackwardConstant",
+     {229},
+     {{233, u"T"}},
+     false,
+     u"Number expected for backward reaction rate constant",
+     IDC_RATE_WIZARD_BACKWARD_CONSTANT},
     {"BackwardEnergy",
      {229, 232},
      {{233, u"2"}, {234, u"x"}},
      false,
-     u"Number expected for backward reaction Arrhenius energy"},
+     u"Number expected for backward reaction Arrhenius energy",
+     IDC_RATE_WIZARD_BACKWARD_ENERGY},
     {"ReferenceTemperature",
      {227, 228},
      {{230, u"2"}, {231, u"1"}, {244, u"warm"}},
      false,
-     u"Number expected for Arrhenius reference temperature"},
-    {"InhibitionPower", {227}, {{230, u"2"}, {248, u""}}, true, u"Number expected for inhibition power"},
+     u"Number expected for Arrhenius reference temperature",
+     IDC_RATE_WIZARD_REFERENCE_TEMPERATURE},
+    {"InhibitionPower",
+     {227},
+     {{230, u"2"}, {248, u""}},
+     true,
+     u"Number expected for inhibition power",
+     IDC_RATE_WIZARD_INHIBITION_POWER},
 };
 class RateWizardComplaints : public RateWizardDialog, public testing::WithParamInterface<ComplaintCase> {};
 TEST_P(RateWizardComplaints, ComeWithOkAlone) {
@@ -251,6 +274,7 @@ TEST_P(RateWizardComplaints, ComeWithOkAlone) {
         dialog.Click(IDOK);
         u.Answer(ErrorBox(row.complaint), IDOK);
         EXPECT_FALSE(dialog.IsGone());
+        EXPECT_TRUE(dialog.HasFocus(row.control));
         dialog.Click(IDCANCEL);
     }));
     EXPECT_EQ(rate, u"as it was");

@@ -241,6 +241,9 @@ TEST_F(ReactionsPage, DeletesTheSelectedReaction) {
         EXPECT_EQ(Listed(page), Names{u"R1"});
         EXPECT_EQ(page.ListSelection(IDC_REACTIONS_LIST), 0);
         EXPECT_EQ(page.Text(IDC_REACTIONS_HEADING), u"R1");
+        EXPECT_TRUE(page.HasFocus(IDC_REACTIONS_LIST));
+        u.Press(VK_SPACE);  // deletes no second one
+        EXPECT_EQ(u.CountDialogs(), 1);
         page.Click(IDC_REACTIONS_DELETE);
         u.Answer(question(u"R1"), IDYES);
         EXPECT_TRUE(definition->reactions.empty());
