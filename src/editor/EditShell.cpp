@@ -43,6 +43,12 @@ EditPage PageOfTab(std::int32_t selectedTab) {
     return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
 }
 
+EditPage PageBeside(std::int32_t selectedTab, std::int32_t steps) {
+    constexpr auto count = static_cast<std::int32_t>(std::size(editPageLabels));
+    const std::int32_t tab = (static_cast<std::int32_t>(PageOfTab(selectedTab)) + steps) % count;
+    return PageOfTab(tab < 0 ? tab + count : tab);
+}
+
 EditPage PageOfPart(CheckedPart part) {
     switch (part) {
         case CheckedPart::Name:

@@ -26,6 +26,10 @@ constexpr const char16_t* editPageLabels[] = {u"General", u"Compounds", u"Reacti
 /// The page of the tab that is selected; the first one where none is.
 EditPage PageOfTab(std::int32_t selectedTab);
 
+/// The page of the tab that many steps behind the selected one, or before it; the last tab and the first are
+/// neighbours, too.
+EditPage PageBeside(std::int32_t selectedTab, std::int32_t steps);
+
 /// The page on which a user corrects what a check speaks of.
 EditPage PageOfPart(CheckedPart part);
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "editor/TemplateFixture.h"
 #include "platform/SameText.h"
 
@@ -144,6 +146,15 @@ TEST_F(EditShell, KnowsWhatTheLastCheckHasComplainedOf) {
     definition->reactions[0]->phase = CBstr::Make(u"Liquid");
     EXPECT_TRUE(shell->Accept(general));
     EXPECT_EQ(shell->Complaint(), std::nullopt);
+}
+
+TEST(EditPages, AreARing) {
+    const std::tuple<std::int32_t, std::int32_t, EditPage> steps[] = {
+        {0, 1, EditPage::Compounds},  {1, 1, EditPage::Reactions},  {2, 1, EditPage::General},
+        {0, -1, EditPage::Reactions}, {2, -1, EditPage::Compounds}, {1, -1, EditPage::General},
+        {-1, 1, EditPage::Compounds},  // none is selected
+    };
+    for (const auto& [tab, step, page] : steps) EXPECT_EQ(PageBeside(tab, step), page) << tab;
 }
 
 TEST(EditPages, HoldThePartsThatAreChecked) {

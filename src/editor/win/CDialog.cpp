@@ -114,6 +114,29 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     }
 }
 
+// The message may belong to any window of the thread: only a dialog of ours has this procedure.
+LRESULT CALLBACK CDialog::FilterKey(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    const auto* const message = reinterpret_cast<const MSG*>(lParam);
+    if (code == MSGF_DIALOGBOX && message->message == WM_KEYDOWN) {
+        const HWND root = GetAncestor(message->hwnd, GA_ROOT);
+        const bool isOurs = GetWindowLongPtrW(root, DWLP_DLGPROC) == reinterpret_cast<LONG_PTR>(Procedure);
+        auto* const dialog = isOurs ? reinterpret_cast<CDialog*>(GetWindowLongPtrW(root, DWLP_USER)) : nullptr;
+        if (dialog && dialog->TakeKey(message->wParam)) return TRUE;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool CDialog::TakeKey(WPARAM key) noexcept {
+    if (IsSilent()) return false;
+    try {
+        const CCount handler(Root().handlers);
+        return OnKey(key);
+    } catch (...) {
+        TellThereIsNoMemory(window);
+        return true;
+    }
+}
+
 INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:

@@ -60,6 +60,9 @@ protected:
     virtual void OnCommand(int control, int notification);
     /// What a list view or another of the newer controls reports. The result is what the control is told.
     virtual LRESULT OnNotify(NMHDR& header);
+    /// A key was pressed in the dialog or in one of its pages, as long as a `CKeyHook` lives; nobody has looked at it
+    /// as yet. True: nobody else gets it.
+    virtual bool OnKey(WPARAM /*key*/) { return false; }
     /// The controls of a dialog that can be sized have their places.
     virtual void OnLaidOut() {}
     /// The frame's button that closes. Here, the same as Cancel.
@@ -119,7 +122,24 @@ protected:
         CDialog& dialog;
     };
 
+    /// As long as it lives, the keys pressed in dialogs of this thread come to their `OnKey` first: the loop of a modal
+    /// dialog, which is the system's, would deal with Tab itself and give others to the control that has the focus.
+    class CKeyHook {
+    public:
+        CKeyHook() : hook(SetWindowsHookExW(WH_MSGFILTER, FilterKey, nullptr, GetCurrentThreadId())) {}
+        ~CKeyHook() {
+            if (hook) UnhookWindowsHookEx(hook);
+        }
+        CKeyHook(const CKeyHook&) = delete;
+        CKeyHook& operator=(const CKeyHook&) = delete;
+
+    private:
+        HHOOK hook;  // null if the system has refused it: the keys mean what they mean without it
+    };
+
 private:
+    static LRESULT CALLBACK FilterKey(int code, WPARAM wParam, LPARAM lParam) noexcept;
+    bool TakeKey(WPARAM key) noexcept;
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool Initialise();

@@ -65,7 +65,9 @@ void CPowerLawDlg::FillInhibitionList() {
     for (const std::u16string& name : wizard.CompoundNames()) {
         list.AddRow(std::array<std::u16string, 2>{u"0", name});
     }
-    if (list.RowCount() > 0) list.FocusRow(0);
+    if (list.RowCount() == 0) return;
+    list.Select(0, true);
+    list.FocusRow(0);
 }
 
 void CPowerLawDlg::OnCommand(int control, int notification) {
@@ -88,11 +90,21 @@ void CPowerLawDlg::OnCommand(int control, int notification) {
             if (notification == EN_CHANGE) FieldsChanged();
             break;
         case IDOK:
-            Accept();
+            if (IsEnterOfList()) {
+                CListView(Item(IDC_RATE_WIZARD_INHIBITION)).EditSelectedRow();
+            } else {
+                Accept();
+            }
             break;
         default:
             CDialog::OnCommand(control, notification);
     }
+}
+
+// Who presses Enter at a row, once more than the cell's editing takes, doesn't mean the wizard. The focus alone
+// wouldn't tell: after a click that activates the window it may still be in the list.
+bool CPowerLawDlg::IsEnterOfList() const {
+    return GetKeyState(VK_RETURN) < 0 && GetFocus() == Item(IDC_RATE_WIZARD_INHIBITION);
 }
 
 void CPowerLawDlg::Accept() {

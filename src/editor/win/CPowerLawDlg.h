@@ -26,6 +26,7 @@ private:
     LRESULT OnNotify(NMHDR& header) override;
 
     void FillInhibitionList();
+    bool IsEnterOfList() const;
     void Accept();
     void ReadFields();
     void EnableFields();

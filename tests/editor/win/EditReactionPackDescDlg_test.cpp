@@ -143,6 +143,62 @@ TEST_F(EditShellDialog, ChangesItsPageByTheKeyboard) {
     }));
 }
 
+TEST_F(EditShellDialog, ChangesItsPageByKeysFromAnywhere) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        struct {
+            WORD key;
+            std::initializer_list<WORD> held;
+            int control;  // of the page, that has the keyboard then
+            int tab;
+        } steps[] = {
+            {VK_TAB, {VK_CONTROL}, IDC_COMPOUNDS_LIST, 1},   {VK_TAB, {VK_CONTROL}, IDC_REACTIONS_LIST, 2},
+            {VK_TAB, {VK_CONTROL}, IDC_GENERAL_NAME, 0},     {VK_TAB, {VK_CONTROL, VK_SHIFT}, IDC_REACTIONS_LIST, 2},
+            {VK_PRIOR, {VK_CONTROL}, IDC_COMPOUNDS_LIST, 1}, {VK_NEXT, {VK_CONTROL}, IDC_REACTIONS_LIST, 2}};
+        const auto tab = [&] { return u.Send(shell.Item(IDC_EDIT_TABS), TCM_GETCURSEL); };
+        for (const auto& step : steps) {
+            u.Press(step.key, step.held);
+            EXPECT_EQ(tab(), step.tab);
+            EXPECT_TRUE(VisiblePage(u, shell).HasFocus(step.control)) << step.control;
+        }
+        shell.TakePicture("103-keys");
+        u.Send(shell.Get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(shell.Item(IDC_EDIT_HELP)), TRUE);
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_EQ(tab(), 0);
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_HELP));
+        u.Press(VK_TAB);  // alone it is what it always is
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_LOAD));
+        EXPECT_EQ(tab(), 0);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST_F(EditShellDialog, TakesACellWhenAKeyChangesThePage) {
+    EXPECT_FALSE(EditPackage(*definition, [this](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow page = OpenPage(u, shell, EditPage::Reactions);
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+        u.WaitUntil("the field of the coefficient", [&] { return page.IsEditing(IDC_REACTIONS_STOICHIOMETRY); });
+        u.Type(u"-9");
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_TRUE(VisiblePage(u, shell).HasFocus(IDC_GENERAL_NAME));
+        EXPECT_EQ(definition->reactions[0]->stoichiometry[0], -9.0);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST_F(EditShellDialog, LeavesKeysInADialogAboveItAlone) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow page = OpenPage(u, shell, EditPage::Reactions);
+        page.Click(IDC_REACTIONS_CREATE);
+        const CDrivenWindow input = u.WaitFor(u"Enter reaction ID:");
+        u.Press(VK_NEXT, {VK_CONTROL});
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_EQ(u.Send(shell.Item(IDC_EDIT_TABS), TCM_GETCURSEL), 2);
+        input.Click(IDCANCEL);
+        input.WaitUntilGone();
+        shell.Click(IDCANCEL);
+    }));
+}
+
 // OK, Cancel and the frame
 
 TEST_F(EditShellDialog, TellsWhyACheckFailsAndChecksAgain) {

@@ -185,6 +185,41 @@ TEST_F(RateWizardDialog, TakesInhibitionConstantsInTheirCells) {
     EXPECT_EQ(rate, u"A(A)/(1.0+0.5*A(B))^2");
 }
 
+TEST_F(RateWizardDialog, EditsConstantsByTheKeyboardAlone) {
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_RATE_WIZARD_INHIBITION;
+        SwitchOnForward(dialog, u"1");
+        EXPECT_EQ(dialog.SelectedRows(list), std::vector<int>{0});
+        for (int i = 0; i < 10 && !dialog.HasFocus(list); ++i) u.Press(VK_TAB);
+        ASSERT_TRUE(dialog.HasFocus(list));
+        u.Press(VK_F2);
+        dialog.TypeIntoCell(list, u"3");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+3*A(A))");
+        u.Press(VK_RETURN);  // again at the row, rather than for the wizard
+        EXPECT_FALSE(dialog.IsGone());
+        dialog.TypeIntoCell(list, u"4");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+4*A(A))");
+        u.Press(VK_DOWN);
+        u.Press(VK_RETURN);
+        dialog.TypeIntoCell(list, u"5");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+4*A(A)+5*A(B))");
+        dialog.TakePicture("RateWizardByKeys");
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+TEST_F(RateWizardDialog, TakesEnterInAnEmptyListForNothing) {
+    reaction.stoichiometry = {0.0, 0.0, 0.0};
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        SwitchOnForward(dialog, u"1");
+        dialog.FocusOn(IDC_RATE_WIZARD_INHIBITION);
+        u.Press(VK_RETURN);
+        u.Settle();
+        EXPECT_FALSE(dialog.IsGone());
+        u.Press(VK_ESCAPE);
+    }));
+}
+
 TEST_F(RateWizardDialog, EnablesWhatIsRead) {
     EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
         const auto enabled = [&] {
