@@ -30,6 +30,22 @@ BOOL CALLBACK LiftLimitOf(HWND control, LPARAM /*context*/) {
     return TRUE;
 }
 
+/// A static control that is no label of anything, whatever its text has.
+LRESULT CALLBACK PlainTextProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_GETDLGCODE) return 0;
+    const auto ownProcedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(control, GWLP_USERDATA));
+    return CallWindowProcW(ownProcedure, control, message, wParam, lParam);
+}
+
+/// Some systems draw an "&" of a name as it stands, as SS_NOPREFIX tells, and take the letter behind it for a key all
+/// the same: Alt and that letter would move the focus. They look only at what says that it is a static control.
+BOOL CALLBACK TakeNoKeyFromText(HWND control, LPARAM /*context*/) {
+    if (!IsOfClass(control, L"Static") || !(GetWindowLongW(control, GWL_STYLE) & SS_NOPREFIX)) return TRUE;
+    SetWindowLongPtrW(control, GWLP_USERDATA, GetWindowLongPtrW(control, GWLP_WNDPROC));
+    SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(PlainTextProcedure));
+    return TRUE;
+}
+
 /// The height that the system wants to be told for a control that is to look that high: that of a box with a list
 /// includes the list when it is open.
 int HeightToSet(HWND control, int height) {
@@ -182,6 +198,7 @@ bool CDialog::Initialise() {
     NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
     EnumChildWindows(window, LiftLimitOf, 0);
+    EnumChildWindows(window, TakeNoKeyFromText, 0);
     try {
         const CSilence silence(*this);
         OnInit();

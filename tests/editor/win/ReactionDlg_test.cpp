@@ -277,5 +277,21 @@ TEST_F(ReactionsPage, MakesRoomForLongUnits) {
     });
 }
 
+/// The heading, beside which the list is the next control.
+TEST_F(ReactionsPage, TakesNoKeyFromAName) {
+    Reaction(0).id = CBstr::Make(u"A&B && X");
+    definition->compounds[0]->id = CBstr::Make(u"n&y");
+    OnReactions([](CUser& u, const CDrivenWindow& page) {
+        EXPECT_EQ(page.Text(IDC_REACTIONS_HEADING), u"A&B && X");
+        EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 0, 1), u"n&y");
+        page.FocusOn(IDC_REACTIONS_LIST);
+        for (const WORD letter : {WORD{'B'}, WORD{'Y'}}) {
+            u.Press(letter, {VK_MENU});
+            EXPECT_TRUE(page.HasFocus(IDC_REACTIONS_LIST)) << letter;
+        }
+        page.TakePicture("106-ampersand");
+    });
+}
+
 }  // namespace
 }  // namespace reka::test
