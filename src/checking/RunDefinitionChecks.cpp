@@ -10,29 +10,41 @@ namespace reka {
 
 namespace {
 
+// `part` is what is looked at, and so tells of a failure what it speaks of.
 bool CheckReaction(const ReactionPackDefinition& definition, CCompoundLookup& compounds, ReactionDefinition& reaction,
-                   CDefinitionFormulas* formulas, std::u16string& errorText, IUserMessages& ui) {
+                   CDefinitionFormulas* formulas, CheckedPart& part, std::u16string& errorText, IUserMessages& ui) {
     reaction.DiscardExpressions();
+    part = CheckedPart::Phase;
     if (!CheckPhase(reaction, errorText)) return false;
+    part = CheckedPart::Stoichiometry;
     if (formulas && !CheckElementBalance(*formulas, reaction, ui, errorText)) return false;
-    return CheckMassBalance(definition, reaction, errorText) && ParseTypeExpression(compounds, reaction, errorText) &&
-           ParseHeat(compounds, reaction, errorText) && ConfirmHeatDependencies(reaction, ui, errorText);
+    if (!CheckMassBalance(definition, reaction, errorText)) return false;
+    part = reaction.type == ReactionType::Kinetic ? CheckedPart::Rate : CheckedPart::EquilibriumConstant;
+    if (!ParseTypeExpression(compounds, reaction, errorText)) return false;
+    part = CheckedPart::Heat;
+    return ParseHeat(compounds, reaction, errorText) && ConfirmHeatDependencies(reaction, ui, errorText);
 }
 
 }  // namespace
 
 bool RunDefinitionChecks(ReactionPackDefinition& definition, const TakenNames* taken, std::u16string& errorText,
-                         IUserMessages& ui) {
+                         IUserMessages& ui, CheckSubject* subject) {
+    CheckSubject unasked;
+    auto& [part, index] = subject ? *subject : unasked;
+    index = 0;
+    part = CheckedPart::Name;
     if (!CheckName(definition, errorText)) return false;
     if (taken && !CheckNameIsFree(definition, *taken, errorText)) return false;
+    part = CheckedPart::Compounds;
     if (!CheckCompounds(definition, errorText)) return false;
     const bool hasAllFormulas = HasAllFormulas(definition);
     // Nobody can edit the compounds while a question to the user is open.
     CDefinitionFormulas formulas(definition);
     CCompoundLookup compounds(definition);
     for (const auto& reaction : definition.reactions) {
-        if (!CheckReaction(definition, compounds, *reaction, hasAllFormulas ? &formulas : nullptr, errorText, ui))
+        if (!CheckReaction(definition, compounds, *reaction, hasAllFormulas ? &formulas : nullptr, part, errorText, ui))
             return false;
+        ++index;
     }
     definition.AllocateWorkArrays();
     return true;

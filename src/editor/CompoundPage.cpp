@@ -33,6 +33,10 @@ std::int32_t CCompoundPage::Selection() const {
 }
 
 CompoundPageChange CCompoundPage::Add() {
+    const std::size_t countBefore = definition.compounds.size();
+    const auto firstAdded = [&] {
+        return definition.compounds.size() > countBefore ? static_cast<std::int32_t>(countBefore) : -1;
+    };
     switch (ImportFromMaterialTemplate(definition, ui)) {
         case MaterialImport::Cancelled:
             return {};
@@ -40,14 +44,14 @@ CompoundPageChange CCompoundPage::Add() {
             return {false, true};
         case MaterialImport::Added:
             selection = -1;
-            return {true, true};
+            return {true, true, firstAdded()};
         case MaterialImport::UseFile:
             break;
     }
     if (!Files().Exists(definition.pcdFile)) SetDefaultPcdFile(definition);
     const bool isAdded = ui.AddCompoundsOfFile(definition);
     if (isAdded) selection = -1;
-    return {isAdded, true};
+    return {isAdded, true, firstAdded()};
 }
 
 CompoundPageChange CCompoundPage::Delete() {
@@ -60,7 +64,9 @@ CompoundPageChange CCompoundPage::Delete() {
     }
     RemoveCompoundFromDefinition(definition, static_cast<std::size_t>(index));
     selection = -1;
-    return {true, true};
+    // What came behind the deleted one has its place, or else the last one.
+    const auto last = static_cast<std::int32_t>(definition.compounds.size()) - 1;
+    return {true, true, std::max(std::min(index, last), 0)};
 }
 
 bool CCompoundPage::TakeName(std::size_t row, std::u16string_view text) {

@@ -33,6 +33,7 @@ using CompoundRow = std::array<std::u16string, std::size(compoundColumns)>;
 struct CompoundPageChange {
     bool list = false;          // the list of compounds, which then has no selection
     bool reactionPage = false;  // the page of the selected reaction
+    std::int32_t row = -1;      // of the list, where the keyboard goes on; -1 where it stays as it is
     bool operator==(const CompoundPageChange&) const = default;
 };
 

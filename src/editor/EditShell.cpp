@@ -9,7 +9,6 @@
 #include <memory>
 #include <utility>
 
-#include "manager/ValidateDefinition.h"
 #include "platform/Holders.h"
 #include "platform/SameText.h"
 
@@ -44,6 +43,23 @@ EditPage PageOfTab(std::int32_t selectedTab) {
     return isPage ? static_cast<EditPage>(selectedTab) : EditPage::General;
 }
 
+EditPage PageBeside(std::int32_t selectedTab, std::int32_t steps) {
+    constexpr auto count = static_cast<std::int32_t>(std::size(editPageLabels));
+    const std::int32_t tab = (static_cast<std::int32_t>(PageOfTab(selectedTab)) + steps) % count;
+    return PageOfTab(tab < 0 ? tab + count : tab);
+}
+
+EditPage PageOfPart(CheckedPart part) {
+    switch (part) {
+        case CheckedPart::Name:
+            return EditPage::General;
+        case CheckedPart::Compounds:
+            return EditPage::Compounds;
+        default:
+            return EditPage::Reactions;
+    }
+}
+
 CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource* templates, TemplateSourceFactory makeTemplates,
                        IEditorUi& asked)
     : compoundPage(edited, asked),
@@ -63,7 +79,7 @@ CEditShell::CEditShell(ReactionPackDefinition& edited, ITemplateSource& template
 bool CEditShell::Check(const GeneralPageFields& general, std::u16string& errorText) {
     const TemplateStore* const store = templateSource ? &templateSource->Store() : nullptr;
     return ValidateDefinition(definition, store, storeAllowed, general.name, general.description, general.versionIndex,
-                              errorText, ui);
+                              errorText, ui, complaint);
 }
 
 bool CEditShell::Accept(const GeneralPageFields& general) {

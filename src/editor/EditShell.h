@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "editor/CompoundPage.h"
@@ -13,6 +14,7 @@
 #include "editor/GeneralPage.h"
 #include "editor/ReactionPage.h"
 #include "manager/TemplateSource.h"
+#include "manager/ValidateDefinition.h"
 #include "records/Definition.h"
 
 namespace reka {
@@ -23,6 +25,13 @@ constexpr const char16_t* editPageLabels[] = {u"General", u"Compounds", u"Reacti
 
 /// The page of the tab that is selected; the first one where none is.
 EditPage PageOfTab(std::int32_t selectedTab);
+
+/// The page of the tab that many steps behind the selected one, or before it; the last tab and the first are
+/// neighbours, too.
+EditPage PageBeside(std::int32_t selectedTab, std::int32_t steps);
+
+/// The page on which a user corrects what a check speaks of.
+EditPage PageOfPart(CheckedPart part);
 
 /// The shell on a private copy of a definition, which the opener takes over after OK and throws away otherwise: nothing
 /// is ever undone. A button that reads the general page is handed its fields. What is handed in outlives this. May
@@ -39,6 +48,9 @@ public:
 
     /// OK. True: the dialog ends, and the definition has passed the check. False: the user has been told why not.
     bool Accept(const GeneralPageFields& general);
+
+    /// What the last check by `Accept` or `Store` has complained of; nothing where it has passed.
+    const std::optional<CheckSubject>& Complaint() const { return complaint; }
 
     /// True: the definition has got compounds, reactions, thermo version and file of the template that the user chose,
     /// and the compounds page and the reactions page are to be shown afresh. The general page stays as it is: its name,
@@ -65,6 +77,7 @@ private:
     ITemplateSource* templateSource;  // null for a package
     TemplateSourceFactory makeTemplateSource;
     bool storeAllowed;
+    std::optional<CheckSubject> complaint;
 };
 
 }  // namespace reka

@@ -44,11 +44,16 @@ struct DirectionInputs {
     double energy = 0.0;
 };
 
-bool ReadNumber(std::u16string_view text, double& number, const char16_t* complaint, std::u16string& errorText) {
-    if (ParseFieldNumber(text, number)) return true;
-    errorText = complaint;
-    return false;
-}
+/// What is told of each field, by RateWizardField.
+constexpr const char16_t* complaints[] = {
+    u"No forward or backward rate selected.",
+    u"Number expected for forward reaction rate constant",
+    u"Number expected for forward reaction Arrhenius energy",
+    u"Number expected for backward reaction rate constant",
+    u"Number expected for backward reaction Arrhenius energy",
+    u"Number expected for Arrhenius reference temperature",
+    u"Number expected for inhibition power",
+};
 
 }  // namespace
 
@@ -136,37 +141,45 @@ bool CRateWizard::IsInhibited() const {
 
 // The fields in the order in which their complaints come. What isn't needed isn't read, so a bad text there does no
 // harm.
-bool CRateWizard::ReadInputs(Inputs& inputs, std::u16string& errorText) const {
+bool CRateWizard::ReadInputs(Inputs& inputs, std::u16string& errorText) {
     struct DirectionRow {
         RateDirectionFields RateWizardFields::*fields;
         DirectionInputs Inputs::*inputs;
-        const char16_t* noConstant;
-        const char16_t* noEnergy;
+        RateWizardField constant;
+        RateWizardField energy;
     };
     static constexpr DirectionRow directions[] = {
-        {&RateWizardFields::forward, &Inputs::forward, u"Number expected for forward reaction rate constant",
-         u"Number expected for forward reaction Arrhenius energy"},
-        {&RateWizardFields::backward, &Inputs::backward, u"Number expected for backward reaction rate constant",
-         u"Number expected for backward reaction Arrhenius energy"},
+        {&RateWizardFields::forward, &Inputs::forward, RateWizardField::ForwardConstant,
+         RateWizardField::ForwardEnergy},
+        {&RateWizardFields::backward, &Inputs::backward, RateWizardField::BackwardConstant,
+         RateWizardField::BackwardEnergy},
     };
     const auto& [variable, forward, backward, referenceTemperature, inhibitionPower] = fields;
-    for (const auto& [direction, numbers, noConstant, noEnergy] : directions) {
+    for (const auto& [direction, numbers, constant, energy] : directions) {
         const RateDirectionFields& typed = fields.*direction;
         DirectionInputs& read = inputs.*numbers;
-        if (typed.isOn && !ReadNumber(typed.constant, read.constant, noConstant, errorText)) return false;
-        if (typed.IsEnergyEnabled() && !ReadNumber(typed.energy, read.energy, noEnergy, errorText)) return false;
+        if (typed.isOn && !ReadNumber(constant, typed.constant, read.constant, errorText)) return false;
+        if (typed.IsEnergyEnabled() && !ReadNumber(energy, typed.energy, read.energy, errorText)) return false;
     }
-    if (!forward.isOn && !backward.isOn) {
-        errorText = u"No forward or backward rate selected.";
-        return false;
-    }
+    if (!forward.isOn && !backward.isOn) return Refuse(RateWizardField::Forward, errorText);
     if ((forward.IsEnergyEnabled() || backward.IsEnergyEnabled()) && !referenceTemperature.empty() &&
-        !ReadNumber(referenceTemperature, inputs.referenceTemperature,
-                    u"Number expected for Arrhenius reference temperature", errorText)) {
+        !ReadNumber(RateWizardField::ReferenceTemperature, referenceTemperature, inputs.referenceTemperature,
+                    errorText)) {
         return false;
     }
     return !IsInhibited() ||
-           ReadNumber(inhibitionPower, inputs.inhibitionPower, u"Number expected for inhibition power", errorText);
+           ReadNumber(RateWizardField::InhibitionPower, inhibitionPower, inputs.inhibitionPower, errorText);
+}
+
+bool CRateWizard::ReadNumber(RateWizardField field, std::u16string_view text, double& number,
+                             std::u16string& errorText) {
+    return ParseFieldNumber(text, number) || Refuse(field, errorText);
+}
+
+bool CRateWizard::Refuse(RateWizardField field, std::u16string& errorText) {
+    faultyField = field;
+    errorText = complaints[static_cast<std::size_t>(field)];
+    return false;
 }
 
 // The number in front of a product.

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -46,6 +47,17 @@ struct RateWizardFields {
     std::u16string inhibitionPower = u"1.0";
 };
 
+/// What a text that won't do, or a lack of one, is told of.
+enum class RateWizardField : std::int32_t {
+    Forward,  // the box "Forward reaction:"
+    ForwardConstant,
+    ForwardEnergy,
+    BackwardConstant,
+    BackwardEnergy,
+    ReferenceTemperature,
+    InhibitionPower
+};
+
 /// The columns of the inhibition list, the constant first, for a list of that width in pixels.
 struct InhibitionColumnWidths {
     int constant;
@@ -80,6 +92,9 @@ public:
     /// OK. True: the dialog ends, with the rate in `RateText`. False: the user has been told why not.
     bool Accept(IUserMessages& ui);
 
+    /// The field that the last failure of `BuildRateExpression` or `Accept` tells.
+    RateWizardField FaultyField() const { return faultyField; }
+
     const std::u16string& RateText() const { return rateText; }
 
     RateWizardFields fields;
@@ -87,7 +102,10 @@ public:
 private:
     struct Inputs;
 
-    bool ReadInputs(Inputs& inputs, std::u16string& errorText) const;
+    bool ReadInputs(Inputs& inputs, std::u16string& errorText);
+    bool ReadNumber(RateWizardField field, std::u16string_view text, double& number, std::u16string& errorText);
+    /// Always false, with the complaint about the field.
+    bool Refuse(RateWizardField field, std::u16string& errorText);
     bool IsInhibited() const;
     void WriteDirection(bool isForward, const Inputs& inputs);
     void WriteArrheniusTerm(double energy, double referenceTemperature);
@@ -96,6 +114,7 @@ private:
     void WriteVariable(std::u16string_view name);
 
     std::u16string rateText;
+    RateWizardField faultyField = RateWizardField::Forward;
     // One element for each compound that takes part.
     std::vector<std::u16string> compoundNames;
     std::vector<double> stoichiometricCoefficients;

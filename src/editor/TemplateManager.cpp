@@ -5,6 +5,7 @@
 
 #include "editor/TemplateManager.h"
 
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -42,13 +43,14 @@ private:
 }  // namespace
 
 CTemplateManager::CTemplateManager(ITemplateSource& manager, IEditorUi& asked) : source(manager), ui(asked) {
-    FillList();
+    FillList(0);
 }
 
-void CTemplateManager::FillList() {
+void CTemplateManager::FillList(std::size_t caretRow) {
     selection = -1;
     names.clear();
     for (const auto& definition : source.Store().templates) names.emplace_back(definition->name.View());
+    caret = names.empty() ? -1 : static_cast<std::int32_t>(std::min(caretRow, names.size() - 1));
 }
 
 std::int32_t CTemplateManager::Selection() const {
@@ -77,7 +79,7 @@ bool CTemplateManager::MayReadAgain() {
 bool CTemplateManager::ReadAgain() {
     const bool isBack = std::exchange(isDeletionWaiting, false);
     source.Store().LoadTemplates();
-    if (isBack) FillList();
+    if (isBack) FillList(static_cast<std::size_t>(std::max(selection, 0)));
     return isBack;
 }
 
@@ -94,7 +96,7 @@ bool CTemplateManager::Create() {
     const bool isFilled = ReadAgain();
     if (!CanStore() || !ui.EditTemplate(*created, source)) return isFilled;
     store.templates.push_back(std::move(created));
-    FillList();
+    FillList(store.templates.size());
     store.StoreTemplates();
     return true;
 }
@@ -113,7 +115,7 @@ bool CTemplateManager::Edit() {
         ui.ShowError(u"The template \"" + name +
                      u"\" does not stand in its row any more. Close this window first, and edit the template after you "
                      u"have opened it again.");
-        FillList();
+        FillList(index);
         return true;
     }
     {
@@ -126,7 +128,7 @@ bool CTemplateManager::Edit() {
     } else {
         store.templates.push_back(std::move(copy));  // the file has become shorter: what was edited isn't lost
     }
-    FillList();
+    FillList(index);
     store.StoreTemplates();
     return true;
 }
@@ -148,7 +150,7 @@ bool CTemplateManager::Delete() {
         store.templates.erase(store.templates.begin() + static_cast<std::ptrdiff_t>(index));
         isDeletionWaiting = true;
     }
-    FillList();
+    FillList(index);
     return true;
 }
 

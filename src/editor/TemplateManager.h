@@ -35,6 +35,9 @@ public:
     std::int32_t Selection() const;
     /// Any index that isn't one of a row selects none.
     void Select(std::int32_t index) { selection = index; }
+    /// The row from which the keyboard goes on after the filling of the list: that of what was edited or made, or of
+    /// what came behind a deleted one; -1 for an empty list.
+    std::int32_t Caret() const { return caret; }
     /// Edit and Delete can be used for a selected row alone; Create and Close always can.
     bool IsEditEnabled() const { return Selection() >= 0; }
     bool IsDeleteEnabled() const { return IsEditEnabled(); }
@@ -45,7 +48,8 @@ public:
     bool Delete();
 
 private:
-    void FillList();
+    /// With the caret in that row, or the last one if there are less.
+    void FillList(std::size_t caretRow);
     /// Whether the file may be read again, for all that waits to be deleted.
     bool MayReadAgain();
     /// Reads the file. True where that brought back what was deleted, with the list filled afresh.
@@ -59,6 +63,7 @@ private:
     IEditorUi& ui;
     std::vector<std::u16string> names;
     std::int32_t selection = -1;
+    std::int32_t caret = -1;
     bool isDeletionWaiting = false;
 };
 

@@ -5,10 +5,8 @@
 #include "manager/ValidateDefinition.h"
 
 #include <exception>
-#include <optional>
 #include <utility>
 
-#include "checking/RunDefinitionChecks.h"
 #include "platform/OutOfMemoryText.h"
 
 namespace reka {
@@ -16,6 +14,15 @@ namespace reka {
 bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
                         std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
                         std::u16string& errorText, IUserMessages& ui) noexcept {
+    std::optional<CheckSubject> unasked;
+    return ValidateDefinition(definition, templateStore, storeAllowed, nameText, descriptionText, versionIndex,
+                              errorText, ui, unasked);
+}
+
+bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
+                        std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
+                        std::u16string& errorText, IUserMessages& ui, std::optional<CheckSubject>& subject) noexcept {
+    subject.reset();
     try {
         CBstr name = BstrFromString(nameText);
         CBstr description = BstrFromString(descriptionText);
@@ -24,7 +31,10 @@ bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore*
         definition.thermoVersion = versionIndex == 1 ? ThermoVersion::Version11 : ThermoVersion::Version10;
         std::optional<TakenNames> taken;
         if (!storeAllowed && templateStore) taken = {templateStore->templates, templateStore->templateUnderEdit};
-        return RunDefinitionChecks(definition, taken ? &*taken : nullptr, errorText, ui);
+        CheckSubject checked;
+        const bool hasPassed = RunDefinitionChecks(definition, taken ? &*taken : nullptr, errorText, ui, &checked);
+        if (!hasPassed) subject = checked;
+        return hasPassed;
     } catch (const std::exception&) {
         TellOutOfMemory(errorText);
         return false;

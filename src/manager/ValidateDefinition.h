@@ -4,9 +4,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
+#include "checking/RunDefinitionChecks.h"
 #include "manager/TemplateStore.h"
 #include "platform/UserMessages.h"
 #include "records/Definition.h"
@@ -23,5 +25,11 @@ namespace reka {
 bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
                         std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
                         std::u16string& errorText, IUserMessages& ui) noexcept;
+
+/// The same, and tells in `subject` what the reason speaks of; nothing after a definition that has passed, and where
+/// memory has run out.
+bool ValidateDefinition(ReactionPackDefinition& definition, const TemplateStore* templateStore, bool storeAllowed,
+                        std::u16string_view nameText, std::u16string_view descriptionText, std::int32_t versionIndex,
+                        std::u16string& errorText, IUserMessages& ui, std::optional<CheckSubject>& subject) noexcept;
 
 }  // namespace reka

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <utility>
 
 #include "editor/AddCompounds.h"
 #include "editor/DefinitionCompounds.h"
@@ -53,7 +54,10 @@ protected:
 
 const CompoundPageChange nothing = {false, false};
 const CompoundPageChange reactionPageAlone = {false, true};
-const CompoundPageChange both = {true, true};
+/// With the keyboard in that row then.
+constexpr CompoundPageChange Both(std::int32_t row) {
+    return {true, true, row};
+}
 
 TEST_F(CompoundPage, HasSixColumns) {
     const Strings labels = {"Name", "ID", "Formula", "MW", "CAS", "charge"};
@@ -100,13 +104,24 @@ TEST_F(CompoundPage, DeletesAfterAQuestion) {
     definition->compounds[0]->id = CBstr::Make(u"C2H5OH");
     page.Select(0);
     ui.messageAnswer = MessageAnswer::Yes;
-    EXPECT_EQ(page.Delete(), both);
+    EXPECT_EQ(page.Delete(), Both(0));
     // yes or no 4, question 32; Yes is the default
     EXPECT_EQ(ui.asked, Strings{"message|Delete compound:|Are you sure you want to delete compound C2H5OH?|36"});
     EXPECT_EQ(Names(), Strings{"Ether"});
     EXPECT_EQ(definition->reactions[0]->stoichiometry, std::vector<double>{2.0});
     EXPECT_EQ(definition->reactions[0]->rateEquation, u"C(Ethanol)");
     EXPECT_EQ(page.Selection(), -1);
+}
+
+TEST_F(CompoundPage, GoesOnFromTheNeighbourOfADeletedRow) {
+    AddOne(*definition);
+    ui.messageAnswer = MessageAnswer::Yes;
+    const std::pair<std::int32_t, std::int32_t> rows[] = {{1, 1}, {1, 0}, {0, 0}};  // deleted, and gone on from
+    for (const auto& [deleted, next] : rows) {
+        page.Select(deleted);
+        EXPECT_EQ(page.Delete(), Both(next));
+    }
+    EXPECT_EQ(Names(), Strings{});
 }
 
 TEST_F(CompoundPage, DeletesNothingOnAnyOtherAnswer) {
@@ -157,7 +172,7 @@ TEST_F(CompoundPage, AddsFromTheFileOfTheDefinition) {
     files.entries[u"D:/mine.pcd"] = {{}, 1};
     ui.inCompoundsOfFile = AddOne;
     page.Select(1);
-    EXPECT_EQ(page.Add(), both);
+    EXPECT_EQ(page.Add(), Both(2));
     EXPECT_EQ(ui.asked, Strings{"compounds of file|D:/mine.pcd"});
     EXPECT_EQ(Names(), (Strings{"Ethanol", "Ether", "Water"}));
     EXPECT_EQ(definition->reactions[0]->stoichiometry, (std::vector<double>{-1.0, 2.0, 0.0}));
@@ -179,7 +194,7 @@ TEST_F(CompoundPage, ShowsANewCompoundAmongTheReactantsOfEachReaction) {
     AddEquilibrium(*definition, u"r2", u"").stoichiometry = {1.0, -1.0};
     CReactionPage reactionPage(*definition, ui);
     ui.inCompoundsOfFile = AddOne;
-    EXPECT_EQ(page.Add(), both);
+    EXPECT_EQ(page.Add(), Both(2));
     for (const std::int32_t reaction : {0, 1}) {
         reactionPage.Select(reaction);
         const std::vector<StoichiometryRow> rows = reactionPage.Content().stoichiometry;

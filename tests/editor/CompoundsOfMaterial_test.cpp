@@ -8,6 +8,7 @@
 #include <limits>
 
 #include "editor/CompoundPage.h"
+#include "editor/DefinitionCompounds.h"
 #include "support/Builders.h"
 #include "support/FakeEditorUi.h"
 #include "support/FakeFiles.h"
@@ -147,7 +148,13 @@ TEST_F(MaterialImportFlow, IsTheFirstHalfOfTheButtonOfThePage) {
     EXPECT_EQ(page.Add(), reactionPageAlone);  // cancelled among the compounds
     EXPECT_EQ(ui.asked.back(), "compounds of material|Water|Sodium ion|Fe");
     ui.inCompoundsOfMaterial = [](const MaterialCompounds&, ReactionPackDefinition&) { return true; };
-    EXPECT_EQ(page.Add(), both);
+    EXPECT_EQ(page.Add(), both);  // with nothing ticked
+    ui.inCompoundsOfMaterial = [](const MaterialCompounds&, ReactionPackDefinition& edited) {
+        AddCompoundToDefinition(edited, std::make_unique<CompoundDefinition>());
+        return true;
+    };
+    const auto row = static_cast<std::int32_t>(definition->compounds.size());
+    EXPECT_EQ(page.Add(), (CompoundPageChange{true, true, row}));
     simulator.material.offersCompounds = false;
     EXPECT_EQ(page.Add(), reactionPageAlone);  // after a failure too
     ui.compoundSource.reset();

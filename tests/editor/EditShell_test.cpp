@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <tuple>
+
 #include "editor/TemplateFixture.h"
 #include "platform/SameText.h"
 
@@ -130,6 +132,38 @@ TEST_F(EditShell, StaysOpenAfterAFailedCheckAndChecksAgain) {
     EXPECT_EQ(ui.asked, Lines(2, "message|Error:|Reaction package name cannot be empty|16"));
     general.name = u"Mine";
     EXPECT_TRUE(shell->Accept(general));
+}
+
+TEST_F(EditShell, KnowsWhatTheLastCheckHasComplainedOf) {
+    EXPECT_EQ(shell->Complaint(), std::nullopt);
+    definition->reactions[0]->phase.Reset();
+    EXPECT_FALSE(shell->Accept(general));
+    EXPECT_EQ(shell->Complaint(), (CheckSubject{CheckedPart::Phase, 0}));
+    general.name.clear();
+    shell->Store(general);
+    EXPECT_EQ(shell->Complaint(), CheckSubject{CheckedPart::Name});
+    general.name = u"Mine";
+    definition->reactions[0]->phase = CBstr::Make(u"Liquid");
+    EXPECT_TRUE(shell->Accept(general));
+    EXPECT_EQ(shell->Complaint(), std::nullopt);
+}
+
+TEST(EditPages, AreARing) {
+    const std::tuple<std::int32_t, std::int32_t, EditPage> steps[] = {
+        {0, 1, EditPage::Compounds},  {1, 1, EditPage::Reactions},  {2, 1, EditPage::General},
+        {0, -1, EditPage::Reactions}, {2, -1, EditPage::Compounds}, {1, -1, EditPage::General},
+        {-1, 1, EditPage::Compounds},  // none is selected
+    };
+    for (const auto& [tab, step, page] : steps) EXPECT_EQ(PageBeside(tab, step), page) << tab;
+}
+
+TEST(EditPages, HoldThePartsThatAreChecked) {
+    EXPECT_EQ(PageOfPart(CheckedPart::Name), EditPage::General);
+    EXPECT_EQ(PageOfPart(CheckedPart::Compounds), EditPage::Compounds);
+    for (const CheckedPart part : {CheckedPart::Phase, CheckedPart::Stoichiometry, CheckedPart::Rate,
+                                   CheckedPart::EquilibriumConstant, CheckedPart::Heat}) {
+        EXPECT_EQ(PageOfPart(part), EditPage::Reactions);
+    }
 }
 
 TEST_F(EditShell, MayHaveTheNameOfATemplateAsAPackage) {

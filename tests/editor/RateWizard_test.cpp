@@ -262,6 +262,7 @@ struct ComplaintCase {
     const char* name;
     void (*fill)(CRateWizard& wizard);
     const char* complaint;
+    RateWizardField field;
 };
 
 void SetAllBad(CRateWizard& wizard) {
@@ -277,36 +278,37 @@ void SetAllBad(CRateWizard& wizard) {
 
 // Each mends one field more, in the order in which they are read.
 const ComplaintCase complaintCases[] = {
-    {"ForwardConstant", [](CRateWizard&) {}, "Number expected for forward reaction rate constant"},
+    {"ForwardConstant", [](CRateWizard&) {}, "Number expected for forward reaction rate constant",
+     RateWizardField::ForwardConstant},
     {"ForwardEnergy", [](CRateWizard& w) { w.fields.forward.constant = u"1"; },
-     "Number expected for forward reaction Arrhenius energy"},
+     "Number expected for forward reaction Arrhenius energy", RateWizardField::ForwardEnergy},
     {"BackwardConstant",
      [](CRateWizard& w) {
          w.fields.forward.constant = u"1";
          w.fields.forward.energy = u"1";
      },
-     "Number expected for backward reaction rate constant"},
+     "Number expected for backward reaction rate constant", RateWizardField::BackwardConstant},
     {"BackwardConstantWithoutForward", [](CRateWizard& w) { w.fields.forward.isOn = false; },
-     "Number expected for backward reaction rate constant"},
+     "Number expected for backward reaction rate constant", RateWizardField::BackwardConstant},
     {"BackwardEnergy",
      [](CRateWizard& w) {
          w.fields.forward.isOn = false;
          w.fields.backward.constant = u"1";
      },
-     "Number expected for backward reaction Arrhenius energy"},
+     "Number expected for backward reaction Arrhenius energy", RateWizardField::BackwardEnergy},
     {"NoDirection",
      [](CRateWizard& w) {
          w.fields.forward.isOn = false;
          w.fields.backward.isOn = false;
      },
-     "No forward or backward rate selected."},
+     "No forward or backward rate selected.", RateWizardField::Forward},
     {"ReferenceTemperature",
      [](CRateWizard& w) {
          w.fields.forward.isOn = false;
          w.fields.backward.constant = u"1";
          w.fields.backward.energy = u"1";
      },
-     "Number expected for Arrhenius reference temperature"},
+     "Number expected for Arrhenius reference temperature", RateWizardField::ReferenceTemperature},
     {"InhibitionPower",
      [](CRateWizard& w) {
          w.fields.backward.isOn = false;
@@ -314,14 +316,14 @@ const ComplaintCase complaintCases[] = {
          w.fields.forward.energy = u"1";
          w.fields.referenceTemperature = u"";
      },
-     "Number expected for inhibition power"},
+     "Number expected for inhibition power", RateWizardField::InhibitionPower},
     {"InhibitionPowerWithoutEnergies",
      [](CRateWizard& w) {
          w.fields.backward.isOn = false;
          w.fields.forward.constant = u"1";
          w.fields.forward.hasEnergy = false;
      },
-     "Number expected for inhibition power"},
+     "Number expected for inhibition power", RateWizardField::InhibitionPower},
 };
 
 class RateComplaints : public testing::TestWithParam<ComplaintCase> {};
@@ -336,6 +338,7 @@ TEST_P(RateComplaints, NameTheFirstFieldThatWontDo) {
     std::u16string errorText;
     EXPECT_FALSE(wizard->BuildRateExpression(errorText));
     EXPECT_EQ(Utf8FromUtf16(errorText), GetParam().complaint);
+    EXPECT_EQ(wizard->FaultyField(), GetParam().field);
     EXPECT_EQ(wizard->RateText(), u"");
     CFakeEditorUi ui;
     EXPECT_FALSE(wizard->Accept(ui));

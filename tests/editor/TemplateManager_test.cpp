@@ -112,6 +112,7 @@ TEST_F(TemplateManager, CreatesATemplateAtTheEnd) {
     EXPECT_EQ(dialog->Names(), (Names{u"B", u"A", u"New"}));
     EXPECT_EQ(dialog->Selection(), -1);
     EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"New"}));
+    EXPECT_EQ(dialog->Caret(), 2);
     EXPECT_EQ(ui.asked, Lines{"template|"});
 }
 
@@ -157,6 +158,7 @@ TEST_F(TemplateManager, EditsACopy) {
     EXPECT_TRUE(dialog->Edit());
     EXPECT_EQ(dialog->Names(), (Names{u"B", u"A2", u"C"}));
     EXPECT_EQ(NamesInFile(), (Names{u"B", u"A2", u"C"}));
+    EXPECT_EQ(dialog->Caret(), 1);
     EXPECT_EQ(dialog->Selection(), -1);
     EXPECT_EQ(source.Store().templateUnderEdit, nullptr);
     EXPECT_EQ(ui.asked, Lines{"template|A"});
@@ -268,6 +270,19 @@ TEST_F(TemplateManager, DeletesAfterAQuestion) {
     EXPECT_FALSE(dialog->IsDeleteEnabled());
     EXPECT_EQ(files.operations, Lines{});  // the file waits for the end of the dialog
     EXPECT_EQ(NamesInFile(), (Names{u"B", u"A", u"C"}));
+}
+
+TEST_F(TemplateManager, GoesOnFromTheNeighbourOfADeletedRow) {
+    Open({u"B", u"A", u"C"});
+    EXPECT_EQ(dialog->Caret(), 0);
+    WillAnswer(MessageAnswer::Yes);
+    const std::pair<std::int32_t, std::int32_t> rows[] = {{1, 1}, {1, 0}, {0, -1}};  // deleted, and gone on from
+    for (const auto& [deleted, next] : rows) {
+        dialog->Select(deleted);
+        EXPECT_TRUE(dialog->Delete());
+        EXPECT_EQ(dialog->Caret(), next);
+        EXPECT_EQ(dialog->Selection(), -1);
+    }
 }
 
 TEST_F(TemplateManager, DeletesNothingOnAnyOtherAnswer) {

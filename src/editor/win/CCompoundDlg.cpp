@@ -59,6 +59,9 @@ void CCompoundDlg::OnCommand(int control, int notification) {
 void CCompoundDlg::Take(const CompoundPageChange& change) {
     if (change.list) RefillCompoundList();
     if (change.reactionPage) reactions.RefreshReactionPage();
+    if (change.row < 0) return;
+    CListView(Item(IDC_COMPOUNDS_LIST)).FocusRow(static_cast<std::size_t>(change.row));
+    FocusOn(IDC_COMPOUNDS_LIST);
 }
 
 void CCompoundDlg::Rename() {

@@ -8,6 +8,7 @@
 #include "editor/CompoundPage.h"
 #include "editor/win/CDialog.h"
 #include "editor/win/ListView.h"
+#include "editor/win/resource.h"
 
 namespace reka {
 
@@ -20,6 +21,9 @@ public:
 
     /// Shows the list afresh; no row is selected then. Does nothing where the system has refused the page.
     void RefillCompoundList();
+
+    /// Where compounds come from; null where the system has refused the page.
+    HWND AddButton() const { return Window() ? Item(IDC_COMPOUNDS_ADD) : nullptr; }
 
 protected:
     void OnInit() override;

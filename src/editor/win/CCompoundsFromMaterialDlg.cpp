@@ -15,6 +15,12 @@ namespace {
 
 constexpr int headerMargin = 24;  // pixels on both sides of a header's text together
 
+/// The key by which all rows are chosen was pressed.
+bool IsKeyOfAll(const NMHDR& header) {
+    if (header.code != LVN_KEYDOWN || reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey != 'A') return false;
+    return GetKeyState(VK_CONTROL) < 0 && GetKeyState(VK_MENU) >= 0;
+}
+
 }  // namespace
 
 CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
@@ -51,6 +57,17 @@ void CCompoundsFromMaterialDlg::FitColumns() {
 void CCompoundsFromMaterialDlg::OnCommand(int control, int notification) {
     if (control == IDOK && !compounds.Accept(CListView(Item(IDC_MATERIAL_COMPOUNDS_LIST)).TickedRows(), ui)) return;
     CDialog::OnCommand(control, notification);
+}
+
+LRESULT CCompoundsFromMaterialDlg::OnNotify(NMHDR& header) {
+    if (header.idFrom == IDC_MATERIAL_COMPOUNDS_LIST && IsKeyOfAll(header)) TickAllOrNone();
+    return 0;
+}
+
+/// None if all are ticked already.
+void CCompoundsFromMaterialDlg::TickAllOrNone() {
+    CListView list(Item(IDC_MATERIAL_COMPOUNDS_LIST));
+    list.TickAll(list.TickedRows().size() < list.RowCount());
 }
 
 }  // namespace reka

@@ -20,7 +20,9 @@ public:
 private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
+    LRESULT OnNotify(NMHDR& header) override;
     void FitColumns();
+    void TickAllOrNone();
 
     CCompoundsOfMaterial compounds;
     IUserMessages& ui;

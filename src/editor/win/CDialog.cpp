@@ -30,6 +30,22 @@ BOOL CALLBACK LiftLimitOf(HWND control, LPARAM /*context*/) {
     return TRUE;
 }
 
+/// A static control that is no label of anything, whatever its text has.
+LRESULT CALLBACK PlainTextProcedure(HWND control, UINT message, WPARAM wParam, LPARAM lParam) noexcept {
+    if (message == WM_GETDLGCODE) return 0;
+    const auto ownProcedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrW(control, GWLP_USERDATA));
+    return CallWindowProcW(ownProcedure, control, message, wParam, lParam);
+}
+
+/// Some systems draw an "&" of a name as it stands, as SS_NOPREFIX tells, and take the letter behind it for a key all
+/// the same: Alt and that letter would move the focus. They look only at what says that it is a static control.
+BOOL CALLBACK TakeNoKeyFromText(HWND control, LPARAM /*context*/) {
+    if (!IsOfClass(control, L"Static") || !(GetWindowLongW(control, GWL_STYLE) & SS_NOPREFIX)) return TRUE;
+    SetWindowLongPtrW(control, GWLP_USERDATA, GetWindowLongPtrW(control, GWLP_WNDPROC));
+    SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(PlainTextProcedure));
+    return TRUE;
+}
+
 /// The height that the system wants to be told for a control that is to look that high: that of a box with a list
 /// includes the list when it is open.
 int HeightToSet(HWND control, int height) {
@@ -114,6 +130,29 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     }
 }
 
+// The message may belong to any window of the thread: only a dialog of ours has this procedure.
+LRESULT CALLBACK CDialog::FilterKey(int code, WPARAM wParam, LPARAM lParam) noexcept {
+    const auto* const message = reinterpret_cast<const MSG*>(lParam);
+    if (code == MSGF_DIALOGBOX && message->message == WM_KEYDOWN) {
+        const HWND root = GetAncestor(message->hwnd, GA_ROOT);
+        const bool isOurs = GetWindowLongPtrW(root, DWLP_DLGPROC) == reinterpret_cast<LONG_PTR>(Procedure);
+        auto* const dialog = isOurs ? reinterpret_cast<CDialog*>(GetWindowLongPtrW(root, DWLP_USER)) : nullptr;
+        if (dialog && dialog->TakeKey(message->wParam)) return TRUE;
+    }
+    return CallNextHookEx(nullptr, code, wParam, lParam);
+}
+
+bool CDialog::TakeKey(WPARAM key) noexcept {
+    if (IsSilent()) return false;
+    try {
+        const CCount handler(Root().handlers);
+        return OnKey(key);
+    } catch (...) {
+        TellThereIsNoMemory(window);
+        return true;
+    }
+}
+
 INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
         case WM_INITDIALOG:
@@ -159,6 +198,7 @@ bool CDialog::Initialise() {
     NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
     EnumChildWindows(window, LiftLimitOf, 0);
+    EnumChildWindows(window, TakeNoKeyFromText, 0);
     try {
         const CSilence silence(*this);
         OnInit();
@@ -317,6 +357,18 @@ void CDialog::SetText(int control, const std::u16string& text) {
     SetWindowTextW(Item(control), SystemText(text));
 }
 
+void CDialog::ReplaceText(int control, const std::u16string& text) {
+    if (Text(control) == text) return;  // what was typed last can still be taken back
+    const HWND field = Item(control);
+    SendMessageW(field, EM_EMPTYUNDOBUFFER, 0, 0);  // some systems join what is deleted in a row to one step
+    SendMessageW(field, EM_SETSEL, 0, -1);
+    SendMessageW(field, EM_REPLACESEL, TRUE, reinterpret_cast<LPARAM>(text.c_str()));
+    SendMessageW(field, EM_SETSEL, 0, 0);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+    // A field of one line may stop at a line end; a text that is set comes whole.
+    if (Text(control) != text) SetText(control, text);
+}
+
 void CDialog::SetChecked(int control, bool isChecked) {
     CheckDlgButton(window, control, isChecked ? BST_CHECKED : BST_UNCHECKED);
 }
@@ -344,6 +396,18 @@ void CDialog::FillListBox(int control, std::span<const std::u16string> items, in
     }
     SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(selection), 0);
     FitScrolling(control, items);
+}
+
+bool CDialog::IsSelectedItemClicked(int control) const {
+    const HWND list = Item(control);
+    const LRESULT item = SendMessageW(list, LB_GETCURSEL, 0, 0);
+    RECT place = {};
+    if (item < 0 || SendMessageW(list, LB_GETITEMRECT, static_cast<WPARAM>(item), reinterpret_cast<LPARAM>(&place)) < 0)
+        return false;
+    const DWORD packed = GetMessagePos();
+    POINT click = {static_cast<short>(LOWORD(packed)), static_cast<short>(HIWORD(packed))};  // of several screens
+    ScreenToClient(list, &click);
+    return click.y >= place.top && click.y < place.bottom;
 }
 
 void CDialog::FitScrolling(int listBox, std::span<const std::u16string> items) const {

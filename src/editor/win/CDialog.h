@@ -60,6 +60,9 @@ protected:
     virtual void OnCommand(int control, int notification);
     /// What a list view or another of the newer controls reports. The result is what the control is told.
     virtual LRESULT OnNotify(NMHDR& header);
+    /// A key was pressed in the dialog or in one of its pages, as long as a `CKeyHook` lives; nobody has looked at it
+    /// as yet. True: nobody else gets it.
+    virtual bool OnKey(WPARAM /*key*/) { return false; }
     /// The controls of a dialog that can be sized have their places.
     virtual void OnLaidOut() {}
     /// The frame's button that closes. Here, the same as Cancel.
@@ -76,6 +79,8 @@ protected:
     HWND Item(int control) const { return GetDlgItem(window, control); }
     std::u16string Text(int control) const { return WindowText(Item(control)); }
     void SetText(int control, const std::u16string& text);
+    /// Replaces the text of an edit field by one step that the field's own Ctrl+Z takes back. Shows its beginning.
+    void ReplaceText(int control, const std::u16string& text);
     bool IsChecked(int control) const { return IsDlgButtonChecked(window, control) == BST_CHECKED; }
     void SetChecked(int control, bool isChecked);
     /// A control that loses the right to the keyboard's focus passes it on.
@@ -86,6 +91,8 @@ protected:
     void FocusOn(HWND control);  // also one of a page; null for none
     /// Replaces the items of a list box, which then scrolls to the end of the longest one.
     void FillListBox(int control, std::span<const std::u16string> items, int selection) const;
+    /// Whether the click that is being dealt with is on the selected item of a list box, rather than below the items.
+    bool IsSelectedItemClicked(int control) const;
     /// Adds to what a combo box offers. `data` leads from the item back to what it stands for, where the list is
     /// sorted.
     void AddChoice(int control, const char16_t* text, int data = 0) const;
@@ -115,7 +122,24 @@ protected:
         CDialog& dialog;
     };
 
+    /// As long as it lives, the keys pressed in dialogs of this thread come to their `OnKey` first: the loop of a modal
+    /// dialog, which is the system's, would deal with Tab itself and give others to the control that has the focus.
+    class CKeyHook {
+    public:
+        CKeyHook() : hook(SetWindowsHookExW(WH_MSGFILTER, FilterKey, nullptr, GetCurrentThreadId())) {}
+        ~CKeyHook() {
+            if (hook) UnhookWindowsHookEx(hook);
+        }
+        CKeyHook(const CKeyHook&) = delete;
+        CKeyHook& operator=(const CKeyHook&) = delete;
+
+    private:
+        HHOOK hook;  // null if the system has refused it: the keys mean what they mean without it
+    };
+
 private:
+    static LRESULT CALLBACK FilterKey(int code, WPARAM wParam, LPARAM lParam) noexcept;
+    bool TakeKey(WPARAM key) noexcept;
     static INT_PTR CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept;
     INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
     bool Initialise();

@@ -39,6 +39,11 @@ CEditReactionPackDescDlg::CEditReactionPackDescDlg(CEditShell& editShell, const 
       compounds(shell.compoundPage, reactions),
       pages{&general, &compounds, &reactions} {}
 
+bool CEditReactionPackDescDlg::Run(HWND owner) {
+    const CKeyHook hook;
+    return RunModal(owner) == IDOK;
+}
+
 void CEditReactionPackDescDlg::OnInit() {
     SetIcon(IDI_COMPONENT);
     AddTabs();
@@ -67,9 +72,19 @@ void CEditReactionPackDescDlg::CreatePage(CDialog& page) {
     UseBackgroundOfTabs(page.Window());
 }
 
+std::int32_t CEditReactionPackDescDlg::SelectedTab() const {
+    return static_cast<std::int32_t>(SendMessageW(Item(IDC_EDIT_TABS), TCM_GETCURSEL, 0, 0));
+}
+
+// The tabs report no change that isn't the user's.
+void CEditReactionPackDescDlg::ShowPage(EditPage page) {
+    SendMessageW(Item(IDC_EDIT_TABS), TCM_SETCURSEL, static_cast<WPARAM>(page), 0);
+    ShowSelectedPage();
+}
+
 void CEditReactionPackDescDlg::ShowSelectedPage() {
     const HWND tabs = Item(IDC_EDIT_TABS);
-    const auto selected = static_cast<std::int32_t>(SendMessageW(tabs, TCM_GETCURSEL, 0, 0));
+    const std::int32_t selected = SelectedTab();
     const auto shown = static_cast<std::int32_t>(PageOfTab(selected));
     if (shown != selected) SendMessageW(tabs, TCM_SETCURSEL, static_cast<WPARAM>(shown), 0);
     for (std::int32_t tab = 0; tab < 3; ++tab) {
@@ -78,6 +93,33 @@ void CEditReactionPackDescDlg::ShowSelectedPage() {
         ShowWindow(pages[tab]->Window(), SW_HIDE);
     }
     ShowWindow(pages[shown]->Window(), SW_SHOWNA);
+}
+
+// Who works in a page goes on in the next one; who is at the tabs or a button stays there.
+void CEditReactionPackDescDlg::GoToPageBeside(std::int32_t steps) {
+    const bool isInPage = IsFocusInPage();
+    const EditPage next = PageBeside(SelectedTab(), steps);
+    ShowPage(next);
+    const HWND page = pages[static_cast<std::size_t>(next)]->Window();
+    if (isInPage && page) FocusOn(GetNextDlgTabItem(page, nullptr, FALSE));
+}
+
+// The keys by which all dialogs with tabs change their page.
+bool CEditReactionPackDescDlg::OnKey(WPARAM key) {
+    if (GetKeyState(VK_CONTROL) >= 0) return false;
+    switch (key) {
+        case VK_TAB:
+            GoToPageBeside(GetKeyState(VK_SHIFT) < 0 ? -1 : 1);
+            return true;
+        case VK_NEXT:
+            GoToPageBeside(1);
+            return true;
+        case VK_PRIOR:
+            GoToPageBeside(-1);
+            return true;
+        default:
+            return false;
+    }
 }
 
 bool CEditReactionPackDescDlg::IsFocusInPage() const {
@@ -111,6 +153,7 @@ void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
             break;
         case IDC_EDIT_STORE:
             shell.Store(general.Fields());
+            GoToComplaint();
             break;
         default:
             break;
@@ -118,7 +161,31 @@ void CEditReactionPackDescDlg::OnCommand(int control, int notification) {
 }
 
 void CEditReactionPackDescDlg::Accept() {
-    if (shell.Accept(general.Fields())) End(IDOK);
+    if (shell.Accept(general.Fields())) {
+        End(IDOK);
+    } else {
+        GoToComplaint();
+    }
+}
+
+/// Leads the user, who has been told what won't do, to where that is corrected.
+void CEditReactionPackDescDlg::GoToComplaint() {
+    if (!shell.Complaint()) return;
+    const auto [part, reaction] = *shell.Complaint();
+    const EditPage page = PageOfPart(part);
+    ShowPage(page);
+    switch (page) {
+        case EditPage::General:
+            FocusOn(general.NameField());
+            break;
+        case EditPage::Compounds:
+            FocusOn(compounds.AddButton());
+            break;
+        case EditPage::Reactions:
+            reactions.ShowReaction(reaction);
+            FocusOn(reactions.ControlOf(part));
+            break;
+    }
 }
 
 // The general page keeps what it shows: the next check takes the version from there.

@@ -18,22 +18,27 @@ public:
     CEditReactionPackDescDlg(CEditShell& editShell, const ReactionPackDefinition& edited);
 
     /// True for OK: the definition has passed its check.
-    bool Run(HWND owner) { return RunModal(owner) == IDOK; }
+    bool Run(HWND owner);
 
 protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
+    bool OnKey(WPARAM key) override;
     void OnLaidOut() override;
     void OnClose() override { End(IDCANCEL); }
 
 private:
     void AddTabs();
     void CreatePage(CDialog& page);
+    std::int32_t SelectedTab() const;
+    void ShowPage(EditPage page);
+    void GoToPageBeside(std::int32_t steps);
     void ShowSelectedPage();
     bool IsFocusInPage() const;
     bool IsKeyOfPage() const;
     void Accept();
+    void GoToComplaint();
     void Load();
 
     CEditShell& shell;

@@ -32,19 +32,31 @@ void CManagerDlg::SelectTemplate() {
     UpdateButtons();
 }
 
+void CManagerDlg::Edit() {
+    if (manager.Edit()) GoOnInList();
+}
+
+// Not from the next button that can be used, which is Close.
+void CManagerDlg::GoOnInList() {
+    ShowList();
+    SendMessageW(Item(IDC_MANAGER_LIST), LB_SETCARETINDEX, static_cast<WPARAM>(manager.Caret()), FALSE);
+    FocusOn(IDC_MANAGER_LIST);
+}
+
 void CManagerDlg::OnCommand(int control, int notification) {
     switch (control) {
         case IDC_MANAGER_LIST:
             if (notification == LBN_SELCHANGE) SelectTemplate();
+            if (notification == LBN_DBLCLK && IsSelectedItemClicked(control)) Edit();
             break;
         case IDC_MANAGER_CREATE:
-            if (manager.Create()) ShowList();
+            if (manager.Create()) GoOnInList();
             break;
         case IDC_MANAGER_EDIT:
-            if (manager.Edit()) ShowList();
+            Edit();
             break;
         case IDC_MANAGER_DELETE:
-            if (manager.Delete()) ShowList();
+            if (manager.Delete()) GoOnInList();
             break;
         default:
             CDialog::OnCommand(control, notification);

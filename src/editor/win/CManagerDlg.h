@@ -23,6 +23,8 @@ protected:
 private:
     void ShowList();
     void SelectTemplate();
+    void Edit();
+    void GoOnInList();
     void UpdateButtons();
 
     CTemplateManager& manager;

@@ -35,6 +35,12 @@ constexpr VariableButton variableButtons[] = {{IDC_RATE_WIZARD_ACTIVITY, RateVar
                                               {IDC_RATE_WIZARD_MOLARITY, RateVariable::Molarity},
                                               {IDC_RATE_WIZARD_MOLE_FRACTION, RateVariable::MoleFraction}};
 
+/// By RateWizardField.
+constexpr int faultyControls[] = {IDC_RATE_WIZARD_FORWARD,         IDC_RATE_WIZARD_FORWARD_CONSTANT,
+                                  IDC_RATE_WIZARD_FORWARD_ENERGY,  IDC_RATE_WIZARD_BACKWARD_CONSTANT,
+                                  IDC_RATE_WIZARD_BACKWARD_ENERGY, IDC_RATE_WIZARD_REFERENCE_TEMPERATURE,
+                                  IDC_RATE_WIZARD_INHIBITION_POWER};
+
 }  // namespace
 
 CPowerLawDlg::CPowerLawDlg(const ReactionDefinition& reaction, const ReactionPackDefinition& definition,
@@ -59,7 +65,9 @@ void CPowerLawDlg::FillInhibitionList() {
     for (const std::u16string& name : wizard.CompoundNames()) {
         list.AddRow(std::array<std::u16string, 2>{u"0", name});
     }
-    if (list.RowCount() > 0) list.FocusRow(0);
+    if (list.RowCount() == 0) return;
+    list.Select(0, true);
+    list.FocusRow(0);
 }
 
 void CPowerLawDlg::OnCommand(int control, int notification) {
@@ -82,14 +90,31 @@ void CPowerLawDlg::OnCommand(int control, int notification) {
             if (notification == EN_CHANGE) FieldsChanged();
             break;
         case IDOK:
-            ReadFields();
-            if (!wizard.Accept(ui)) break;
-            rateText = wizard.RateText();
-            End(IDOK);
+            if (IsEnterOfList()) {
+                CListView(Item(IDC_RATE_WIZARD_INHIBITION)).EditSelectedRow();
+            } else {
+                Accept();
+            }
             break;
         default:
             CDialog::OnCommand(control, notification);
     }
+}
+
+// Who presses Enter at a row, once more than the cell's editing takes, doesn't mean the wizard. The focus alone
+// wouldn't tell: after a click that activates the window it may still be in the list.
+bool CPowerLawDlg::IsEnterOfList() const {
+    return GetKeyState(VK_RETURN) < 0 && GetFocus() == Item(IDC_RATE_WIZARD_INHIBITION);
+}
+
+void CPowerLawDlg::Accept() {
+    ReadFields();
+    if (!wizard.Accept(ui)) {
+        FocusOn(faultyControls[static_cast<std::size_t>(wizard.FaultyField())]);
+        return;
+    }
+    rateText = wizard.RateText();
+    End(IDOK);
 }
 
 LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {

@@ -26,6 +26,8 @@ private:
     LRESULT OnNotify(NMHDR& header) override;
 
     void FillInhibitionList();
+    bool IsEnterOfList() const;
+    void Accept();
     void ReadFields();
     void EnableFields();
     void FieldsChanged();

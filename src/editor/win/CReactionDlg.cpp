@@ -219,7 +219,7 @@ void CReactionDlg::Clicked(int control) {
             Take(page.RenameByButton());
             break;
         case IDC_REACTIONS_DELETE:
-            Take(page.Delete());
+            Delete();
             break;
         case IDC_REACTIONS_EQUILIBRIUM:
             Take(page.SetIsEquilibrium(IsChecked(control)));
@@ -240,21 +240,52 @@ void CReactionDlg::Clicked(int control) {
     }
 }
 
+// The keyboard leaves the button, of which a second press would delete another reaction.
+void CReactionDlg::Delete() {
+    const PageChange change = page.Delete();
+    Take(change);
+    if (change != PageChange::Nothing) FocusOn(IDC_REACTIONS_LIST);
+}
+
 void CReactionDlg::EditExpression(int button) {
     for (const auto& [expression, field, editButton] : expressionControls) {
         if (editButton == button && page.EditExpression(expression)) ShowExpression(field, expression);
     }
 }
 
+// The reaction has the text already. What replaced it can be taken back in the field, which reports that.
 void CReactionDlg::ShowExpression(int field, ReactionExpression expression) {
     if (!page.SelectedReaction()) return;
     const CSilence silence(*this);
-    SetText(field, page.ExpressionText(expression));
+    ReplaceText(field, page.ExpressionText(expression));
 }
 
 void CReactionDlg::TakeExpression(int changedField) {
     for (const auto& [expression, field, editButton] : expressionControls) {
         if (field == changedField) page.SetExpression(expression, Text(field));
+    }
+}
+
+// The reaction that is selected stays as it is shown, with what can be taken back in its fields.
+void CReactionDlg::ShowReaction(std::size_t index) {
+    if (!Window() || page.Selection() == static_cast<std::int32_t>(index)) return;
+    SendMessageW(Item(IDC_REACTIONS_LIST), LB_SETCURSEL, index, 0);
+    SelectReaction();
+}
+
+HWND CReactionDlg::ControlOf(CheckedPart part) const {
+    if (!Window()) return nullptr;
+    switch (part) {
+        case CheckedPart::Stoichiometry:
+            return Item(IDC_REACTIONS_STOICHIOMETRY);
+        case CheckedPart::Rate:
+            return Item(IDC_REACTIONS_RATE);
+        case CheckedPart::EquilibriumConstant:
+            return Item(IDC_REACTIONS_EQUILIBRIUM_CONSTANT);
+        case CheckedPart::Heat:
+            return Item(IDC_REACTIONS_HEAT);
+        default:
+            return Item(IDC_REACTIONS_PHASE);
     }
 }
 

@@ -3,11 +3,13 @@
 
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include "editor/ReactionPage.h"
 #include "editor/win/CDialog.h"
 #include "editor/win/ListView.h"
+#include "manager/ValidateDefinition.h"
 
 namespace reka {
 
@@ -21,6 +23,10 @@ public:
     void RefillReactionList();
     /// Shows all but the list afresh.
     void RefreshReactionPage();
+    /// Selects that reaction.
+    void ShowReaction(std::size_t index);
+    /// The control in which a part of the reaction is corrected; null where the system has refused the page.
+    HWND ControlOf(CheckedPart part) const;
 
 protected:
     void OnInit() override;
@@ -37,6 +43,7 @@ private:
     void Take(PageChange change);
 
     void Clicked(int control);
+    void Delete();
     void SelectReaction();
     void ChooseBasis();
     void ChoosePhase();

@@ -109,6 +109,13 @@ std::vector<std::size_t> CListView::TickedRows() const {
     return RowsInState(*this, &CListView::IsTicked);
 }
 
+void CListView::TickAll(bool isTicked) {
+    LVITEMW item = {};
+    item.stateMask = LVIS_STATEIMAGEMASK;
+    item.state = INDEXTOSTATEIMAGEMASK(isTicked ? 2 : 1);
+    SendMessageW(list, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
+}
+
 void CListView::EditSelectedRow() {
     const int row = SelectedRow();
     if (row < 0) return;

@@ -46,6 +46,8 @@ public:
     void FocusRow(std::size_t row);
     bool IsTicked(std::size_t row) const;
     std::vector<std::size_t> TickedRows() const;
+    /// Ticks all rows, or none.
+    void TickAll(bool isTicked);
 
     /// Gives the list the keyboard's focus and starts the editing of the selected row's first cell; without a selected
     /// row nothing happens.

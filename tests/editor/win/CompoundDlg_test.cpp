@@ -7,6 +7,7 @@
 
 #include "ControlTable.h"
 #include "EditorFixture.h"
+#include "editor/DefinitionCompounds.h"
 #include "support/AllocationCounter.h"
 #include "support/PcdBytes.h"
 
@@ -61,12 +62,13 @@ TEST_F(CompoundsPage, ShowsTheNameThatThereIsAfterAWantOfMemory) {
 
 TEST_F(CompoundsPage, HasItsControls) {
     OnPage(EditPage::Compounds, [](CUser& u, const CDrivenWindow& page) {
-        CheckControls(u, page.Get(),
-                      {{IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
-                        LVS_REPORT | LVS_SINGLESEL | LVS_EDITLABELS | LVS_NOSORTHEADER | WS_TABSTOP},
-                       {IDC_COMPOUNDS_ADD, u"Button", u"&Add", WS_TABSTOP},
-                       {IDC_COMPOUNDS_DELETE, u"Button", u"&Delete", WS_TABSTOP, 0, false},
-                       {IDC_COMPOUNDS_RENAME, u"Button", u"&Rename", WS_TABSTOP}});
+        CheckControls(
+            u, page.Get(),
+            {{IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
+              LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_EDITLABELS | LVS_NOSORTHEADER | WS_TABSTOP},
+             {IDC_COMPOUNDS_ADD, u"Button", u"&Add", WS_TABSTOP},
+             {IDC_COMPOUNDS_DELETE, u"Button", u"&Delete", WS_TABSTOP, 0, false},
+             {IDC_COMPOUNDS_RENAME, u"Button", u"&Rename", WS_TABSTOP}});
         const std::pair<const char16_t*, int> columns[] = {{u"Name", 120}, {u"ID", 120},  {u"Formula", 120},
                                                            {u"MW", 80},    {u"CAS", 120}, {u"charge", 120}};
         ASSERT_EQ(page.ColumnCount(IDC_COMPOUNDS_LIST), 6);
@@ -123,7 +125,7 @@ TEST_F(CompoundsPage, DeletesTheSelectedCompound) {
         EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 1);
         EXPECT_EQ(Row(page, 0), u"Second|second id||28||-1|");
         EXPECT_FALSE(page.IsEnabled(IDC_COMPOUNDS_DELETE));
-        EXPECT_TRUE(page.HasFocus(IDC_COMPOUNDS_RENAME));  // the keyboard has gone on from Delete
+        EXPECT_TRUE(page.HasFocus(IDC_COMPOUNDS_LIST));
         EXPECT_EQ(definition->reactions[0]->stoichiometry, std::vector<double>{1.0});
         const CDrivenWindow shell(u, GetParent(page.Get()));
         const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
@@ -136,6 +138,55 @@ TEST_F(CompoundsPage, DeletesTheSelectedCompound) {
         u.Answer({question.title, u"Are you sure you want to delete compound second id?", question.style}, IDYES);
         EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 0);
         EXPECT_TRUE(definition->reactions[0]->stoichiometry.empty());
+    });
+}
+
+int FocusedRow(CUser& u, const CDrivenWindow& page) {
+    const auto anyRow = static_cast<WPARAM>(-1);
+    return static_cast<int>(u.Send(page.Item(IDC_COMPOUNDS_LIST), LVM_GETNEXTITEM, anyRow, LVNI_FOCUSED));
+}
+
+TEST_F(CompoundsPage, GoesOnFromTheNeighbourOfADeletedRow) {
+    definition = MakePackage({u"A", u"B", u"C"});
+    OnPage(EditPage::Compounds, [this](CUser& u, const CDrivenWindow& page) {
+        const auto deleteRow = [&](const std::u16string& id) {
+            u.Press('D', {VK_MENU});
+            u.Answer({u"Delete compound:", u"Are you sure you want to delete compound " + id + u"?",
+                      messagestyle::yesNo | messagestyle::iconQuestion},
+                     IDYES);
+            EXPECT_TRUE(page.HasFocus(IDC_COMPOUNDS_LIST));
+            EXPECT_EQ(page.SelectedRows(IDC_COMPOUNDS_LIST), std::vector<int>{});
+        };
+        page.ClickCell(IDC_COMPOUNDS_LIST, 1);
+        deleteRow(u"B");
+        EXPECT_EQ(FocusedRow(u, page), 1);
+        u.Press(VK_SPACE);  // selects the row
+        deleteRow(u"C");
+        EXPECT_EQ(FocusedRow(u, page), 0);
+        u.Press(VK_SPACE);
+        deleteRow(u"A");
+        EXPECT_EQ(page.RowCount(IDC_COMPOUNDS_LIST), 0);
+    });
+}
+
+TEST_F(CompoundsPage, GoesOnFromTheFirstRowAdded) {
+    while (definition->compounds.size() < 40) {
+        AddCompoundToDefinition(*definition, std::make_unique<CompoundDefinition>());
+    }
+    PutPcdFile(u"U:/mine.pcd", "water");
+    OnPage(EditPage::Compounds, [](CUser& u, const CDrivenWindow& page) {
+        page.Click(IDC_COMPOUNDS_ADD);
+        const CDrivenWindow add = u.WaitFor(addTitle);
+        add.ClickCell(IDC_ADD_COMPOUNDS_LIST, 0);
+        add.Click(IDOK);
+        add.WaitUntilGone();
+        EXPECT_TRUE(page.HasFocus(IDC_COMPOUNDS_LIST));
+        EXPECT_EQ(FocusedRow(u, page), 40);
+        const HWND list = page.Item(IDC_COMPOUNDS_LIST);
+        EXPECT_LE(u.Send(list, LVM_GETTOPINDEX) + u.Send(list, LVM_GETCOUNTPERPAGE), 41);
+        EXPECT_GT(u.Send(list, LVM_GETTOPINDEX) + u.Send(list, LVM_GETCOUNTPERPAGE), 40);
+        page.TakePicture("105-added");
+        EXPECT_EQ(page.SelectedRows(IDC_COMPOUNDS_LIST), std::vector<int>{});
     });
 }
 

@@ -211,6 +211,31 @@ TEST_F(MaterialDialog, AddsTheTickedOnes) {
     EXPECT_EQ(definition->reactions[0]->stoichiometry, (std::vector<double>(4, 0.0)));
 }
 
+TEST_F(MaterialDialog, TicksAllOrNoneByAKey) {
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_MATERIAL_COMPOUNDS_LIST;
+        const auto ticks = [&] {
+            std::string letters;
+            for (int row = 0; row < 5; ++row) letters += dialog.IsTicked(list, row) ? '1' : '0';
+            return letters;
+        };
+        EXPECT_TRUE(dialog.HasFocus(list));
+        u.Press('A');  // the first letter of a name, if anything
+        EXPECT_EQ(ticks(), "00000");
+        u.Press('A', {VK_CONTROL});
+        EXPECT_EQ(ticks(), "11111");
+        dialog.TakePicture("MaterialCompoundsAll");
+        u.Press('A', {VK_CONTROL});
+        EXPECT_EQ(ticks(), "00000");
+        dialog.ClickTick(list, 3);
+        u.Press('A', {VK_CONTROL});
+        EXPECT_EQ(ticks(), "11111");
+        dialog.ClickTick(list, 3);
+        EXPECT_EQ(ticks(), "11101");
+        u.Press(VK_ESCAPE);
+    }));
+}
+
 TEST_F(MaterialDialog, AddsNothingWithAnUnknownWeight) {
     EXPECT_TRUE(Open([this](CUser& u, const CDrivenWindow& dialog) {
         const int list = IDC_MATERIAL_COMPOUNDS_LIST;

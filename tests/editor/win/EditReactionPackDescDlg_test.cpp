@@ -6,6 +6,7 @@
 #include "ControlTable.h"
 #include "EditorFixture.h"
 #include "Icons.h"
+#include "expression/parse/ParseExpression.h"
 
 namespace reka::test {
 namespace {
@@ -142,6 +143,62 @@ TEST_F(EditShellDialog, ChangesItsPageByTheKeyboard) {
     }));
 }
 
+TEST_F(EditShellDialog, ChangesItsPageByKeysFromAnywhere) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        struct {
+            WORD key;
+            std::initializer_list<WORD> held;
+            int control;  // of the page, that has the keyboard then
+            int tab;
+        } steps[] = {
+            {VK_TAB, {VK_CONTROL}, IDC_COMPOUNDS_LIST, 1},   {VK_TAB, {VK_CONTROL}, IDC_REACTIONS_LIST, 2},
+            {VK_TAB, {VK_CONTROL}, IDC_GENERAL_NAME, 0},     {VK_TAB, {VK_CONTROL, VK_SHIFT}, IDC_REACTIONS_LIST, 2},
+            {VK_PRIOR, {VK_CONTROL}, IDC_COMPOUNDS_LIST, 1}, {VK_NEXT, {VK_CONTROL}, IDC_REACTIONS_LIST, 2}};
+        const auto tab = [&] { return u.Send(shell.Item(IDC_EDIT_TABS), TCM_GETCURSEL); };
+        for (const auto& step : steps) {
+            u.Press(step.key, step.held);
+            EXPECT_EQ(tab(), step.tab);
+            EXPECT_TRUE(VisiblePage(u, shell).HasFocus(step.control)) << step.control;
+        }
+        shell.TakePicture("103-keys");
+        u.Send(shell.Get(), WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(shell.Item(IDC_EDIT_HELP)), TRUE);
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_EQ(tab(), 0);
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_HELP));
+        u.Press(VK_TAB);  // alone it is what it always is
+        EXPECT_TRUE(shell.HasFocus(IDC_EDIT_LOAD));
+        EXPECT_EQ(tab(), 0);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST_F(EditShellDialog, TakesACellWhenAKeyChangesThePage) {
+    EXPECT_FALSE(EditPackage(*definition, [this](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow page = OpenPage(u, shell, EditPage::Reactions);
+        page.ClickCell(IDC_REACTIONS_STOICHIOMETRY, 0, 0, 2);
+        u.WaitUntil("the field of the coefficient", [&] { return page.IsEditing(IDC_REACTIONS_STOICHIOMETRY); });
+        u.Type(u"-9");
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_TRUE(VisiblePage(u, shell).HasFocus(IDC_GENERAL_NAME));
+        EXPECT_EQ(definition->reactions[0]->stoichiometry[0], -9.0);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST_F(EditShellDialog, LeavesKeysInADialogAboveItAlone) {
+    EXPECT_FALSE(EditPackage(*definition, [](CUser& u, const CDrivenWindow& shell) {
+        const CDrivenWindow page = OpenPage(u, shell, EditPage::Reactions);
+        page.Click(IDC_REACTIONS_CREATE);
+        const CDrivenWindow input = u.WaitFor(u"Enter reaction ID:");
+        u.Press(VK_NEXT, {VK_CONTROL});
+        u.Press(VK_TAB, {VK_CONTROL});
+        EXPECT_EQ(u.Send(shell.Item(IDC_EDIT_TABS), TCM_GETCURSEL), 2);
+        input.Click(IDCANCEL);
+        input.WaitUntilGone();
+        shell.Click(IDCANCEL);
+    }));
+}
+
 // OK, Cancel and the frame
 
 TEST_F(EditShellDialog, TellsWhyACheckFailsAndChecksAgain) {
@@ -157,6 +214,78 @@ TEST_F(EditShellDialog, TellsWhyACheckFailsAndChecksAgain) {
     }));
     EXPECT_EQ(definition->name.View(), u"Again");
 }
+
+struct LeadCase {
+    const char* name;
+    void (*spoil)(ReactionPackDefinition& definition);
+    const char16_t* complaint;
+    EditPage page;
+    int control;
+};
+const LeadCase leadCases[] = {
+    {"Name", [](ReactionPackDefinition& definition) { definition.name.Reset(); },
+     u"Reaction package name cannot be empty", EditPage::General, IDC_GENERAL_NAME},
+    {"Compounds",
+     [](ReactionPackDefinition& definition) {
+         definition.compounds.pop_back();
+         for (const auto& reaction : definition.reactions) reaction->stoichiometry.pop_back();
+     },
+     u"At least two compounds must be present", EditPage::Compounds, IDC_COMPOUNDS_ADD},
+    {"Phase", [](ReactionPackDefinition& definition) { definition.reactions[1]->phase.Reset(); },
+     u"No phase defined for reaction R2", EditPage::Reactions, IDC_REACTIONS_PHASE},
+    {"Stoichiometry",
+     [](ReactionPackDefinition& definition) {
+         definition.reactions[1]->stoichiometry = {0.0, 0.0};
+     },
+     u"No reactants or products for reaction R2", EditPage::Reactions, IDC_REACTIONS_STOICHIOMETRY},
+    {"Rate", [](ReactionPackDefinition& definition) { definition.reactions[1]->rateEquation = u"?"; },
+     u"error parsing rate expression for kinetic reaction R2:\r\n", EditPage::Reactions, IDC_REACTIONS_RATE},
+    {"EquilibriumConstant",
+     [](ReactionPackDefinition& definition) {
+         definition.reactions[1]->type = ReactionType::Equilibrium;
+         definition.reactions[1]->equilibriumConstantEquation = u"?";
+     },
+     u"error parsing equilibrium constant expression for equilibrium reaction R2:\r\n", EditPage::Reactions,
+     IDC_REACTIONS_EQUILIBRIUM_CONSTANT},
+    {"Heat", [](ReactionPackDefinition& definition) { definition.reactions[1]->heatEquation = u"?"; },
+     u"error parsing heat of reaction expression for reaction R2:\r\n", EditPage::Reactions, IDC_REACTIONS_HEAT},
+};
+void PrintTo(const LeadCase& row, std::ostream* stream) {
+    *stream << row.name;
+}
+class EditShellLeads : public EditShellDialog, public testing::WithParamInterface<LeadCase> {};
+
+TEST_P(EditShellLeads, ToWhatTheCheckSpeaksOf) {
+    AddKinetic(*definition, u"R2", u"T").stoichiometry = {-2.0, 1.0};
+    const LeadCase& row = GetParam();
+    row.spoil(*definition);
+    std::u16string complaint = row.complaint;
+    if (complaint.back() == u'\n') {  // with what the parser says
+        std::u16string parserText;
+        EXPECT_EQ(ParseExpression(*definition, u"?", parserText, nullptr), nullptr);
+        complaint += parserText;
+    }
+    EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        const std::pair<int, const char16_t*> buttons[] = {{IDOK, u"Error:"}, {IDC_EDIT_STORE, u"Cannot store:"}};
+        for (const auto& [button, title] : buttons) {
+            OpenPage(u, shell, row.page == EditPage::General ? EditPage::Reactions : EditPage::General);
+            shell.Click(button);
+            u.Answer({title, complaint, errorBox}, IDOK);
+            EXPECT_EQ(u.Send(shell.Item(IDC_EDIT_TABS), TCM_GETCURSEL), static_cast<LRESULT>(row.page));
+            const CDrivenWindow page = VisiblePage(u, shell);
+            EXPECT_TRUE(page.HasFocus(row.control));
+            if (row.page == EditPage::Reactions) {
+                EXPECT_EQ(page.ListSelection(IDC_REACTIONS_LIST), 1);
+                EXPECT_EQ(page.Text(IDC_REACTIONS_HEADING), u"R2");
+            }
+            CheckLayout(u, shell.Get());
+        }
+        shell.TakePicture(std::string("103-leads-") + row.name);
+        shell.Click(IDCANCEL);
+    }));
+}
+INSTANTIATE_TEST_SUITE_P(Table, EditShellLeads, testing::ValuesIn(leadCases),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(EditShellDialog, ShowsWhatTheCheckAsks) {
     definition->compounds[0]->formula = CBstr::Make(u"no formula");

@@ -242,6 +242,24 @@ TEST_F(ManagerDialog, EditsATemplate) {
     EXPECT_EQ(FromFile(u"b")->reactions[0]->rateEquation, u"7*T");
 }
 
+TEST_F(ManagerDialog, EditsATemplateByADoubleClickOnItsRow) {
+    PutTemplates({u"A", u"B"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1, 2);
+        const CDrivenWindow shell = u.WaitFor(u"Edit:");
+        EXPECT_EQ(VisiblePage(u, shell).Text(IDC_GENERAL_NAME), u"B");
+        VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"Bb");
+        shell.Click(IDOK);
+        shell.WaitUntilGone();
+        EXPECT_EQ(Listed(dialog), (Names{u"A", u"Bb"}));
+        dialog.ClickListItem(IDC_MANAGER_LIST, 0);
+        const RECT list = PlaceOf(dialog.Item(IDC_MANAGER_LIST));
+        u.ClickAt({list.left + 20, list.bottom - 20}, 2);  // below the rows
+        u.Settle();
+        EXPECT_EQ(u.CountDialogs(), 1);
+    });
+}
+
 TEST_F(ManagerDialog, TakesNoButtonWhileTheTemplatesAreReadAfresh) {
     PutTemplates({u"A"});
     int boxes = 0;
@@ -321,6 +339,52 @@ TEST_F(ManagerDialog, DeletesATemplateFromTheFileWhenItCloses) {
         EXPECT_EQ(NamesInFile(), (Names{u"A", u"B", u"C"}));
     });
     EXPECT_EQ(NamesInFile(), (Names{u"A", u"C"}));
+}
+
+TEST_F(ManagerDialog, GoesOnFromTheNeighbourOfADeletedTemplate) {
+    PutTemplates({u"A", u"B", u"C"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        const HWND list = dialog.Item(IDC_MANAGER_LIST);
+        const auto expectCaretAt = [&](int row) {
+            EXPECT_TRUE(dialog.HasFocus(IDC_MANAGER_LIST));
+            EXPECT_EQ(u.Send(list, LB_GETCARETINDEX), row);
+            EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), -1);
+        };
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"B"), IDYES);
+        expectCaretAt(1);
+        dialog.TakePicture("107-deleted");
+        u.Press(VK_DOWN);  // at the last row
+        EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), 1);
+        dialog.Click(IDC_MANAGER_DELETE);
+        u.Answer(DeleteQuestion(u"C"), IDYES);
+        expectCaretAt(0);
+        u.Press(VK_SPACE);  // not on Close
+        u.Settle();
+        EXPECT_FALSE(dialog.IsGone());
+    });
+}
+
+TEST_F(ManagerDialog, GoesOnFromTheRowOfWhatWasEditedOrMade) {
+    PutTemplates({u"A", u"B", u"C"});
+    Manage([](CUser& u, const CDrivenWindow& dialog) {
+        dialog.ClickListItem(IDC_MANAGER_LIST, 1);
+        for (const int button : {IDC_MANAGER_EDIT, IDC_MANAGER_CREATE}) {
+            dialog.Click(button);
+            const CDrivenWindow shell = u.WaitFor(u"Edit:");
+            if (button == IDC_MANAGER_CREATE) {
+                LoadTemplate(u, shell);
+                VisiblePage(u, shell).Fill(IDC_GENERAL_NAME, u"D");
+            }
+            shell.Click(IDOK);
+            shell.WaitUntilGone();
+            EXPECT_TRUE(dialog.HasFocus(IDC_MANAGER_LIST));
+            const int row = button == IDC_MANAGER_CREATE ? 3 : 1;
+            EXPECT_EQ(u.Send(dialog.Item(IDC_MANAGER_LIST), LB_GETCARETINDEX), row);
+            EXPECT_EQ(dialog.ListSelection(IDC_MANAGER_LIST), -1);
+        }
+    });
 }
 
 TEST_F(ManagerDialog, BringsADeletedTemplateBackWhenOneIsCreated) {

@@ -185,6 +185,41 @@ TEST_F(RateWizardDialog, TakesInhibitionConstantsInTheirCells) {
     EXPECT_EQ(rate, u"A(A)/(1.0+0.5*A(B))^2");
 }
 
+TEST_F(RateWizardDialog, EditsConstantsByTheKeyboardAlone) {
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        const int list = IDC_RATE_WIZARD_INHIBITION;
+        SwitchOnForward(dialog, u"1");
+        EXPECT_EQ(dialog.SelectedRows(list), std::vector<int>{0});
+        for (int i = 0; i < 10 && !dialog.HasFocus(list); ++i) u.Press(VK_TAB);
+        ASSERT_TRUE(dialog.HasFocus(list));
+        u.Press(VK_F2);
+        dialog.TypeIntoCell(list, u"3");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+3*A(A))");
+        u.Press(VK_RETURN);  // again at the row, rather than for the wizard
+        EXPECT_FALSE(dialog.IsGone());
+        dialog.TypeIntoCell(list, u"4");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+4*A(A))");
+        u.Press(VK_DOWN);
+        u.Press(VK_RETURN);
+        dialog.TypeIntoCell(list, u"5");
+        EXPECT_EQ(Preview(dialog), "A(A)/(1.0+4*A(A)+5*A(B))");
+        dialog.TakePicture("RateWizardByKeys");
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+TEST_F(RateWizardDialog, TakesEnterInAnEmptyListForNothing) {
+    reaction.stoichiometry = {0.0, 0.0, 0.0};
+    EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
+        SwitchOnForward(dialog, u"1");
+        dialog.FocusOn(IDC_RATE_WIZARD_INHIBITION);
+        u.Press(VK_RETURN);
+        u.Settle();
+        EXPECT_FALSE(dialog.IsGone());
+        u.Press(VK_ESCAPE);
+    }));
+}
+
 TEST_F(RateWizardDialog, EnablesWhatIsRead) {
     EXPECT_FALSE(Open([](CUser& u, const CDrivenWindow& dialog) {
         const auto enabled = [&] {
@@ -217,23 +252,46 @@ struct ComplaintCase {
     std::vector<std::pair<int, const char16_t*>> fields;
     bool hasInhibition;
     const char16_t* complaint;
+    int control;
 };
 const ComplaintCase complaintCases[] = {
-    {"NothingSelected", {}, {}, false, u"No forward or backward rate selected."},
-    {"ForwardConstant", {227}, {{230, u"2*"}}, false, u"Number expected for forward reaction rate constant"},
-    {"ForwardEnergy", {227, 228}, {{230, u"2"}}, false, u"Number expected for forward reaction Arrhenius energy"},
-    {"BackwardConstant", {229}, {{233, u"T"}}, false, u"Number expected for backward reaction rate constant"},
+    {"NothingSelected", {}, {}, false, u"No forward or backward rate selected.", IDC_RATE_WIZARD_FORWARD},
+    {"ForwardConstant",
+     {227},
+     {{230, u"2*"}},
+     false,
+     u"Number expected for forward reaction rate constant",
+     IDC_RATE_WIZARD_FORWARD_CONSTANT},
+    {"ForwardEnergy",
+     {227, 228},
+     {{230, u"2"}},
+     false,
+     u"Number expected for forward reaction Arrhenius energy",
+     IDC_RATE_WIZARD_FORWARD_ENERGY},
+    {"BackwardConstant",
+     {229},
+     {{233, u"T"}},
+     false,
+     u"Number expected for backward reaction rate constant",
+     IDC_RATE_WIZARD_BACKWARD_CONSTANT},
     {"BackwardEnergy",
      {229, 232},
      {{233, u"2"}, {234, u"x"}},
      false,
-     u"Number expected for backward reaction Arrhenius energy"},
+     u"Number expected for backward reaction Arrhenius energy",
+     IDC_RATE_WIZARD_BACKWARD_ENERGY},
     {"ReferenceTemperature",
      {227, 228},
      {{230, u"2"}, {231, u"1"}, {244, u"warm"}},
      false,
-     u"Number expected for Arrhenius reference temperature"},
-    {"InhibitionPower", {227}, {{230, u"2"}, {248, u""}}, true, u"Number expected for inhibition power"},
+     u"Number expected for Arrhenius reference temperature",
+     IDC_RATE_WIZARD_REFERENCE_TEMPERATURE},
+    {"InhibitionPower",
+     {227},
+     {{230, u"2"}, {248, u""}},
+     true,
+     u"Number expected for inhibition power",
+     IDC_RATE_WIZARD_INHIBITION_POWER},
 };
 class RateWizardComplaints : public RateWizardDialog, public testing::WithParamInterface<ComplaintCase> {};
 TEST_P(RateWizardComplaints, ComeWithOkAlone) {
@@ -251,6 +309,7 @@ TEST_P(RateWizardComplaints, ComeWithOkAlone) {
         dialog.Click(IDOK);
         u.Answer(ErrorBox(row.complaint), IDOK);
         EXPECT_FALSE(dialog.IsGone());
+        EXPECT_TRUE(dialog.HasFocus(row.control));
         dialog.Click(IDCANCEL);
     }));
     EXPECT_EQ(rate, u"as it was");

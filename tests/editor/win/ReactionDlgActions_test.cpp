@@ -5,6 +5,7 @@
 
 #include <utility>
 
+#include "FormulaFixture.h"
 #include "ReactionsPage.h"
 #include "support/AllocationCounter.h"
 
@@ -240,6 +241,9 @@ TEST_F(ReactionsPage, DeletesTheSelectedReaction) {
         EXPECT_EQ(Listed(page), Names{u"R1"});
         EXPECT_EQ(page.ListSelection(IDC_REACTIONS_LIST), 0);
         EXPECT_EQ(page.Text(IDC_REACTIONS_HEADING), u"R1");
+        EXPECT_TRUE(page.HasFocus(IDC_REACTIONS_LIST));
+        u.Press(VK_SPACE);  // deletes no second one
+        EXPECT_EQ(u.CountDialogs(), 1);
         page.Click(IDC_REACTIONS_DELETE);
         u.Answer(question(u"R1"), IDYES);
         EXPECT_TRUE(definition->reactions.empty());
@@ -312,6 +316,68 @@ TEST_F(ReactionsPage, TakesTheRateOfTheWizard) {
         page.Click(IDC_REACTIONS_RATE_WIZARD);
         u.WaitFor(u"Reaction rate wizard:").Click(IDCANCEL);
         EXPECT_EQ(Reaction(0).rateEquation, u"3*A(First)^2");
+    });
+}
+
+TEST_F(ReactionsPage, TakesTheRateOfTheWizardBack) {
+    const std::u16string typed = u"1234567*EXP(-80000/(R*T))*C(First)^2";
+    OnReactions([&](CUser& u, const CDrivenWindow& page) {
+        page.Fill(IDC_REACTIONS_RATE, typed);
+        page.Click(IDC_REACTIONS_RATE_WIZARD);
+        const CDrivenWindow wizard = u.WaitFor(u"Reaction rate wizard:");
+        wizard.Click(IDC_RATE_WIZARD_FORWARD);
+        wizard.Fill(IDC_RATE_WIZARD_FORWARD_CONSTANT, u"3");
+        wizard.Click(IDOK);
+        wizard.WaitUntilGone();
+        EXPECT_EQ(Reaction(0).rateEquation, u"3*A(First)^2");
+        page.FocusOn(IDC_REACTIONS_RATE);
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(page.Text(IDC_REACTIONS_RATE), typed);
+        EXPECT_EQ(Reaction(0).rateEquation, typed);
+        page.TakePicture("TakenBack");
+    });
+}
+
+TEST_F(ReactionsPage, TakesTheTextOfTheExpressionEditorBack) {
+    OnReactions([this](CUser& u, const CDrivenWindow& page) {
+        for (const ExpressionButton& row : expressionButtons) {
+            const std::u16string& expression = Reaction(static_cast<std::size_t>(row.reaction)).*row.expression;
+            page.ClickListItem(IDC_REACTIONS_LIST, row.reaction);
+            // Deleting, which a field may join to what is deleted next.
+            page.Fill(row.field, u"12*T");
+            u.Press(VK_HOME);
+            u.Press(VK_DELETE);
+            page.Click(row.button);
+            const CDrivenWindow editor = u.WaitFor(formulaTitle);
+            editor.Fill(IDC_EXPRESSION_TEXT, u"5*T+(");
+            editor.Click(IDOK);
+            editor.WaitUntilGone();
+            EXPECT_EQ(expression, u"5*T+(");
+            EXPECT_EQ(page.Text(row.field), u"5*T+(");
+            page.FocusOn(row.field);
+            u.Press('Z', {VK_CONTROL});
+            EXPECT_EQ(page.Text(row.field), u"2*T");
+            EXPECT_EQ(expression, u"2*T");
+        }
+    });
+}
+
+TEST_F(ReactionsPage, ShowsAllLinesOfAnExpression) {
+    const std::u16string lines = u"1\r\n+2";
+    Reaction(0).heatEquation = lines;
+    OnReactions([&](CUser& u, const CDrivenWindow& page) {
+        const std::u16string shown = page.Text(IDC_REACTIONS_HEAT);
+        page.Fill(IDC_REACTIONS_HEAT, u"0");
+        u.OnTestThread([&] { PutOnClipboard(lines); });
+        page.Click(IDC_REACTIONS_EDIT_HEAT);
+        const CDrivenWindow editor = u.WaitFor(formulaTitle);
+        editor.FocusOn(IDC_EXPRESSION_TEXT);
+        u.Press('A', {VK_CONTROL});
+        u.Press('V', {VK_CONTROL});
+        editor.Click(IDOK);
+        editor.WaitUntilGone();
+        EXPECT_EQ(Reaction(0).heatEquation, lines);
+        EXPECT_EQ(page.Text(IDC_REACTIONS_HEAT), shown);  // as a text that is there from the beginning
     });
 }
 

@@ -21,7 +21,8 @@ TEST_F(ReactionsPage, HasItsControls) {
              {IDC_REACTIONS_DELETE, u"Button", u"&Delete", WS_TABSTOP},
              {IDC_REACTIONS_PROPERTIES_GROUP, u"Button", u"Reaction properties:", BS_GROUPBOX},
              {IDC_REACTIONS_HEADING, u"Static", u"R1", SS_NOPREFIX},
-             {IDC_REACTIONS_STOICHIOMETRY, u"SysListView32", nullptr, LVS_REPORT | LVS_EDITLABELS | WS_TABSTOP},
+             {IDC_REACTIONS_STOICHIOMETRY, u"SysListView32", nullptr,
+              LVS_REPORT | LVS_SHOWSELALWAYS | LVS_EDITLABELS | WS_TABSTOP},
              {IDC_REACTIONS_EQUILIBRIUM, u"Button", u"Equilibrium Reaction", BS_AUTOCHECKBOX | WS_TABSTOP},
              {IDC_REACTIONS_HETEROGENEOUS, u"Button", u"Heterogeneous", BS_AUTOCHECKBOX | WS_TABSTOP},
              {IDC_REACTIONS_RATE_LABEL, u"Static", u"Rate:"},
@@ -273,6 +274,22 @@ TEST_F(ReactionsPage, MakesRoomForLongUnits) {
                   PlaceOf(page.Item(IDC_REACTIONS_HEADING)).right);
         page.ClickListItem(IDC_REACTIONS_LIST, 0);
         EXPECT_EQ(width(IDC_REACTIONS_RATE_UNIT), usual);
+    });
+}
+
+/// The heading, beside which the list is the next control.
+TEST_F(ReactionsPage, TakesNoKeyFromAName) {
+    Reaction(0).id = CBstr::Make(u"A&B && X");
+    definition->compounds[0]->id = CBstr::Make(u"n&y");
+    OnReactions([](CUser& u, const CDrivenWindow& page) {
+        EXPECT_EQ(page.Text(IDC_REACTIONS_HEADING), u"A&B && X");
+        EXPECT_EQ(page.Cell(IDC_REACTIONS_STOICHIOMETRY, 0, 1), u"n&y");
+        page.FocusOn(IDC_REACTIONS_LIST);
+        for (const WORD letter : {WORD{'B'}, WORD{'Y'}}) {
+            u.Press(letter, {VK_MENU});
+            EXPECT_TRUE(page.HasFocus(IDC_REACTIONS_LIST)) << letter;
+        }
+        page.TakePicture("106-ampersand");
     });
 }
 
