@@ -20,6 +20,7 @@ native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev lib
 test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils)
 bench_packages=(libbenchmark-dev libmuparser-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
+coverage_packages=(clang libclang-rt-14-dev llvm)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)
 check_packages=(clang-format clang-tidy)
