@@ -142,14 +142,6 @@ bool MakeOneNumber(CVariant& array, double number) {
     return true;
 }
 
-bool MakeOneString(CVariant& array, BSTR text) {
-    if (!CreateArrayVariant(array.Get(), 1, VT_BSTR)) return false;
-    if (!text) return true;
-    const BSTR copy = SysAllocStringLen(text, SysStringLen(text));
-    *static_cast<BSTR*>(array.Get().parray->pvData) = copy;
-    return copy != nullptr;
-}
-
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text) {
     if (!text) return ClearString(array, index);
     return SafeArrayPutElement(&array, &index, text);

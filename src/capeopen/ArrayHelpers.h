@@ -48,11 +48,8 @@ bool CreateListVariant(VARIANT& variant, std::size_t count, VARTYPE elementType,
     return true;
 }
 
-/// Makes `array`, which is empty, one of a single number, or of a single string, whose absence makes a null element.
-/// The element is put in without the platform's help, which would look at what has just been made. False without
-/// memory.
+/// Makes `array`, which is empty, one of a single number. False without memory.
 bool MakeOneNumber(CVariant& array, double number);
-bool MakeOneString(CVariant& array, BSTR text);
 
 /// Stores a copy of `text` at `index` of a one-dimensional array of strings; an absent text makes a null element.
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text);
