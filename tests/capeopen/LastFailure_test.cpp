@@ -20,8 +20,8 @@ struct Told {
 
 Told TellSince(const CLastFailure& failure, CLastFailure::Moment moment) {
     EXCEPINFO exception = {};
-    exception.bstrSource = SysAllocString(u"stale");
-    exception.bstrDescription = SysAllocString(u"stale");
+    exception.bstrSource = CBstr::Make(u"stale").Detach();
+    exception.bstrDescription = CBstr::Make(u"stale").Detach();
     failure.Tell(moment, exception);
     const CBstr source(exception.bstrSource);
     const CBstr description(exception.bstrDescription);
