@@ -370,6 +370,38 @@ TEST(Module, LoadsAndGoesAThousandTimes) {
     EXPECT_EQ(CountHandles(), handles);
 }
 
+/// The system's loader of type libraries takes no such path.
+TEST(Module, AnswersLateBoundCallsFromALongPath) {
+    const std::wstring path = ModulePath();
+    wchar_t temporary[MAX_PATH + 1] = {};
+    ASSERT_GT(GetTempPathW(MAX_PATH, temporary), 0U);
+    const std::wstring top =
+        L"\\\\?\\" + std::wstring(temporary) + L"reka-long-" + std::to_wstring(GetCurrentProcessId());
+    std::vector<std::wstring> folders = {top};
+    while (folders.back().size() < 300) folders.push_back(folders.back() + L"\\" + std::wstring(100, L'x'));
+    for (const std::wstring& folder : folders) ASSERT_TRUE(CreateDirectoryW(folder.c_str(), nullptr)) << folder;
+    const std::wstring copy = folders.back() + L"\\REKA.dll";
+    ASSERT_TRUE(CopyFileW(path.c_str(), copy.c_str(), TRUE));
+    const HMODULE loaded = LoadLibraryW(copy.c_str());
+    EXPECT_TRUE(loaded);
+    if (loaded) {
+        CRef<IClassFactory> factory;
+        EXPECT_EQ(ExportOf<GetClassObject>(loaded, "DllGetClassObject")(managerClass, IID_IClassFactory,
+                                                                        reinterpret_cast<void**>(factory.Receive())),
+                  S_OK);
+        CRef<IDispatch> manager;
+        ASSERT_EQ(factory->CreateInstance(nullptr, IID_IDispatch, reinterpret_cast<void**>(manager.Receive())), S_OK);
+        wchar_t name[] = L"Terminate";
+        LPOLESTR names[] = {name};
+        DISPID member = 0;
+        EXPECT_EQ(manager->GetIDsOfNames(IID_NULL, names, 1, 0, &member), S_OK);
+    }
+    if (loaded) FreeLibrary(loaded);
+    EXPECT_TRUE(DeleteFileW(copy.c_str()));
+    folders.push_back(folders.back() + L"\\data");  // which a manager makes
+    for (; !folders.empty(); folders.pop_back()) EXPECT_TRUE(RemoveDirectoryW(folders.back().c_str()));
+}
+
 /// What is allocated from all heaps of this process, in bytes.
 std::size_t CountHeap() {
     HANDLE heaps[64] = {};

@@ -11,6 +11,7 @@
 #include "platform/Holders.h"
 #include "platform/ModuleFile.h"
 #include "platform/win/ReferenceArguments.h"
+#include "platform/win/TypesByFile.h"
 
 namespace reka {
 
@@ -33,10 +34,23 @@ public:
     CLocked& operator=(const CLocked&) = delete;
 };
 
-HRESULT LoadTypeOfInterface(REFIID iid, CComRef<ITypeInfo>& typeInfo) {
+/// The module that holds this code, without a count.
+HMODULE OwnModule() {
+    HMODULE module = nullptr;
+    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&OwnModule), &module);
+    return module;
+}
+
+HRESULT LoadTypes(CComRef<ITypeLib>& library) {
     const std::u16string path = ModuleFilePath();
+    if (path.size() >= MAX_PATH) return LoadTypesByFile(OwnModule(), library);
+    return LoadTypeLibEx(reinterpret_cast<LPCOLESTR>(path.c_str()), REGKIND_NONE, library.Receive());
+}
+
+HRESULT LoadTypeOfInterface(REFIID iid, CComRef<ITypeInfo>& typeInfo) {
     CComRef<ITypeLib> library;
-    const HRESULT result = LoadTypeLibEx(reinterpret_cast<LPCOLESTR>(path.c_str()), REGKIND_NONE, library.Receive());
+    const HRESULT result = LoadTypes(library);
     if (FAILED(result)) return result;
     return library->GetTypeInfoOfGuid(iid, typeInfo.Receive());
 }
