@@ -272,8 +272,10 @@ TEST_P(AcceptedBasis, ReachesTheReactionObjectUnchanged) {
     if (GetParam().basis) basis = CBstr::Make(GetParam().basis);
     ids = Strings({GetParam().reaction});
     ASSERT_EQ(Calculate({GetParam().property}), S_OK);
-    const std::string start = "SetReactionProp(" + Show(GetParam().property) + ", 'liquid', [" +
-                              Show(GetParam().reaction) + "], " + Show(GetParam().basis) + ", [";
+    const CBstr property = CBstr::Make(GetParam().property);
+    const CBstr reaction = CBstr::Make(GetParam().reaction);
+    const std::string start = "SetReactionProp(" + Show(property.Get()) + ", 'liquid', [" + Show(reaction.Get()) +
+                              "], " + Show(basis.Get()) + ", [";
     ASSERT_EQ(results.log.calls.size(), 1U);
     EXPECT_EQ(results.log.calls[0].substr(0, start.size()), start);
 }

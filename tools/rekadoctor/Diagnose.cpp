@@ -74,6 +74,33 @@ void DiagnoseNames(const Registration& found, Section& section) {
     if (section.findings.size() == before) section.Good("threading model, ProgID and type library are right");
 }
 
+std::string ClassesOf(Owner owner) {
+    return owner == Owner::Machine ? "HKLM\\Software\\Classes" : "HKCU\\Software\\Classes";
+}
+
+/// What lies apart: a program sees the classes of the machine and of the user as one, so nothing else tells that one
+/// has the class and the other a name of it.
+void TellApart(const Registration& found, const Examination& examination, Section& section) {
+    const Owner owner = found.place.owner;
+    const Owner otherOwner = owner == Owner::Machine ? Owner::User : Owner::Machine;
+    const auto other =
+        std::find_if(examination.registrations.begin(), examination.registrations.end(), [&](const Registration& one) {
+            return one.place == RegistryPlace{otherOwner, found.place.width};
+        });
+    const auto tell = [&](std::string_view name, std::optional<std::string> Registration::*classOfName) {
+        const std::string quoted = "the name \"" + std::string(name) + "\"";
+        if (!found.isThere && found.*classOfName) {
+            section.Note(ClassesOf(owner) + " has " + quoted + " without its class");
+        }
+        const bool isElsewhere = other != examination.registrations.end() && (*other).*classOfName;
+        if (found.isThere && !(found.*classOfName) && isElsewhere) {
+            section.Note(quoted + " is in " + ClassesOf(otherOwner) + ", and the class in " + ClassesOf(owner));
+        }
+    };
+    tell(progId, &Registration::classOfProgId);
+    tell(versionIndependentProgId, &Registration::classOfVersionIndependentProgId);
+}
+
 void DiagnoseBeside(const Registration& found, Section& section) {
     const std::string folder = FolderOf(found.server.path);
     const auto missing = [&](const std::string& name, const std::string& purpose) {
@@ -84,6 +111,19 @@ void DiagnoseBeside(const Registration& found, Section& section) {
     if (!found.server.hasCompounds) missing("Korvex1.pcd", "there is no list of compounds to choose from without it");
     if (found.server.hasTemplates && found.server.hasCompounds) section.Good("its data are beside it");
     if (!found.server.hasHelp) section.Note(folder + "\\NAVO.chm is not there: the Help buttons show nothing");
+}
+
+/// Windows mistrusts what a browser has downloaded, and what was unpacked from it.
+void DiagnoseMarks(const ServerFile& server, Section& section) {
+    const auto tell = [&](const std::string& path, const std::string& consequence) {
+        section.Note(path + " is marked as downloaded from the internet: " + consequence);
+        section.Advise("Unblock " + path + ": right-click it, choose Properties, tick Unblock and press OK.");
+    };
+    if (server.isFromInternet) tell(server.path, "Windows may keep programs from loading it");
+    if (server.isHelpFromInternet) tell(FolderOf(server.path) + "\\NAVO.chm", "its pages stay empty");
+    if (server.isFromInternet || server.isHelpFromInternet) {
+        section.Advise("Or unblock the zip in the same way, and unpack it anew.");
+    }
 }
 
 std::string WordOf(ModuleKind kind) {
@@ -148,12 +188,14 @@ Section DiagnoseRegistration(const Registration& found, const Examination& exami
     Section section{TitleOf(found.place), found.place.width, {}, {}};
     if (!found.isThere) {
         section.Note("no");
+        TellApart(found, examination, section);
         return section;
     }
     section.Good("yes: \"" + found.shownName.value_or("") + "\", version " + found.version.value_or("unknown"));
     if (!found.shownName) section.Wrong("it has no name (CapeDescription): simulators may leave it out");
     DiagnoseCategories(found, section);
     DiagnoseNames(found, section);
+    TellApart(found, examination, section);
     const bool isFileRight = DiagnoseFile(found, examination.surroundings.ownWidth, section);
     const bool isRegistrationWrong = std::any_of(section.findings.begin(), section.findings.end(),
                                                  [](const Finding& one) { return one.weight == Weight::Wrong; });
@@ -162,6 +204,7 @@ Section DiagnoseRegistration(const Registration& found, const Examination& exami
     if (!isFileRight) return section;
     if (found.server.loading) DiagnoseLoading(*found.server.loading, section);
     DiagnoseBeside(found, section);
+    DiagnoseMarks(found.server, section);
     return section;
 }
 

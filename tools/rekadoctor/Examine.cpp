@@ -25,6 +25,15 @@ ModuleKind KindOfFile(CComputer& computer, const std::string& path) {
     return head ? KindOfModule(*head) : ModuleKind::NotAModule;
 }
 
+/// Whether Windows takes the file for one from the internet, as a browser has noted in a stream beside its content.
+bool IsFromInternet(CComputer& computer, const std::string& path) {
+    constexpr std::size_t longestMark = 4096;  // bytes; what counts stands at its start
+    const auto mark = computer.ReadFileHead(path + ":Zone.Identifier", longestMark);
+    if (!mark) return false;
+    const std::string text(mark->begin(), mark->end());
+    return text.find("ZoneId=3") != std::string::npos || text.find("ZoneId=4") != std::string::npos;
+}
+
 bool IsSeparator(char letter) {
     return letter == '\\' || letter == '/';
 }
@@ -51,6 +60,8 @@ ServerFile ExamineFile(CComputer& computer, const std::string& text, bool isOwnW
     server.hasTemplates = computer.HasFile(folder + "\\data\\REKAConfig.dat");
     server.hasCompounds = computer.HasFile(folder + "\\data\\Korvex1.pcd");
     server.hasHelp = computer.HasFile(folder + "\\NAVO.chm");
+    server.isFromInternet = IsFromInternet(computer, path);
+    server.isHelpFromInternet = IsFromInternet(computer, folder + "\\NAVO.chm");
     return server;
 }
 

@@ -23,6 +23,8 @@ struct ServerFile {
     bool hasTemplates = false;
     bool hasCompounds = false;
     bool hasHelp = false;
+    bool isFromInternet = false;  // the module bears the mark of a file that was downloaded
+    bool isHelpFromInternet = false;
 };
 
 /// The registration in one half of the registry. What isn't there, or is no text, is absent.

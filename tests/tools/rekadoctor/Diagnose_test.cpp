@@ -138,6 +138,19 @@ const FaultCase faultCases[] = {
 
 class Faults : public testing::TestWithParam<FaultCase> {};
 
+using Texts = std::vector<std::string>;
+
+Texts NotesOf(const Diagnosis& diagnosis, const std::string& title) {
+    Texts notes;
+    for (const Section& section : diagnosis.sections) {
+        if (section.title != title) continue;
+        for (const Finding& finding : section.findings) {
+            if (finding.weight == Weight::Note) notes.push_back(finding.text);
+        }
+    }
+    return notes;
+}
+
 TEST_P(Faults, AreToldInTheirWordsAlone) {
     CFakeComputer computer;
     computer.MakeAllWell();
@@ -157,6 +170,62 @@ TEST(Diagnosis, FindsNothingWrongWhereAllIsWell) {
     EXPECT_EQ(diagnosis.wrongForOwnWidth + diagnosis.wrongForOtherWidth, 0);
     EXPECT_TRUE(TextsOf(diagnosis, Weight::Wrong).empty());
     for (const Section& section : diagnosis.sections) EXPECT_TRUE(section.advice.empty()) << section.title;
+}
+
+void Mark(CFakeComputer& computer, const std::string& path, std::string_view mark) {
+    computer.files[path + ":Zone.Identifier"] = {mark.begin(), mark.end()};
+}
+
+TEST(Diagnosis, TellsHowToUnblockWhatWasDownloaded) {
+    CFakeComputer computer;
+    computer.MakeAllWell();
+    Mark(computer, "C:\\REKA\\x64\\REKA.dll", "[ZoneTransfer]\r\nZoneId=3\r\nHostUrl=about:internet\r\n");
+    Mark(computer, "C:\\REKA\\x64\\NAVO.chm", "[ZoneTransfer]\r\nZoneId=4\r\n");
+    Section section = DiagnoseAll(computer).sections[0];
+    EXPECT_EQ(
+        NotesOf(DiagnoseAll(computer), section.title),
+        (Texts{"C:\\REKA\\x64\\REKA.dll is marked as downloaded from the internet: Windows may keep programs from "
+               "loading it",
+               "C:\\REKA\\x64\\NAVO.chm is marked as downloaded from the internet: its pages stay empty"}));
+    EXPECT_EQ(
+        section.advice,
+        (std::vector<Step>{
+            {"Unblock C:\\REKA\\x64\\REKA.dll: right-click it, choose Properties, tick Unblock and press OK.", {}},
+            {"Unblock C:\\REKA\\x64\\NAVO.chm: right-click it, choose Properties, tick Unblock and press OK.", {}},
+            {"Or unblock the zip in the same way, and unpack it anew.", {}}}));
+    EXPECT_EQ(DiagnoseAll(computer).wrongForOwnWidth, 0);
+}
+
+TEST(Diagnosis, TakesNoOtherMarkForOneOfTheInternet) {
+    for (const char* const mark : {"[ZoneTransfer]\r\nZoneId=1\r\n", "[ZoneTransfer]\r\nZoneId=0\r\n", ""}) {
+        CFakeComputer computer;
+        computer.MakeAllWell();
+        Mark(computer, "C:\\REKA\\x64\\REKA.dll", mark);
+        const Section section = DiagnoseAll(computer).sections[0];
+        EXPECT_EQ(NotesOf(DiagnoseAll(computer), section.title), Texts());
+        EXPECT_TRUE(section.advice.empty());
+    }
+}
+
+TEST(Diagnosis, TellsWhichHalfHasTheClassAndWhichTheNames) {
+    CFakeComputer computer;
+    computer.MakeAllWell();
+    const std::string name = "Software\\Classes\\NAVO_REKA.ReactionPackManager";
+    computer.RemoveText(machine64, name + "\\CLSID", "");
+    computer.RemoveText(machine64, name + ".1\\CLSID", "");
+    EXPECT_EQ(NotesOf(DiagnoseAll(computer), "Registered for all users, for 64-bit programs"), Texts());
+    computer.PutText(user64, name + "\\CLSID", "", std::string(classId));
+    computer.PutText(user64, name + ".1\\CLSID", "", std::string(classId));
+    const Diagnosis diagnosis = DiagnoseAll(computer);
+    EXPECT_EQ(NotesOf(diagnosis, "Registered for all users, for 64-bit programs"),
+              (Texts{"the name \"NAVO_REKA.ReactionPackManager.1\" is in HKCU\\Software\\Classes, and the class in "
+                     "HKLM\\Software\\Classes",
+                     "the name \"NAVO_REKA.ReactionPackManager\" is in HKCU\\Software\\Classes, and the class in "
+                     "HKLM\\Software\\Classes"}));
+    EXPECT_EQ(NotesOf(diagnosis, "Registered for this user alone, for 64-bit programs"),
+              (Texts{"no", "HKCU\\Software\\Classes has the name \"NAVO_REKA.ReactionPackManager.1\" without its class",
+                     "HKCU\\Software\\Classes has the name \"NAVO_REKA.ReactionPackManager\" without its class"}));
+    EXPECT_EQ(diagnosis.wrongForOwnWidth, 2);  // for all others the names are missing
 }
 
 TEST(Diagnosis, CountsAFaultForTheWidthThatItHurts) {

@@ -7,18 +7,15 @@
 
 #include "CWindowsComputer.h"
 #include "RunRekadoctor.h"
+#include "packagetext/win/Utf8Console.h"
 #include "text/Utf8.h"
 
 int wmain(int argc, wchar_t** argv) {
-    const UINT codePage = GetConsoleOutputCP();
-    SetConsoleOutputCP(CP_UTF8);
+    const packagetext::CUtf8Console console;
     std::vector<std::string> arguments;
     for (int i = 1; i < argc; ++i) {
         arguments.push_back(reka::Utf8FromUtf16(reinterpret_cast<const char16_t*>(argv[i])));
     }
     rekadoctor::CWindowsComputer computer;
-    const int status = rekadoctor::RunRekadoctor(arguments, computer, std::cout, std::cerr);
-    std::cout.flush();
-    if (codePage != 0) SetConsoleOutputCP(codePage);
-    return status;
+    return rekadoctor::RunRekadoctor(arguments, computer, std::cout, std::cerr);
 }
