@@ -11,7 +11,7 @@
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes(reinterpret_cast<const char*>(data), size);
-    reka::ElementBalance balance;
+    reka::CElementBalance balance;
     const bool isRead = reka::ReadStructureFormula(reka::WideText(bytes), 1.5, balance);
     for (const reka::ElementAmount& element : balance) {
         if (!(element.amount >= 0)) std::abort();

@@ -38,7 +38,7 @@ constexpr struct {
 
 /// Adds up the elements of a reaction. Null, or the compound with a formula that can't be read.
 const CompoundDefinition* AddElements(CDefinitionFormulas& formulas, const ReactionDefinition& reaction,
-                                      ElementBalance& balance) {
+                                      CElementBalance& balance) {
     const COwnArithmetic arithmetic;
     const ReactionPackDefinition& definition = formulas.Definition();
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
@@ -52,7 +52,7 @@ const CompoundDefinition* AddElements(CDefinitionFormulas& formulas, const React
 }
 
 /// The elements that aren't balanced, as "C (1) and H (-2)"; empty if all are.
-std::u16string ListMismatches(const ElementBalance& balance) {
+std::u16string ListMismatches(const CElementBalance& balance) {
     const COwnArithmetic arithmetic;
     std::u16string list;
     for (const ElementAmount& element : balance) {
@@ -130,7 +130,7 @@ const std::vector<FormulaPart>* CDefinitionFormulas::PartsOf(std::size_t compoun
 
 bool CheckElementBalance(CDefinitionFormulas& formulas, const ReactionDefinition& reaction, IUserMessages& ui,
                          std::u16string& errorText) {
-    ElementBalance balance;
+    CElementBalance balance;
     if (const CompoundDefinition* const unread = AddElements(formulas, reaction, balance)) {
         ui.ShowWarning(u"Parse error in structure formula " + std::u16string(unread->formula.View()) +
                            u" for compound " + std::u16string(unread->name.View()) +

@@ -41,7 +41,7 @@ bool ReadFormulaParts(std::u16string_view formula, std::vector<FormulaPart>& par
     return true;
 }
 
-void ElementBalance::Add(const std::vector<FormulaPart>& parts, double coefficient) {
+void CElementBalance::Add(const std::vector<FormulaPart>& parts, double coefficient) {
     for (const FormulaPart& part : parts) {
         std::uint16_t& place = places[part.element];
         if (place == 0) {
@@ -52,7 +52,7 @@ void ElementBalance::Add(const std::vector<FormulaPart>& parts, double coefficie
     }
 }
 
-bool ReadStructureFormula(std::u16string_view formula, double coefficient, ElementBalance& balance) {
+bool ReadStructureFormula(std::u16string_view formula, double coefficient, CElementBalance& balance) {
     std::vector<FormulaPart> parts;
     const bool isRead = ReadFormulaParts(formula, parts);
     balance.Add(parts, coefficient);

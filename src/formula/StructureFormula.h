@@ -31,7 +31,7 @@ bool ReadFormulaParts(std::u16string_view formula, std::vector<FormulaPart>& par
 
 /// The elements of one reaction in the order in which they first appear. Any of them is found at once, since a package
 /// may have hundreds of elements in thousands of reactions.
-class ElementBalance {
+class CElementBalance {
 public:
     /// Adds the atoms of `parts`, times the stoichiometric `coefficient`. May throw std::bad_alloc.
     void Add(const std::vector<FormulaPart>& parts, double coefficient);
@@ -42,7 +42,7 @@ public:
     bool empty() const { return elements.empty(); }
 
 private:
-    static constexpr std::size_t symbolCount = 26 * 27;  // a capital letter, with a small one or without
+    static constexpr std::size_t symbolCount = std::size_t{26} * 27;  // a capital letter, with a small one or without
 
     std::vector<ElementAmount> elements;
     std::array<std::uint16_t, symbolCount> places = {};  // by symbol: its position in `elements` and 1, or 0
@@ -52,6 +52,6 @@ private:
 ///
 /// False for a text outside the form; `balance` then holds what was read before, and is to be thrown away. May throw
 /// std::bad_alloc.
-bool ReadStructureFormula(std::u16string_view formula, double coefficient, ElementBalance& balance);
+bool ReadStructureFormula(std::u16string_view formula, double coefficient, CElementBalance& balance);
 
 }  // namespace reka

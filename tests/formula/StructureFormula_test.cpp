@@ -11,7 +11,7 @@ namespace reka::test {
 namespace {
 
 /// "H 4, O 2", or "no" for a text outside the form.
-std::string Read(std::u16string_view formula, double coefficient, ElementBalance balance = {}) {
+std::string Read(std::u16string_view formula, double coefficient, CElementBalance balance = {}) {
     if (!ReadStructureFormula(formula, coefficient, balance)) return "no";
     std::string text;
     for (const ElementAmount& element : balance) {
@@ -38,7 +38,7 @@ TEST(StructureFormula, AddsCountsTimesTheCoefficient) {
 }
 
 TEST(StructureFormula, AddsToWhatIsThere) {
-    ElementBalance balance;
+    CElementBalance balance;
     EXPECT_TRUE(ReadStructureFormula(u"O3Ho5", -1, balance));
     EXPECT_EQ(Read(u"CO2H", 1, balance), "O -1, Ho -5, C 1, H 1");
 }
@@ -51,7 +51,7 @@ TEST(StructureFormula, RefusesWhatIsOutsideTheForm) {
 }
 
 TEST(StructureFormula, KeepsWhatItReadBeforeAFailure) {
-    ElementBalance balance;
+    CElementBalance balance;
     EXPECT_FALSE(ReadStructureFormula(u"H2O+", 1, balance));
     EXPECT_EQ(balance.size(), 2U);
 }

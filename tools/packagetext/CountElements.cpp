@@ -10,7 +10,7 @@ namespace packagetext {
 
 bool CountElements(std::u16string_view formula, std::map<std::u16string, double>& atoms) {
     atoms.clear();
-    reka::ElementBalance balance;
+    reka::CElementBalance balance;
     const std::u16string normalForm = reka::NormalizePcdFormula(formula);
     if (normalForm.empty() || !reka::ReadStructureFormula(normalForm, 1.0, balance)) return false;
     for (const reka::ElementAmount& element : balance) atoms[element.symbol] += element.amount;

@@ -159,7 +159,7 @@ TEST_F(ShippedCompounds, HaveFormulasThatWeighWhatIsSaid) {
         const std::u16string formula(compound->formula.View());
         EXPECT_FALSE(formula.empty()) << reka::Utf8FromUtf16(compound->name.View());
         EXPECT_EQ(reka::NormalizePcdFormula(formula), formula);
-        reka::ElementBalance balance;
+        reka::CElementBalance balance;
         EXPECT_TRUE(reka::ReadStructureFormula(formula, 1.0, balance));
         double weight = 0;
         for (const reka::ElementAmount& element : balance) {
