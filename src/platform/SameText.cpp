@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Names come from simulators, files and users in any mix of cases, and are compared in every call: the comparison walks
-// along both texts at once and allocates nothing. The hash has to agree with it, and starts
-// from a number that nobody knows beforehand, so that nobody can choose names that share one.
+// along both texts at once and allocates nothing. The hash has to agree with it, and starts from a number that nobody
+// knows beforehand, so that nobody can choose names that share one.
 
 #include "platform/SameText.h"
 
@@ -72,10 +72,6 @@ bool SameText(const OLECHAR* left, std::u16string_view right) {
         ++a;
     }
     return *a == u'\0';
-}
-
-std::size_t SameTextHash(const OLECHAR* text, std::uint64_t seed) {
-    return SameTextHash(std::u16string_view(CharactersOf(text)), seed);
 }
 
 std::size_t SameTextHash(std::u16string_view text, std::uint64_t seed) {

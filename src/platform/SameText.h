@@ -33,7 +33,6 @@ inline bool SameUsualText(BSTR left, BSTR right) {
 }
 
 /// A number that is the same for texts that are the same. Which other texts share it depends on `seed`.
-std::size_t SameTextHash(const OLECHAR* text, std::uint64_t seed);
 std::size_t SameTextHash(std::u16string_view text, std::uint64_t seed);
 
 }  // namespace reka

@@ -22,10 +22,6 @@ std::uint64_t MakeSeed(const void* place) {
     return now * 0xD1B5'4A32'D192'ED03 ^ reinterpret_cast<std::uintptr_t>(place);
 }
 
-std::u16string_view ViewOf(const OLECHAR* text) {
-    return text ? std::u16string_view(reinterpret_cast<const char16_t*>(text)) : std::u16string_view();
-}
-
 }  // namespace
 
 std::size_t CTextIndex::FindSlot(std::u16string_view text) const {
@@ -50,7 +46,7 @@ void CTextIndex::Make(std::vector<const OLECHAR*> gathered) {
     seed = MakeSeed(table.data());
     texts = std::move(gathered);
     for (std::size_t i = texts.size(); i-- > 0;) {
-        const std::size_t slot = FindSlot(ViewOf(texts[i]));
+        const std::size_t slot = FindSlot(TextOf(texts[i]));
         if (slot == table.size()) {
             table.clear();
             return;
@@ -61,7 +57,7 @@ void CTextIndex::Make(std::vector<const OLECHAR*> gathered) {
 }
 
 std::size_t CTextIndex::Find(const OLECHAR* text) const {
-    return IsEmpty() ? none : Find(ViewOf(text));
+    return IsEmpty() ? none : Find(TextOf(text));
 }
 
 std::size_t CTextIndex::Find(std::u16string_view text) const {
@@ -72,7 +68,7 @@ std::size_t CTextIndex::Find(std::u16string_view text) const {
 }
 
 std::size_t CTextIndex::FindNext(std::size_t position) const {
-    if (table.empty()) return Walk(ViewOf(texts[position]), position + 1);
+    if (table.empty()) return Walk(TextOf(texts[position]), position + 1);
     return next[position] == noEntry ? none : next[position];
 }
 

@@ -67,8 +67,8 @@ private:
     std::uint64_t seed = 0;
     std::vector<const OLECHAR*> texts;
     std::vector<std::uint32_t> next;  // by position: the next one of the same text
-    std::vector<std::uint32_t>
-        table;  // the first position of a text, at the hash of the text or behind it; may be empty
+    // The first position of a text, at the hash of the text or behind it. Empty where the list is walked along.
+    std::vector<std::uint32_t> table;
 };
 
 }  // namespace reka

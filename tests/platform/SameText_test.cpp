@@ -50,8 +50,8 @@ TEST_P(SameTextTable, ComparesNames) {
     EXPECT_EQ(SameUsualText(left.Get(), right.View()), GetParam().same);
     EXPECT_EQ(SameUsualText(right.Get(), left.View()), GetParam().same);
     if (GetParam().same) {
-        EXPECT_EQ(SameTextHash(left.Get(), seed), SameTextHash(right.Get(), seed));
-        EXPECT_EQ(SameTextHash(left.Get(), seed), SameTextHash(right.View(), seed));
+        EXPECT_EQ(SameTextHash(TextOf(left.Get()), seed), SameTextHash(TextOf(right.Get()), seed));
+        EXPECT_EQ(SameTextHash(TextOf(left.Get()), seed), SameTextHash(right.View(), seed));
     }
 }
 
@@ -70,14 +70,14 @@ TEST(SameTextHash, IsTheSameForTextsThatAreTheSame) {
         }
         const CBstr kept = CBstr::Make(left);
         ASSERT_TRUE(SameText(kept.Get(), right));
-        EXPECT_EQ(SameTextHash(kept.Get(), seed), SameTextHash(right, seed));
+        EXPECT_EQ(SameTextHash(TextOf(kept.Get()), seed), SameTextHash(right, seed));
         EXPECT_EQ(SameTextHash(left, seed), SameTextHash(right, seed));
     }
 }
 
 TEST(SameTextHash, EndsAStringAtItsFirstZero) {
     const CBstr text = CBstr::Make(std::u16string_view(u"Neon\0Argon", 10));
-    EXPECT_EQ(SameTextHash(text.Get(), seed), SameTextHash(std::u16string_view(u"nEON"), seed));
+    EXPECT_EQ(SameTextHash(TextOf(text.Get()), seed), SameTextHash(std::u16string_view(u"nEON"), seed));
 }
 
 TEST(SameTextHash, DependsOnTheSeed) {
