@@ -136,12 +136,6 @@ bool CreateArrayVariant(VARIANT& variant, std::int32_t count, VARTYPE elementTyp
     return true;
 }
 
-bool MakeOneNumber(CVariant& array, double number) {
-    if (!CreateArrayVariant(array.Get(), 1, VT_R8)) return false;
-    *static_cast<double*>(array.Get().parray->pvData) = number;
-    return true;
-}
-
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text) {
     if (!text) return ClearString(array, index);
     return SafeArrayPutElement(&array, &index, text);

@@ -48,9 +48,6 @@ bool CreateListVariant(VARIANT& variant, std::size_t count, VARTYPE elementType,
     return true;
 }
 
-/// Makes `array`, which is empty, one of a single number. False without memory.
-bool MakeOneNumber(CVariant& array, double number);
-
 /// Stores a copy of `text` at `index` of a one-dimensional array of strings; an absent text makes a null element.
 HRESULT PutString(SAFEARRAY& array, LONG index, BSTR text);
 HRESULT PutString(SAFEARRAY& array, LONG index, std::u16string_view text);  // empty text: a null element

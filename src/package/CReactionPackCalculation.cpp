@@ -68,22 +68,15 @@ public:
     CSelection(const CSelection&) = delete;
     CSelection& operator=(const CSelection&) = delete;
 
-    void TakeAll(std::size_t reactionCount) {
-        count = reactionCount;
-        isAll = true;
-    }
+    void TakeAll(std::size_t reactionCount) { allCount = reactionCount; }
     /// Makes room for `size` reactions to come.
     void Reserve(std::size_t size) { indices.reserve(size); }
-    void Append(std::size_t index) {
-        indices.push_back(static_cast<std::uint32_t>(index));
-        ++count;
-    }
-    std::size_t Count() const { return count; }
-    std::size_t operator[](std::size_t i) const { return isAll ? i : indices[i]; }
+    void Append(std::size_t index) { indices.push_back(static_cast<std::uint32_t>(index)); }
+    std::size_t Count() const { return indices.empty() ? allCount : indices.size(); }
+    std::size_t operator[](std::size_t i) const { return indices.empty() ? i : indices[i]; }
 
 private:
-    std::size_t count = 0;
-    bool isAll = false;  // in their order
+    std::size_t allCount = 0;  // where all are selected, in their order
     std::vector<std::uint32_t>& indices;
 };
 

@@ -30,7 +30,7 @@ public:
 
     /// An array of one number. Null without memory.
     const VARIANT* LendNumber(double value) {
-        if (!IsWhole(VT_R8, 1) && !(Discard(), MakeOneNumber(array, 0.0) && Keep())) return nullptr;
+        if (!IsWhole(VT_R8, 1) && !(Discard(), CreateArrayVariant(array.Get(), 1, VT_R8) && Keep())) return nullptr;
         *static_cast<double*>(elements) = value;
         return &array.Get();
     }
@@ -98,6 +98,7 @@ public:
     /// From here on the reactions are those of the definition with this stamp; what was made for those of another one
     /// goes.
     void UseFor(std::uint64_t definitionStamp, std::size_t reactionCount);
+
     CLentArray& Number() { return number; }
     CLentArray& Compounds() { return compounds; }
     /// An array of the id of the reaction with that index. Null without memory.
