@@ -207,9 +207,9 @@ PageChange CReactionPage::Delete() {
     if (!reaction) return PageChange::Nothing;
     const std::u16string question =
         u"Are you sure you want to permanently delete reaction " + std::u16string(reaction->id.View()) + u"?";
-    constexpr std::uint32_t style =
-        messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
-    if (ui.ShowMessage(question, u"Delete reaction:", style) != MessageAnswer::Yes) return PageChange::Nothing;
+    if (ui.ShowMessage(question, u"Delete reaction:", messagestyle::carefulQuestion) != MessageAnswer::Yes) {
+        return PageChange::Nothing;
+    }
     definition.reactions.erase(definition.reactions.begin() + selection);
     selection = 0;
     return PageChange::ListAndPage;

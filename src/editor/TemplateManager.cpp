@@ -68,12 +68,10 @@ bool CTemplateManager::CanStore() {
 
 bool CTemplateManager::MayReadAgain() {
     if (!isDeletionWaiting) return true;
-    constexpr std::uint32_t style =
-        messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
     return ui.ShowMessage(
                u"Deleted templates stand in the file until this window is closed, and come back now; do you "
                u"want to go on?",
-               u"Deleted templates:", style) == MessageAnswer::Yes;
+               u"Deleted templates:", messagestyle::carefulQuestion) == MessageAnswer::Yes;
 }
 
 bool CTemplateManager::ReadAgain() {
@@ -141,9 +139,10 @@ bool CTemplateManager::Delete() {
     const std::u16string name(doomed->name.View());
     const std::u16string question =
         u"Are you sure you want to permanently delete the reaction package definition " + name + u"?";
-    constexpr std::uint32_t style =
-        messagestyle::yesNo | messagestyle::iconQuestion | messagestyle::secondButtonIsDefault;
-    if (ui.ShowMessage(question, u"Delete Reaction Package Definition:", style) != MessageAnswer::Yes) return false;
+    if (ui.ShowMessage(question, u"Delete Reaction Package Definition:", messagestyle::carefulQuestion) !=
+        MessageAnswer::Yes) {
+        return false;
+    }
     std::unique_ptr<ReactionPackDefinition> erased;
     if (IsInRow(index, name)) {  // the question may have let the simulator read the file
         erased.swap(store.templates[index]);

@@ -20,6 +20,8 @@ constexpr std::uint32_t iconQuestion = 0x20;
 constexpr std::uint32_t iconExclamation = 0x30;
 constexpr std::uint32_t iconInformation = 0x40;
 constexpr std::uint32_t secondButtonIsDefault = 0x100;
+/// Yes and No, with No for who only presses Enter: before something that can't be taken back.
+constexpr std::uint32_t carefulQuestion = yesNo | iconQuestion | secondButtonIsDefault;
 }  // namespace messagestyle
 
 enum class MessageAnswer : std::int32_t { None = 0, Ok = 1, Cancel = 2, Yes = 6, No = 7 };  // the platform's values
