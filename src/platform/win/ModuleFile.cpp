@@ -1,20 +1,18 @@
 // SPDX-License-Identifier: MIT
-// The module is found by the address of this very routine, so the same code tells the path of a DLL and that of a
-// program that has it linked in. It isn't held by that: a count taken here would keep the module from ever being
-// unloaded.
+// The file of the module that holds this code, which is a DLL's or that of a program that has the code linked in. A
+// path is told up to 2,047 characters.
 
 #include "platform/ModuleFile.h"
 
-#include <windows.h>
+#include "platform/win/SystemModules.h"
 
 namespace reka {
 
 const char16_t pathSeparator = u'\\';
 
 std::u16string ModuleFilePath() {
-    HMODULE module = nullptr;
-    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    if (!GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&ModuleFilePath), &module)) return {};
+    const HMODULE module = OwnModule();
+    if (!module) return {};
     wchar_t path[2048];
     const DWORD length = GetModuleFileNameW(module, path, 2048);
     if (length == 0 || length >= 2048) return {};

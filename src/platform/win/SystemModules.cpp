@@ -22,6 +22,13 @@ HINSTANCE SetModuleHandle(HINSTANCE module) noexcept {
     return std::exchange(moduleHandle, module);
 }
 
+HMODULE OwnModule() noexcept {
+    HMODULE module = nullptr;
+    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
+    if (!GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&OwnModule), &module)) return nullptr;
+    return module;
+}
+
 HMODULE LoadSystemLibrary(const wchar_t* name) noexcept {
     wchar_t path[2 * MAX_PATH];
     const UINT length = GetSystemDirectoryW(path, MAX_PATH);

@@ -11,6 +11,7 @@
 #include "platform/Holders.h"
 #include "platform/ModuleFile.h"
 #include "platform/win/ReferenceArguments.h"
+#include "platform/win/SystemModules.h"
 #include "platform/win/TypesByFile.h"
 
 namespace reka {
@@ -33,14 +34,6 @@ public:
     CLocked(const CLocked&) = delete;
     CLocked& operator=(const CLocked&) = delete;
 };
-
-/// The module that holds this code, without a count.
-HMODULE OwnModule() {
-    HMODULE module = nullptr;
-    const DWORD flags = GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT;
-    GetModuleHandleExW(flags, reinterpret_cast<LPCWSTR>(&OwnModule), &module);
-    return module;
-}
 
 HRESULT LoadTypes(CComRef<ITypeLib>& library) {
     const std::u16string path = ModuleFilePath();
