@@ -14,6 +14,7 @@
 #include "PackageFile.h"
 #include "ParseReadable.h"
 #include "Salvage.h"
+#include "packagetext/ReadWhole.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
 #include "text/Utf8.h"
@@ -37,16 +38,7 @@ struct ToolFailure {
 Bytes ReadFile(const std::string& path) {
     const auto file = reka::Files().OpenForReading(reka::Utf16FromUtf8(path));
     if (!file) throw ToolFailure{path + ": the file can't be opened"};
-    Bytes bytes;
-    constexpr std::size_t part = 1U << 20;
-    std::size_t got = part;
-    while (got == part) {
-        const std::size_t size = bytes.size();
-        bytes.resize(size + part);
-        got = file->Read(bytes.data() + size, part);
-        bytes.resize(size + got);
-    }
-    return bytes;
+    return packagetext::ReadWhole(*file);
 }
 
 void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {

@@ -5,9 +5,12 @@
 
 #include "reactor/DrawProfile.h"
 
+#include <cstdint>
 #include <string_view>
+#include <vector>
 
 #include "RunGnuplot.h"
+#include "packagetext/ReadWhole.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
 #include "text/Utf8.h"
@@ -34,13 +37,9 @@ public:
 
     const std::string& Name() const { return name; }
 
-    std::string Content() const {
+    std::vector<std::uint8_t> Content() const {
         const auto file = reka::Files().OpenForReading(reka::Utf16FromUtf8(name));
-        std::string content;
-        char part[65536];
-        std::size_t got = file ? file->Read(part, sizeof part) : 0;
-        for (; got > 0; got = file->Read(part, sizeof part)) content.append(part, got);
-        return content;
+        return file ? packagetext::ReadWhole(*file) : std::vector<std::uint8_t>();
     }
 
 private:
@@ -63,8 +62,8 @@ void DrawProfile(const ReactorProfile& profile, const std::string& title, const 
     if (!RunGnuplot(ProfilePlotScript(profile, title, form, drawn.Name()))) {
         throw ReactorFailure("gnuplot, which draws the plot, isn't there or can't write " + path);
     }
-    const std::string picture = drawn.Content();
-    if (!IsWhole(picture, form)) {
+    const std::vector<std::uint8_t> picture = drawn.Content();
+    if (!IsWhole({reinterpret_cast<const char*>(picture.data()), picture.size()}, form)) {
         throw ReactorFailure(path + ": the file can't be written: gnuplot left the plot unfinished, as on a full disk");
     }
     std::string errorText;

@@ -11,6 +11,7 @@
 
 #include "LongPath.h"
 #include "capeopen/ErrorTexts.h"
+#include "packagetext/ReadWhole.h"
 #include "platform/Files.h"
 #include "text/Utf8.h"
 
@@ -159,15 +160,7 @@ FileContent CWindowsComputer::ReadFile(const std::string& path) {
         content.reason = LastErrorText();
         return content;
     }
-    std::vector<std::uint8_t>& bytes = content.bytes.emplace();
-    constexpr std::size_t part = std::size_t{1} << 20;
-    std::size_t got = part;
-    while (got == part) {
-        const std::size_t size = bytes.size();
-        bytes.resize(size + part);
-        got = file->Read(bytes.data() + size, part);
-        bytes.resize(size + got);
-    }
+    content.bytes = packagetext::ReadWhole(*file);
     return content;
 }
 
