@@ -7,62 +7,13 @@
 
 #include <cmath>
 #include <limits>
-#include <optional>
 
 #include "checking/DefinitionChecks.h"
 #include "expression/parse/ParseExpression.h"
-#include "platform/HostArithmetic.h"
-#include "support/Builders.h"
-#include "text/Utf8.h"
+#include "manager/ValidationFixture.h"
 
 namespace reka::test {
 namespace {
-
-using Lines = std::vector<std::string>;
-
-class CFakeCheckUi : public IUserMessages {
-public:
-    MessageAnswer Show(const UserMessage& message) noexcept override {
-        EXPECT_EQ(message.owner, MessageOwner::ActiveWindow);
-        const bool isQuestion = (message.style & messagestyle::buttons) == messagestyle::okCancel;
-        EXPECT_EQ(message.style & ~messagestyle::buttons, messagestyle::iconExclamation);
-        shown.push_back((isQuestion ? "question " : "warning ") + Utf8FromUtf16(message.title) + " " +
-                        Utf8FromUtf16(message.text));
-        return !isQuestion || answersLeft-- > 0 ? MessageAnswer::Ok : MessageAnswer::Cancel;
-    }
-    Lines shown;
-    int answersLeft = 1000;  // questions that are answered OK; those after them are cancelled
-};
-
-/// Two of the first make one of the second compound, both of C and H and balanced.
-class Validation : public testing::Test {
-protected:
-    Validation() {
-        definition = MakePackage({u"First", u"Second"});
-        SetCompound(0, u"CH2", 14.0);
-        SetCompound(1, u"C2H4", 28.0);
-        reaction = &AddKinetic(*definition, u"R1", u"2*T");
-        reaction->stoichiometry = {-2.0, 1.0};
-    }
-
-    void SetCompound(std::size_t index, const char16_t* formula, double weight) {
-        definition->compounds[index]->formula = formula ? CBstr::Make(formula) : CBstr();
-        definition->compounds[index]->molecularWeight = weight;
-    }
-
-    /// Empty if the definition is accepted, otherwise the reason.
-    std::string Validate(const char16_t* name = u"Package", bool storeAllowed = false, std::int32_t version = 0) {
-        std::u16string errorText = u"left from before";
-        const bool isValid =
-            ValidateDefinition(*definition, &store, storeAllowed, name, u"About it", version, errorText, ui);
-        return isValid ? "" : Utf8FromUtf16(errorText);
-    }
-
-    std::unique_ptr<ReactionPackDefinition> definition;
-    ReactionDefinition* reaction = nullptr;
-    TemplateStore store;
-    CFakeCheckUi ui;
-};
 
 TEST_F(Validation, MakesTheDefinitionReadyToCalculate) {
     reaction->DiscardExpressions();
@@ -356,79 +307,6 @@ TEST_F(Validation, LeavesThisBehindAFailure) {
     EXPECT_EQ(definition->molarity, nullptr);
 }
 
-struct SubjectCase {
-    const char* name;
-    void (*spoil)(ReactionPackDefinition& definition, ReactionDefinition& second);
-    CheckSubject subject;
-};
-const SubjectCase subjectCases[] = {
-    {"Name",
-     [](ReactionPackDefinition& definition, ReactionDefinition&) { definition.name.Reset(); },
-     {CheckedPart::Name}},
-    {"NameThatIsTaken",
-     [](ReactionPackDefinition& definition, ReactionDefinition&) { definition.name = CBstr::Make(u"Taken"); },
-     {CheckedPart::Name}},
-    {"Compounds",
-     [](ReactionPackDefinition& definition, ReactionDefinition&) { definition.compounds.pop_back(); },
-     {CheckedPart::Compounds}},
-    {"Phase",
-     [](ReactionPackDefinition&, ReactionDefinition& second) { second.phase.Reset(); },
-     {CheckedPart::Phase, 1}},
-    {"Elements",
-     [](ReactionPackDefinition&, ReactionDefinition& second) {
-         second.stoichiometry = {-1.0, 1.0};
-     },
-     {CheckedPart::Stoichiometry, 1}},
-    {"Mass",
-     [](ReactionPackDefinition& definition, ReactionDefinition& second) {
-         definition.compounds[0]->formula.Reset();
-         second.stoichiometry = {-1.0, 1.0};
-     },
-     {CheckedPart::Stoichiometry, 1}},
-    {"Rate",
-     [](ReactionPackDefinition&, ReactionDefinition& second) { second.rateEquation = u"2*"; },
-     {CheckedPart::Rate, 1}},
-    {"EquilibriumConstant",
-     [](ReactionPackDefinition&, ReactionDefinition& second) {
-         second.type = ReactionType::Equilibrium;
-         second.equilibriumConstantEquation = u"2*";
-     },
-     {CheckedPart::EquilibriumConstant, 1}},
-    {"Heat",
-     [](ReactionPackDefinition&, ReactionDefinition& second) { second.heatEquation = u"2*"; },
-     {CheckedPart::Heat, 1}},
-    {"HeatThatDepends",
-     [](ReactionPackDefinition&, ReactionDefinition& second) { second.heatEquation = u"T"; },
-     {CheckedPart::Heat, 1}},
-};
-void PrintTo(const SubjectCase& row, std::ostream* stream) {
-    *stream << row.name;
-}
-class ValidationSubjects : public Validation, public testing::WithParamInterface<SubjectCase> {};
-
-TEST_P(ValidationSubjects, AreToldWithTheReason) {
-    store.templates.push_back(MakePackage({}));
-    store.templates[0]->name = CBstr::Make(u"taken");
-    ReactionDefinition& second = AddKinetic(*definition, u"R2", u"T");
-    second.stoichiometry = {-2.0, 1.0};
-    definition->name = CBstr::Make(u"Package");
-    ui.answersLeft = 0;
-    std::u16string errorText;
-    std::optional<CheckSubject> subject = CheckSubject{CheckedPart::Heat, 7};
-    const auto validate = [&] {
-        return ValidateDefinition(*definition, &store, false, std::u16string(definition->name.View()), u"", 0,
-                                  errorText, ui, subject);
-    };
-    EXPECT_TRUE(validate());
-    EXPECT_EQ(subject, std::nullopt);
-    GetParam().spoil(*definition, second);
-    EXPECT_FALSE(validate());
-    EXPECT_EQ(subject, GetParam().subject);
-    EXPECT_NE(errorText, u"");
-}
-INSTANTIATE_TEST_SUITE_P(Table, ValidationSubjects, testing::ValuesIn(subjectCases),
-                         [](const auto& row) { return std::string(row.param.name); });
-
 TEST_F(Validation, DiscardsTheTreesOfAReactionThatFailsAtOnce) {
     SetHeat(*definition, *reaction, u"5");
     reaction->equilibriumConstantEquation = u"P";
@@ -466,48 +344,6 @@ TEST_F(Validation, LeavesARateBehindAHeatThatFails) {
     EXPECT_EQ(reaction->rateExpression->dependencies, dependency::pressure);
     EXPECT_EQ(reaction->heatExpression, nullptr);
 }
-
-/// Something that a host's traps would end the process for: each row needs another part of the checks to mask them.
-struct ArithmeticCase {
-    const char* name;
-    const char16_t* formulas;  // of both compounds; null for none
-    double weight;             // of both
-    std::vector<double> stoichiometry;
-    const char16_t* errorText;
-};
-void PrintTo(const ArithmeticCase& row, std::ostream* stream) {
-    *stream << row.name;
-}
-
-const std::u16string countWithoutBounds = u"C" + std::u16string(400, u'9');
-
-const ArithmeticCase arithmeticCases[] = {
-    {"OverflowOfTheMass", nullptr, 1e308, {10.0, 10.0}, u"Mass balance error in reaction R1"},
-    {"InexactMass", nullptr, 0.1, {-3.0, 3.0}, u""},
-    {"InexactCount", u"C.1", 0.0, {-3.0, 3.0}, u""},
-    {"AmountThatIsNone", countWithoutBounds.c_str(), 0.0, {-1.0, 1.0}, u""},  // infinity less infinity
-    {"AmountOutOfBalance", u"C.1", 0.0, {3.0, 3.0}, u"Element balance mismatch detected for C (0.6) in reaction R1"},
-};
-
-class ValidationUnderTraps : public Validation, public testing::WithParamInterface<ArithmeticCase> {};
-
-TEST_P(ValidationUnderTraps, RunsUnderItsOwnArithmetic) {
-    const ArithmeticCase& row = GetParam();
-    SetCompound(0, row.formulas, row.weight);
-    SetCompound(1, row.formulas, row.weight);
-    reaction->stoichiometry = row.stoichiometry;
-    const ArithmeticSettings before = CurrentArithmetic();
-    SetArithmetic({before.sse & ~0x1F80U, static_cast<std::uint16_t>(before.x87 & ~0x3FU)});
-    std::u16string errorText;
-    const bool isValid = ValidateDefinition(*definition, &store, false, u"P", u"", 0, errorText, ui);
-    const ArithmeticSettings after = CurrentArithmetic();
-    SetArithmetic(before);
-    EXPECT_EQ(isValid, *row.errorText == 0);
-    EXPECT_EQ(errorText, row.errorText);
-    EXPECT_EQ(after.sse & 0x1F80U, 0U);  // the host's again
-}
-INSTANTIATE_TEST_SUITE_P(Table, ValidationUnderTraps, testing::ValuesIn(arithmeticCases),
-                         [](const auto& row) { return std::string(row.param.name); });
 
 }  // namespace
 }  // namespace reka::test
