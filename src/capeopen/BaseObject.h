@@ -85,6 +85,7 @@ private:
 
 protected:
     std::span<const IID> LateBoundInterfaces() const override;
+    const CLastFailure* Failures() const override { return this; }
 
     CBstr componentName;
     CBstr componentDescription;

@@ -38,8 +38,12 @@ public:
     HRESULT STDMETHODCALLTYPE Invoke(DISPID member, REFIID reserved, LCID, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override {
         return CallMember(static_cast<Interface*>(this), InterfaceId<Interface>(), member, reserved, flags, parameters,
-                          result, exception, badArgument, dynamic_cast<const CLastFailure*>(this));
+                          result, exception, badArgument, Failures());
     }
+
+protected:
+    /// Where the object keeps the words of its failures; null if it keeps none.
+    virtual const CLastFailure* Failures() const { return nullptr; }
 };
 
 }  // namespace reka

@@ -92,9 +92,8 @@ HRESULT CMergedDispatch::Invoke(DISPID member, REFIID reserved, LCID, WORD flags
     if (place > interfaces.size()) return DISP_E_MEMBERNOTFOUND;
     const IID& iid = interfaces[place - 1];
     CWrittenLists lists(parameters);
-    const HRESULT called =
-        CallMember(FindInterface(iid), iid, member % idsOfInterface, reserved, flags, parameters, result, exception,
-                   badArgument, dynamic_cast<const CLastFailure*>(this), MakeReadableForMembers);
+    const HRESULT called = CallMember(FindInterface(iid), iid, member % idsOfInterface, reserved, flags, parameters,
+                                      result, exception, badArgument, Failures(), MakeReadableForMembers);
     if (FAILED(called)) return called;
     lists.MakeReadable();
     if (result) MakeReadableForScripts(*result);

@@ -6,6 +6,7 @@
 #include <span>
 
 #include "capeopen/CapeOpenInterfaces.h"
+#include "capeopen/LastFailure.h"
 
 namespace reka {
 
@@ -33,6 +34,8 @@ protected:
     virtual std::span<const IID> LateBoundInterfaces() const = 0;
     /// The object's interface of that identifier, without a count.
     virtual void* FindInterface(REFIID iid) = 0;
+    /// Where it keeps the words of its failures.
+    virtual const CLastFailure* Failures() const = 0;
 };
 
 }  // namespace reka

@@ -1,52 +1,19 @@
 // SPDX-License-Identifier: MIT
 // The arguments are copied, fitted, and after the call written back: the client's own variables are never lent to a
-// member, since the call may run code of the client's that changes them. What a member wants is read from its
-// description in the type library, so a new member needs nothing here. References are made to numbers and objects
+// member, since the call may run code of the client's that changes them. What a member wants is told by the type
+// library, so a new member needs nothing here. References are made to numbers and objects
 // alone; those to lists and texts pass the dispatcher as they come. A variable that couldn't take the result is refused
 // before the call, not after it has had its effect.
 
 #include "platform/win/ReferenceArguments.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 
 namespace reka {
 
 namespace {
-
-/// A member's description, given back at the end.
-class CMemberDescription {
-public:
-    explicit CMemberDescription(ITypeInfo& type) : typeInfo(type) {}
-    ~CMemberDescription() { Release(); }
-    CMemberDescription(const CMemberDescription&) = delete;
-    CMemberDescription& operator=(const CMemberDescription&) = delete;
-
-    bool Find(DISPID member, WORD flags) {
-        for (UINT i = 0; SUCCEEDED(typeInfo.GetFuncDesc(i, &description)); ++i) {
-            if (description->memid == member && (description->invkind & flags)) return true;
-            Release();
-        }
-        return false;
-    }
-    const FUNCDESC& operator*() const { return *description; }
-
-private:
-    void Release() {
-        if (description) typeInfo.ReleaseFuncDesc(description);
-        description = nullptr;
-    }
-
-    ITypeInfo& typeInfo;
-    FUNCDESC* description = nullptr;
-};
-
-/// What a parameter refers to, if that is a number or an object; otherwise VT_EMPTY.
-VARTYPE ReferredType(const ELEMDESC& parameter) {
-    if (parameter.tdesc.vt != VT_PTR) return VT_EMPTY;
-    const VARTYPE type = parameter.tdesc.lptdesc->vt;
-    return type == VT_I4 || type == VT_R8 || type == VT_DISPATCH ? type : static_cast<VARTYPE>(VT_EMPTY);
-}
 
 /// The variable that an argument refers to, which may be a reference itself.
 const VARIANT& Target(const VARIANT& argument) {
@@ -85,19 +52,28 @@ bool IsEmpty(const VARIANT& target) {
 
 }  // namespace
 
-HRESULT CReferenceArguments::Prepare(ITypeInfo& typeInfo, DISPID member, WORD flags, AdaptArgument adapt,
-                                     UINT* badArgument) {
-    if (given.cArgs == 0 || given.cArgs > most) return S_OK;
-    CMemberDescription description(typeInfo);
-    if (!description.Find(member, flags)) return S_OK;
+CReferenceArguments::~CReferenceArguments() {
+    for (UINT i = 0; made.any() && i < most; ++i) {
+        if (made[i]) VariantClear(&values[i]);
+    }
+}
+
+VARIANT& CReferenceArguments::MakeAt(UINT place) {
+    VariantInit(&values[place]);
+    made.set(place);
+    return values[place];
+}
+
+HRESULT CReferenceArguments::Prepare(const MemberForm* member, AdaptArgument adapt, UINT* badArgument) {
+    if (given.cArgs == 0 || given.cArgs > most || !member) return S_OK;
     changed.rgvarg = arguments.data();
-    for (UINT i = 0; i < given.cArgs; ++i) arguments[i] = given.rgvarg[i];
+    std::copy_n(given.rgvarg, given.cArgs, arguments.begin());
     for (UINT i = 0; i < given.cArgs; ++i) {
         // Named arguments come first, the others after them from the last to the first.
         const DISPID place =
             i < given.cNamedArgs ? given.rgdispidNamedArgs[i] : static_cast<DISPID>(given.cArgs - 1 - i);
-        if (place < 0 || place >= (*description).cParams) continue;
-        const HRESULT result = Fit(i, (*description).lprgelemdescParam[place], adapt);
+        if (place < 0 || static_cast<std::size_t>(place) >= member->parameters.size()) continue;
+        const HRESULT result = Fit(i, member->parameters[static_cast<std::size_t>(place)], adapt);
         if (SUCCEEDED(result)) continue;
         if (badArgument) *badArgument = i;
         return result;
@@ -105,13 +81,10 @@ HRESULT CReferenceArguments::Prepare(ITypeInfo& typeInfo, DISPID member, WORD fl
     return S_OK;
 }
 
-HRESULT CReferenceArguments::Fit(UINT place, const ELEMDESC& parameter, AdaptArgument adapt) {
-    const USHORT direction = parameter.paramdesc.wParamFlags;
-    if (direction & PARAMFLAG_FRETVAL) return S_OK;  // no argument of a late-bound call
-    if (parameter.tdesc.vt == VT_VARIANT) return MakeValue(place, adapt);
-    const VARTYPE type = ReferredType(parameter);
-    if (type == VT_EMPTY || arguments[place].vt == (VT_BYREF | type)) return S_OK;
-    return MakeReference(place, type, direction & PARAMFLAG_FOUT);
+HRESULT CReferenceArguments::Fit(UINT place, const ParameterForm& parameter, AdaptArgument adapt) {
+    if (parameter.kind == ParameterForm::Value) return MakeValue(place, adapt);
+    if (parameter.kind == ParameterForm::Other || arguments[place].vt == (VT_BYREF | parameter.referred)) return S_OK;
+    return MakeReference(place, parameter.referred, parameter.isOutput);
 }
 
 HRESULT CReferenceArguments::MakeValue(UINT place, AdaptArgument adapt) {
@@ -119,7 +92,7 @@ HRESULT CReferenceArguments::MakeValue(UINT place, AdaptArgument adapt) {
     constexpr VARTYPE variants = VT_ARRAY | VT_VARIANT;
     if (!(argument.vt & VT_BYREF) && !(adapt && argument.vt == variants)) return S_OK;
     // A copy, since the call may run code of the client's that changes the variable.
-    VARIANT& value = values[place].Get();
+    VARIANT& value = MakeAt(place);
     const HRESULT result = VariantCopyInd(&value, &argument);
     if (FAILED(result)) return result;
     if (adapt && value.vt == variants) adapt(value);
@@ -134,7 +107,7 @@ HRESULT CReferenceArguments::MakeReference(UINT place, VARTYPE type, bool isOutp
     isWrittenBack[place] = isOutput && (target.vt & VT_BYREF);
     // What couldn't be written back later is refused before anything is called.
     if (isWrittenBack[place] && targetType != VT_VARIANT && NumberSize(targetType) == 0) return DISP_E_TYPEMISMATCH;
-    VARIANT& value = values[place].Get();
+    VARIANT& value = MakeAt(place);
     if (IsEmpty(target)) {
         value.vt = type;  // a missing number counts as 0, and a missing object as none
         value.dblVal = 0;
@@ -150,7 +123,7 @@ HRESULT CReferenceArguments::MakeReference(UINT place, VARTYPE type, bool isOutp
 
 HRESULT CReferenceArguments::WriteBack(HRESULT called) {
     HRESULT result = called;
-    for (UINT i = 0; i < most; ++i) {
+    for (UINT i = 0; isWrittenBack.any() && i < most; ++i) {
         const HRESULT written = isWrittenBack[i] ? WriteBack(i) : S_OK;
         if (FAILED(written) && SUCCEEDED(result)) result = written;
     }
@@ -160,9 +133,9 @@ HRESULT CReferenceArguments::WriteBack(HRESULT called) {
 HRESULT CReferenceArguments::WriteBack(UINT place) {
     const VARIANT& target = Target(given.rgvarg[place]);
     const auto type = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
-    if (type == VT_VARIANT) return VariantCopy(target.pvarVal, &values[place].Get());
+    if (type == VT_VARIANT) return VariantCopy(target.pvarVal, &values[place]);
     CVariant converted;
-    const HRESULT result = VariantChangeType(&converted.Get(), &values[place].Get(), 0, type);
+    const HRESULT result = VariantChangeType(&converted.Get(), &values[place], 0, type);
     if (SUCCEEDED(result)) std::memcpy(target.byref, &converted.Get().lVal, NumberSize(type));
     return result;
 }

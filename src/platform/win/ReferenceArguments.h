@@ -4,13 +4,11 @@
 #pragma once
 
 #include <array>
-
-#include <windows.h>
-
-#include <oaidl.h>
+#include <bitset>
 
 #include "platform/Holders.h"
 #include "platform/TypeLibrary.h"
+#include "platform/win/MemberForms.h"
 
 namespace reka {
 
@@ -22,10 +20,14 @@ class CReferenceArguments {
 public:
     explicit CReferenceArguments(const DISPPARAMS& givenArguments) : given(givenArguments), changed(givenArguments) {}
 
-    /// Looks up what `member` wants, and makes the arguments fit; a member that isn't there changes nothing. `adapt`
-    /// may be null. On failure, with `DISP_E_TYPEMISMATCH` for an argument of the wrong type, its place is in
-    /// `*badArgument`, and the call can't be made.
-    HRESULT Prepare(ITypeInfo& typeInfo, DISPID member, WORD flags, AdaptArgument adapt, UINT* badArgument);
+    ~CReferenceArguments();
+    CReferenceArguments(const CReferenceArguments&) = delete;
+    CReferenceArguments& operator=(const CReferenceArguments&) = delete;
+
+    /// Makes the arguments fit `member`; null, for one that isn't there, changes nothing. `adapt` may be null. On
+    /// failure, with `DISP_E_TYPEMISMATCH` for an argument of the wrong type, its place is in `*badArgument`, and the
+    /// call can't be made. Called once.
+    HRESULT Prepare(const MemberForm* member, AdaptArgument adapt, UINT* badArgument);
 
     DISPPARAMS* Get() { return &changed; }
 
@@ -36,7 +38,8 @@ public:
 private:
     static constexpr UINT most = 16;  // more arguments than a member has
 
-    HRESULT Fit(UINT place, const ELEMDESC& parameter, AdaptArgument adapt);
+    VARIANT& MakeAt(UINT place);
+    HRESULT Fit(UINT place, const ParameterForm& parameter, AdaptArgument adapt);
     HRESULT MakeValue(UINT place, AdaptArgument adapt);
     HRESULT MakeReference(UINT place, VARTYPE type, bool isOutput);
     HRESULT WriteBack(UINT place);
@@ -44,8 +47,9 @@ private:
     const DISPPARAMS& given;
     DISPPARAMS changed;
     std::array<VARIANT, most> arguments;
-    std::array<CVariant, most> values;
-    std::array<bool, most> isWrittenBack = {};
+    std::array<VARIANT, most> values;  // at the places that are made
+    std::bitset<most> made;
+    std::bitset<most> isWrittenBack;
 };
 
 }  // namespace reka

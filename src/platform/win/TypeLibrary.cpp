@@ -1,15 +1,17 @@
 // SPDX-License-Identifier: MIT
 // The system's own dispatcher makes the calls, out of the types in the module's library; this only sees to it that it
-// has the right arguments. Types are kept once they were asked for, since finding one takes longer than the call that
-// it serves. All apartments share them: they are read only, and bound to none. They lie in a table of fixed size, so
-// keeping one can't fail.
+// has the right arguments. Types are kept once they were asked for, and what their members take with them, since
+// finding either takes longer than the call that it serves. All apartments share them: they are read only, and bound to
+// none.
 
 #include "platform/TypeLibrary.h"
 
-#include <array>
+#include <utility>
+#include <vector>
 
 #include "platform/Holders.h"
 #include "platform/ModuleFile.h"
+#include "platform/win/MemberForms.h"
 #include "platform/win/ReferenceArguments.h"
 #include "platform/win/SystemModules.h"
 #include "platform/win/TypesByFile.h"
@@ -20,12 +22,13 @@ namespace {
 
 struct KnownType {
     IID iid;
-    ITypeInfo* typeInfo;  // counted
+    CComRef<ITypeInfo> typeInfo;
+    std::vector<MemberForm> members;
+    KnownType* next;
 };
 
 SRWLOCK lock = SRWLOCK_INIT;
-std::array<KnownType, 32> knownTypes;  // more than the library has interfaces
-std::size_t knownCount = 0;
+KnownType* lastKnown = nullptr;  // ours till they are forgotten, and the system's where the process ends before that
 
 class CLocked {
 public:
@@ -48,28 +51,26 @@ HRESULT LoadTypeOfInterface(REFIID iid, CComRef<ITypeInfo>& typeInfo) {
     return library->GetTypeInfoOfGuid(iid, typeInfo.Receive());
 }
 
-HRESULT FindType(REFIID iid, CComRef<ITypeInfo>& typeInfo) {
+/// The type, which is kept from here on. Null with the reason in `result`.
+const KnownType* FindType(REFIID iid, HRESULT& result) {
     const CLocked locked;
-    for (std::size_t i = 0; i < knownCount; ++i) {
-        if (knownTypes[i].iid == iid) {
-            typeInfo = CComRef<ITypeInfo>(knownTypes[i].typeInfo);
-            return S_OK;
-        }
+    for (const KnownType* known = lastKnown; known; known = known->next) {
+        if (known->iid == iid) return known;
     }
-    const HRESULT result = LoadTypeOfInterface(iid, typeInfo);
-    if (SUCCEEDED(result) && knownCount < knownTypes.size()) {
-        typeInfo->AddRef();
-        knownTypes[knownCount++] = {iid, typeInfo.Get()};
-    }
-    return result;
+    CComRef<ITypeInfo> typeInfo;
+    result = LoadTypeOfInterface(iid, typeInfo);
+    if (FAILED(result)) return nullptr;
+    std::vector<MemberForm> members = ReadMemberForms(*typeInfo);
+    lastKnown = new KnownType{iid, std::move(typeInfo), std::move(members), lastKnown};
+    return lastKnown;
 }
 
 template <class Body>
 HRESULT WithType(REFIID iid, Body&& body) noexcept {
     try {
-        CComRef<ITypeInfo> typeInfo;
-        const HRESULT result = FindType(iid, typeInfo);
-        return FAILED(result) ? result : body(typeInfo);
+        HRESULT result = S_OK;
+        const KnownType* const known = FindType(iid, result);
+        return known ? body(*known) : result;
     } catch (...) {
         return E_OUTOFMEMORY;
     }
@@ -83,36 +84,37 @@ UINT CountTypesOfInterface() {
 
 HRESULT FindTypeOfInterface(REFIID iid, ITypeInfo** typeInfo) noexcept {
     *typeInfo = nullptr;
-    return WithType(iid, [&](CComRef<ITypeInfo>& found) {
-        *typeInfo = found.Detach();
+    return WithType(iid, [&](const KnownType& known) {
+        *typeInfo = CComRef<ITypeInfo>(known.typeInfo).Detach();
         return S_OK;
     });
 }
 
 HRESULT FindMembersOfInterface(REFIID iid, LPOLESTR* names, UINT count, DISPID* members) noexcept {
-    return WithType(iid,
-                    [&](CComRef<ITypeInfo>& found) { return DispGetIDsOfNames(found.Get(), names, count, members); });
+    return WithType(
+        iid, [&](const KnownType& known) { return DispGetIDsOfNames(known.typeInfo.Get(), names, count, members); });
 }
 
 HRESULT CallMemberOfInterface(void* object, REFIID iid, DISPID member, WORD flags, DISPPARAMS* parameters,
                               VARIANT* result, EXCEPINFO* exception, UINT* badArgument, AdaptArgument adapt) noexcept {
-    return WithType(iid, [&](CComRef<ITypeInfo>& found) -> HRESULT {
+    return WithType(iid, [&](const KnownType& known) -> HRESULT {
         CReferenceArguments arguments(*parameters);
-        HRESULT called = arguments.Prepare(*found, member, flags, adapt, badArgument);
+        HRESULT called = arguments.Prepare(FindMember(known.members, member, flags), adapt, badArgument);
         if (FAILED(called)) return called;
-        called = DispInvoke(object, found.Get(), member, flags, arguments.Get(), result, exception, badArgument);
-        if (called == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF) {
-            // Set in a script; there is one way of putting a property.
-            called = DispInvoke(object, found.Get(), member, DISPATCH_PROPERTYPUT, arguments.Get(), result, exception,
-                                badArgument);
-        }
+        const auto call = [&](WORD kind) {
+            return DispInvoke(object, known.typeInfo.Get(), member, kind, arguments.Get(), result, exception,
+                              badArgument);
+        };
+        called = call(flags);
+        // Set in a script; there is one way of putting a property.
+        if (called == DISP_E_MEMBERNOTFOUND && flags == DISPATCH_PROPERTYPUTREF) called = call(DISPATCH_PROPERTYPUT);
         return SUCCEEDED(called) ? arguments.WriteBack(called) : called;
     });
 }
 
 void ForgetTypeLibrary() noexcept {
     const CLocked locked;
-    while (knownCount > 0) knownTypes[--knownCount].typeInfo->Release();
+    while (lastKnown) delete std::exchange(lastKnown, lastKnown->next);
 }
 
 }  // namespace reka
