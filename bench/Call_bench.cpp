@@ -22,12 +22,6 @@ namespace {
 
 constexpr int reactionCounts[] = {1, 10, 100, 1000};
 
-class CIdleReactionObject : public CIdleObject<ICapeReactionProperties> {
-public:
-    HRESULT STDMETHODCALLTYPE GetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT) override { return S_OK; }
-};
-
 /// The id of reaction `i`; lengths and first letters as users give them.
 std::u16string ReactionId(int i) {
     std::u16string id = u"Reaction ";

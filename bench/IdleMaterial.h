@@ -24,10 +24,23 @@ public:
     ULONG STDMETHODCALLTYPE Release() override { return 1; }
 };
 
+/// Takes results, and keeps the first number of the last one.
+class CIdleReactionObject : public CIdleObject<ICapeReactionProperties> {
+public:
+    double lastValue = 0;
+
+    HRESULT STDMETHODCALLTYPE GetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT values) override {
+        lastValue = *static_cast<const double*>(values.parray->pvData);
+        return S_OK;
+    }
+};
+
 /// A material that knows its compounds, asked for their CAS numbers in their order.
 class CIdleMaterial : public CIdleObject<ICapeThermoMaterialObject> {
 public:
     void AddCompound(const std::u16string& identifier, const std::u16string& casNumber);
+    std::size_t CompoundCount() const { return identifiers.size(); }
 
     HRESULT STDMETHODCALLTYPE get_ComponentIds(VARIANT* compIds) override;
     HRESULT STDMETHODCALLTYPE GetComponentConstant(VARIANT props, VARIANT compIds, VARIANT* propVals) override;

@@ -4,6 +4,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/Call_bench.h"
+#include "bench/Material_bench.h"
 #include "bench/Parse_bench.h"
 #include "bench/Stored_bench.h"
 
@@ -11,11 +12,13 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
     reka::bench::RegisterCall();
+    reka::bench::RegisterMaterial();
     reka::bench::RegisterParse();
     reka::bench::RegisterStored();
     reka::bench::CTimes times;
     benchmark::RunSpecifiedBenchmarks(&times);
     reka::bench::PrintCall(times);
+    reka::bench::PrintMaterial(times);
     reka::bench::PrintParse(times);
     reka::bench::PrintStored(times);
     return 0;

@@ -39,12 +39,6 @@ double Median(std::vector<double> values) {
     return values.empty() ? 0.0 : values[values.size() / 2];
 }
 
-class CIdleReactionObject : public CIdleObject<ICapeReactionProperties> {
-public:
-    HRESULT STDMETHODCALLTYPE GetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT*) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE SetReactionProp(BSTR, BSTR, VARIANT, BSTR, VARIANT) override { return S_OK; }
-};
-
 /// A package whose rates are constants.
 std::unique_ptr<ReactionPackDefinition> MakeDefinition(int reactionCount) {
     auto definition = std::make_unique<ReactionPackDefinition>(nullptr);

@@ -6,10 +6,10 @@
 
 #include <charconv>
 #include <cstddef>
+#include <cstring>
 
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ErrorTexts.h"
-#include "platform/SameText.h"
 
 namespace reka {
 
@@ -30,12 +30,13 @@ bool IsDoubleArray(const VARIANT& answer) {
     return answer.vt == (VT_ARRAY | VT_R8) && answer.parray && HoldsElements(answer.parray, VT_R8);
 }
 
-/// Whether the array of `answer` is one-dimensional and holds the indices from 0 to `count` - 1.
-bool HasElements(const VARIANT& answer, std::int32_t count) {
-    LONG lowerBound = 0;
-    LONG upperBound = 0;
-    return SafeArrayGetDim(answer.parray) == 1 && SUCCEEDED(SafeArrayGetLBound(answer.parray, 1, &lowerBound)) &&
-           SUCCEEDED(SafeArrayGetUBound(answer.parray, 1, &upperBound)) && lowerBound == 0 && upperBound == count - 1;
+/// The elements of a double array, if it is one-dimensional and holds the indices from 0 to `count` - 1; otherwise
+/// null.
+const double* ElementsOf(const VARIANT& answer, std::int32_t count) {
+    const SAFEARRAY& array = *answer.parray;
+    const bool fits = array.cDims == 1 && array.rgsabound[0].lLbound == 0 &&
+                      array.rgsabound[0].cElements == static_cast<ULONG>(count);
+    return fits ? static_cast<const double*>(array.pvData) : nullptr;
 }
 
 }  // namespace
@@ -58,6 +59,13 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
         errorText = u"Material not set";
         return false;
     }
+    // To ask costs less than to change the settings for each question; nothing is calculated in between.
+    const bool areRead = arithmetic.Outside([&] { return ReadInputs(dependencies, phase, errorText); });
+    if (hasDensity) MakeMolarities();
+    return areRead;
+}
+
+bool CMaterialReader::ReadInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText) {
     const std::uint32_t compoundBits = dependencies & ~(dependency::temperature | dependency::pressure);
     if ((dependencies & dependency::temperature) &&
         !ReadScalar(words.temperature.Get(), phase, definition.temperature, errorText)) {
@@ -78,7 +86,7 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
                                   true};
         if (!ReadMaterialProperty(fraction, phase, definition.moleFraction.Get(), errorText)) return false;
     }
-    if ((dependencies & dependency::molarity) && !ReadMolarity(phase, errorText)) return false;
+    if ((dependencies & dependency::molarity) && !ReadDensity(phase, errorText)) return false;
     if ((dependencies & dependency::activity) &&
         !ReadPerCompound(words.activity.Get(), phase, definition.activity.Get(), errorText)) {
         return false;
@@ -105,36 +113,39 @@ bool CMaterialReader::ReadPerCompound(BSTR property, BSTR phase, double* results
     return ReadMaterialProperty({property, true, compoundList, count, false, false}, phase, results, errorText);
 }
 
-bool CMaterialReader::ReadMolarity(BSTR phase, std::u16string& errorText) {
-    double density = 0.0;  // mol/m3
+bool CMaterialReader::ReadDensity(BSTR phase, std::u16string& errorText) {
     const Request request = {words.density.Get(), true, &words.emptyCompoundList.Get(), 1, false, true};
-    if (!ReadMaterialProperty(request, phase, &density, errorText)) return false;
+    hasDensity = ReadMaterialProperty(request, phase, &density, errorText);
+    return hasDensity;
+}
+
+void CMaterialReader::MakeMolarities() {
     for (std::size_t i = 0; i < definition.compounds.size(); ++i) {
         definition.molarity[i] = definition.moleFraction[i] * density;
     }
-    return true;
 }
 
 bool CMaterialReader::ReadMaterialProperty(const Request& request, BSTR phase, double* results,
                                            std::u16string& errorText) {
-    CAnswer answer(arithmetic);
+    CVariant answer;
     const bool answered = IsVersion11(definition) ? RequestByVersion11(request, phase, answer.Get(), errorText)
                                                   : RequestByVersion10(request, phase, answer.Get(), errorText);
     return answered && TakeValues(request, phase, answer.Get(), results, errorText);
 }
 
 template <class Interface>
-CAskedInterface<Interface> CMaterialReader::AskMaterial(const char16_t* interfaceName,
-                                                        std::u16string& errorText) const {
+CComRef<Interface> CMaterialReader::AskMaterial(const char16_t* interfaceName, std::u16string& errorText) const {
     void* found = nullptr;
-    HRESULT result = arithmetic.Outside([&] { return material->QueryInterface(InterfaceId<Interface>(), &found); });
+    HRESULT result = material->QueryInterface(InterfaceId<Interface>(), &found);
     if (FAILED(result)) found = nullptr;
     if (SUCCEEDED(result) && !found) result = E_NOINTERFACE;
     if (!found) {
         errorText = std::u16string(u"Failed to obtain ") + interfaceName + u" from material object: " +
                     GetSystemErrorText(result);
     }
-    return {static_cast<Interface*>(found), arithmetic};
+    CComRef<Interface> owned;
+    owned.Reset(static_cast<Interface*>(found));
+    return owned;
 }
 
 bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VARIANT& answer,
@@ -152,21 +163,21 @@ bool CMaterialReader::RequestByVersion10(const Request& request, BSTR phase, VAR
             errorText = u"out of memory";
             return false;
         }
-        const HRESULT result = arithmetic.Outside([&] { return object->CalcProp(*props, *phases, calcType); });
+        const HRESULT result = object->CalcProp(*props, *phases, calcType);
         if (FAILED(result)) {
             errorText = u"Failed to calculate " + StringFromBstr(request.property) + u" for phase " +
-                        StringFromBstr(phase) + calcTypeText() + u": " + OutsideError(object.Get(), result);
+                        StringFromBstr(phase) + calcTypeText() + u": " + GetCapeErrorText(object.Get(), result);
             return false;
         }
     }
     // To a material of version 1.0 temperature and pressure are properties of the whole, whatever the phase.
     const BSTR askedPhase = IsTemperatureOrPressure(request.property) ? words.overall.Get() : phase;
     const BSTR basis = request.moleBasis ? words.mole.Get() : nullptr;
-    const HRESULT result = arithmetic.Outside(
-        [&] { return object->GetProp(request.property, askedPhase, *request.compoundList, calcType, basis, &answer); });
+    const HRESULT result =
+        object->GetProp(request.property, askedPhase, *request.compoundList, calcType, basis, &answer);
     if (SUCCEEDED(result)) return true;
     errorText = u"Failed to obtain " + StringFromBstr(request.property) + u" for phase " + StringFromBstr(askedPhase) +
-                calcTypeText() + u": " + OutsideError(object.Get(), result);
+                calcTypeText() + u": " + GetCapeErrorText(object.Get(), result);
     return false;
 }
 
@@ -180,21 +191,20 @@ bool CMaterialReader::RequestByVersion11(const Request& request, BSTR phase, VAR
             errorText = u"out of memory";
             return false;
         }
-        const HRESULT result = arithmetic.Outside([&] { return routine->CalcSinglePhaseProp(*props, phase); });
+        const HRESULT result = routine->CalcSinglePhaseProp(*props, phase);
         if (FAILED(result)) {
             errorText = u"CalcSinglePhaseProp failed for property " + StringFromBstr(request.property) + u", phase " +
-                        StringFromBstr(phase) + u": " + OutsideError(routine.Get(), result);
+                        StringFromBstr(phase) + u": " + GetCapeErrorText(routine.Get(), result);
             return false;
         }
     }
     const auto object = AskMaterial<ICapeThermoMaterial>(u"ICapeThermoMaterial", errorText);
     if (!object) return false;
     const BSTR basis = request.moleBasis ? words.mole.Get() : nullptr;
-    const HRESULT result =
-        arithmetic.Outside([&] { return object->GetSinglePhaseProp(request.property, phase, basis, &answer); });
+    const HRESULT result = object->GetSinglePhaseProp(request.property, phase, basis, &answer);
     if (SUCCEEDED(result)) return true;
     errorText = u"Failed to obtain " + StringFromBstr(request.property) + u" for phase " + StringFromBstr(phase) +
-                u": " + OutsideError(object.Get(), result);
+                u": " + GetCapeErrorText(object.Get(), result);
     return false;
 }
 
@@ -202,13 +212,16 @@ bool CMaterialReader::TakeValues(const Request& request, BSTR phase, const VARIA
                                  std::u16string& errorText) const {
     const bool isMapped = IsVersion11(definition) && request.expectedCount > 1;
     const bool isDoubleArray = IsDoubleArray(answer);
-    bool taken = isDoubleArray && HasElements(answer, isMapped ? materialCompoundCount : request.expectedCount);
-    for (LONG i = 0; taken && i < request.expectedCount; ++i) {
+    const std::int32_t count = isMapped ? materialCompoundCount : request.expectedCount;
+    const double* const values = isDoubleArray ? ElementsOf(answer, count) : nullptr;
+    bool taken = values != nullptr;
+    for (std::int32_t i = 0; taken && i < request.expectedCount; ++i) {
         const auto compound = static_cast<std::size_t>(i);
         // A map of an earlier definition may be too short or point behind the material's list.
         taken = !isMapped || compound < compoundMap.size();
-        LONG index = taken && isMapped ? compoundMap[compound] : i;
-        taken = taken && SUCCEEDED(SafeArrayGetElement(answer.parray, &index, &results[compound]));
+        const std::int32_t index = taken && isMapped ? compoundMap[compound] : i;
+        taken = taken && index >= 0 && index < count;
+        if (taken) std::memcpy(&results[compound], values + index, sizeof(double));
     }
     if (taken) return true;
     errorText = u"Invalid values for " + StringFromBstr(request.property);
@@ -222,12 +235,8 @@ bool CMaterialReader::TakeValues(const Request& request, BSTR phase, const VARIA
     return false;
 }
 
-std::u16string CMaterialReader::OutsideError(IUnknown* object, HRESULT result) const {
-    return arithmetic.Outside([&] { return GetCapeErrorText(object, result); });
-}
-
 bool CMaterialReader::IsTemperatureOrPressure(BSTR property) const {
-    return SameText(property, words.temperature.Get()) || SameText(property, words.pressure.Get());
+    return property == words.temperature.Get() || property == words.pressure.Get();
 }
 
 }  // namespace reka

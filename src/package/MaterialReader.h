@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "capeopen/CapeOpenInterfaces.h"
-#include "capeopen/OutsideHolders.h"
 #include "package/LentArray.h"
 #include "platform/HostArithmetic.h"
 #include "records/Definition.h"
@@ -48,6 +47,7 @@ public:
 
 private:
     bool FetchInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText);
+    bool ReadInputs(std::uint32_t dependencies, BSTR phase, std::u16string& errorText);
 
     /// One property as it is asked for.
     struct Request {
@@ -62,7 +62,8 @@ private:
     bool ReadMaterialProperty(const Request& request, BSTR phase, double* results, std::u16string& errorText);
     bool ReadScalar(BSTR property, BSTR phase, double& result, std::u16string& errorText);
     bool ReadPerCompound(BSTR property, BSTR phase, double* results, std::u16string& errorText);
-    bool ReadMolarity(BSTR phase, std::u16string& errorText);
+    bool ReadDensity(BSTR phase, std::u16string& errorText);
+    void MakeMolarities();
     bool MakeCompoundList(std::u16string& errorText);
 
     bool RequestByVersion10(const Request& request, BSTR phase, VARIANT& answer, std::u16string& errorText);
@@ -72,8 +73,7 @@ private:
 
     /// An interface of the material for the time of a request.
     template <class Interface>
-    CAskedInterface<Interface> AskMaterial(const char16_t* interfaceName, std::u16string& errorText) const;
-    std::u16string OutsideError(IUnknown* object, HRESULT result) const;
+    CComRef<Interface> AskMaterial(const char16_t* interfaceName, std::u16string& errorText) const;
     bool IsTemperatureOrPressure(BSTR property) const;
 
     ReactionPackDefinition& definition;
@@ -84,6 +84,8 @@ private:
     CCallArrays& arrays;
     const COwnArithmetic& arithmetic;
     const VARIANT* compoundList;  // the material's identifiers of the package's compounds; empty until they are needed
+    double density = 0.0;         // mol/m3
+    bool hasDensity = false;
 };
 
 }  // namespace reka
