@@ -15,7 +15,7 @@
 
 #include "bench/AllocationCount.h"
 #include "bench/Formulas.h"
-#include "bench/IdleMaterial.h"
+#include "bench/call/IdleMaterial.h"
 #include "bench/MemoryFiles.h"
 #include "capeopen/ComObject.h"
 #include "compounds/LoadPcdFile.h"

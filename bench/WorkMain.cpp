@@ -3,8 +3,8 @@
 
 #include <benchmark/benchmark.h>
 
-#include "bench/Call_bench.h"
-#include "bench/Material_bench.h"
+#include "bench/call/Call_bench.h"
+#include "bench/call/Material_bench.h"
 #include "bench/Parse_bench.h"
 #include "bench/Stored_bench.h"
 

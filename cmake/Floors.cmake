@@ -23,6 +23,7 @@ set(REKA_FLOORS
 
 # What stands on the house, with the floors whose headers it includes. Only the test goes by this.
 set(REKA_COMPANIONS
+    "include: platform capeopen manager"
     "tools/packagetext: text platform capeopen formula persistence"
     "examples/simulator: text platform capeopen manager tools/packagetext"
     "tools/rekadoctor: text platform capeopen persistence tools/packagetext"

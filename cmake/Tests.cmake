@@ -3,7 +3,7 @@
 if(CMAKE_CROSSCOMPILING)
   set(INSTALL_GTEST OFF)
   set(gtest_disable_pthreads OFF)
-  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
+  add_subdirectory(/usr/src/googletest ${PROJECT_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
   foreach(library gtest gmock)
     target_compile_options(${library} PRIVATE -O0)
   endforeach()
@@ -18,7 +18,7 @@ endif()
 include(GoogleTest)
 
 # A locale with a decimal comma for the tests, made for the build folder: the system needn't have it.
-set(REKA_TEST_LOCALES ${CMAKE_BINARY_DIR}/locales)
+set(REKA_TEST_LOCALES ${PROJECT_BINARY_DIR}/locales)
 if(NOT CMAKE_CROSSCOMPILING)
   find_program(LOCALEDEF localedef REQUIRED)
   file(MAKE_DIRECTORY ${REKA_TEST_LOCALES})
@@ -44,9 +44,9 @@ function(reka_register_tests target)
     NO_PRETTY_VALUES
     DISCOVERY_MODE PRE_TEST
     DISCOVERY_TIMEOUT 120
-    WORKING_DIRECTORY ${CMAKE_BINARY_DIR}
+    WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
     PROPERTIES TIMEOUT 300 ENVIRONMENT LOCPATH=${REKA_TEST_LOCALES} ENVIRONMENT_MODIFICATION
-               XDG_CONFIG_HOME=set:${CMAKE_BINARY_DIR}/user ${ARGN})
+               XDG_CONFIG_HOME=set:${PROJECT_BINARY_DIR}/user ${ARGN})
   add_dependencies(${target} reka_test_locales)
 endfunction()
 
@@ -56,7 +56,7 @@ function(reka_register_suites target)
   list(JOIN ARGN " " properties)
   string(APPEND properties " ENVIRONMENT LC_ALL=C.UTF-8")
   set(suites ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
-  configure_file(${CMAKE_SOURCE_DIR}/cmake/TestSuites.cmake.in ${suites}.in @ONLY)
+  configure_file(${PROJECT_SOURCE_DIR}/cmake/TestSuites.cmake.in ${suites}.in @ONLY)
   file(GENERATE OUTPUT ${suites} INPUT ${suites}.in)
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${suites})
 endfunction()

@@ -17,7 +17,7 @@ install_packages() {
 
 native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev libeigen3-dev
     gnuplot-nox fp-utils)
-test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils)
+test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils pkgconf)
 bench_packages=(libbenchmark-dev libmuparser-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
 coverage_packages=(clang libclang-rt-14-dev llvm)

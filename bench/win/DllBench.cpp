@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/IdleMaterial.h"
+#include "bench/call/IdleMaterial.h"
 #include "capeopen/ClassIds.h"
 #include "expression/parse/ParseExpression.h"
 #include "manager/TemplateStore.h"

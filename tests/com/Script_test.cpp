@@ -81,6 +81,18 @@ TEST(Script, ReadsTheReactionsOfAPackage) {
                                         "1 carbon monoxide 630-08-0", "end"}));
 }
 
+/// The help's page on scripts shows this one.
+TEST(Script, ReadsWhyAQuestionFailed) {
+    EXPECT_EQ(RunScript("Set manager = CreateObject(\"NAVO_REKA.ReactionPackManager\")\n"
+                        "Set package = manager.ResolveReactionsPackage(\"Methanol synthesis\")\n"
+                        "On Error Resume Next\n"
+                        "kind = package.GetReactionType(\"nobody\")\n"
+                        "out.WriteLine Hex(Err.Number) & \": \" & Err.Description\n"
+                        "out.WriteLine package.scope & \", \" & package.interfaceName\n"),
+              (std::vector<std::string>{"80040501: Invalid reaction ID: nobody",
+                                        "GetReactionType, ICapeReactionChemistry", "end"}));
+}
+
 TEST(Script, ReadsTheErrorTextsAfterAFailingCall) {
     EXPECT_EQ(RunScript("Set manager = CreateObject(\"NAVO_REKA.ReactionPackManager\")\n"
                         "Set package = manager.ResolveReactionsPackage(\"no such package\")\n"
@@ -143,6 +155,33 @@ TEST_F(CalculatingScript, PassesThePackagesOwnListBack) {
     EXPECT_EQ(results.values,
               (std::map<std::wstring, double>{{L"ReactionRate R", 600}, {L"EnthalpyOfReaction R", -1000}}));
 }
+
+struct LeftOutCase {
+    const char* name;
+    const wchar_t* arguments;  // behind the phase
+    bool isTaken;
+};
+void PrintTo(const LeftOutCase& row, std::ostream* stream) {
+    *stream << row.name;
+}
+
+const LeftOutCase leftOutCases[] = {
+    {"BothAsTheyAreDeclared", L"Empty, \"\"", true}, {"EmptyForBoth", L"Empty, Empty", true},
+    {"NullForTheReactions", L"Null, \"\"", false},   {"NullForTheBasis", L"Empty, Null", false},
+    {"NothingForTheReactions", L", \"\"", false},    {"NothingForTheBasis", L"Empty", false},
+};
+
+class ArgumentLeftOut : public CalculatingScript, public testing::WithParamInterface<LeftOutCase> {};
+
+TEST_P(ArgumentLeftOut, IsTakenOrRefused) {
+    const LeftOutCase& row = GetParam();
+    const std::wstring told = engine.Run(L"package.CalcReactionProp Array(\"ReactionRate\"), \"Vapor\", " +
+                                         std::wstring(row.arguments) + L"\n");
+    EXPECT_EQ(told.empty(), row.isTaken);
+    EXPECT_EQ(results.values.size(), row.isTaken ? 1U : 0U);
+}
+INSTANTIATE_TEST_SUITE_P(Table, ArgumentLeftOut, testing::ValuesIn(leftOutCases),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 TEST_F(CalculatingScript, IsToldWhatIsWrongWithItsList) {
     EXPECT_EQ(engine.Run(L"On Error Resume Next\n"

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "bench/IdleMaterial.h"
+#include "bench/call/IdleMaterial.h"
 
 namespace reka::bench {
 

@@ -2,7 +2,7 @@
 // An answer is what a simulator's can't be less than: one new array, filled in place. What has a value for each
 // compound is told by the first letter of its name, so that the time that a comparison takes isn't measured.
 
-#include "bench/ReadyMaterial.h"
+#include "bench/call/ReadyMaterial.h"
 
 #include "capeopen/ArrayHelpers.h"
 

@@ -3,14 +3,14 @@
 // the least that asking costs, which is an interface pointer for each question, the calls, and the material's own
 // arrays, read in place and destroyed. What goes in is made once on both sides.
 
-#include "bench/Material_bench.h"
+#include "bench/call/Material_bench.h"
 
 #include <cmath>
 #include <memory>
 #include <stdexcept>
 #include <string>
 
-#include "bench/ReadyMaterial.h"
+#include "bench/call/ReadyMaterial.h"
 #include "capeopen/ArrayHelpers.h"
 #include "capeopen/ComObject.h"
 #include "expression/parse/ParseExpression.h"

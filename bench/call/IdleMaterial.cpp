@@ -2,7 +2,7 @@
 // The simulator's side of a call, as cheap as it can be made: what is measured is the component. What it has to give is
 // made beforehand, and CAS numbers are given in the order in which they are asked for, without a look at the question.
 
-#include "bench/IdleMaterial.h"
+#include "bench/call/IdleMaterial.h"
 
 #include "capeopen/ArrayHelpers.h"
 

@@ -3,7 +3,7 @@
 // each result goes out in, to hand them to the reaction object, and to destroy them. The expressions are constants, so
 // that the material isn't asked.
 
-#include "bench/Call_bench.h"
+#include "bench/call/Call_bench.h"
 
 #include <cmath>
 #include <memory>
@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/IdleMaterial.h"
+#include "bench/call/IdleMaterial.h"
 #include "capeopen/ComObject.h"
 #include "expression/parse/ParseExpression.h"
 #include "package/CReactionPack.h"
