@@ -17,17 +17,26 @@ endif()
 
 include(GoogleTest)
 
-# A locale with a decimal comma for the tests, made for the build folder: the system needn't have it.
+# Locales for the tests, made for the build folder: the system needn't have them. One has a decimal comma; an emulated
+# Windows takes its code page from the others, 932 and 65001.
 set(REKA_TEST_LOCALES ${CMAKE_BINARY_DIR}/locales)
-if(NOT CMAKE_CROSSCOMPILING)
-  find_program(LOCALEDEF localedef REQUIRED)
-  file(MAKE_DIRECTORY ${REKA_TEST_LOCALES})
-  add_custom_command(
-    OUTPUT ${REKA_TEST_LOCALES}/de_DE.UTF-8/LC_NUMERIC
-    COMMAND ${LOCALEDEF} -i de_DE -f UTF-8 ${REKA_TEST_LOCALES}/de_DE.UTF-8
-    VERBATIM)
-  add_custom_target(reka_test_locales ALL DEPENDS ${REKA_TEST_LOCALES}/de_DE.UTF-8/LC_NUMERIC)
+if(CMAKE_CROSSCOMPILING)
+  set(test_locales ja_JP hi_IN)
+else()
+  set(test_locales de_DE)
 endif()
+find_program(LOCALEDEF localedef REQUIRED)
+file(MAKE_DIRECTORY ${REKA_TEST_LOCALES})
+set(made_locales)
+foreach(locale IN LISTS test_locales)
+  set(made_locale ${REKA_TEST_LOCALES}/${locale}.UTF-8)
+  add_custom_command(
+    OUTPUT ${made_locale}/LC_NUMERIC
+    COMMAND ${LOCALEDEF} -i ${locale} -f UTF-8 ${made_locale}
+    VERBATIM)
+  list(APPEND made_locales ${made_locale}/LC_NUMERIC)
+endforeach()
+add_custom_target(reka_test_locales ALL DEPENDS ${made_locales})
 
 # Makes the tests of `target` known to ctest: one by one natively, suite by suite under the emulator. What is tested may be
 # optimised; the tests needn't be, and take long enough to compile. Further arguments are properties of each test.
