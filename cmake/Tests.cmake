@@ -44,7 +44,7 @@ function(reka_register_tests target)
   target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
   reka_precompile_platform(${target})
   if(CMAKE_CROSSCOMPILING)
-    reka_register_suites(${target} ${ARGN})
+    reka_register_suites("" $<TARGET_FILE:${target}> ${ARGN})
     return()
   endif()
   # A user's own templates stay untouched: the tests have a configuration folder in the build folder.
@@ -59,12 +59,14 @@ function(reka_register_tests target)
   add_dependencies(${target} reka_test_locales)
 endfunction()
 
-# The emulator's user has a folder of his own. It encodes file names as its locale says.
-function(reka_register_suites target)
+# Makes the suites of a program known to ctest, each with `prefix` before its name. Further arguments are properties of each
+# test. The emulator's user has a folder of his own. It encodes file names as its locale says.
+function(reka_register_suites prefix program)
   set(REKA_EMULATOR ${CMAKE_CROSSCOMPILING_EMULATOR})
+  string(MAKE_C_IDENTIFIER "${prefix}${program}" name)
   list(JOIN ARGN " " properties)
   string(APPEND properties " ENVIRONMENT LC_ALL=C.UTF-8")
-  set(suites ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
+  set(suites ${CMAKE_CURRENT_BINARY_DIR}/${name}_suites.cmake)
   configure_file(${CMAKE_SOURCE_DIR}/cmake/TestSuites.cmake.in ${suites}.in @ONLY)
   file(GENERATE OUTPUT ${suites} INPUT ${suites}.in)
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${suites})

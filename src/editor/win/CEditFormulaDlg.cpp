@@ -71,6 +71,12 @@ LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
     return 0;
 }
 
+/// A new font takes the look of all parts away.
+void CEditFormulaDlg::OnScaled() {
+    format.Forget();
+    editor.SelectionChanged();
+}
+
 void CEditFormulaDlg::TextHasChanged() {
     NoteText();
     editor.TextChanged();

@@ -28,6 +28,7 @@ private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
+    void OnScaled() override;
 
     // The editor's positions are those of the text, with line ends of two characters; the history and the format go by
     // the field's.
