@@ -25,11 +25,10 @@ ControlPlace AsPlace(const RECT& place) {
 
 class DialogScale : public ReactionsPage {
 protected:
-    /// What the system does as the dialog comes to a monitor of that scale.
-    static void MoveTo(CUser& u, HWND dialog, int fromDpi, int toDpi) {
-        RECT place = PlaceOf(dialog);
-        place.right = place.left + MulDiv(place.right - place.left, toDpi, fromDpi);
-        place.bottom = place.top + MulDiv(place.bottom - place.top, toDpi, fromDpi);
+    /// What the system does as the dialog comes to a monitor of that scale, with its left upper corner there.
+    static void MoveTo(CUser& u, HWND dialog, int fromDpi, int toDpi, POINT corner = {0, 0}) {
+        const RECT place = {corner.x, corner.y, corner.x + MulDiv(Width(dialog), toDpi, fromDpi),
+                            corner.y + MulDiv(Height(dialog), toDpi, fromDpi)};
         u.Send(dialog, WM_DPICHANGED, MAKEWPARAM(toDpi, toDpi), reinterpret_cast<LPARAM>(&place));
         u.Settle();
     }
@@ -89,7 +88,7 @@ TEST_F(DialogScale, FollowsToAMonitorOfAnotherScaleAndBack) {
         MoveTo(u, shell.Get(), 2 * dpi, dpi * 3 / 2);
         CheckLayout(u, shell.Get());
         shell.TakePicture("103-moved-to-a-larger-scale");
-        MoveTo(u, shell.Get(), dpi * 3 / 2, dpi);
+        MoveTo(u, shell.Get(), dpi * 3 / 2, dpi, {frame.left, frame.top});
         EXPECT_EQ(AsPlace(PlaceOf(shell.Get())), frame);
         for (const auto& [control, place] : PlacesIn(shell.Get())) {
             EXPECT_EQ(place, before.at(control)) << GetDlgCtrlID(control);
