@@ -62,7 +62,12 @@ void CDialogScale::Begin(HWND madeDialog) {
     madeDpi = dpi = DpiOfNewDialog(dialog);
     const auto shown = reinterpret_cast<HFONT>(SendMessageW(dialog, WM_GETFONT, 0, 0));
     hasMadeFont = shown && GetObjectW(shown, sizeof madeFont, &madeFont) > 0;
-    NoteControls();
+    try {
+        NoteControls();
+    } catch (...) {  // the dialog can be used, and keeps its scale
+        made.clear();
+        hasMadeFont = false;
+    }
 }
 
 void CDialogScale::NoteControls() {
@@ -83,7 +88,7 @@ void CDialogScale::End() {
 }
 
 bool CDialogScale::ScaleTo(int newDpi) {
-    if (!dialog || newDpi <= 0 || newDpi == dpi) return false;
+    if (made.empty() || newDpi <= 0 || newDpi == dpi) return false;
     const int oldDpi = dpi;
     dpi = newDpi;
     ScaleFont();

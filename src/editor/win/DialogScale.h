@@ -30,7 +30,7 @@ public:
     CDialogScale(const CDialogScale&) = delete;
     CDialogScale& operator=(const CDialogScale&) = delete;
 
-    /// The dialog has just been made, with all of its controls but pages.
+    /// The dialog has just been made, with all of its controls but pages. Without memory for them it keeps its scale.
     void Begin(HWND madeDialog);
     /// The window is gone.
     void End();

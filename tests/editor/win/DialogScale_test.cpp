@@ -12,6 +12,8 @@
 #include "FakeDpi.h"
 #include "FormulaFixture.h"
 #include "ReactionsPage.h"
+#include "editor/win/CInputDlg.h"
+#include "support/AllocationCounter.h"
 
 namespace reka::test {
 namespace {
@@ -146,6 +148,23 @@ TEST_F(DialogScale, IsThatOfTheMonitorForWhatADialogAdds) {
         EXPECT_EQ(client.right - PlacesIn(shell.Get()).at(shell.Item(IDCANCEL)).right, 2 * ScalePixels(5, dpi));
         EXPECT_TRUE(CFakeDpi::leftAlone);
     });
+}
+
+TEST_F(DialogScale, StaysWithoutMemoryToChangeIt) {
+    const CFakeDpi system(static_cast<UINT>(ScreenDpi()), DialogSizing::ByMonitor);
+    CBstr text = CBstr::Make(u"typed");
+    CInputDlg dialog(u"A question:", text);
+    CUser user([](CUser& u) {
+        const CDrivenWindow open = u.WaitFor(u"A question:");
+        u.OnTestThread([] { FailAllocation(0); });
+        const Places before = PlacesIn(open.Get());
+        MoveTo(u, open.Get(), ScreenDpi(), 2 * ScreenDpi());
+        EXPECT_EQ(PlacesIn(open.Get()), before);
+        u.Press(VK_RETURN);
+    });
+    FailAllocation(1);
+    EXPECT_TRUE(dialog.Run(nullptr));
+    EXPECT_EQ(text.View(), u"typed");
 }
 
 /// The look of the expression is there again in the other font.
