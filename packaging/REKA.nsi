@@ -51,7 +51,7 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The REKA developers"
 !define FLAG_FOLDERS_TOO 0x02000000
 !define MUI_ICON "${SOURCE}/src/editor/win/icons/Reka.ico"
 !ifdef SIGNER
-  !uninstfinalize '"${SIGNER}" "%1"'
+  !uninstfinalize '"${SIGNER}" "%1"' = 0
 !endif
 !define MUI_UNICON "${SOURCE}/src/editor/win/icons/Reka.ico"
 

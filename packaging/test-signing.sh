@@ -17,7 +17,8 @@ make_marker() {
     mkdir -p "$folder"
     printf '#!/bin/sh\n[ -f package.sh ] && [ "$1" = --mark ] || exit 1\nprintf "%%s\\n" "$2" >>%q\nprintf marked >>"$2"\n' \
         "$marked" >"$folder/mark.sh"
-    chmod +x "$folder/mark.sh"
+    printf '#!/bin/sh\ncase $1 in *.dll | *.exe) ;; *) exit 1 ;; esac\n' >"$folder/mark-programs.sh"
+    chmod +x "$folder"/*.sh
 }
 is_marked() { [ "$(tail -c 6 "$1" | tr -d '\0')" = marked ]; }
 
@@ -39,6 +40,7 @@ not_marked() { ! is_marked "$package/REKA-$version-setup.exe" && ! is_marked "$s
 rm -f "$marked"
 make_marker
 check "a command that fails ends the packing" not_packed_by false
+check "so it does with the uninstaller alone" not_packed_by "'$package/of a signer/mark-programs.sh'"
 check "a word that isn't known is told" has_status 2 ./package.sh --sing x
 ./package.sh --sign "'$package/of a signer/mark.sh' --mark"
 check "the programs are marked" has_marks "$stage"

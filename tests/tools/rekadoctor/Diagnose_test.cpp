@@ -405,8 +405,8 @@ TEST(Diagnosis, NotesInterfacesThatOtherApartmentsCannotCall) {
     for (const std::string_view id : calledInterfaces) {
         CFakeComputer computer;
         computer.MakeAllWell();
-        const std::string key = "Software\\Classes\\Interface\\" + std::string(id) + "\\ProxyStubClsid32";
-        computer.RemoveText(machine64, key, "");
+        const std::string proxy = "Software\\Classes\\Interface\\" + std::string(id) + "\\ProxyStubClsid32";
+        computer.RemoveText(machine64, proxy, "");
         const std::vector<std::string> expected = {
             "the interfaces of the CAPE-OPEN standard are not registered for 64-bit programs: a simulator that calls "
             "from threads of another apartment needs them, so install the standard's type libraries if yours can't use "
@@ -414,7 +414,7 @@ TEST(Diagnosis, NotesInterfacesThatOtherApartmentsCannotCall) {
         const Diagnosis diagnosis = DiagnoseAll(computer);
         EXPECT_EQ(TextsOf(diagnosis, Weight::Note), expected) << id;
         EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
-        computer.PutText(user64, key, "", "{00020424-0000-0000-C000-000000000046}");
+        computer.PutText(user64, proxy, "", "{00020424-0000-0000-C000-000000000046}");
         EXPECT_TRUE(TextsOf(DiagnoseAll(computer), Weight::Note).empty()) << id;
     }
 }
