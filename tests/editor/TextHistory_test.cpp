@@ -40,6 +40,10 @@ const ChangeCase changeCases[] = {
      u"\xD83D\xDE00\xD83D\xDE01\xD83D\xDE00",
      4,
      {2, u"", u"\xD83D\xDE01"}},
+    {"SecondHalfComes", u"x\xD83D", u"x\xD83D\xDE00", 3, {1, u"\xD83D", u"\xD83D\xDE00"}},
+    {"FirstHalfComes", u"\xDE00x", u"\xD83D\xDE00x", 1, {0, u"\xDE00", u"\xD83D\xDE00"}},
+    {"SecondHalfGone", u"x\xD83D\xDE00", u"x\xD83D", 2, {1, u"\xD83D\xDE00", u"\xD83D"}},
+    {"FirstHalfGone", u"\xD83D\xDE00x", u"\xDE00x", 0, {0, u"\xD83D\xDE00", u"\xDE00"}},
     {"PairGone", u"\xD83D\xDE00\xD83D\xDE01", u"\xD83D\xDE01", 0, {0, u"\xD83D\xDE00", u""}},
 };
 class TextChanges : public testing::TestWithParam<ChangeCase> {};
