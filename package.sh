@@ -2,8 +2,18 @@
 # SPDX-License-Identifier: MIT
 # Makes what is handed out, in build/package: a zip with both Windows builds, their data and documents, an installer with
 # the same files, and the checksums of both. Runs no tests: see ./test.sh, and packaging/test-installer.sh for what is made here.
+#
+#   ./package.sh --sign COMMAND   runs COMMAND FILE in the top folder for every program before it is packed, the uninstaller
+#                                 included, and for the installer after
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")"
+sign_command=
+if [ "$#" -eq 2 ] && [ "$1" = --sign ] && [ -n "$2" ]; then
+    sign_command=$2
+elif [ "$#" -ne 0 ]; then
+    echo "usage: ./package.sh [--sign COMMAND]" >&2
+    exit 2
+fi
 . scripts/install-packages.sh
 install_packages "${native_packages[@]}" "${test_packages[@]}" "${windows_packages[@]}" "${package_packages[@]}"
 
@@ -33,6 +43,21 @@ stage_build() {
     cp "$from/NAVO.chm" "$to/"
 }
 
+# make_signer: what signs a file, also for the compiler of the installer, which runs it for the uninstaller.
+make_signer() {
+    signer=$package/sign.sh
+    printf '#!/usr/bin/env bash\nset -euo pipefail\nfile=$(realpath "$1")\ncd %q\n%s "$file"\n' "$PWD" "$sign_command" >"$signer"
+    chmod +x "$signer"
+}
+
+# sign_programs FOLDER: all that Windows loads or runs.
+sign_programs() {
+    local program
+    find "$1" \( -name '*.dll' -o -name '*.exe' \) -print0 | LC_ALL=C sort -z | while IFS= read -r -d '' program; do
+        "$signer" "$program"
+    done
+}
+
 # stage_text FILE NAME: with the line ends that every Windows editor knows.
 stage_text() {
     sed -e "s/@VERSION@/$version/g" -e 's/\r*$/\r/' "$1" >"$stage/$2"
@@ -51,6 +76,12 @@ stage_build mingw64-release x64 x86_64-w64-mingw32
 stage_build mingw32-release x86 i686-w64-mingw32
 stage_text packaging/README.txt README.txt
 stage_text LICENSE LICENSE.txt
+signing=()
+if [ -n "$sign_command" ]; then
+    make_signer
+    sign_programs "$stage"
+    signing=(-DSIGNER="$signer")
+fi
 packaging/third-party.sh "$version" >"$package/THIRD-PARTY.txt"
 stage_text "$package/THIRD-PARTY.txt" THIRD-PARTY.txt
 for document in expression-language reaction-systems rekadoctor rekatool; do
@@ -66,6 +97,7 @@ find "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 setup=$package/$name-setup.exe
 packaging/write-file-list.sh "$stage" "$package/files.nsh"
 makensis -V2 -WX -INPUTCHARSET UTF8 -DVERSION="$version" -DSOURCE="$PWD" -DFILES="$package/files.nsh" \
-    -DINSTALLED_KB="$(du -sk --apparent-size "$stage" | cut -f1)" -DOUTPUT="$setup" packaging/REKA.nsi
+    -DINSTALLED_KB="$(du -sk --apparent-size "$stage" | cut -f1)" -DOUTPUT="$setup" "${signing[@]}" packaging/REKA.nsi
+if [ -n "$sign_command" ]; then "$signer" "$setup"; fi
 (cd "$package" && sha256sum "$(basename "$zip")" "$(basename "$setup")" >"$name-SHA256SUMS")
 ls -l "$zip" "$setup"

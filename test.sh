@@ -73,7 +73,10 @@ test_installer() {
         >build/mingw32-release.configure.log
     ./package.sh
     echo "== Testing the installer"
-    local log=build/installer.test.log
+    local log=build/signing.test.log
+    packaging/test-signing.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
+    summary+=("signing: $(tail -1 "$log")")
+    log=build/installer.test.log
     packaging/test-installer.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
     summary+=("installer: $(tail -1 "$log")")
 }

@@ -17,17 +17,26 @@ endif()
 
 include(GoogleTest)
 
-# A locale with a decimal comma for the tests, made for the build folder: the system needn't have it.
+# Locales for the tests, made for the build folder: the system needn't have them. One has a decimal comma; an emulated
+# Windows takes its code page from the others, 932 and 65001.
 set(REKA_TEST_LOCALES ${PROJECT_BINARY_DIR}/locales)
-if(NOT CMAKE_CROSSCOMPILING)
-  find_program(LOCALEDEF localedef REQUIRED)
-  file(MAKE_DIRECTORY ${REKA_TEST_LOCALES})
-  add_custom_command(
-    OUTPUT ${REKA_TEST_LOCALES}/de_DE.UTF-8/LC_NUMERIC
-    COMMAND ${LOCALEDEF} -i de_DE -f UTF-8 ${REKA_TEST_LOCALES}/de_DE.UTF-8
-    VERBATIM)
-  add_custom_target(reka_test_locales ALL DEPENDS ${REKA_TEST_LOCALES}/de_DE.UTF-8/LC_NUMERIC)
+if(CMAKE_CROSSCOMPILING)
+  set(test_locales ja_JP hi_IN)
+else()
+  set(test_locales de_DE)
 endif()
+find_program(LOCALEDEF localedef REQUIRED)
+file(MAKE_DIRECTORY ${REKA_TEST_LOCALES})
+set(made_locales)
+foreach(locale IN LISTS test_locales)
+  set(made_locale ${REKA_TEST_LOCALES}/${locale}.UTF-8)
+  add_custom_command(
+    OUTPUT ${made_locale}/LC_NUMERIC
+    COMMAND ${LOCALEDEF} -i ${locale} -f UTF-8 ${made_locale}
+    VERBATIM)
+  list(APPEND made_locales ${made_locale}/LC_NUMERIC)
+endforeach()
+add_custom_target(reka_test_locales ALL DEPENDS ${made_locales})
 
 # Makes the tests of `target` known to ctest: one by one natively, suite by suite under the emulator. What is tested may be
 # optimised; the tests needn't be, and take long enough to compile. Further arguments are properties of each test.
@@ -35,7 +44,7 @@ function(reka_register_tests target)
   target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
   reka_precompile_platform(${target})
   if(CMAKE_CROSSCOMPILING)
-    reka_register_suites(${target} ${ARGN})
+    reka_register_suites("" $<TARGET_FILE:${target}> ${ARGN})
     return()
   endif()
   # A user's own templates stay untouched: the tests have a configuration folder in the build folder.
@@ -50,12 +59,14 @@ function(reka_register_tests target)
   add_dependencies(${target} reka_test_locales)
 endfunction()
 
-# The emulator's user has a folder of his own. It encodes file names as its locale says.
-function(reka_register_suites target)
+# Makes the suites of a program known to ctest, each with `prefix` before its name. Further arguments are properties of each
+# test. The emulator's user has a folder of his own. It encodes file names as its locale says.
+function(reka_register_suites prefix program)
   set(REKA_EMULATOR ${CMAKE_CROSSCOMPILING_EMULATOR})
+  string(MAKE_C_IDENTIFIER "${prefix}${program}" name)
   list(JOIN ARGN " " properties)
   string(APPEND properties " ENVIRONMENT LC_ALL=C.UTF-8")
-  set(suites ${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake)
+  set(suites ${CMAKE_CURRENT_BINARY_DIR}/${name}_suites.cmake)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/TestSuites.cmake.in ${suites}.in @ONLY)
   file(GENERATE OUTPUT ${suites} INPUT ${suites}.in)
   set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES ${suites})

@@ -6,7 +6,7 @@
 ; installed programs.
 ;
 ; package.sh defines VERSION, OUTPUT, FILES (the list of files to lay down and to remove), INSTALLED_KB and SOURCE (the top
-; of the source tree).
+; of the source tree). TESTED_ACCOUNT is what a test wants an account without rights to be called. With SIGNER, a program that signs the file it is given, the uninstaller is signed.
 
 Target amd64-unicode
 Unicode true
@@ -40,11 +40,19 @@ VIAddVersionKey "LegalCopyright" "Copyright (c) 2026 The REKA developers"
 !define CLASS_KEY "${CLASSES}\CLSID\{95E42661-1916-4261-8FCC-6F598A19E544}"
 !define PROG_ID "NAVO_REKA.ReactionPackManager.1"
 !define VERSION_INDEPENDENT_PROG_ID "NAVO_REKA.ReactionPackManager"
+!ifdef TESTED_ACCOUNT
+  !define SILENT_IN_TESTS " /S"
+!else
+  !define SILENT_IN_TESTS ""
+!endif
 !define WRITE_AND_DELETE 0x40010000
 !define SHARE_ALL 7
 !define OPEN_EXISTING 3
 !define FLAG_FOLDERS_TOO 0x02000000
 !define MUI_ICON "${SOURCE}/src/editor/win/icons/Reka.ico"
+!ifdef SIGNER
+  !uninstfinalize '"${SIGNER}" "%1"' = 0
+!endif
 !define MUI_UNICON "${SOURCE}/src/editor/win/icons/Reka.ico"
 
 Var isForUser        ; 1: for this user alone, 0: for all users
@@ -54,6 +62,7 @@ Var isFolderGiven    ; 1: the command line says where
 Var firstFolder      ; the outermost folder that this installation makes; empty if even its own was there
 Var isLayingDown     ; 1: files may be there that have to go if the rest can't come
 Var objection        ; why the folder can't be installed into; empty if it can
+Var isAsked          ; 1: somebody was asked for the rights of an administrator
 Var leftThing        ; what could not be removed; empty if all could
 Var logFile
 
@@ -348,6 +357,32 @@ SectionEnd
 
 ; ---- Uninstalling
 
+; Who runs this, or in a test whoever it says, as long as nobody was asked for rights.
+Function un.ReadAccount
+  UserInfo::GetAccountType
+  Pop $0
+!ifdef TESTED_ACCOUNT
+  ${If} $isAsked <> 1
+    StrCpy $0 "${TESTED_ACCOUNT}"
+  ${EndIf}
+!endif
+FunctionEnd
+
+; Asks for the rights of an administrator, and leaves the rest to the uninstaller that has them. Comes back only if there are
+; none.
+Function un.AskForRights
+  ${If} $isAsked = 1
+  ${OrIf} ${Silent}
+    Return
+  ${EndIf}
+  ClearErrors
+  ExecShellWait "runas" "$INSTDIR\uninstall.exe" "/ASKED${SILENT_IN_TESTS}"
+  ${IfNot} ${Errors}
+    SetErrorLevel 0
+    Quit
+  ${EndIf}
+FunctionEnd
+
 ; Any folder may hold a copy of the uninstaller, and files of the names that it removes.
 Function un.onInit
   SetRegView 64
@@ -364,9 +399,15 @@ Function un.onInit
   ${EndIf}
   StrCpy $isForUser 0
   SetShellVarContext all
-  UserInfo::GetAccountType
-  Pop $0
+  ${GetParameters} $0
+  ClearErrors
+  ${GetOptions} $0 "/ASKED" $1
+  ${IfNot} ${Errors}
+    StrCpy $isAsked 1
+  ${EndIf}
+  Call un.ReadAccount
   ${If} $0 != "Admin"
+    Call un.AskForRights
     ${Refuse} "REKA was installed for all users, so an administrator has to uninstall it."
   ${EndIf}
 FunctionEnd

@@ -229,6 +229,23 @@ with_small_files_only() {
     )
 }
 
+# Every account of Wine has the rights of an administrator, and it asks nobody: an installer for tests calls the account
+# otherwise until it has asked.
+without_rights() {
+    local folder="$drive/REKA" asking_setup=$work/REKA-asking.exe
+    echo "== For all users, uninstalled by a user without rights"
+    makensis -V1 -WX -INPUTCHARSET UTF8 -DIS_QUICK -DTESTED_ACCOUNT=User -DVERSION="$version" -DSOURCE="$PWD" \
+        -DFILES="$package/files.nsh" -DINSTALLED_KB=1 -DOUTPUT="$asking_setup" packaging/REKA.nsi
+    check "it is installed" has_status 0 wine "$asking_setup" /S '/D=C:\REKA'
+    check "a silent uninstaller asks nobody" has_status 2 wine 'C:\REKA\uninstall.exe' /S '_?=C:\REKA'
+    check "which leaves all as it is" is_laid_down "$folder"
+    check "another one asks" has_status 0 wine 'C:\REKA\uninstall.exe'
+    check "and with the rights it uninstalls" wait_until is_gone "$folder"
+    clean_uninstaller_copy
+    take_snapshot after
+    check "all is as before" is_same_snapshot before after
+}
+
 with_something_that_stays() {
     local folder="$drive/REKA" class_key="HKLM\\Software\\Classes\\$class"
     echo "== With something that can't be removed, and a module that is damaged later"
@@ -263,6 +280,7 @@ for_this_user
 with_settings_of_the_users
 over_an_older_one
 with_a_module_that_fails
+without_rights
 with_something_that_stays
 if [ "$failures" -eq 0 ]; then touch "$work/as-found"; fi
 echo "Installer: $checks checks, $failures failed."

@@ -45,8 +45,8 @@ std::int32_t PartnerOf(std::u16string_view text, std::int32_t position);
 /// `noPosition` for no error.
 std::vector<ExpressionRun> ColourExpression(std::u16string_view text, TextRange selection, std::int32_t errorPosition);
 
-/// The field of the text and the line under it, as a window has them. Ranges count the characters of `Text`: where the
-/// field counts a line end otherwise, the window gives the text as the field counts it.
+/// The field of the text and the line under it, as a window has them. Ranges count the characters of `Text`, in which a
+/// line end is two, as in a record.
 class IExpressionField {
 public:
     virtual ~IExpressionField() = default;

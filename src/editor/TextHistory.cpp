@@ -25,12 +25,29 @@ bool IsBlank(char16_t character) {
     return character == u' ' || character == u'\t' || character == u'\r' || character == u'\n';
 }
 
+bool IsHighHalf(char16_t unit) {
+    return (unit & 0xFC00) == 0xD800;
+}
+
+bool IsLowHalf(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+/// Whether the place lies between the two halves of one character.
+bool SplitsCharacter(std::u16string_view text, std::size_t place) {
+    return place > 0 && place < text.size() && IsHighHalf(text[place - 1]) && IsLowHalf(text[place]);
+}
+
+bool IsOneCharacter(std::u16string_view text) {
+    return text.size() == 1 || (text.size() == 2 && SplitsCharacter(text, 1));
+}
+
 bool IsTyped(const TextChange& change) {
-    return change.removed.empty() && change.inserted.size() == 1;
+    return change.removed.empty() && IsOneCharacter(change.inserted);
 }
 
 bool IsDeleted(const TextChange& change) {
-    return change.inserted.empty() && change.removed.size() == 1;
+    return change.inserted.empty() && IsOneCharacter(change.removed);
 }
 
 bool LooksLike(const ExpressionRun& one, const ExpressionRun& other) {
@@ -108,6 +125,9 @@ TextChange ChangeBetween(std::u16string_view before, std::u16string_view after, 
     while (suffix < common - prefix && before[before.size() - 1 - suffix] == after[after.size() - 1 - suffix]) {
         ++suffix;
     }
+    // What two characters have in common may be one half of them, and a field selects none of the halves alone.
+    if (SplitsCharacter(before, prefix) || SplitsCharacter(after, prefix)) --prefix;
+    if (SplitsCharacter(before, before.size() - suffix) || SplitsCharacter(after, after.size() - suffix)) --suffix;
     return {Signed(prefix), std::u16string(before.substr(prefix, before.size() - prefix - suffix)),
             std::u16string(after.substr(prefix, after.size() - prefix - suffix))};
 }
@@ -154,7 +174,7 @@ bool CTextHistory::JoinsLastStep(const TextChange& change) const {
         return !IsBlank(last.inserted.back()) || IsBlank(change.inserted.front());  // else a new word begins
     }
     if (!IsDeleted(change) || !last.inserted.empty()) return false;
-    return change.position == last.position || change.position + 1 == last.position;
+    return change.position == last.position || change.position + Signed(change.removed.size()) == last.position;
 }
 
 void CTextHistory::JoinLastStep(const TextChange& change) {
@@ -167,7 +187,7 @@ void CTextHistory::JoinLastStep(const TextChange& change) {
         last.removed.insert(0, change.removed);
         last.position = change.position;
     }
-    ++heldCharacters;
+    heldCharacters += SizeOf(change);
 }
 
 void CTextHistory::DropRedone() {

@@ -25,7 +25,7 @@ struct TextChange {
 };
 
 /// The smallest change that leads from `before` to `after`, where the caret stands behind it. Between equal characters
-/// the caret tells which of them is new.
+/// the caret tells which of them is new. No change begins or ends inside a character of two units.
 TextChange ChangeBetween(std::u16string_view before, std::u16string_view after, std::int32_t caret);
 
 /// What to put in place of a part of the text, and what to select then.

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
+#include <string>
 #include <thread>
 
 #include <commctrl.h>
@@ -19,6 +20,7 @@ struct Seen {
     int pages = 0;
     LRESULT tabs = 0;
     LRESULT icon = 0;
+    std::wstring libraryOfButtons;
 };
 
 struct Search {
@@ -34,6 +36,17 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM data) {
     return TRUE;
 }
 
+/// The file, in small letters, that the class of a window comes from.
+std::wstring LibraryOf(HWND window) {
+    HMODULE library = nullptr;
+    GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
+                       reinterpret_cast<const wchar_t*>(GetClassLongPtrW(window, GCLP_WNDPROC)), &library);
+    wchar_t path[MAX_PATH] = {};
+    GetModuleFileNameW(library, path, MAX_PATH);
+    CharLowerW(path);
+    return path;
+}
+
 HWND FindDialog(DWORD thread, const wchar_t* title) {
     Search search = {title, nullptr};
     EnumThreadWindows(thread, TakeDialog, reinterpret_cast<LPARAM>(&search));
@@ -47,6 +60,7 @@ Seen LookAndClose(DWORD thread, const wchar_t* title, const std::atomic<bool>& i
     if (!dialog) return seen;
     const HWND tabs = GetDlgItem(dialog, 201);
     seen.tabs = tabs ? SendMessageW(tabs, TCM_GETITEMCOUNT, 0, 0) : 0;
+    seen.libraryOfButtons = LibraryOf(GetDlgItem(dialog, IDOK));
     seen.icon = SendMessageW(dialog, WM_GETICON, ICON_BIG, 0);
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         wchar_t name[20] = {};
@@ -81,6 +95,8 @@ TEST(Edit, OpensTheEditorOfAPackage) {
     for (int round = 0; round < 2; ++round) {
         const Seen seen = Edit(*package.Get(), L"Edit:", S_FALSE);
         EXPECT_EQ(seen.tabs, 3);
+        // Version 6 of the common controls has them; this program has no manifest that asks for it.
+        EXPECT_TRUE(seen.libraryOfButtons.ends_with(L"\\comctl32.dll"));
         EXPECT_EQ(seen.pages, 3);
         EXPECT_NE(seen.icon, 0);
     }

@@ -32,6 +32,19 @@ const ChangeCase changeCases[] = {
     {"CaretInFrontOfTheChange", u"abc", u"abXc", 0, {2, u"", u"X"}},
     {"CaretUnknown", u"abc", u"aXc", -1, {1, u"b", u"X"}},
     {"CaretBeyond", u"abc", u"aXc", 99, {1, u"b", u"X"}},
+    // Characters of two units that share the first one, or the second one.
+    {"OtherSecondHalf", u"a\xD83D\xDE00z", u"a\xD83D\xDE01z", 3, {1, u"\xD83D\xDE00", u"\xD83D\xDE01"}},
+    {"OtherFirstHalf", u"a\xD83D\xDE00z", u"a\xD83C\xDE00z", 3, {1, u"\xD83D\xDE00", u"\xD83C\xDE00"}},
+    {"PairAmongPairs",
+     u"\xD83D\xDE00\xD83D\xDE00",
+     u"\xD83D\xDE00\xD83D\xDE01\xD83D\xDE00",
+     4,
+     {2, u"", u"\xD83D\xDE01"}},
+    {"SecondHalfComes", u"x\xD83D", u"x\xD83D\xDE00", 3, {1, u"\xD83D", u"\xD83D\xDE00"}},
+    {"FirstHalfComes", u"\xDE00x", u"\xD83D\xDE00x", 1, {0, u"\xDE00", u"\xD83D\xDE00"}},
+    {"SecondHalfGone", u"x\xD83D\xDE00", u"x\xD83D", 2, {1, u"\xD83D\xDE00", u"\xD83D"}},
+    {"FirstHalfGone", u"\xD83D\xDE00x", u"\xDE00x", 0, {0, u"\xD83D\xDE00", u"\xDE00"}},
+    {"PairGone", u"\xD83D\xDE00\xD83D\xDE01", u"\xD83D\xDE01", 0, {0, u"\xD83D\xDE00", u""}},
 };
 class TextChanges : public testing::TestWithParam<ChangeCase> {};
 TEST_P(TextChanges, AreTheSmallestThatEndAtTheCaret) {
@@ -137,6 +150,15 @@ TEST_F(TextHistory, JoinsDeletedCharacters) {
     EXPECT_TRUE(Undo());
     EXPECT_EQ(Text(), "");
     EXPECT_FALSE(Undo());
+}
+
+TEST_F(TextHistory, TakesACharacterOfTwoUnitsForOne) {
+    for (const std::u16string_view character : {u"x", u"\xD83D\xDE00", u"\xD83D\xDE01"}) Insert(character);
+    for (const std::size_t last : {3, 1}) Delete(last, 2);
+    EXPECT_TRUE(Undo());
+    EXPECT_EQ(text, u"x\xD83D\xDE00\xD83D\xDE01");
+    EXPECT_TRUE(Undo());
+    EXPECT_FALSE(history.CanUndo());
 }
 
 TEST_F(TextHistory, TakesAPasteBackAsOne) {

@@ -37,7 +37,7 @@ TEST(Module, StartsAndEnds) {
     EXPECT_TRUE(TheModule().hasStarted);
     EXPECT_EQ(std::u16string(TheModule().version), u"<unknown>");  // that of this program
     EXPECT_EQ(TheModule().typeLibraryId, typeLibraryId);
-    EXPECT_TRUE(GetModuleHandleW(L"riched32.dll"));
+    for (const wchar_t* const library : {L"riched32.dll", L"riched20.dll"}) EXPECT_TRUE(GetModuleHandleW(library));
     void* factory = nullptr;
     EXPECT_EQ(GetClassFactory(reactionPackManagerClassId, IID_IClassFactory, &factory), S_OK);
     static_cast<IClassFactory*>(factory)->Release();

@@ -301,6 +301,11 @@ Section DiagnoseUse(const Examination& examination) {
     if (!ofMachine && !ofUser) DiagnoseAbsence(examination, own, section);
     if (ofMachine && ofUser) DiagnoseBothOwners(*ofMachine, *ofUser, section);
     DiagnoseTrial(examination, section);
+    if (examination.trial.end == TrialEnd::Done && !examination.hasProxies) {
+        section.Note("the interfaces of the CAPE-OPEN standard are not registered for " + WordOf(own) +
+                     " programs: a simulator that calls from threads of another apartment needs them, so install the "
+                     "standard's type libraries if yours can't use REKA");
+    }
     if (examination.currentUser == "1") {
         section.Note("the value CurrentUser of HKCU\\Software\\NAVO is \"1\": regsvr32 registers for this user alone");
     }

@@ -89,6 +89,14 @@ Registration ExamineRegistration(CComputer& computer, RegistryPlace place, Width
     return found;
 }
 
+/// Whether programs of that width find how calls of the interfaces are carried.
+bool HasProxies(CComputer& computer, Width width) {
+    return std::all_of(calledInterfaces.begin(), calledInterfaces.end(), [&](std::string_view id) {
+        const std::string key = classesKey + "Interface\\" + std::string(id) + "\\ProxyStubClsid32";
+        return computer.ReadText({Owner::Machine, width}, key, "") || computer.ReadText({Owner::User, width}, key, "");
+    });
+}
+
 /// The module of a width beside this program, or in the folder of that width beside this program's folder.
 std::optional<std::string> FindModule(CComputer& computer, const Surroundings& surroundings, Width width) {
     const std::string name = "\\" + std::string(moduleName);
@@ -130,6 +138,7 @@ Examination Examine(CComputer& computer) {
         }
     }
     examination.currentUser = computer.ReadText({Owner::User, own}, "Software\\NAVO", "CurrentUser");
+    examination.hasProxies = HasProxies(computer, own);
     examination.module32 = FindModule(computer, surroundings, Width::Bits32);
     examination.module64 = FindModule(computer, surroundings, Width::Bits64);
     return examination;

@@ -48,7 +48,8 @@ struct Examination {
     Surroundings surroundings;
     std::vector<Registration> registrations;  // this program's width first, and the machine's first
     std::optional<std::string> currentUser;   // the setting that sends a registration to the user
-    std::optional<std::string> module32;      // modules of the right kind near this program, which can be registered
+    bool hasProxies = false;  // the system can carry calls of the standard's interfaces from one apartment to another
+    std::optional<std::string> module32;  // modules of the right kind near this program, which can be registered
     std::optional<std::string> module64;
     Trial trial;  // once it was tried
 };

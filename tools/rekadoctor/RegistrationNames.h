@@ -16,6 +16,11 @@ constexpr std::string_view versionIndependentProgId = "NAVO_REKA.ReactionPackMan
 constexpr std::string_view threadingModel = "Apartment";
 constexpr std::string_view moduleName = "REKA.dll";
 
+/// What a simulator calls first of the standard's interfaces: of the manager, of all components, of the packages.
+constexpr std::array<std::string_view, 4> calledInterfaces = {
+    "{678C0AFC-0100-11D2-A67D-00105A42887F}", "{678C0A9B-0100-11D2-A67D-00105A42887F}",
+    "{678C0AFB-0100-11D2-A67D-00105A42887F}", "{678C0AF9-0100-11D2-A67D-00105A42887F}"};
+
 /// A category of the CAPE-OPEN standard under which the component is registered.
 struct Category {
     std::string_view id;

@@ -81,19 +81,19 @@ LRESULT CCompoundDlg::OnNotify(NMHDR& header) {
             cell.Begin(header);
             return page.CanRename() ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
-            return TakeName(header) ? TRUE : FALSE;
+            TakeName(header);
+            return FALSE;  // the cell shows the name by now: some lists would cut it
         default:
             return 0;
     }
 }
 
-bool CCompoundDlg::TakeName(const NMHDR& header) {
-    if (!cell.End()) return false;
-    const std::u16string name(EditedText(header));
-    if (!page.TakeName(EditedRow(header), name)) return false;
+void CCompoundDlg::TakeName(const NMHDR& header) {
+    if (!cell.End()) return;
+    const std::u16string name = cell.Text(header);
+    if (!page.TakeName(EditedRow(header), name)) return;
     CListView(header.hwndFrom).SetText(EditedRow(header), 0, name);  // shown also if what follows fails
     reactions.RefreshReactionPage();
-    return true;
 }
 
 }  // namespace reka

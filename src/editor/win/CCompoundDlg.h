@@ -34,7 +34,7 @@ private:
     void Take(const CompoundPageChange& change);
     void Rename();
     void UpdateButtons();
-    bool TakeName(const NMHDR& header);
+    void TakeName(const NMHDR& header);
 
     CCompoundPage& page;
     CReactionDlg& reactions;

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "editor/win/DialogLayouts.h"
+#include "editor/win/WindowDpi.h"
 #include "platform/win/SystemModules.h"
 
 namespace reka {
@@ -44,15 +45,6 @@ BOOL CALLBACK TakeNoKeyFromText(HWND control, LPARAM /*context*/) {
     SetWindowLongPtrW(control, GWLP_USERDATA, GetWindowLongPtrW(control, GWLP_WNDPROC));
     SetWindowLongPtrW(control, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(PlainTextProcedure));
     return TRUE;
-}
-
-/// The height that the system wants to be told for a control that is to look that high: that of a box with a list
-/// includes the list when it is open.
-int HeightToSet(HWND control, int height) {
-    RECT open = {};
-    if (!IsOfClass(control, L"ComboBox")) return height;
-    if (!SendMessageW(control, CB_GETDROPPEDCONTROLRECT, 0, reinterpret_cast<LPARAM>(&open))) return height;
-    return open.bottom - open.top;
 }
 
 /// Whether a report of a control asks for an action, rather than tells what the control shows now.
@@ -103,7 +95,11 @@ INT_PTR CDialog::RunModal(HWND owner) {
     endCode = 0;
     hasEnded = false;
     isHiding = false;
+    const CControlsContext newest(IDM_CONTROLS);
+    const CControlsScope scope(&newest);
+    controlsContext = &newest;
     DialogBoxParamW(ModuleHandle(), MAKEINTRESOURCEW(templateId), owner, Procedure, reinterpret_cast<LPARAM>(this));
+    controlsContext = nullptr;
     return endCode > 0 ? endCode : notShown;
 }
 
@@ -120,6 +116,7 @@ INT_PTR CALLBACK CDialog::Procedure(HWND window, UINT message, WPARAM wParam, LP
     }
     auto* const dialog = reinterpret_cast<CDialog*>(GetWindowLongPtrW(window, DWLP_USER));
     if (!dialog) return FALSE;
+    const CControlsScope scope(dialog->Root().controlsContext);  // some systems call here with that of the program
     try {
         return dialog->Handle(message, wParam, lParam);
     } catch (...) {  // nothing here throws but for want of memory
@@ -167,6 +164,9 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
         case WM_SIZE:
             Size(wParam);
             return TRUE;
+        case WM_DPICHANGED:
+            MoveToMonitor(LOWORD(wParam), *reinterpret_cast<const RECT*>(lParam));
+            return TRUE;
         case WM_GETMINMAXINFO:
             reinterpret_cast<MINMAXINFO*>(lParam)->ptMinTrackSize = {smallest.cx, smallest.cy};
             return TRUE;
@@ -184,6 +184,7 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             window = nullptr;
             isInitialised = false;
             DestroyIcons();
+            scale.End();
             // A loop that waits for messages finds only at the next one that its window is gone.
             if (!parentDialog) PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
             return FALSE;
@@ -195,6 +196,8 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
 // The dialog stays usable where memory runs out meanwhile.
 bool CDialog::Initialise() {
     isFocusSet = false;
+    iconNumber = 0;
+    smallest = {};
     NoteDesign();
     if (!(GetWindowLongW(window, GWL_STYLE) & WS_CHILD)) CentreOverOwner();  // before anything may be told
     EnumChildWindows(window, LiftLimitOf, 0);
@@ -207,6 +210,7 @@ bool CDialog::Initialise() {
     }
     isInitialised = true;
     LayOut();
+    FitToMonitor();
     return !isFocusSet;
 }
 
@@ -300,6 +304,7 @@ LRESULT CDialog::OnNotify(NMHDR& /*header*/) {
 
 /// The controls as the template has them, before anything moves them.
 void CDialog::NoteDesign() {
+    scale.Begin(window);
     designedClient = ClientSize();
     for (std::size_t i = 0; i < layout.size(); ++i) {
         designed[i] = {};
@@ -307,10 +312,49 @@ void CDialog::NoteDesign() {
     }
 }
 
+/// With its pages, of which nobody else tells that they have moved.
+void CDialog::ScaleTo(int dpi) {
+    for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+        if (!IsOfClass(child, L"#32770")) continue;
+        if (auto* const page = reinterpret_cast<CDialog*>(GetWindowLongPtrW(child, DWLP_USER))) page->ScaleTo(dpi);
+    }
+    const CSilence silence(*this);
+    const int before = Dpi();
+    if (!scale.ScaleTo(dpi)) return;
+    smallest = {ScaleBetween(smallest.cx, before, dpi), ScaleBetween(smallest.cy, before, dpi)};
+    if (iconNumber) SetIcon(iconNumber);
+    OnScaled();
+    if (isInitialised) LayOut();
+}
+
+void CDialog::MoveToMonitor(int dpi, const RECT& place) {
+    ScaleTo(dpi);
+    SetWindowPos(window, nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                 SWP_NOZORDER | SWP_NOACTIVATE);
+    RedrawWindow(window, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+/// For a system that makes dialogs in the scale of its first screen and shows them as they are on all.
+void CDialog::FitToMonitor() {
+    const int dpi = DpiOfWindow(window);
+    if (parentDialog || dpi == Dpi()) return;
+    RECT place = {};
+    GetWindowRect(window, &place);
+    place.right = place.left + ScaleBetween(place.right - place.left, Dpi(), dpi);
+    place.bottom = place.top + ScaleBetween(place.bottom - place.top, Dpi(), dpi);
+    MoveToMonitor(dpi, place);
+    CentreOverOwner();
+}
+
 void CDialog::LayOut() {
     if (layout.empty()) return;
+    const int from = scale.MadeDpi();
+    std::array<DesignedControl, mostLayoutRows> scaled = designed;
+    for (DesignedControl& control : scaled) control.place = ScaleBetween(control.place, from, Dpi());
+    const ControlSize client = {ScaleBetween(designedClient.width, from, Dpi()),
+                                ScaleBetween(designedClient.height, from, Dpi())};
     std::array<ControlPlace, mostLayoutRows> places;
-    reka::LayOut(layout, {designedClient, {designed.data(), layout.size()}}, ClientSize(), Dpi(), places);
+    reka::LayOut(layout, {client, {scaled.data(), layout.size()}}, ClientSize(), Dpi(), places);
     for (std::size_t i = 0; i < layout.size(); ++i) {
         if (!IsLayoutLine(layout[i].control)) Place(layout[i].control, places[i]);
     }
@@ -339,11 +383,14 @@ void CDialog::KeepPresentSizeAsSmallest() {
 }
 
 void CDialog::SetIcon(int iconResource) {
+    iconNumber = iconResource;
+    const HICON large = LoadModuleIcon(iconResource, SM_CXICON, SM_CYICON);
+    const HICON small = LoadModuleIcon(iconResource, SM_CXSMICON, SM_CYSMICON);
+    SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(large));
+    SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(small));
     DestroyIcons();
-    largeIcon = LoadModuleIcon(iconResource, SM_CXICON, SM_CYICON);
-    smallIcon = LoadModuleIcon(iconResource, SM_CXSMICON, SM_CYSMICON);
-    SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(largeIcon));
-    SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(smallIcon));
+    largeIcon = large;
+    smallIcon = small;
 }
 
 void CDialog::DestroyIcons() {
@@ -461,16 +508,9 @@ ControlSize CDialog::ClientSize() const {
     return {client.right, client.bottom};
 }
 
-int CDialog::Dpi() const {
-    const HDC device = GetDC(window);
-    const int dpi = device ? GetDeviceCaps(device, LOGPIXELSX) : referenceDpi;
-    if (device) ReleaseDC(window, device);
-    return dpi;
-}
-
-HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric) {
+HICON CDialog::LoadModuleIcon(int resource, int widthMetric, int heightMetric) const {
     return static_cast<HICON>(LoadImageW(ModuleHandle(), MAKEINTRESOURCEW(resource), IMAGE_ICON,
-                                         GetSystemMetrics(widthMetric), GetSystemMetrics(heightMetric),
+                                         SystemMetric(widthMetric, Dpi()), SystemMetric(heightMetric, Dpi()),
                                          LR_DEFAULTCOLOR));
 }
 

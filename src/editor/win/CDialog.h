@@ -11,6 +11,8 @@
 #include <windows.h>
 
 #include "editor/DialogLayout.h"
+#include "editor/win/ControlsContext.h"
+#include "editor/win/DialogScale.h"
 #include "editor/win/ListView.h"
 #include "editor/win/WindowText.h"
 
@@ -65,6 +67,8 @@ protected:
     virtual bool OnKey(WPARAM /*key*/) { return false; }
     /// The controls of a dialog that can be sized have their places.
     virtual void OnLaidOut() {}
+    /// The dialog is on a monitor of another scale: its controls, fonts and columns have that size by now.
+    virtual void OnScaled() {}
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
 
@@ -74,6 +78,9 @@ protected:
     virtual RECT WorkArea() const;
     /// Sets the large and the small icon of the frame.
     void SetIcon(int iconResource);
+    /// One of the module's icons, in the dialog's scale; its owner destroys it. The metrics are the system's numbers of
+    /// the size.
+    HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric) const;
 
     // The controls, by their numbers.
     HWND Item(int control) const { return GetDlgItem(window, control); }
@@ -105,8 +112,8 @@ protected:
     /// The text of a control that grows in the layout takes that width now, in pixels.
     void MakeRoomForText(int control, int width);
 
-    /// Dots per inch of the screen, to which the system has sized the controls and their font.
-    int Dpi() const;
+    /// Dots per inch of the controls and their font.
+    int Dpi() const { return scale.Dpi(); }
     /// So many pixels of a screen of 96 dpi.
     int Scale(int pixels) const { return ScalePixels(pixels, Dpi()); }
 
@@ -152,6 +159,9 @@ private:
     void Notify(LPARAM lParam);
     void Size(WPARAM kind);
     void NoteDesign();
+    void ScaleTo(int dpi);
+    void MoveToMonitor(int dpi, const RECT& place);
+    void FitToMonitor();
     void Place(int control, const ControlPlace& place);
     ControlSize ClientSize() const;
     void DestroyIcons();
@@ -162,10 +172,13 @@ private:
     ControlSize designedClient;
     std::array<DesignedControl, mostLayoutRows> designed;  // one for each row of the layout
     HWND window = nullptr;
+    CDialogScale scale;
+    int iconNumber = 0;
     HICON largeIcon = nullptr;
     HICON smallIcon = nullptr;
-    SIZE smallest = {};               // of the window with its frame
-    CDialog* parentDialog = nullptr;  // of a page
+    SIZE smallest = {};                                 // of the window with its frame
+    CDialog* parentDialog = nullptr;                    // of a page
+    const CControlsContext* controlsContext = nullptr;  // of what runs as a dialog, meanwhile
     int endCode = 0;
     int silences = 0;
     int handlers = 0;  // now running, of the dialog or its pages
@@ -174,8 +187,5 @@ private:
     bool isInitialised = false;
     bool isFocusSet = false;
 };
-
-/// One of the module's icons; its owner destroys it. The metrics are the system's numbers of the size.
-HICON LoadModuleIcon(int resource, int widthMetric, int heightMetric);
 
 }  // namespace reka

@@ -27,11 +27,12 @@ void CEditFormulaDlg::OnInit() {
     SetText(IDC_EXPRESSION_UNIT, unit);
     field.Attach(Item(IDC_EXPRESSION_TEXT), history);
     field.SetText(expression);
-    openingText = field.Text();
-    history.Start(openingText);
-    format.Start(openingText);
+    const std::u16string shown = field.Text();
+    history.Start(shown);
+    format.Start(shown);
+    openingText = Text();
     FocusOn(IDC_EXPRESSION_TEXT);
-    const auto end = static_cast<std::int32_t>(openingText.size());
+    const auto end = static_cast<std::int32_t>(shown.size());
     field.Select({end, end});
     editor.TextChanged();
 }
@@ -70,6 +71,12 @@ LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
     return 0;
 }
 
+/// A new font takes the look of all parts away.
+void CEditFormulaDlg::OnScaled() {
+    format.Forget();
+    editor.SelectionChanged();
+}
+
 void CEditFormulaDlg::TextHasChanged() {
     NoteText();
     editor.TextChanged();
@@ -98,20 +105,22 @@ void CEditFormulaDlg::Accept() {
 
 std::u16string CEditFormulaDlg::Text() {
     wanted.clear();
-    return field.Text();
+    lines = CFieldLines(field.Text());
+    return lines.Text();
 }
 
 TextRange CEditFormulaDlg::Selection() {
-    return field.Selection();
+    return lines.InText(field.Selection());
 }
 
 void CEditFormulaDlg::Show(const ExpressionRun& run) {
-    wanted.push_back(run);
+    const TextRange range = lines.InField(run.range);
+    if (range.first < range.end) wanted.push_back({range, run.isBold, run.colour});
 }
 
 /// All runs are known: only what differs is formatted, which moves no selection.
 void CEditFormulaDlg::Select(TextRange range) {
-    if (!field.Format(format.Change(field.Text(), range.end, wanted))) format.Forget();
+    if (!field.Format(format.Change(field.Text(), lines.InField(range).end, wanted))) format.Forget();
 }
 
 void CEditFormulaDlg::ShowStatus(const std::u16string& message) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "editor/ExpressionEditor.h"
+#include "editor/FieldLines.h"
 #include "editor/TextHistory.h"
 #include "editor/win/CDialog.h"
 #include "editor/win/ExpressionField.h"
@@ -27,7 +28,10 @@ private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
+    void OnScaled() override;
 
+    // The editor's positions are those of the text, with line ends of two characters; the history and the format go by
+    // the field's.
     std::u16string Text() override;
     TextRange Selection() override;
     void Show(const ExpressionRun& run) override;
@@ -46,6 +50,7 @@ private:
     CExpressionField field;
     CTextHistory history;
     CShownFormat format;
+    CFieldLines lines;                  // of the text that the editor was given last
     std::vector<ExpressionRun> wanted;  // collected until all runs are known
     std::u16string openingText;
     CExpressionEditor editor;

@@ -126,9 +126,11 @@ LRESULT CPowerLawDlg::OnNotify(NMHDR& header) {
             return FALSE;  // go on
         case static_cast<UINT>(LVN_ENDLABELEDITW): {
             if (!cell.End()) return FALSE;
-            const bool isTaken = wizard.EditInhibitionConstant(EditedRow(header), EditedText(header));
-            if (isTaken) ShowPreview(wizard.RateText());
-            return isTaken;
+            const std::u16string typed = cell.Text(header);
+            if (!wizard.EditInhibitionConstant(EditedRow(header), typed)) return FALSE;
+            list.SetText(EditedRow(header), 0, typed);
+            ShowPreview(wizard.RateText());
+            return FALSE;  // the cell shows it by now: some lists would cut it
         }
         case static_cast<UINT>(LVN_KEYDOWN):
             if (IsEditKey(header)) list.EditSelectedRow();

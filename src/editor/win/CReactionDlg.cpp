@@ -43,8 +43,13 @@ void EnableControlsOfReaction(HWND page, bool isEnabled) {
 CReactionDlg::CReactionDlg(CReactionPage& reactionPage) : CDialog(IDD_REACTIONS, reactionsLayout), page(reactionPage) {}
 
 CReactionDlg::~CReactionDlg() {
-    for (const HICON icon : {wizardIcon, editIcon}) {
-        if (icon) DestroyIcon(icon);
+    DestroyButtonIcons();
+}
+
+void CReactionDlg::DestroyButtonIcons() {
+    for (HICON* const icon : {&wizardIcon, &editIcon}) {
+        if (*icon) DestroyIcon(*icon);
+        *icon = nullptr;
     }
 }
 
@@ -62,13 +67,21 @@ void CReactionDlg::OnInit() {
 }
 
 void CReactionDlg::SetButtonIcons() {
-    wizardIcon = LoadModuleIcon(IDI_RATE_WIZARD, SM_CXSMICON, SM_CYSMICON);
-    editIcon = LoadModuleIcon(IDI_EDIT_EXPRESSION, SM_CXSMICON, SM_CYSMICON);
+    const HICON newWizardIcon = LoadModuleIcon(IDI_RATE_WIZARD, SM_CXSMICON, SM_CYSMICON);
+    const HICON newEditIcon = LoadModuleIcon(IDI_EDIT_EXPRESSION, SM_CXSMICON, SM_CYSMICON);
     const auto set = [this](int control, HICON icon) {
         SendMessageW(Item(control), BM_SETIMAGE, IMAGE_ICON, reinterpret_cast<LPARAM>(icon));
     };
-    set(IDC_REACTIONS_RATE_WIZARD, wizardIcon);
-    for (const ExpressionControls& controls : expressionControls) set(controls.editButton, editIcon);
+    set(IDC_REACTIONS_RATE_WIZARD, newWizardIcon);
+    for (const ExpressionControls& controls : expressionControls) set(controls.editButton, newEditIcon);
+    DestroyButtonIcons();  // which the buttons show no more
+    wizardIcon = newWizardIcon;
+    editIcon = newEditIcon;
+}
+
+void CReactionDlg::OnScaled() {
+    SetButtonIcons();
+    MakeRoomForUnits();
 }
 
 void CReactionDlg::FillChoices() {
@@ -335,7 +348,7 @@ LRESULT CReactionDlg::OnNotify(NMHDR& header) {
             cell.Begin(header);
             return page.CanEditCoefficient() && list.SelectedRow() >= 0 ? FALSE : TRUE;  // true forbids it
         case LVN_ENDLABELEDITW:
-            if (cell.End()) Take(page.EditCoefficient(EditedRow(header), EditedText(header)));
+            if (cell.End()) Take(page.EditCoefficient(EditedRow(header), cell.Text(header)));
             return FALSE;  // the cell shows the number by now, or else its old text
         default:
             return 0;

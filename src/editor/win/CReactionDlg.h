@@ -32,9 +32,11 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
+    void OnScaled() override;
 
 private:
     void SetButtonIcons();
+    void DestroyButtonIcons();
     void FillChoices();
     void FillStoichiometry(const ReactionPageContent& content);
     void SetReactionControlsEnabled(const ReactionPageEnabled& enabled);

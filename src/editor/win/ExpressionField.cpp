@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Text goes in and out by messages that take it in Unicode, since the control's class isn't a Unicode one. Where
-// only a caret stands, parts are formatted by selecting them, which is quick; a selection of the user's is left alone,
-// and the control's object model does the work.
+// Text goes in and out by messages that name its encoding. Where only a caret stands, parts are formatted by selecting
+// them, which is quick; a selection of the user's is left alone, and the control's object model does the work. While
+// the field itself works on the control, the control reports nothing.
 
 #include "editor/win/ExpressionField.h"
 
@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cstring>
 #include <string_view>
+#include <utility>
 
 #include "editor/win/WindowText.h"
 #include "platform/win/SystemModules.h"
@@ -31,16 +32,19 @@ bool IsDown(int key) {
     return GetKeyState(key) < 0;
 }
 
+std::size_t TextLength(HWND field) {
+    GETTEXTLENGTHEX length = {};
+    length.flags = GTL_NUMCHARS | GTL_PRECISE;
+    length.codepage = unicode;
+    const LRESULT count = SendMessageW(field, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
+    return count > 0 ? static_cast<std::size_t>(count) : 0;
+}
+
 void PutPiece(HWND field, const char16_t* text, DWORD flags) {
     SETTEXTEX how = {};
     how.flags = flags;
     how.codepage = unicode;
     SendMessageW(field, EM_SETTEXTEX, reinterpret_cast<WPARAM>(&how), reinterpret_cast<LPARAM>(text));
-}
-
-void PutCharacter(HWND field, char16_t character) {
-    const char16_t text[] = {character, 0};
-    PutPiece(field, text, ST_SELECTION | ST_KEEPUNDO);
 }
 
 /// Whether the field would read the text as one in Rich Text Format. Some systems look at the bytes of the characters.
@@ -56,22 +60,38 @@ bool LooksFormatted(std::u16string_view text) {
     return false;
 }
 
-/// Puts the text as it is in place of what is selected. The first character of what looks formatted goes in alone, and
-/// without a report: to all others the text comes at once.
+/// As long as it lives the control reports nothing.
+class CFieldSilence {
+public:
+    explicit CFieldSilence(HWND silenced) : field(silenced), events(SendMessageW(field, EM_SETEVENTMASK, 0, 0)) {}
+    ~CFieldSilence() { SendMessageW(field, EM_SETEVENTMASK, 0, events); }
+    CFieldSilence(const CFieldSilence&) = delete;
+    CFieldSilence& operator=(const CFieldSilence&) = delete;
+
+private:
+    HWND field;
+    LPARAM events;
+};
+
+/// Puts the text as it is in place of what is selected. The first character of what looks formatted goes in alone.
 void PutText(HWND field, const std::u16string& text) {
+    const CFieldSilence silence(field);
     const char16_t* rest = text.c_str();
     if (LooksFormatted(text)) {
-        const LRESULT events = SendMessageW(field, EM_SETEVENTMASK, 0, 0);
-        PutCharacter(field, *rest++);
-        SendMessageW(field, EM_SETEVENTMASK, 0, events);
+        const char16_t first[] = {*rest++, 0};
+        PutPiece(field, first, ST_SELECTION | ST_KEEPUNDO);
     }
     PutPiece(field, rest, ST_SELECTION | ST_KEEPUNDO);
 }
 
-void Request(HWND field, FieldRequest request) {
-    SendMessageW(GetParent(field), WM_COMMAND,
-                 static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(field), static_cast<int>(request))),
+/// Sends the dialog a notification of the field.
+void Notify(HWND field, int notification) {
+    SendMessageW(GetParent(field), WM_COMMAND, static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(field), notification)),
                  reinterpret_cast<LPARAM>(field));
+}
+
+void Request(HWND field, FieldRequest request) {
+    Notify(field, static_cast<int>(request));
 }
 
 /// Whether the key asks for something that the field passes on.
@@ -116,8 +136,7 @@ bool SetLook(ITextFont& font, long isBold, long colour) {
 /// What is scrolled to stays, nothing is drawn and nothing reported while it lives.
 class CFieldFilling {
 public:
-    explicit CFieldFilling(HWND filled) : field(filled) {
-        events = SendMessageW(field, EM_SETEVENTMASK, 0, 0);
+    explicit CFieldFilling(HWND filled) : field(filled), silence(filled) {
         SendMessageW(field, EM_GETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
         SendMessageW(field, WM_SETREDRAW, FALSE, 0);
     }
@@ -125,15 +144,14 @@ public:
         SendMessageW(field, EM_SETSCROLLPOS, 0, reinterpret_cast<LPARAM>(&scrolled));
         SendMessageW(field, WM_SETREDRAW, TRUE, 0);
         InvalidateRect(field, nullptr, FALSE);
-        SendMessageW(field, EM_SETEVENTMASK, 0, events);
     }
     CFieldFilling(const CFieldFilling&) = delete;
     CFieldFilling& operator=(const CFieldFilling&) = delete;
 
 private:
     HWND field;
+    CFieldSilence silence;
     POINT scrolled = {};
-    LPARAM events = 0;
 };
 
 class COpenClipboard {
@@ -154,7 +172,7 @@ private:
 
 void LoadExpressionControl() noexcept {
     // The library stays: freeing it while the process detaches isn't allowed, and the process keeps a single copy.
-    LoadSystemLibrary(L"riched32.dll");
+    for (const wchar_t* const library : {L"riched32.dll", L"riched20.dll"}) LoadSystemLibrary(library);
 }
 
 CExpressionField::CExpressionField() = default;
@@ -163,7 +181,6 @@ CExpressionField::~CExpressionField() = default;
 void CExpressionField::Attach(HWND richEdit, const CTextHistory& shownHistory) {
     field = richEdit;
     history = &shownHistory;
-    // This way the window becomes a Unicode one: characters are no longer translated before they come.
     SetWindowLongPtrW(field, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
     ownProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(field, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(Procedure)));
@@ -177,12 +194,7 @@ void CExpressionField::Attach(HWND richEdit, const CTextHistory& shownHistory) {
 }
 
 std::u16string CExpressionField::Text() const {
-    GETTEXTLENGTHEX length = {};
-    length.flags = GTL_NUMCHARS | GTL_PRECISE;
-    length.codepage = unicode;
-    const LRESULT count = SendMessageW(field, EM_GETTEXTLENGTHEX, reinterpret_cast<WPARAM>(&length), 0);
-    if (count <= 0) return {};
-    std::u16string text(static_cast<std::size_t>(count) + 1, u'\0');
+    std::u16string text(TextLength(field) + 1, u'\0');
     GETTEXTEX how = {};
     how.cb = static_cast<DWORD>(text.size() * sizeof(char16_t));
     how.codepage = unicode;
@@ -197,10 +209,12 @@ void CExpressionField::SetText(const std::u16string& text) {
     PutText(field, text);
 }
 
+/// Without the end of the last line, which isn't in the text: where all is selected, it is as well.
 TextRange CExpressionField::Selection() const {
     CHARRANGE selection = {};
     SendMessageW(field, EM_EXGETSEL, 0, reinterpret_cast<LPARAM>(&selection));
-    return {selection.cpMin, selection.cpMax};
+    const auto length = static_cast<LONG>(TextLength(field));
+    return {std::min(selection.cpMin, length), std::min(selection.cpMax, length)};
 }
 
 void CExpressionField::Select(TextRange range) const {
@@ -208,15 +222,25 @@ void CExpressionField::Select(TextRange range) const {
     SendMessageW(field, EM_EXSETSEL, 0, reinterpret_cast<LPARAM>(&selection));
 }
 
-void CExpressionField::Insert(const std::u16string& text) {
+void CExpressionField::Insert(const std::u16string& text) const {
     PutText(field, text);
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+    ReportChange();
 }
 
-void CExpressionField::Replace(const TextReplacement& replacement) {
-    Select(replacement.range);
-    Insert(replacement.text);
-    Select(replacement.selection);
+void CExpressionField::Replace(const TextReplacement& replacement) const {
+    {
+        const CFieldSilence silence(field);
+        Select(replacement.range);
+        PutText(field, replacement.text);
+        Select(replacement.selection);
+    }
     SendMessageW(field, EM_SCROLLCARET, 0, 0);
+    ReportChange();
+}
+
+void CExpressionField::ReportChange() const {
+    Notify(field, EN_CHANGE);
 }
 
 bool CExpressionField::Format(const std::vector<ExpressionRun>& runs) {
@@ -258,14 +282,32 @@ bool CExpressionField::FormatRun(const ExpressionRun& run) const {
 }
 
 LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    const auto* const field = reinterpret_cast<const CExpressionField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    auto* const field = reinterpret_cast<CExpressionField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     LRESULT result = 0;
     if (field->Handle(message, wParam, result)) return result;
     return CallWindowProcW(field->ownProcedure, window, message, wParam, lParam);
 }
 
+/// The two units of a character are put in together: in between, the text would have half a character.
+bool CExpressionField::TakeHalf(char16_t unit) {
+    const char16_t first = std::exchange(firstHalf, u'\0');
+    if ((unit & 0xFC00) == 0xD800) {
+        firstHalf = unit;
+        return true;
+    }
+    if (!first || (unit & 0xFC00) != 0xDC00) return false;
+    const char16_t character[] = {first, unit, 0};
+    {
+        const CFieldSilence silence(field);
+        PutPiece(field, character, ST_SELECTION | ST_KEEPUNDO);
+    }
+    SendMessageW(field, EM_SCROLLCARET, 0, 0);
+    ReportChange();
+    return true;
+}
+
 /// Nothing here throws: what may is left to the dialog.
-bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) const {
+bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) {
     FieldRequest request;
     switch (message) {
         case WM_GETDLGCODE:
@@ -280,10 +322,7 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) cons
             return message == WM_KEYDOWN && IsDown(VK_CONTROL) && !IsDown(VK_MENU) && !IsOwnKey(wParam);
         case WM_CHAR:
             if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
-            if (IsStrayControl(wParam)) return true;
-            if (wParam < 0x80 || wParam > 0xFFFF) return false;
-            PutCharacter(field, static_cast<char16_t>(wParam));
-            return true;
+            return IsStrayControl(wParam) || TakeHalf(static_cast<char16_t>(wParam));
         case WM_PASTE:
             Request(field, FieldRequest::Paste);
             return true;

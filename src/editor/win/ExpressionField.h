@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: MIT
-// The rich edit control that an expression is written in, of the library riched32.dll.
+// The rich edit control that an expression is written in, of the library riched20.dll: it counts a text's UTF-16 units,
+// whatever the code page, and a line end as one, a carriage return, which is how it hands out its text.
 //
-// It counts the two characters of a line end as two, and hands out its text the same way, so that positions in the text
-// are positions in the field. The control's own list of what can be undone would be filled by colouring, so it has
-// none: the keys to undo are passed on.
+// The control's own list of what can be undone would be filled by colouring, so it has none: the keys to undo are
+// passed on. What the control reports of changes that others make in it differs from system to system: so it reports
+// nothing of ours, and the field does, once for each.
 
 #pragma once
 
@@ -37,27 +38,32 @@ public:
     /// whether there is anything to undo; it outlives the control.
     void Attach(HWND richEdit, const CTextHistory& shownHistory);
 
+    /// As the control has it, with a carriage return for each line end. Ranges count its characters.
     std::u16string Text() const;
+    /// Reported by nobody.
     void SetText(const std::u16string& text);
     TextRange Selection() const;
     void Select(TextRange range) const;
 
-    /// Puts the text in place of what is selected.
-    void Insert(const std::u16string& text);
-    void Replace(const TextReplacement& replacement);
+    /// Puts the text in place of what is selected, which is reported as a change.
+    void Insert(const std::u16string& text) const;
+    void Replace(const TextReplacement& replacement) const;
 
     /// Formats these parts. Neither the selection nor what is scrolled to moves. False if the field can't.
     bool Format(const std::vector<ExpressionRun>& runs);
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    bool Handle(UINT message, WPARAM wParam, LRESULT& result) const;
+    bool Handle(UINT message, WPARAM wParam, LRESULT& result);
+    bool TakeHalf(char16_t unit);
+    void ReportChange() const;
     bool FormatAsSelected(const ExpressionRun& run) const;
     bool FormatRun(const ExpressionRun& run) const;
 
     HWND field = nullptr;
     WNDPROC ownProcedure = nullptr;  // that of the control's class
     const CTextHistory* history = nullptr;
+    char16_t firstHalf = 0;  // of a character of two units, which is typed as two
     CComRef<ITextDocument> document;
 };
 

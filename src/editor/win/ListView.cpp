@@ -125,23 +125,23 @@ void CListView::EditSelectedRow() {
 
 void CCellEditing::Begin(const NMHDR& header) {
     hasEnded = false;
-    if (const HWND field = CListView(header.hwndFrom).CellField()) LiftLengthLimit(field);
+    field = CListView(header.hwndFrom).CellField();
+    if (field) LiftLengthLimit(field);
+}
+
+// Some systems report a copy that they have cut to 260 characters, while the field is still there, whether the list
+// tells of it or not; others report all of it, and the field may be gone.
+std::u16string CCellEditing::Text(const NMHDR& header) const {
+    const wchar_t* const reported = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
+    if (!reported) return {};
+    std::u16string text(reinterpret_cast<const char16_t*>(reported));
+    if (!field || !IsWindow(field)) return text;
+    std::u16string typed = WindowText(field);
+    return typed.size() > text.size() ? typed : text;
 }
 
 bool IsEditKey(const NMHDR& header) {
     return header.code == LVN_KEYDOWN && reinterpret_cast<const NMLVKEYDOWN&>(header).wVKey == VK_F2;
-}
-
-// Some systems report a copy that they have cut, while the field is still there; others report all of it, and have
-// forgotten the field.
-std::u16string EditedText(const NMHDR& header) {
-    const wchar_t* const reported = reinterpret_cast<const NMLVDISPINFOW&>(header).item.pszText;
-    if (!reported) return {};
-    const HWND field = CListView(header.hwndFrom).CellField();
-    std::u16string text(reinterpret_cast<const char16_t*>(reported));
-    if (!field) return text;
-    std::u16string typed = WindowText(field);
-    return typed.size() > text.size() ? typed : text;
 }
 
 std::size_t EditedRow(const NMHDR& header) {

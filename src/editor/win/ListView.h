@@ -66,9 +66,6 @@ private:
 /// The key on which a list starts to edit its selected row was pressed.
 bool IsEditKey(const NMHDR& header);
 
-/// What was typed in the cell, of any length, for the report that its editing has ended; nothing for one that was
-/// cancelled.
-std::u16string EditedText(const NMHDR& header);
 /// The row of a report that editing has begun or ended.
 std::size_t EditedRow(const NMHDR& header);
 
@@ -80,8 +77,12 @@ public:
     void Begin(const NMHDR& header);
     /// The list has reported its end. True for the first time.
     bool End() { return !std::exchange(hasEnded, true); }
+    /// What was typed in the cell, of any length, for the report that its editing has ended; nothing for one that was
+    /// cancelled.
+    std::u16string Text(const NMHDR& header) const;
 
 private:
+    HWND field = nullptr;
     bool hasEnded = false;
 };
 

@@ -1,12 +1,14 @@
 // SPDX-License-Identifier: MIT
-// Numbers of the icons, of the dialogs and of their controls. A number means another control in another dialog, so the
-// dialog is part of each name.
+// Numbers of the icons, of a manifest, of the dialogs and of their controls. A number means another control in another
+// dialog, so the dialog is part of each name.
 
 #pragma once
 
 #define IDI_COMPONENT 201
 #define IDI_RATE_WIZARD 205
 #define IDI_EDIT_EXPRESSION 206
+
+#define IDM_CONTROLS 300
 
 #define IDC_STATIC -1
 

@@ -122,7 +122,7 @@ const ChoiceCase choiceCases[] = {
       {anyLabel, u"Static", u"Unit of measure:"},
       {261, u"Edit", u"mol/s/m\u00B3", ES_READONLY | tab},
       {anyLabel, u"Static", u"Expression:"},
-      {262, u"RICHEDIT", nullptr, ES_MULTILINE | ES_NOHIDESEL | tab, ES_READONLY},
+      {262, u"RichEdit20W", nullptr, ES_MULTILINE | ES_NOHIDESEL | tab, ES_READONLY},
       {263, u"Static", nullptr, SS_NOPREFIX},
       okButton,
       cancelButton}},

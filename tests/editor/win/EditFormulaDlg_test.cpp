@@ -28,9 +28,10 @@ TEST_F(FormulaDialog, SaysNothingOfAnEmptyField) {
 
 /// As where it couldn't be loaded when the module started.
 TEST_F(FormulaDialog, LoadsItsControlIfNeedBe) {
-    for (int i = 0; i < 100000 && GetModuleHandleW(L"riched32.dll"); ++i)
-        FreeLibrary(GetModuleHandleW(L"riched32.dll"));
-    ASSERT_FALSE(GetModuleHandleW(L"riched32.dll"));
+    for (const wchar_t* const library : {L"riched32.dll", L"riched20.dll"}) {
+        for (int i = 0; i < 100000 && GetModuleHandleW(library); ++i) FreeLibrary(GetModuleHandleW(library));
+        ASSERT_FALSE(GetModuleHandleW(library));
+    }
     expression = u"T";
     EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
         EXPECT_EQ(Text(u, dialog), u"T");
@@ -186,7 +187,7 @@ TEST_F(FormulaDialog, PastesPlainTextAndTakesItBack) {
     EXPECT_EQ(expression, u"2*T2*T");
 }
 
-/// A line end counts as its two characters, in the text as in the field.
+/// A line end is two characters of the text, and one of the field.
 TEST_F(FormulaDialog, CountsLineEndsAsTheTextHasThem) {
     expression = u"1+\r\n(T)\r\n";
     const std::u16string before = expression;
@@ -199,10 +200,10 @@ TEST_F(FormulaDialog, CountsLineEndsAsTheTextHasThem) {
         EXPECT_EQ(position, 3);  // no line end is part of an expression
         // The line ends themselves have no look.
         EXPECT_EQ(Painted(u, dialog, 0, 2), "..");
-        EXPECT_EQ(Painted(u, dialog, 4, 3), "rrr");
+        EXPECT_EQ(Painted(u, dialog, 3, 3), "rrr");
         u.Press(VK_UP);
         u.Press(VK_END);
-        EXPECT_EQ(Selection(u, dialog), (TextRange{7, 7}));
+        EXPECT_EQ(Selection(u, dialog), (TextRange{6, 6}));
         dialog.Click(IDOK);
     }));
     EXPECT_EQ(expression, before);

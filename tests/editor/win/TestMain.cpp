@@ -2,11 +2,13 @@
 // Starts the tests as the module starts itself: with the common controls and the rich edit control.
 //
 // With --dots-per-inch=N they run on a screen of N dots per inch, which a program finds as it starts: so this one
-// starts itself again, with the user's setting changed meanwhile.
+// starts itself again, with the user's setting changed meanwhile. With --code-page=N they run only where the system's
+// is that one.
 
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -16,6 +18,7 @@
 namespace {
 
 constexpr char dpiOption[] = "--dots-per-inch=";
+constexpr char codePageOption[] = "--code-page=";
 constexpr wchar_t desktopKey[] = L"Control Panel\\Desktop";
 constexpr wchar_t dpiValue[] = L"LogPixels";
 
@@ -67,11 +70,21 @@ int RunAgain(DWORD dpi, int count, char** arguments) {
     return static_cast<int>(code);
 }
 
+/// The number that the first argument gives for the option; 0 if it isn't that option.
+unsigned NumberOf(const char* option, int count, char** arguments) {
+    const std::size_t length = std::strlen(option);
+    if (count < 2 || std::strncmp(arguments[1], option, length) != 0) return 0;
+    return static_cast<unsigned>(std::atoi(arguments[1] + length));
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc > 1 && std::strncmp(argv[1], dpiOption, sizeof dpiOption - 1) == 0) {
-        return RunAgain(static_cast<DWORD>(std::atoi(argv[1] + sizeof dpiOption - 1)), argc - 2, argv + 2);
+    if (const unsigned dpi = NumberOf(dpiOption, argc, argv)) return RunAgain(dpi, argc - 2, argv + 2);
+    const unsigned codePage = NumberOf(codePageOption, argc, argv);
+    if (codePage && codePage != GetACP()) {
+        std::printf("The code page is %u rather than %u.\n", GetACP(), codePage);
+        return 2;
     }
     SetProcessDPIAware();  // otherwise the system stretches pictures of 96 dots per inch
     testing::InitGoogleTest(&argc, argv);

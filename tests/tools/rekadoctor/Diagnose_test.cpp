@@ -400,6 +400,30 @@ TEST(Diagnosis, FindsABareNameThatDoesNotWork) {
     EXPECT_EQ(diagnosis.wrongForOtherWidth, 0);
 }
 
+/// One interface without a proxy is enough: each belongs to another call of a simulator.
+TEST(Diagnosis, NotesInterfacesThatOtherApartmentsCannotCall) {
+    for (const std::string_view id : calledInterfaces) {
+        CFakeComputer computer;
+        computer.MakeAllWell();
+        const std::string proxy = "Software\\Classes\\Interface\\" + std::string(id) + "\\ProxyStubClsid32";
+        computer.RemoveText(machine64, proxy, "");
+        const std::vector<std::string> others = {"no", "no"};  // of the registrations for this user
+        const std::vector<std::string> expected = {
+            "no", "no",
+            "the interfaces of the CAPE-OPEN standard are not registered for 64-bit programs: a simulator that calls "
+            "from threads of another apartment needs them, so install the standard's type libraries if yours can't use "
+            "REKA"};
+        const Diagnosis diagnosis = DiagnoseAll(computer);
+        EXPECT_EQ(TextsOf(diagnosis, Weight::Note), expected) << id;
+        EXPECT_EQ(diagnosis.wrongForOwnWidth, 0);
+        computer.trial.end = TrialEnd::NotCreated;  // what is worse comes first
+        EXPECT_EQ(TextsOf(DiagnoseAll(computer), Weight::Note), others) << id;
+        computer.trial.end = TrialEnd::Done;
+        computer.PutText(user64, proxy, "", "{00020424-0000-0000-C000-000000000046}");
+        EXPECT_EQ(TextsOf(DiagnoseAll(computer), Weight::Note), others) << id;
+    }
+}
+
 TEST(Diagnosis, AsksForTheManagerByItsNameWithoutVersion) {
     CFakeComputer computer;
     computer.MakeAllWell();

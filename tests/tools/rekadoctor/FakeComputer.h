@@ -126,6 +126,13 @@ public:
             keys.insert(Path(place, key + "\\Implemented Categories\\" + std::string(category.id)));
         }
     }
+    /// Registers the interfaces of the standard, as its type libraries do.
+    void RegisterInterfaces(RegistryPlace place) {
+        for (const std::string_view id : calledInterfaces) {
+            PutText(place, "Software\\Classes\\Interface\\" + std::string(id) + "\\ProxyStubClsid32", "",
+                    "{00020424-0000-0000-C000-000000000046}");
+        }
+    }
     /// Puts the module with all that belongs beside it into a folder.
     void Lay(const std::string& folder, const std::vector<std::uint8_t>& module) {
         files[folder + "\\REKA.dll"] = module;
@@ -138,6 +145,7 @@ public:
         Lay("C:\\REKA\\x64", Module64());
         Lay("C:\\REKA\\x86", Module32());
         Register(machine64, "C:\\REKA\\x64\\REKA.dll");
+        RegisterInterfaces(machine64);
         Register(machine32, "C:\\REKA\\x86\\REKA.dll");
         loading.isLoaded = true;
         trial = {TrialEnd::Done, "", "C:\\REKA\\x64\\REKA.dll"};

@@ -5,8 +5,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
+#include <iterator>
 
+#include "capeopen/CapeOpenInterfaces.h"
 #include "capeopen/ClassIds.h"
 
 namespace rekadoctor {
@@ -25,6 +28,13 @@ std::string TextOf(const GUID& id) {
 TEST(RegistrationNames, AreThoseOfTheComponent) {
     EXPECT_EQ(classId, TextOf(reka::reactionPackManagerClassId));
     EXPECT_EQ(typeLibraryId, TextOf(reka::typeLibraryId));
+}
+
+TEST(RegistrationNames, AreThoseOfTheInterfaces) {
+    const std::string expected[] = {TextOf(reka::ICapeReactionsPackageManager::iid), TextOf(reka::ICapeUtilities::iid),
+                                    TextOf(reka::ICapeReactionChemistry::iid),
+                                    TextOf(reka::ICapeReactionsRoutine::iid)};
+    EXPECT_TRUE(std::equal(calledInterfaces.begin(), calledInterfaces.end(), std::begin(expected), std::end(expected)));
 }
 
 }  // namespace

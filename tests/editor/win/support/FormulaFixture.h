@@ -35,6 +35,34 @@ inline void PutOnClipboard(const std::u16string& text) {
     CloseClipboard();
 }
 
+/// How the field shows a character: "." black, "B" bold, "r" red, "R" red and bold, "?" something else.
+inline char LookOf(ITextDocument& document, long position) {
+    CComRef<ITextRange> range;
+    CComRef<ITextFont> font;
+    document.Range(position, position + 1, range.Receive());
+    range->GetFont(font.Receive());
+    long isBold = 0;
+    long colour = 0;
+    font->GetBold(&isBold);
+    font->GetForeColor(&colour);
+    const bool isBlack = colour == tomAutoColor || colour == static_cast<long>(GetSysColor(COLOR_WINDOWTEXT));
+    if (isBold == tomTrue) return isBlack ? 'B' : colour == 255 ? 'R' : '?';
+    return isBold == tomFalse ? (isBlack ? '.' : colour == 255 ? 'r' : '?') : '?';
+}
+
+/// The characters of the field, as `LookOf` tells them.
+inline std::string PaintedIn(CUser& user, HWND field, std::size_t first, std::size_t length) {
+    std::string painted;
+    user.OnTestThread([&] {
+        CComRef<IUnknown> model;
+        SendMessageW(field, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(model.Receive()));
+        CComRef<ITextDocument> document;
+        model->QueryInterface(textDocumentId, reinterpret_cast<void**>(document.Receive()));
+        for (std::size_t i = first; i < first + length; ++i) painted += LookOf(*document, static_cast<long>(i));
+    });
+    return painted;
+}
+
 class FormulaDialog : public testing::Test {
 protected:
     using Work = std::function<void(CUser&, const CDrivenWindow&)>;
@@ -48,41 +76,20 @@ protected:
         return CEditFormulaDlg(*definition, u"Rate", u"mol/s", expression).Run(nullptr);
     }
 
-    /// Each character of the field: "." black, "B" bold, "r" red, "R" red and bold, "?" something else.
+    /// Each character of the field, as `LookOf` tells it.
     static std::string Painted(CUser& user, const CDrivenWindow& dialog) {
         return Painted(user, dialog, 0, Text(user, dialog).size());
     }
     static std::string Painted(CUser& user, const CDrivenWindow& dialog, std::size_t first, std::size_t length) {
-        std::string painted;
-        const HWND field = dialog.Item(IDC_EXPRESSION_TEXT);
-        user.OnTestThread([&] {
-            CComRef<IUnknown> model;
-            SendMessageW(field, EM_GETOLEINTERFACE, 0, reinterpret_cast<LPARAM>(model.Receive()));
-            CComRef<ITextDocument> document;
-            model->QueryInterface(textDocumentId, reinterpret_cast<void**>(document.Receive()));
-            for (std::size_t i = first; i < first + length; ++i) painted += Letter(*document, static_cast<long>(i));
-        });
-        return painted;
-    }
-    static char Letter(ITextDocument& document, long position) {
-        CComRef<ITextRange> range;
-        CComRef<ITextFont> font;
-        document.Range(position, position + 1, range.Receive());
-        range->GetFont(font.Receive());
-        long isBold = 0;
-        long colour = 0;
-        font->GetBold(&isBold);
-        font->GetForeColor(&colour);
-        const bool isBlack = colour == tomAutoColor || colour == static_cast<long>(GetSysColor(COLOR_WINDOWTEXT));
-        if (isBold == tomTrue) return isBlack ? 'B' : colour == 255 ? 'R' : '?';
-        return isBold == tomFalse ? (isBlack ? '.' : colour == 255 ? 'r' : '?') : '?';
+        return PaintedIn(user, dialog.Item(IDC_EXPRESSION_TEXT), first, length);
     }
 
-    /// The text in Unicode, which the control's class is not.
+    /// The text in Unicode, with two characters for each line end. Positions of the field count one.
     static std::u16string Text(CUser& user, const CDrivenWindow& dialog) {
         std::u16string text(200000, u'\0');
         GETTEXTEX how = {};
         how.cb = static_cast<DWORD>(text.size() * sizeof(char16_t));
+        how.flags = GT_USECRLF;
         how.codepage = 1200;
         text.resize(
             static_cast<std::size_t>(user.Send(dialog.Item(IDC_EXPRESSION_TEXT), EM_GETTEXTEX,
