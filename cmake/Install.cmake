@@ -5,7 +5,7 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(objects)
+set(objects $<TARGET_OBJECTS:reka_grammar>)
 foreach(floor IN LISTS REKA_PORTABLE_FLOORS)
   reka_floor_target(${floor} target)
   list(APPEND objects $<TARGET_OBJECTS:${target}>)

@@ -9,15 +9,13 @@
 #include <memory>
 #include <utility>
 
+#include "editor/HelpFile.h"
 #include "platform/Holders.h"
 #include "platform/SameText.h"
 
 namespace reka {
 
 namespace {
-
-constexpr const char16_t* helpFile = u"NAVO.chm";
-constexpr const char16_t* helpTopic = u"REKA/reka.htm";
 
 std::unique_ptr<ReactionPackDefinition>* FindTemplate(TemplateStore& store, const std::u16string& name) {
     for (auto& candidate : store.templates) {
@@ -148,10 +146,7 @@ void CEditShell::StoreAs(const std::u16string& templateName, TemplateStore& stor
 }
 
 void CEditShell::ShowHelp() {
-    const std::u16string path = ComponentFolder() + helpFile;
-    if (ui.ShowHelp(path, helpTopic)) return;
-    ui.ShowMessage(u"Failed to load HTML Help file " + path, u"Error starting Help:",
-                   messagestyle::ok | messagestyle::iconError);
+    if (!ui.ShowHelp(HelpFilePath(), firstHelpTopic)) TellHelpIsMissing(ui);
 }
 
 }  // namespace reka

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "editor/win/DialogLayouts.h"
+#include "editor/win/HelpPages.h"
 #include "editor/win/WindowDpi.h"
 #include "platform/win/SystemModules.h"
 
@@ -172,6 +173,9 @@ INT_PTR CDialog::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
             return TRUE;
         case WM_CLOSE:
             Close();
+            return TRUE;
+        case WM_HELP:  // F1
+            ShowHelpPage(Root().window, templateId);
             return TRUE;
         case WM_WINDOWPOSCHANGING:
             NoteHiding(reinterpret_cast<const WINDOWPOS*>(lParam)->flags);

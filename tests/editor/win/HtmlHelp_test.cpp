@@ -8,6 +8,8 @@
 #include <string>
 
 #include "EditorFixture.h"
+#include "editor/win/HelpPages.h"
+#include "editor/win/resource.h"
 
 namespace reka::test {
 namespace {
@@ -134,6 +136,56 @@ TEST_F(EditShellHelp, IsShownOrTheUserIsToldThatItCanNotBe) {
         u.Answer({u"Error starting Help:", u"Failed to load HTML Help file " + file, errorBox}, IDOK);
         shell.Click(IDCANCEL);
     }));
+}
+
+/// F1 in each page of the shell and in the dialogs above it.
+TEST_F(EditShellHelp, IsShownForTheDialogThatF1IsPressedIn) {
+    CTestClasses classes;
+    classes.SetHelpLibrary(FakeHelp::Path());
+    const FakeHelp library;
+    EXPECT_FALSE(EditPackage(*definition, [&](CUser& u, const CDrivenWindow& shell) {
+        library.SetAnswer(shell.Get());
+        const auto expectPage = [&](const char16_t* page) {
+            const int calls = library.CallCount();
+            u.Press(VK_F1);
+            EXPECT_EQ(library.CallCount(), calls + 1);
+            EXPECT_EQ(library.LastCall(), u"0|" + ComponentFolder() + u"NAVO.chm|REKA/" + page);
+        };
+        expectPage(u"general-page.htm");
+        OpenPage(u, shell, EditPage::Compounds).FocusOn(IDC_COMPOUNDS_LIST);
+        expectPage(u"compounds-page.htm");
+        const CDrivenWindow reactions = OpenPage(u, shell, EditPage::Reactions);
+        reactions.FocusOn(IDC_REACTIONS_RATE);
+        expectPage(u"reactions-page.htm");
+        reactions.Click(IDC_REACTIONS_RATE_WIZARD);
+        const CDrivenWindow wizard = u.WaitFor(u"Reaction rate wizard:");
+        expectPage(u"rate-wizard.htm");
+        EXPECT_EQ(library.LastCaller(), wizard.Get());
+        wizard.Click(IDCANCEL);
+        wizard.WaitUntilGone();
+        reactions.Click(IDC_REACTIONS_EDIT_RATE);
+        const CDrivenWindow expression = u.WaitFor(u"Edit formula:");
+        expectPage(u"expression-editor.htm");
+        expression.Click(IDCANCEL);
+        expression.WaitUntilGone();
+        shell.FocusOn(IDC_EDIT_HELP);
+        expectPage(u"editor.htm");
+        library.SetAnswer(nullptr);
+        u.Press(VK_F1);
+        u.Answer(
+            {u"Error starting Help:", u"Failed to load HTML Help file " + ComponentFolder() + u"NAVO.chm", errorBox},
+            IDOK);
+        shell.Click(IDCANCEL);
+    }));
+}
+
+TEST(HelpPages, AreThereForEveryDialog) {
+    for (const int dialog : {IDD_EDIT, IDD_GENERAL, IDD_COMPOUNDS, IDD_REACTIONS, IDD_MANAGER, IDD_ADD_COMPOUNDS,
+                             IDD_RATE_WIZARD, IDD_COMPOUND_SOURCE, IDD_MATERIAL_COMPOUNDS, IDD_EXPRESSION, IDD_INPUT,
+                             IDD_LOAD_TEMPLATE, IDD_STORE_TEMPLATE}) {
+        EXPECT_NE(HelpPageOf(dialog), nullptr) << dialog;
+    }
+    EXPECT_EQ(HelpPageOf(1), nullptr);
 }
 
 }  // namespace
