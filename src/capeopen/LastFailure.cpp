@@ -7,6 +7,7 @@
 
 #include <exception>
 #include <string>
+#include <utility>
 
 namespace reka {
 
@@ -34,10 +35,10 @@ void CLastFailure::Tell(Moment moment, EXCEPINFO& exception) const noexcept {
     if (failuresSoFar != moment.failures && methodsAtFailure == moment.methods + 1) {
         description = CBstr(errorDescription.Copy());
         try {
-            std::u16string text(errorInterface.View());
-            text += u'.';
-            text += errorScope.View();
-            source = CBstr::TryMake(text);
+            if (!errorInterface.IsAbsent() && !errorScope.IsAbsent()) {
+                source =
+                    CBstr::TryMake(std::u16string(errorInterface.View()) + u'.' + std::u16string(errorScope.View()));
+            }
         } catch (const std::exception&) {  // no memory, no source
         }
     }
@@ -45,6 +46,8 @@ void CLastFailure::Tell(Moment moment, EXCEPINFO& exception) const noexcept {
     SysFreeString(exception.bstrDescription);
     exception.bstrSource = source.Detach();
     exception.bstrDescription = description.Detach();
+    SysFreeString(std::exchange(exception.bstrHelpFile, nullptr));  // of some other error of the thread
+    exception.dwHelpContext = 0;
 }
 
 }  // namespace reka

@@ -86,6 +86,13 @@ bool CTemplateManager::IsInRow(std::size_t index, std::u16string_view name) {
     return found && SameText(found->name.View(), name);
 }
 
+bool CTemplateManager::TellItHasMoved(std::size_t index, const std::u16string& name) {
+    ui.ShowError(u"The template \"" + name +
+                 u"\" does not stand in its row any more: close this window first, and open it again.");
+    FillList(index);
+    return true;
+}
+
 bool CTemplateManager::Create() {
     if (!MayReadAgain()) return false;
     TemplateStore& store = source.Store();
@@ -100,22 +107,16 @@ bool CTemplateManager::Create() {
 }
 
 bool CTemplateManager::Edit() {
+    if (Selection() < 0 || !MayReadAgain()) return false;
     TemplateStore& store = source.Store();
-    const auto index = static_cast<std::size_t>(Selection());
-    if (!TemplateAt(store, index) || !MayReadAgain()) return false;
+    const auto index = static_cast<std::size_t>(selection);
     const std::u16string name = names[index];
     auto copy = std::make_unique<ReactionPackDefinition>(store.simulationContext.Get());
     const bool wasInRow = IsInRow(index, name);
     if (wasInRow) copy->CopyFrom(*store.templates[index]);
     const bool isFilled = ReadAgain();
     if (!CanStore()) return isFilled;
-    if (!wasInRow || !IsInRow(index, name)) {
-        ui.ShowError(u"The template \"" + name +
-                     u"\" does not stand in its row any more. Close this window first, and edit the template after you "
-                     u"have opened it again.");
-        FillList(index);
-        return true;
-    }
+    if (!wasInRow || !IsInRow(index, name)) return TellItHasMoved(index, name);
     {
         CTemplatesUnderEdit others(source, index);
         others.Store();
@@ -132,23 +133,24 @@ bool CTemplateManager::Edit() {
 }
 
 bool CTemplateManager::Delete() {
+    if (Selection() < 0) return false;
     TemplateStore& store = source.Store();
-    const auto index = static_cast<std::size_t>(Selection());
-    const ReactionPackDefinition* const doomed = TemplateAt(store, index);
-    if (!doomed) return false;
-    const std::u16string name(doomed->name.View());
+    const auto index = static_cast<std::size_t>(selection);
+    const std::u16string shown = names[index];
+    if (!IsInRow(index, shown)) return TellItHasMoved(index, shown);
+    const std::u16string name(store.templates[index]->name.View());
     const std::u16string question =
         u"Are you sure you want to permanently delete the reaction package definition " + name + u"?";
     if (ui.ShowMessage(question, u"Delete Reaction Package Definition:", messagestyle::carefulQuestion) !=
         MessageAnswer::Yes) {
         return false;
     }
+    // The question may have let the simulator read the file.
+    if (!IsInRow(index, name)) return TellItHasMoved(index, name);
     std::unique_ptr<ReactionPackDefinition> erased;
-    if (IsInRow(index, name)) {  // the question may have let the simulator read the file
-        erased.swap(store.templates[index]);
-        store.templates.erase(store.templates.begin() + static_cast<std::ptrdiff_t>(index));
-        isDeletionWaiting = true;
-    }
+    erased.swap(store.templates[index]);
+    store.templates.erase(store.templates.begin() + static_cast<std::ptrdiff_t>(index));
+    isDeletionWaiting = true;
     FillList(index);
     return true;
 }

@@ -56,6 +56,8 @@ private:
     bool ReadAgain();
     /// Whether a template of this name stands at `index`.
     bool IsInRow(std::size_t index, std::u16string_view name);
+    /// Tells that the template of that name has left the row `index`, and shows the list as it is. True.
+    bool TellItHasMoved(std::size_t index, const std::u16string& name);
     /// Whether what is edited can be stored; false after the user has been told that it can't.
     bool CanStore();
 

@@ -68,20 +68,20 @@ std::u16string BackupName(const std::u16string& userFile, std::uint32_t number) 
     return name;
 }
 
-void TemplateStore::GetConfigFilePath(std::u16string& path, bool reconcile) {
+bool TemplateStore::GetConfigFilePath(std::u16string& path, bool reconcile) {
     path = UserFile();
-    if (!reconcile) return;
+    if (!reconcile) return false;
     const std::u16string systemFile = SystemDataFolder() + configFileName;
     if (!Files().Exists(path)) {
         // Without a system file there is none for the user either. A file that only couldn't be seen stays, and so does
         // the name of one that is about to go: another simulator is replacing it.
-        if (Files().IsAbsent(path)) Files().CopyNew(systemFile, path);
-        return;
+        return Files().IsAbsent(path) && Files().CopyNew(systemFile, path);
     }
     const std::uint64_t userTime = Files().LastWriteTime(path);
     const std::uint64_t systemTime = Files().LastWriteTime(systemFile);
     // A no isn't remembered: the question comes again until the user says yes or stores something.
     if (userTime < systemTime && WantsSystemFile()) ReplaceBySystemFile(path, systemFile);
+    return true;
 }
 
 }  // namespace reka

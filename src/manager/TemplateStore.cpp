@@ -177,13 +177,14 @@ void MoveIntoPlace(const std::u16string& temporaryFile, const std::u16string& us
 
 }  // namespace
 
-TemplateStore::LoadedTemplates TemplateStore::ReadTemplates(const std::u16string& path) const {
+TemplateStore::LoadedTemplates TemplateStore::ReadTemplates(const std::u16string& path, bool wasSeen) const {
     LoadedTemplates read;
     std::u16string errorText;
     bool isWhole = false;
     {
         const std::unique_ptr<IFile> file = Files().OpenForReading(path);
-        if (!file) return {{}, !Files().IsAbsent(path)};
+        // One that was seen and has gone is being replaced by another simulator.
+        if (!file) return {{}, !Files().IsAbsent(path) || wasSeen};
         const CComRef<IDispatch> context = simulationContext;
         isWhole = ReadFile(*file, context.Get(), read.list, errorText);
     }
@@ -202,8 +203,8 @@ void TemplateStore::LoadTemplates() noexcept {
     try {
         DiscardTemplates();
         std::u16string path;
-        GetConfigFilePath(path, true);
-        LoadedTemplates read = ReadTemplates(path);
+        const bool wasSeen = GetConfigFilePath(path, true);
+        LoadedTemplates read = ReadTemplates(path, wasSeen);
         isUnread = read.isUnread;  // at the end: a message box may have let the host call in meanwhile
         templates.swap(read.list);
     } catch (const std::exception&) {

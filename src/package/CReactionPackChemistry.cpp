@@ -55,14 +55,16 @@ HRESULT CReactionPack::GetNumberOfReactions(LONG* count) {
 }
 
 HRESULT CReactionPack::GetReactionsIds(VARIANT* reactionIds) {
-    if (!definition) return E_UNEXPECTED;
-    if (!reactionIds) return E_POINTER;
-    const auto& reactions = definition->reactions;
-    const bool made = CreateListVariant(*reactionIds, reactions.size(), VT_BSTR, [&](SAFEARRAY& array, LONG index) {
-        return PutString(array, index, reactions[static_cast<std::size_t>(index)]->id.Get());
+    constexpr const char16_t* scope = u"GetReactionsIds";
+    return RunMethod(*this, scope, interfaceName, [&]() -> HRESULT {
+        if (!definition) return E_UNEXPECTED;
+        if (!reactionIds) return E_POINTER;
+        const auto& reactions = definition->reactions;
+        const bool made = CreateListVariant(*reactionIds, reactions.size(), VT_BSTR, [&](SAFEARRAY& array, LONG index) {
+            return PutString(array, index, reactions[static_cast<std::size_t>(index)]->id.Get());
+        });
+        return made ? S_OK : Fail(u"Out of memory", u"Out of memory", scope, interfaceName);
     });
-    if (made) return S_OK;
-    return Fail(u"Out of memory", u"Out of memory", u"GetReactionsIds", interfaceName);
 }
 
 HRESULT CReactionPack::GetReactionType(BSTR reactionId, CapeReactionType* type) {

@@ -30,7 +30,10 @@ public:
 
     /// An array of one number. Null without memory.
     const VARIANT* LendNumber(double value) {
-        if (!IsWhole(VT_R8, 1) && !(Discard(), CreateArrayVariant(array.Get(), 1, VT_R8) && Keep())) return nullptr;
+        if (!IsWhole(VT_R8, 1)) {
+            Discard();
+            if (!CreateArrayVariant(array.Get(), 1, VT_R8) || !Keep()) return nullptr;
+        }
         *static_cast<double*>(elements) = value;
         return &array.Get();
     }
@@ -62,7 +65,8 @@ public:
     /// The array as it was last lent.
     const VARIANT& Get() const { return array.Get(); }
 
-    /// Gives the array back, unless somebody still has it locked or has bent it: then it is left to him.
+    /// Gives the array back, unless somebody still has it locked or has bent it: then it is left to him. Without an
+    /// array nothing happens.
     void Discard();
 
 private:

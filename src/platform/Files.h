@@ -44,6 +44,7 @@ public:
     virtual bool IsAbsent(const std::u16string& path) = 0;
     /// Time of the last write in units of 100 ns, of use for comparison alone; 0 for a file that can't be opened.
     virtual std::uint64_t LastWriteTime(const std::u16string& path) = 0;
+    /// Tries once.
     virtual bool CreateFolder(const std::u16string& path) = 0;
     /// Replaces `to`; it gets the last-write time of `from`. A copy that fails leaves `to` as it was if `from` can't be
     /// read, and otherwise no file rather than part of one.
@@ -56,7 +57,8 @@ public:
     virtual bool Delete(const std::u16string& path) = 0;
     /// Puts a file of `size` bytes in the place of `path`, at once and for good: it is written beside the old one,
     /// brought to the disk, given the old one's access rights and then renamed. A link stays, and the file behind it is
-    /// replaced; a device or a pipe is written to. False: the old file is there as it was, and nothing beside it.
+    /// replaced; a device or a pipe is written to. False: the old file is there as it was, and nothing beside it. The
+    /// new file is made once; where others have the old one open when all is done, it may stay beside it as ".old".
     virtual bool Replace(const std::u16string& path, const void* data, std::size_t size) = 0;
 
     /// Where the data of applications lie for the current user; made if need be. False if the system doesn't tell.

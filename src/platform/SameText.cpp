@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Names come from simulators, files and users in any mix of cases, and are compared in every call: the comparison walks
-// along both texts at once and allocates nothing. The hash has to agree with it, and starts from a number that nobody
-// knows beforehand, so that nobody can choose names that share one.
+// along both texts at once and allocates nothing. The hash has to agree with it, and starts from a number that differs
+// from run to run, so that names which share one in all runs aren't come by; who makes names for it finds them all the
+// same, which the index of texts lives with.
 
 #include "platform/SameText.h"
 

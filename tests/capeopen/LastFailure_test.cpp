@@ -94,7 +94,20 @@ TEST_F(LastFailure, IsToldOfAMethodWithoutMemory) {
 TEST_F(LastFailure, HasAbsentTexts) {
     const CLastFailure::Moment before = object->Now();
     Run([&] { return object->Fail(u"name", nullptr, nullptr, nullptr); });
-    EXPECT_EQ(TellSince(*object, before), (Told{u".", u"<null>"}));
+    EXPECT_EQ(TellSince(*object, before), (Told{u"<null>", u"<null>"}));
+}
+
+TEST_F(LastFailure, LeavesNothingOfAnotherError) {
+    const CLastFailure::Moment before = object->Now();
+    FailAs(u"one");
+    EXCEPINFO told = {};
+    told.bstrHelpFile = CBstr::Make(u"other.hlp").Detach();
+    told.dwHelpContext = 7;
+    object->Tell(before, told);
+    EXPECT_EQ(told.bstrHelpFile, nullptr);
+    EXPECT_EQ(told.dwHelpContext, 0U);
+    SysFreeString(told.bstrSource);
+    SysFreeString(told.bstrDescription);
 }
 
 }  // namespace

@@ -13,9 +13,8 @@ namespace reka::test {
 namespace {
 
 const char* const notInRowA =
-    "message|Error:|The template \"A\" does not stand in its row any more. Close this window first, and edit the "
-    "template "
-    "after you have opened it again.|16";
+    "message|Error:|The template \"A\" does not stand in its row any more: close this window first, and open it "
+    "again.|16";
 
 class TemplateManager : public TemplateFixture {
 protected:
@@ -324,6 +323,18 @@ TEST_F(TemplateManager, DeletesNothingElseWhereTheQuestionChangedTheRows) {
     ui.asked.clear();
     EXPECT_TRUE(dialog->Create());
     EXPECT_EQ(ui.asked, Lines{"template|"});  // nothing waits to be deleted
+}
+
+TEST_F(TemplateManager, DeletesNoTemplateThatTheWindowDoesNotShow) {
+    Open({u"A", u"B"});
+    dialog->Select(0);
+    WillAnswer(MessageAnswer::Yes);
+    PutTemplates({u"X"});
+    source.Store().LoadTemplates();  // as the simulator does when it asks for the list
+    EXPECT_TRUE(dialog->Delete());
+    EXPECT_EQ(ui.asked, Lines{notInRowA});
+    EXPECT_EQ(dialog->Names(), Names{u"X"});
+    EXPECT_EQ(Templates(), Names{u"X"});
 }
 
 /// With templates of which the first was deleted.

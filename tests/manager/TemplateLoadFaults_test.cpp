@@ -110,6 +110,17 @@ TEST_F(UnreadFile, IsNotReplacedWhereNobodyKnowsWhetherItIsThere) {
     ExpectNothingIsStored();
 }
 
+TEST_F(UnreadFile, IsNotReplacedWhereAnotherSimulatorWasReplacingIt) {
+    Put(systemFile, FileOf({u"S"}), 200);  // newer, so there is a question; meanwhile the other one deletes the file
+    messages.onNextShow = [&] { files.entries.erase(userFile); };
+    store.LoadTemplates();
+    ASSERT_EQ(messages.shown.size(), 1U);
+    EXPECT_TRUE(store.templates.empty());
+    files.entries.erase(systemFile);
+    Put(userFile, mine, 300);  // and puts the new one there
+    ExpectNothingIsStored();
+}
+
 TEST_F(UnreadFile, IsNotReplacedAfterItCouldNotBeSetAside) {
     files.entries[userFile].bytes.pop_back();
     const auto damaged = files.entries[userFile].bytes;

@@ -21,7 +21,7 @@ namespace packagetext {
 namespace {
 
 // A package has an object of its entries, and notes may be a little deeper than the rest.
-constexpr ShapeLimits limits = {64, 10'000};
+constexpr ShapeLimits limits = {64, 1'000'000};
 
 std::filesystem::path PathFromUtf8(const std::string& path) {
     return {std::u8string(path.begin(), path.end())};

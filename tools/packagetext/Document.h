@@ -13,7 +13,7 @@ namespace packagetext {
 using Json = nlohmann::ordered_json;
 
 /// Paths are UTF-8. False leaves `content` empty and gives the path and the reason in `errorText`, for malformed JSON
-/// with line and column. Refused is also what nests deeper than 64 or has an object of more than 10000 members, and a
+/// with line and column. Refused is also what nests deeper than 64 or has an object of more than a million members, and a
 /// member that stands twice in its object. `text` gets the file as it is, for AtLine.
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
 bool ReadDocument(const std::string& path, Json& content, std::string& text, std::string& errorText);

@@ -116,7 +116,9 @@ private:
         if (!level.names.insert(name).second) {
             return Stop("line " + std::to_string(Line()) + ": " + Path() + ": the member is there twice in one object");
         }
-        return level.names.size() <= limits.members || Stop("there is an object with too many members");
+        return level.names.size() <= limits.members ||
+               Stop("line " + std::to_string(Line()) + ": there is an object with more than " +
+                    std::to_string(limits.members) + " members");
     }
     bool Open(bool isList) override {
         open.push_back({isList, 0, {}, {}});

@@ -122,7 +122,6 @@ std::vector<std::string> FindLoadFaults(const Json& package, const CPropertyBag&
     }
     AddUnknownMembers(package, bag, faults);
     AddMissingCoefficients(package, bag, faults);
-    AddRepeatedIds(package, compoundIds, faults);
     AddRepeatedIds(package, reactionIds, faults);
     return faults;
 }

@@ -1,11 +1,27 @@
 // SPDX-License-Identifier: MIT
-// A bag has a few dozen entries: a vector that is searched from its start will do, and it keeps the order in which the
-// package wrote them, and with it that of the document's members. Values are copied in and out, as the rules of the
-// interface want it.
+// The entries keep the order in which the package wrote them, and with it that of the document's members; a package of
+// many reactions has as many, so they are found by their names in a table beside. Values are copied in and out, as the
+// rules of the interface want it.
 
 #include "packagetext/PropertyBag.h"
 
+#include <new>
+
 namespace packagetext {
+
+namespace {
+
+/// No exception leaves a method that the package calls.
+template <class Body>
+HRESULT WithMemory(Body&& body) noexcept {
+    try {
+        return body();
+    } catch (const std::bad_alloc&) {
+        return E_OUTOFMEMORY;
+    }
+}
+
+}  // namespace
 
 void* CPropertyBag::FindInterface(REFIID iid) {
     const bool offered = iid == IID_IUnknown || iid == IID_IPropertyBag;
@@ -13,32 +29,34 @@ void* CPropertyBag::FindInterface(REFIID iid) {
 }
 
 CPropertyBag::Entry* CPropertyBag::Find(std::u16string_view key) {
-    for (Entry& entry : entries) {
-        if (entry.key == key) return &entry;
-    }
-    return nullptr;
+    const auto found = places.find(key);
+    return found == places.end() ? nullptr : &entries[found->second];
 }
 
 void CPropertyBag::Put(std::u16string_view key, reka::CVariant value) {
-    Entry* entry = Find(key);
-    if (!entry) entry = &entries.emplace_back(Entry{std::u16string(key), {}});
-    entry->value = std::move(value);
+    const auto [place, isNew] = places.try_emplace(std::u16string(key), entries.size());
+    if (isNew) entries.push_back(Entry{place->first, {}});
+    entries[place->second].value = std::move(value);
 }
 
 HRESULT STDMETHODCALLTYPE CPropertyBag::Read(LPCOLESTR property, VARIANT* value, IErrorLog*) {
     if (!property || !value) return E_POINTER;
-    const Entry* entry = Find(reka::TextOf(property));
-    const bool isNew = asked.insert(std::u16string(reka::TextOf(property))).second;
-    if (!entry && isNew) missed.emplace_back(reka::TextOf(property));
-    return entry ? VariantCopy(value, const_cast<VARIANT*>(&entry->value.Get())) : E_INVALIDARG;
+    return WithMemory([&]() -> HRESULT {
+        const Entry* entry = Find(reka::TextOf(property));
+        const bool isNew = asked.insert(std::u16string(reka::TextOf(property))).second;
+        if (!entry && isNew) missed.emplace_back(reka::TextOf(property));
+        return entry ? VariantCopy(value, const_cast<VARIANT*>(&entry->value.Get())) : E_INVALIDARG;
+    });
 }
 
 HRESULT STDMETHODCALLTYPE CPropertyBag::Write(LPCOLESTR property, VARIANT* value) {
     if (!property || !value) return E_POINTER;
-    reka::CVariant copy;
-    const HRESULT result = VariantCopy(&copy.Get(), value);
-    if (SUCCEEDED(result)) Put(reka::TextOf(property), std::move(copy));
-    return result;
+    return WithMemory([&]() -> HRESULT {
+        reka::CVariant copy;
+        const HRESULT result = VariantCopy(&copy.Get(), value);
+        if (SUCCEEDED(result)) Put(reka::TextOf(property), std::move(copy));
+        return result;
+    });
 }
 
 void* CErrorLog::FindInterface(REFIID iid) {
@@ -48,9 +66,11 @@ void* CErrorLog::FindInterface(REFIID iid) {
 
 HRESULT STDMETHODCALLTYPE CErrorLog::AddError(LPCOLESTR property, EXCEPINFO* exception) {
     if (!exception) return E_POINTER;
-    reports.push_back(
-        {std::u16string(reka::TextOf(property)), std::u16string(reka::TextOf(exception->bstrDescription))});
-    return S_OK;
+    return WithMemory([&]() -> HRESULT {
+        reports.push_back(
+            {std::u16string(reka::TextOf(property)), std::u16string(reka::TextOf(exception->bstrDescription))});
+        return S_OK;
+    });
 }
 
 }  // namespace packagetext

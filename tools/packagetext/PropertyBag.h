@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include <functional>
+#include <map>
 #include <set>
 #include <string>
 #include <string_view>
@@ -39,6 +41,7 @@ private:
     Entry* Find(std::u16string_view key);
 
     std::vector<Entry> entries;
+    std::map<std::u16string, std::size_t, std::less<>> places;  // of the entries by their names
     std::set<std::u16string> asked;
     std::vector<std::u16string> missed;
 };

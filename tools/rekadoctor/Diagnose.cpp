@@ -87,9 +87,13 @@ void TellApart(const Registration& found, const Examination& examination, Sectio
         std::find_if(examination.registrations.begin(), examination.registrations.end(), [&](const Registration& one) {
             return one.place == RegistryPlace{otherOwner, found.place.width};
         });
+    // Both widths have the names in common, and each a class of its own.
+    const bool isClassThere =
+        std::any_of(examination.registrations.begin(), examination.registrations.end(),
+                    [&](const Registration& one) { return one.place.owner == owner && one.isThere; });
     const auto tell = [&](std::string_view name, std::optional<std::string> Registration::*classOfName) {
         const std::string quoted = "the name \"" + std::string(name) + "\"";
-        if (!found.isThere && found.*classOfName) {
+        if (!isClassThere && found.*classOfName) {
             section.Note(ClassesOf(owner) + " has " + quoted + " without its class");
         }
         const bool isElsewhere = other != examination.registrations.end() && (*other).*classOfName;

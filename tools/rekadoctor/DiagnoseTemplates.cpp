@@ -5,6 +5,7 @@
 
 #include "DiagnoseTemplates.h"
 
+#include "packagetext/PrintableName.h"
 #include "packagetext/StoredBlock.h"
 #include "persistence/ByteReader.h"
 
@@ -39,7 +40,7 @@ TemplateList ReadTemplates(const std::vector<std::uint8_t>& bytes) {
             list.reason = reading.reason;
             return list;
         }
-        list.names.push_back(std::move(reading.name));
+        list.names.push_back(packagetext::PrintableName(reading.name));
     }
     list.isWhole = true;
     return list;

@@ -16,6 +16,7 @@
 #include <optional>
 #include <unordered_map>
 
+#include "packagetext/PrintableName.h"
 #include "packagetext/StoredBlock.h"
 #include "persistence/ByteReader.h"
 #include "text/Utf8.h"
@@ -53,9 +54,11 @@ std::string NameOf(ByteSpan block) {
     for (std::size_t i = 0; i < units.size() && name.size() < longestShownName; i += 2) {
         const auto unit = static_cast<char16_t>(units[i] | units[i + 1] << 8);
         if (unit == 0) break;
-        name += unit < u' ' || unit == 0x7F ? u'?' : unit;  // a damaged name mustn't steer the terminal
+        name += unit;
     }
-    return name.empty() ? std::string() : "\"" + reka::Utf8FromUtf16(name) + "\", ";
+    const bool isCutInAPair = name.size() == longestShownName && (name.back() & 0xFC00) == 0xD800;
+    if (isCutInAPair) name.pop_back();
+    return name.empty() ? std::string() : "\"" + packagetext::PrintableName(name) + "\", ";
 }
 
 std::string Templates(std::int64_t first, std::int64_t last) {

@@ -19,6 +19,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "text/Utf8.h"
 
@@ -229,9 +230,13 @@ std::string HomeFolder() {
     if (home && *home == '/') return home;
     passwd user;
     passwd* found = nullptr;
-    char texts[16384];  // of this call: the answers of getpwuid are one for all threads
-    if (getpwuid_r(getuid(), &user, texts, sizeof texts, &found) != 0 || !found || !user.pw_dir) return {};
-    return user.pw_dir;
+    constexpr std::size_t longest = std::size_t{1} << 24;
+    // The texts of this call: the answers of getpwuid are one for all threads.
+    for (std::vector<char> texts(16384); texts.size() <= longest; texts.resize(2 * texts.size())) {
+        const int error = getpwuid_r(getuid(), &user, texts.data(), texts.size(), &found);
+        if (error != ERANGE) return error == 0 && found && user.pw_dir ? user.pw_dir : std::string();
+    }
+    return {};
 }
 
 class CPosixFiles final : public IFileSystem {

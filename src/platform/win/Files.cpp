@@ -94,8 +94,8 @@ bool IsSeen(const std::u16string& path) {
     return GetFileAttributesW(Wide(path)) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Whether `path` is free for a file, after a deletion that went well. The name of a file that others have open may
-/// stay until they have closed it.
+/// Whether `path` is free for a file. The name of one that was deleted while others have it open may stay until they
+/// have closed it.
 bool IsNameFree(const std::u16string& path) {
     return !IsSeen(path) && IsMissing(GetLastError());
 }
@@ -185,9 +185,12 @@ public:
     bool IsAbsent(const std::u16string& path) override { return IsNameFree(path); }
 
     std::uint64_t LastWriteTime(const std::u16string& path) override {
-        const CFileHandle file = Open(path, FILE_READ_ATTRIBUTES, sharing, OPEN_EXISTING);
         FILETIME time = {};
-        if (!file.IsOpen() || !GetFileTime(file.Get(), nullptr, nullptr, &time)) return 0;
+        const bool isRead = FindWhileInUse([&] {
+            const CFileHandle file = Open(path, FILE_READ_ATTRIBUTES, sharing | FILE_SHARE_DELETE, OPEN_EXISTING);
+            return file.IsOpen() && GetFileTime(file.Get(), nullptr, nullptr, &time);
+        });
+        if (!isRead) return 0;
         return static_cast<std::uint64_t>(time.dwHighDateTime) << 32 | time.dwLowDateTime;
     }
 

@@ -28,7 +28,9 @@ struct KnownType {
 };
 
 SRWLOCK lock = SRWLOCK_INIT;
-KnownType* lastKnown = nullptr;  // ours till they are forgotten, and the system's where the process ends before that
+// Ours till they are forgotten, and the system's where the process ends before that.
+ITypeLib* knownLibrary = nullptr;
+KnownType* lastKnown = nullptr;
 
 class CLocked {
 public:
@@ -45,10 +47,13 @@ HRESULT LoadTypes(CComRef<ITypeLib>& library) {
 }
 
 HRESULT LoadTypeOfInterface(REFIID iid, CComRef<ITypeInfo>& typeInfo) {
-    CComRef<ITypeLib> library;
-    const HRESULT result = LoadTypes(library);
-    if (FAILED(result)) return result;
-    return library->GetTypeInfoOfGuid(iid, typeInfo.Receive());
+    if (!knownLibrary) {
+        CComRef<ITypeLib> library;
+        const HRESULT result = LoadTypes(library);
+        if (FAILED(result)) return result;
+        knownLibrary = library.Detach();
+    }
+    return knownLibrary->GetTypeInfoOfGuid(iid, typeInfo.Receive());
 }
 
 /// The type, which is kept from here on. Null with the reason in `result`.
@@ -115,6 +120,7 @@ HRESULT CallMemberOfInterface(void* object, REFIID iid, DISPID member, WORD flag
 void ForgetTypeLibrary() noexcept {
     const CLocked locked;
     while (lastKnown) delete std::exchange(lastKnown, lastKnown->next);
+    if (ITypeLib* const library = std::exchange(knownLibrary, nullptr)) library->Release();
 }
 
 }  // namespace reka

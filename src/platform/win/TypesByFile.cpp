@@ -1,13 +1,12 @@
 // SPDX-License-Identifier: MIT
 // The system reads type libraries out of files alone, and may keep one from being deleted as long as it is in use. So
-// each file has a name of its own, made of the process and the module, and what earlier processes had to leave behind
-// goes when the next one is made.
+// each file has a name of its own, and what earlier processes had to leave behind goes when the next one is made.
+// Nobody deletes one before it is loaded: it is held open from the moment that it is made.
 
 #include "platform/win/TypesByFile.h"
 
 #include <windows.h>
 
-#include <cstdint>
 #include <memory>
 #include <string>
 
@@ -30,14 +29,34 @@ void DeleteLeftovers(const std::wstring& folder) {
     } while (FindNextFileW(first, &found));
 }
 
-HRESULT WriteNew(const std::wstring& path, const void* bytes, DWORD size) {
+using Handle = std::unique_ptr<void, decltype(&CloseHandle)>;
+
+Handle Open(const std::wstring& path, DWORD access, DWORD shared, DWORD disposition) {
     const HANDLE file =
-        CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_TEMPORARY, nullptr);
-    if (file == INVALID_HANDLE_VALUE) return LastError();
-    DWORD written = 0;
-    const HRESULT result = WriteFile(file, bytes, size, &written, nullptr) ? S_OK : LastError();
-    CloseHandle(file);
-    return SUCCEEDED(result) && written != size ? E_FAIL : result;
+        CreateFileW(path.c_str(), access, shared, nullptr, disposition, FILE_ATTRIBUTE_TEMPORARY, nullptr);
+    return {file == INVALID_HANDLE_VALUE ? nullptr : file, &CloseHandle};
+}
+
+/// Makes a file of the bytes under a name that is free, which gets into `path`, and holds it against its deletion as
+/// long as the result lives; null with the reason in `result`.
+Handle MakeFile(const std::wstring& start, const void* bytes, DWORD size, std::wstring& path, HRESULT& result) {
+    constexpr int triedNames = 100;
+    Handle written(nullptr, &CloseHandle);
+    for (int number = 0; !written && number < triedNames; ++number) {
+        path = start + std::to_wstring(number) + L".tlb";
+        written = Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW);
+        result = written ? S_OK : LastError();
+        if (result != HRESULT_FROM_WIN32(ERROR_FILE_EXISTS)) break;
+    }
+    if (!written) return written;
+    DWORD count = 0;
+    if (!WriteFile(written.get(), bytes, size, &count, nullptr) || count != size) {
+        result = count == size ? LastError() : E_FAIL;
+        return {nullptr, &CloseHandle};
+    }
+    Handle held = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
+    result = held ? S_OK : LastError();
+    return held;
 }
 
 }  // namespace
@@ -51,11 +70,14 @@ HRESULT LoadTypesByFile(HMODULE module, CComRef<ITypeLib>& library) {
     const DWORD length = GetTempPathW(MAX_PATH + 1, folder);
     if (length == 0 || length > MAX_PATH) return E_FAIL;
     DeleteLeftovers(folder);
-    const std::wstring path = std::wstring(folder) + L"REKA-types-" + std::to_wstring(GetCurrentProcessId()) + L"-" +
-                              std::to_wstring(reinterpret_cast<std::uintptr_t>(module)) + L".tlb";
-    HRESULT result = WriteNew(path, bytes, SizeofResource(module, resource));
-    if (SUCCEEDED(result)) result = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Receive());
-    DeleteFileW(path.c_str());
+    const std::wstring start = std::wstring(folder) + L"REKA-types-" + std::to_wstring(GetCurrentProcessId()) + L"-";
+    std::wstring path;
+    HRESULT result = S_OK;
+    {
+        const Handle held = MakeFile(start, bytes, SizeofResource(module, resource), path, result);
+        if (held) result = LoadTypeLibEx(path.c_str(), REGKIND_NONE, library.Receive());
+    }
+    if (!path.empty()) DeleteFileW(path.c_str());
     return result;
 }
 

@@ -63,8 +63,7 @@ protected:
     static ExpectedBox NotInRow(const std::u16string& name) {
         return {u"Error:",
                 u"The template \"" + name +
-                    u"\" does not stand in its row any more. Close this window first, and edit the template after you "
-                    u"have opened it again.",
+                    u"\" does not stand in its row any more: close this window first, and open it again.",
                 errorBox};
     }
     /// Makes what a new template needs, in the open shell, but for its name.

@@ -18,7 +18,7 @@ std::string FaultOf(const std::string& text) {
 
 TEST(DocumentShape, MayBeAsLargeAsItsLimits) {
     EXPECT_EQ(FaultOf(R"({"a":1,"b":[[]],"c":{"a":2},"d":4})"), "");
-    EXPECT_EQ(FaultOf(R"({"a":1,"b":2,"c":3,"d":4,"e":5})"), "there is an object with too many members");
+    EXPECT_EQ(FaultOf(R"({"a":1,"b":2,"c":3,"d":4,"e":5})"), "line 1: there is an object with more than 4 members");
     EXPECT_EQ(FaultOf("[[[[]]]]"), "the text is nested too deeply");
     EXPECT_EQ(FaultOf(std::string(1'000'000, '[')), "the text is nested too deeply");
 }

@@ -207,6 +207,13 @@ TEST(Diagnosis, TakesNoOtherMarkForOneOfTheInternet) {
     }
 }
 
+TEST(Diagnosis, TakesTheNamesForThoseOfTheOtherWidth) {
+    CFakeComputer computer;
+    computer.MakeAllWell();
+    computer.RemoveKey(machine32, CFakeComputer::classKey);
+    EXPECT_EQ(NotesOf(DiagnoseAll(computer), "Registered for all users, for 32-bit programs"), Texts{"no"});
+}
+
 TEST(Diagnosis, TellsWhichHalfHasTheClassAndWhichTheNames) {
     CFakeComputer computer;
     computer.MakeAllWell();
