@@ -46,6 +46,8 @@ Bytes ReadFile(const std::string& path) {
         got = file->Read(bytes.data() + size, part);
         bytes.resize(size + got);
     }
+    // Part of a file would pass for a damaged one.
+    if (file->HasFailed()) throw ToolFailure{path + ": the file can't be read"};
     return bytes;
 }
 
