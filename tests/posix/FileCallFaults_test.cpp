@@ -47,7 +47,7 @@ const FileOperation fileOperations[] = {
      [](const std::u16string& folder) { return SystemFiles().CopyNew(folder + u"a", folder + u"b"); },
      {{"a", content}, {"b", content}, {"old", "old"}},
      {{"a", content}, {"old", "old"}},
-     10,
+     9,
      1},
     {"Renames",
      [](const std::u16string& folder) { return SystemFiles().Rename(folder + u"old", folder + u"b"); },

@@ -9,99 +9,18 @@
 #include <memory>
 
 #include "package/CreateReactionPack.h"
-#include "persistence/WriteStoredDefinition.h"
 #include "posix/AllocationFailures.h"
-#include "posix/SparingFakes.h"
-#include "support/Builders.h"
-#include "support/FakeEditor.h"
+#include "posix/PackageBench.h"
+#include "support/posix/LateMembers.h"
 
 namespace reka::test {
 namespace {
-
-std::unique_ptr<ReactionPackDefinition> MakeSample(ThermoVersion version) {
-    auto definition = MakePackage({u"A1", u"B1"});
-    definition->description = CBstr::Make(u"a description that is longer than a small string");
-    definition->thermoVersion = version;
-    definition->compounds[0]->casNumber = CBstr::Make(u"71-43-2");
-    ReactionDefinition& kinetic = AddKinetic(*definition, u"r", u"C(A1)*T+A(B1)+F(A1)+X(A1)*P");
-    kinetic.stoichiometry = {-1.0, 1.0};
-    SetHeat(*definition, kinetic, u"2*T");
-    AddEquilibrium(*definition, u"e", u"EXP(T/300)").stoichiometry = {1.0, -1.0};
-    return definition;
-}
-
-enum class Begin { Fresh, Defined, Bound, Bound11 };
-
-/// A package with what a simulator sets and asks, made afresh for each try.
-struct PackageBench {
-    explicit PackageBench(Begin begin)
-        : package(begin == Begin::Fresh ? std::make_unique<CPackageHolder>()
-                                        : std::make_unique<CPackageHolder>(*MakeSample(VersionOf(begin)))) {
-        material.SetCasNumber(1, u"71-43-2");
-        for (const char* const property : {"temperature", "pressure", "density"}) {
-            material.answers[property] = Numbers({300.0});
-        }
-        for (const char* const property : {"fraction", "activity", "fugacity"}) {
-            material.answers[property] = Numbers({0.25, 0.75});
-        }
-        editor.inPackage = [](ReactionPackDefinition& copy) {
-            copy.thermoVersion = ThermoVersion::Version11;
-            return true;
-        };
-        if (begin != Begin::Bound && begin != Begin::Bound11) return;
-        IDispatch* pointer = results.Dispatch();
-        EXPECT_EQ(Package().SetReactionObject(&pointer), S_OK);
-        EXPECT_EQ(Package().SetMaterial(material.Dispatch()), S_OK);
-    }
-    ~PackageBench() {
-        Package().Terminate();
-        package.reset();
-        EXPECT_EQ(material.references.Held() + results.references.Held() + bag.references.Held(), 0);
-        EXPECT_EQ(stream.references.Held(), 0);
-    }
-    static ThermoVersion VersionOf(Begin begin) {
-        return begin == Begin::Bound11 ? ThermoVersion::Version11 : ThermoVersion::Version10;
-    }
-    CReactionPack& Package() const { return **package; }
-
-    /// The definition as it is stored, and whether it asks to be saved.
-    std::string State() const {
-        if (!Package().Definition()) return "no definition";
-        std::vector<std::uint8_t> block;
-        std::u16string errorText;
-        EXPECT_TRUE(WriteStoredDefinition(*Package().Definition(), block, errorText));
-        return std::string(block.begin(), block.end()) + (Package().IsDirty() == S_OK ? " dirty" : "");
-    }
-    std::string Outputs() const {
-        return Show(lists[0].Get()) + Show(lists[1].Get()) + Show(lists[2].Get()) + Show(text.Get()) +
-               std::to_string(number) + (object ? " object" : "");
-    }
-
-    CSparingMaterial material{u"B1", u"a"};
-    CSparingResults results;
-    CSparingBag bag;
-    CSparingStream stream;
-    CFakeEditor editor;
-    std::unique_ptr<CPackageHolder> package;
-    const CBstr kinetic = CBstr::Make(u"r");
-    const CBstr equilibrium = CBstr::Make(u"e");
-    const CBstr none = CBstr::Make(u"a name of no reaction");
-    const CBstr phase = CBstr::Make(u"Liquid");
-    const CVariant properties = Strings({u"ReactionRate", u"EnthalpyOfReaction"});
-    const CVariant constants = Strings({u"ChemicalEquilibriumConstant"});
-    const CVariant kinetics = Strings({u"r"});
-    const CVariant equilibria = Strings({u"e"});
-    CVariant lists[3];
-    CBstr text;
-    LONG number = 0;
-    ULARGE_INTEGER size = {};
-    CComRef<IDispatch> object;
-};
 
 using Results = std::vector<HRESULT>;
 const Results unknown = {ECapeUnknownHR};
 const Results noMemory = {E_OUTOFMEMORY};
 const Results failed = {E_FAIL};
+const Results untouched;
 
 struct PackageMethod {
     const char* name;
@@ -134,26 +53,22 @@ const PackageMethod packageMethods[] = {
      [](B& b) { return b.Package().get_ComponentDescription(b.text.Receive()); }, noMemory},
     {"PutDescription", Begin::Defined, S_OK, [](B& b) { return b.Package().put_ComponentDescription(b.none.Get()); },
      unknown},
-    {"GetParameters", Begin::Defined, S_OK, [](B& b) { return b.Package().get_parameters(b.object.Receive()); }, {}},
-    {"PutContext",
-     Begin::Defined,
-     S_OK,
-     [](B& b) { return b.Package().put_simulationContext(b.results.Dispatch()); },
-     {}},
-    {"Initialize", Begin::Defined, S_OK, [](B& b) { return b.Package().Initialize(); }, {}},
+    {"GetParameters", Begin::Defined, S_OK, [](B& b) { return b.Package().get_parameters(b.object.Receive()); },
+     untouched},
+    {"PutContext", Begin::Defined, S_OK, [](B& b) { return b.Package().put_simulationContext(b.results.Dispatch()); },
+     untouched},
+    {"Initialize", Begin::Defined, S_OK, [](B& b) { return b.Package().Initialize(); }, untouched},
     {"InitializeWithoutDefinition", Begin::Fresh, ECapeUnknownHR, [](B& b) { return b.Package().Initialize(); },
      unknown},
-    {"Terminate", Begin::Bound, S_OK, [](B& b) { return b.Package().Terminate(); }, {}},
+    {"Terminate", Begin::Bound, S_OK, [](B& b) { return b.Package().Terminate(); }, untouched},
     {"Edit", Begin::Defined, S_OK, [](B& b) { return b.Package().Edit(); }, unknown},
     {"EditWithoutDefinition", Begin::Fresh, S_OK, [](B& b) { return b.Package().Edit(); }, unknown},
-    {"SetReactionObject",
-     Begin::Bound,
-     S_OK,
+    {"SetReactionObject", Begin::Bound, S_OK,
      [](B& b) {
          IDispatch* pointer = b.results.Dispatch();
          return b.Package().SetReactionObject(&pointer);
      },
-     {}},
+     untouched},
     {"SetReactionObjectThatIsNone", Begin::Defined, ECapeUnknownHR,
      [](B& b) {
          IDispatch* pointer = b.material.Dispatch();
@@ -177,7 +92,7 @@ const PackageMethod packageMethods[] = {
     {"SetMaterialThatFails", Begin::Defined, ECapeUnknownHR,
      [](B& b) { return b.Package().SetMaterial(b.material.Dispatch()); }, unknown,
      [](B& b) { b.material.failures["get_ComponentIds"] = E_FAIL; }},
-    {"UnsetMaterial", Begin::Bound, S_OK, [](B& b) { return b.Package().UnsetMaterial(); }, {}},
+    {"UnsetMaterial", Begin::Bound, S_OK, [](B& b) { return b.Package().UnsetMaterial(); }, untouched},
     {"Calculate", Begin::Bound, S_OK,
      [](B& b) { return b.Package().CalcReactionProp(b.properties.Get(), b.phase.Get(), b.kinetics.Get(), nullptr); },
      unknown},
@@ -187,11 +102,9 @@ const PackageMethod packageMethods[] = {
     {"CalculateConstants", Begin::Bound, S_OK,
      [](B& b) { return b.Package().CalcReactionProp(b.constants.Get(), b.phase.Get(), b.equilibria.Get(), nullptr); },
      unknown},
-    {"CalculateOnceMore",
-     Begin::Bound,
-     S_OK,
+    {"CalculateOnceMore", Begin::Bound, S_OK,
      [](B& b) { return b.Package().CalcReactionProp(b.properties.Get(), b.phase.Get(), b.kinetics.Get(), nullptr); },
-     {},
+     untouched,
      [](B& b) {
          b.Package().CalcReactionProp(b.properties.Get(), b.phase.Get(), b.kinetics.Get(), nullptr);
          b.results.log.Clear();
@@ -202,34 +115,37 @@ const PackageMethod packageMethods[] = {
     {"CalculateNoRateOfAnEquilibrium", Begin::Bound, ECapeUnknownHR,
      [](B& b) { return b.Package().CalcReactionProp(b.properties.Get(), b.phase.Get(), b.equilibria.Get(), nullptr); },
      unknown},
-    {"GetNumberOfReactions",
-     Begin::Defined,
+    {"CalculateByName",
+     Begin::Bound,
      S_OK,
-     [](B& b) { return b.Package().GetNumberOfReactions(&b.number); },
-     {}},
+     [](B& b) {
+         VARIANT arguments[] = {b.noBasis.Get(), b.kinetics.Get(), b.liquid.Get(), b.properties.Get()};
+         DISPPARAMS parameters = {arguments, nullptr, 4, 0};
+         constexpr DISPID member = 2 * 0x10000 + 1;
+         return Ask<IDispatch>(b.package->Unknown())
+             ->Invoke(member, IID_NULL, 0, callMethod, &parameters, nullptr, nullptr, nullptr);
+     },
+     {DISP_E_EXCEPTION, E_OUTOFMEMORY}},
+    {"GetNumberOfReactions", Begin::Defined, S_OK, [](B& b) { return b.Package().GetNumberOfReactions(&b.number); },
+     untouched},
     {"GetReactionsIds", Begin::Defined, S_OK, [](B& b) { return b.Package().GetReactionsIds(&b.lists[0].Get()); },
      unknown},
-    {"GetReactionType",
-     Begin::Defined,
-     S_OK,
+    {"GetReactionType", Begin::Defined, S_OK,
      [](B& b) {
          CapeReactionType type = CAPE_EQUILIBRIUM;
          const HRESULT result = b.Package().GetReactionType(b.kinetic.Get(), &type);
          b.number = type;
          return result;
      },
-     {}},
+     untouched},
     {"GetReactionTypeOfNone", Begin::Defined, ECapeUnknownHR,
      [](B& b) {
          CapeReactionType type = CAPE_EQUILIBRIUM;
          return b.Package().GetReactionType(b.none.Get(), &type);
      },
      unknown},
-    {"GetNumberOfReactionCompounds",
-     Begin::Defined,
-     S_OK,
-     [](B& b) { return b.Package().GetNumberOfReactionCompounds(b.kinetic.Get(), &b.number); },
-     {}},
+    {"GetNumberOfReactionCompounds", Begin::Defined, S_OK,
+     [](B& b) { return b.Package().GetNumberOfReactionCompounds(b.kinetic.Get(), &b.number); }, untouched},
     {"GetReactionCompoundIds", Begin::Defined, S_OK,
      [](B& b) {
          return b.Package().GetReactionCompoundIds(b.kinetic.Get(), &b.lists[0].Get(), &b.lists[1].Get(),
@@ -240,28 +156,20 @@ const PackageMethod packageMethods[] = {
      [](B& b) { return b.Package().GetStoichiometricCoefficients(b.kinetic.Get(), &b.lists[0].Get()); }, unknown},
     {"GetReactionPhase", Begin::Defined, S_OK,
      [](B& b) { return b.Package().GetReactionPhase(b.kinetic.Get(), b.text.Receive()); }, unknown},
-    {"GetReactionRateBasis",
-     Begin::Defined,
-     S_OK,
+    {"GetReactionRateBasis", Begin::Defined, S_OK,
      [](B& b) {
          CapeReactionRateBasis basis = CAPE_HETEROGENEOUS;
          const HRESULT result = b.Package().GetReactionRateBasis(b.kinetic.Get(), &basis);
          if (SUCCEEDED(result)) b.number = basis + 10;
          return result;
      },
-     {}},
+     untouched},
     {"GetReactionConcBasis", Begin::Defined, S_OK,
      [](B& b) { return b.Package().GetReactionConcBasis(b.equilibrium.Get(), b.text.Receive()); }, unknown},
-    {"GetBaseReactant",
-     Begin::Defined,
-     E_NOTIMPL,
-     [](B& b) { return b.Package().GetBaseReactant(b.kinetic.Get(), b.text.Receive()); },
-     {}},
-    {"GetPhaseCompounds",
-     Begin::Defined,
-     E_NOTIMPL,
-     [](B& b) { return b.Package().GetPhaseCompounds(b.kinetic.Get(), &b.number, &b.lists[0].Get()); },
-     {}},
+    {"GetBaseReactant", Begin::Defined, E_NOTIMPL,
+     [](B& b) { return b.Package().GetBaseReactant(b.kinetic.Get(), b.text.Receive()); }, untouched},
+    {"GetPhaseCompounds", Begin::Defined, E_NOTIMPL,
+     [](B& b) { return b.Package().GetPhaseCompounds(b.kinetic.Get(), &b.number, &b.lists[0].Get()); }, untouched},
     {"GetReactionParameters",
      Begin::Defined,
      ECapeNoImplHR,
@@ -277,7 +185,8 @@ const PackageMethod packageMethods[] = {
      noMemory, FailOnce},
     {"GetErrorOperation", Begin::Defined, S_OK, [](B& b) { return b.Package().get_operation(b.text.Receive()); },
      noMemory},
-    {"GetErrorMoreInfo", Begin::Defined, S_OK, [](B& b) { return b.Package().get_moreInfo(b.text.Receive()); }, {}},
+    {"GetErrorMoreInfo", Begin::Defined, S_OK, [](B& b) { return b.Package().get_moreInfo(b.text.Receive()); },
+     untouched},
     {"LoadBag", Begin::Defined, S_OK, [](B& b) { return b.Package().Load(&b.bag, nullptr); }, failed,
      [](B& b) { CPackageHolder(*MakeSample(ThermoVersion::Version11))->Save(&b.bag, 1, 1); }},
     {"LoadBagThatLacksAll", Begin::Defined, E_FAIL, [](B& b) { return b.Package().Load(&b.bag, nullptr); }, failed},

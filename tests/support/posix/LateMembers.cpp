@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // As the system's dispatcher, this makes real calls: it puts the arguments in order, follows references, copies what a
-// member takes by value, and tells a failing member by an exception. It has members of every kind that the objects have,
-// and not each of them. Nothing is converted from one type into another, which is the system's part.
+// member takes by value, and tells a failing member by an exception. It has members of every kind that the objects
+// have, and not each of them. Nothing is converted from one type into another, which is the system's part.
 
 #include "support/posix/LateMembers.h"
 
@@ -66,20 +66,43 @@ HRESULT GiveObject(HRESULT called, IDispatch* object, VARIANT& result) {
 }
 
 const Member members[] = {
-    {ICapeIdentification::iid, 1, getProperty, u"ComponentName", {},
+    {ICapeIdentification::iid,
+     1,
+     getProperty,
+     u"ComponentName",
+     {},
      GetText<ICapeIdentification, &ICapeIdentification::get_ComponentName>},
-    {ICapeIdentification::iid, 1, putProperty, u"ComponentName", {{{u"name", Kind::Text}}},
+    {ICapeIdentification::iid,
+     1,
+     putProperty,
+     u"ComponentName",
+     {{{u"name", Kind::Text}}},
      [](void* o, Arguments& a, VARIANT&) {
          return static_cast<ICapeIdentification*>(o)->put_ComponentName(a[0].bstrVal);
      }},
     {ECapeUser::iid, 2, getProperty, u"description", {}, GetText<ECapeUser, &ECapeUser::get_description>},
-    {ICapeUtilities::iid, 3, callMethod, u"Initialize", {},
+    {ICapeUtilities::iid,
+     3,
+     callMethod,
+     u"Initialize",
+     {},
      [](void* o, Arguments&, VARIANT&) { return static_cast<ICapeUtilities*>(o)->Initialize(); }},
-    {ICapeUtilities::iid, 4, callMethod, u"Terminate", {},
+    {ICapeUtilities::iid,
+     4,
+     callMethod,
+     u"Terminate",
+     {},
      [](void* o, Arguments&, VARIANT&) { return static_cast<ICapeUtilities*>(o)->Terminate(); }},
-    {ICapeReactionChemistry::iid, 2, callMethod, u"GetReactionsIds", {},
+    {ICapeReactionChemistry::iid,
+     2,
+     callMethod,
+     u"GetReactionsIds",
+     {},
      [](void* o, Arguments&, VARIANT& r) { return static_cast<ICapeReactionChemistry*>(o)->GetReactionsIds(&r); }},
-    {ICapeReactionChemistry::iid, 5, callMethod, u"GetReactionCompoundIds",
+    {ICapeReactionChemistry::iid,
+     5,
+     callMethod,
+     u"GetReactionCompoundIds",
      {{{u"reacID", Kind::Text},
        {u"compIds", Kind::Variable},
        {u"compCharge", Kind::Variable},
@@ -88,34 +111,61 @@ const Member members[] = {
          return static_cast<ICapeReactionChemistry*>(o)->GetReactionCompoundIds(a[0].bstrVal, a[1].pvarVal,
                                                                                 a[2].pvarVal, a[3].pvarVal);
      }},
-    {ICapeReactionChemistry::iid, 6, callMethod, u"GetStoichiometricCoefficients", {{{u"reacID", Kind::Text}}},
+    {ICapeReactionChemistry::iid,
+     6,
+     callMethod,
+     u"GetStoichiometricCoefficients",
+     {{{u"reacID", Kind::Text}}},
      [](void* o, Arguments& a, VARIANT& r) {
          return static_cast<ICapeReactionChemistry*>(o)->GetStoichiometricCoefficients(a[0].bstrVal, &r);
      }},
-    {ICapeReactionChemistry::iid, 12, callMethod, u"GetReactionParameters", {{{u"reacID", Kind::Text}}},
+    {ICapeReactionChemistry::iid,
+     12,
+     callMethod,
+     u"GetReactionParameters",
+     {{{u"reacID", Kind::Text}}},
      [](void* o, Arguments& a, VARIANT& r) {
          IDispatch* found = nullptr;
          return GiveObject(static_cast<ICapeReactionChemistry*>(o)->GetReactionParameters(a[0].bstrVal, &found), found,
                            r);
      }},
-    {ICapeReactionsRoutine::iid, 1, callMethod, u"CalcReactionProp",
+    {ICapeReactionsRoutine::iid,
+     1,
+     callMethod,
+     u"CalcReactionProp",
      {{{u"props", Kind::Value}, {u"phase", Kind::Text}, {u"reacIds", Kind::Value}, {u"basis", Kind::Text}}},
      [](void* o, Arguments& a, VARIANT&) {
          return static_cast<ICapeReactionsRoutine*>(o)->CalcReactionProp(a[0], a[1].bstrVal, a[2], a[3].bstrVal);
      }},
-    {ICapeThermoMaterialContext::iid, 1, callMethod, u"SetMaterial", {{{u"material", Kind::Object}}},
+    {ICapeThermoMaterialContext::iid,
+     1,
+     callMethod,
+     u"SetMaterial",
+     {{{u"material", Kind::Object}}},
      [](void* o, Arguments& a, VARIANT&) {
          return static_cast<ICapeThermoMaterialContext*>(o)->SetMaterial(a[0].pdispVal);
      }},
-    {ICapeThermoContext10::iid, 1, callMethod, u"SetMaterial", {{{u"materialObject", Kind::Object}}},
+    {ICapeThermoContext10::iid,
+     1,
+     callMethod,
+     u"SetMaterial",
+     {{{u"materialObject", Kind::Object}}},
      [](void* o, Arguments& a, VARIANT&) {
          return static_cast<ICapeThermoContext10*>(o)->SetMaterial(&a[0].pdispVal);
      }},
-    {ICapeReactionsPackageManager::iid, 1, callMethod, u"GetListOfReactionsPackages", {},
+    {ICapeReactionsPackageManager::iid,
+     1,
+     callMethod,
+     u"GetListOfReactionsPackages",
+     {},
      [](void* o, Arguments&, VARIANT& r) {
          return static_cast<ICapeReactionsPackageManager*>(o)->GetListOfReactionsPackages(&r);
      }},
-    {ICapeReactionsPackageManager::iid, 2, callMethod, u"ResolveReactionsPackage", {{{u"reactionsPkg", Kind::Text}}},
+    {ICapeReactionsPackageManager::iid,
+     2,
+     callMethod,
+     u"ResolveReactionsPackage",
+     {{{u"reactionsPkg", Kind::Text}}},
      [](void* o, Arguments& a, VARIANT& r) {
          IDispatch* found = nullptr;
          return GiveObject(static_cast<ICapeReactionsPackageManager*>(o)->ResolveReactionsPackage(a[0].bstrVal, &found),

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
-// Late-bound calls where there are no type libraries: a table of members stands for the library, and calls them. Whoever
-// is linked to it gets it in the place of the platform's own routines (platform/TypeLibrary.h), which find nothing.
+// Late-bound calls where there are no type libraries: a table of members stands for the library, and calls them.
+// Whoever is linked to it gets it in the place of the platform's own routines (platform/TypeLibrary.h), which find
+// nothing.
 
 #pragma once
 
