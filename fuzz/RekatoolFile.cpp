@@ -6,10 +6,10 @@
 #include <cstdlib>
 #include <span>
 
-#include "PackageFile.h"
-#include "ParseReadable.h"
 #include "QuietMessages.h"
-#include "Salvage.h"
+#include "rekatool/PackageFile.h"
+#include "rekatool/ParseReadable.h"
+#include "rekatool/Salvage.h"
 
 namespace {
 

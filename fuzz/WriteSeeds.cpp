@@ -10,12 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "PackageFile.h"
 #include "QuietMessages.h"
 #include "SeedForms.h"
 #include "compounds/LoadPcdFile.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ReadStoredDefinition.h"
+#include "rekatool/PackageFile.h"
 #include "text/Utf8.h"
 
 namespace {
