@@ -39,7 +39,7 @@ public:
                 Insert(action / 64 + 1U);
             }
             Require(history.Text() == text);
-            Require(history.CanUndo() == (history.CanUndo() && done.size() > 1));
+            Require(!history.CanUndo() || done.size() > 1);
             Format();
         }
     }
