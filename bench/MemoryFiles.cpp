@@ -21,6 +21,7 @@ public:
         place += count;
         return count;
     }
+    bool HasFailed() const override { return false; }
     bool Write(const void* source, std::size_t size) override {
         const auto* first = static_cast<const std::uint8_t*>(source);
         bytes.insert(bytes.end(), first, first + size);

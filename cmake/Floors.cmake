@@ -30,7 +30,7 @@ set(REKA_COMPANIONS
     "tools/rekatool: text platform expression/tree records expression/run expression/parse persistence checking tools/packagetext"
     "tools/shipped: text persistence manager tools/packagetext"
     "bench: text platform capeopen records expression/run expression/parse persistence compounds package manager"
-    "fuzz: text platform capeopen formula records expression/run expression/parse persistence compounds manager")
+    "fuzz: text platform capeopen formula expression/math expression/tree records expression/run expression/parse persistence compounds package manager editor tools/packagetext tools/rekatool examples/simulator")
 
 # The target of the floor `floor`, in `result`.
 function(reka_floor_target floor result)

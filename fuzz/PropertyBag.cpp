@@ -2,17 +2,15 @@
 // A property bag that answers with whatever the bytes say; BagAnswers.h has their form. The bag and its log count the
 // references on them, of which none may be kept when the reading is done.
 
-#include <algorithm>
 #include <cstdlib>
 #include <span>
 #include <string>
 
 #include "BagAnswers.h"
+#include "ByteVariants.h"
 #include "QuietMessages.h"
-#include "capeopen/ArrayHelpers.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ReadBag.h"
-#include "platform/CodePage.h"
 
 namespace {
 
@@ -36,7 +34,7 @@ private:
 
 class CFuzzedBag : public CLentObject<IPropertyBag> {
 public:
-    explicit CFuzzedBag(reka::CByteReader& bytes) : reader(bytes) {}
+    explicit CFuzzedBag(reka::CByteReader& bytes) : reader(bytes), values(bytes) {}
 
     HRESULT STDMETHODCALLTYPE Read(LPCOLESTR, VARIANT* value, IErrorLog*) override {
         VariantInit(value);
@@ -51,62 +49,25 @@ public:
                 value->vt = VT_I4;
                 return S_OK;
             case BagAnswer::Text:
-                value->bstrVal = Text().Detach();
+                value->bstrVal = values.Text().Detach();
                 value->vt = VT_BSTR;
                 return S_OK;
             case BagAnswer::Texts:
-                return Texts(*value, 1);
+                return values.Texts(*value, 1);
             case BagAnswer::Numbers:
-                return Numbers(*value, VT_R8);
+                return values.Numbers(*value, VT_R8);
             case BagAnswer::TextsOfTwoDimensions:
-                return Texts(*value, 2);
+                return values.Texts(*value, 2);
             case BagAnswer::NumbersSaidToBeTexts:
-                return Numbers(*value, VT_BSTR);
+                return values.Numbers(*value, VT_BSTR);
         }
         return E_FAIL;
     }
     HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return E_FAIL; }
 
 private:
-    std::uint8_t Byte() {
-        std::uint8_t byte = 0;
-        reader.ReadU8(byte);
-        return byte;
-    }
-    reka::CBstr Text() {
-        std::uint32_t length = Byte();
-        length |= std::uint32_t{Byte()} << 8;
-        if (length & reka::fuzz::absentTextBit) return {};
-        std::span<const std::uint8_t> bytes;
-        if (!reader.ReadBytes(std::min<std::size_t>(length, reader.Remaining()), bytes)) return {};
-        return reka::BstrFromString(reka::WideText({reinterpret_cast<const char*>(bytes.data()), bytes.size()}));
-    }
-    SAFEARRAY* Array(VARTYPE type, UINT dimensions, ULONG& count) {
-        const auto lowerBound = static_cast<std::int8_t>(Byte());
-        count = Byte();
-        SAFEARRAYBOUND bounds[2] = {{count, lowerBound}, {1, 0}};
-        return SafeArrayCreate(type, dimensions, bounds);
-    }
-    HRESULT Texts(VARIANT& value, UINT dimensions) {
-        ULONG count = 0;
-        value.parray = Array(VT_BSTR, dimensions, count);
-        value.vt = VT_ARRAY | VT_BSTR;
-        for (ULONG i = 0; i < count; ++i) static_cast<BSTR*>(value.parray->pvData)[i] = Text().Detach();
-        return S_OK;
-    }
-    HRESULT Numbers(VARIANT& value, VARTYPE saidToBe) {
-        ULONG count = 0;
-        value.parray = Array(VT_R8, 1, count);
-        value.vt = static_cast<VARTYPE>(VT_ARRAY | saidToBe);
-        for (ULONG i = 0; i < count; ++i) {
-            double number = 0;
-            reader.ReadF64(number);
-            static_cast<double*>(value.parray->pvData)[i] = number;
-        }
-        return S_OK;
-    }
-
     reka::CByteReader& reader;
+    reka::fuzz::CByteVariants values;
 };
 
 /// Reads what it is told to the last character, and keeps it until it goes away.

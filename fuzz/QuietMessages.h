@@ -11,7 +11,8 @@ namespace reka::fuzz {
 void SilenceMessages();
 
 /// Uses a definition that was read, whatever is in it: copies it, computes its trees, and stores it. Aborts unless both
-/// evaluators come to the same result, and what was stored reads back to the same bytes.
+/// evaluators come to the same result, what was stored reads back to the same bytes, and what a property bag led to
+/// is written to the next one the same.
 void UseDefinition(ReactionPackDefinition& definition);
 
 }  // namespace reka::fuzz

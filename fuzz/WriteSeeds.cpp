@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Writes the seeds of the fuzzers, one folder each, out of the shipped files:
-//     write_seeds FOLDER DATA-FOLDER
+//     write_seeds FOLDER DATA-FOLDER [DOCUMENT...]
 
 #include <cstdio>
 #include <cstdlib>
@@ -15,6 +15,7 @@
 #include "compounds/LoadPcdFile.h"
 #include "persistence/ByteReader.h"
 #include "persistence/ReadStoredDefinition.h"
+#include "rekatool/PackageFile.h"
 #include "text/Utf8.h"
 
 namespace {
@@ -51,8 +52,17 @@ void WriteGoodBlock(const fs::path& folder, const Bytes& block) {
     WriteSeed(folder, block);
 }
 
+void WriteReadableSeed(const fs::path& folder, const Bytes& bytes) {
+    rekatool::PackageFile file;
+    if (!ReadPackageFile(bytes, file)) return;
+    const std::string text = packagetext::TextOfDocument(JsonFromFile(file));
+    WriteSeed(folder, std::span(reinterpret_cast<const std::uint8_t*>(text.data()), text.size()));
+}
+
 void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
     WriteSeed(folder / "TemplateFile", bytes);
+    WriteSeed(folder / "RekatoolFile", bytes);
+    WriteReadableSeed(folder / "RekatoolFile", bytes);
     reka::CByteReader reader(bytes);
     std::uint32_t count = 0;
     reader.ReadU32(count);
@@ -64,6 +74,7 @@ void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
         reka::ReactionPackDefinition definition(nullptr);
         std::u16string errorText;
         if (!reka::ReadStoredDefinition(definition, block, errorText)) continue;
+        WriteSeed(folder / "RekatoolFile", block);
         for (std::uint32_t version = 0; version < 3; ++version) {
             WriteGoodBlock(folder / "StoredBlock", reka::fuzz::OldBlock(definition, version));
         }
@@ -77,8 +88,8 @@ void WriteTemplateSeeds(const fs::path& folder, const Bytes& bytes) {
 }
 
 void WriteFieldSeeds(const fs::path& folder) {
-    for (const char16_t* text :
-         {u"1.5e3/60", u"2*PI*R", u"-SQRT(2)^0.5", u"MIN(1,MAX(2,3))", u"1+(2", u"T*2", u"1E-"}) {
+    for (const char16_t* text : {u"1.5e3/60", u"2*PI*R", u"-SQRT(2)^0.5", u"MIN(1,MAX(2,3))", u"1+(2", u"T*2", u"1E-",
+                                 u"MOD(,.5,\"R\")", u"2^-3^2"}) {
         WriteSeed(folder / "ScalarInput", text);
     }
 }
@@ -99,13 +110,14 @@ void WriteCompoundSeeds(const fs::path& folder, const fs::path& path) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 3) {
-        std::fputs("write_seeds FOLDER DATA-FOLDER\n", stderr);
+    if (argc < 3) {
+        std::fputs("write_seeds FOLDER DATA-FOLDER [DOCUMENT...]\n", stderr);
         return 2;
     }
     reka::fuzz::SilenceMessages();
     WriteTemplateSeeds(argv[1], ReadFile(fs::path(argv[2]) / "REKAConfig.dat"));
     WriteFieldSeeds(argv[1]);
+    for (int i = 3; i < argc; ++i) WriteSeed(fs::path(argv[1]) / "RekasimDocument", ReadFile(argv[i]));
     WriteCompoundSeeds(argv[1], fs::path(argv[2]) / "Korvex1.pcd");
     WriteSeed(fs::path(argv[1]) / "NormalForm", u"Al2(SO4)3((CH3)2.5N)2");
     return 0;

@@ -17,6 +17,8 @@ public:
     /// Reads on from the current position into `buffer`. The number of bytes that came: fewer than `size` at the end of
     /// the file and after a failure.
     virtual std::size_t Read(void* buffer, std::size_t size) = 0;
+    /// Whether a read has failed, rather than come to the end.
+    virtual bool HasFailed() const = 0;
     /// False unless all bytes were written.
     virtual bool Write(const void* data, std::size_t size) = 0;
     /// Moves to `offset` from the start, which may lie behind the end.
@@ -46,8 +48,8 @@ public:
     virtual std::uint64_t LastWriteTime(const std::u16string& path) = 0;
     /// Tries once.
     virtual bool CreateFolder(const std::u16string& path) = 0;
-    /// Replaces `to`; it gets the last-write time of `from`. A copy that fails leaves `to` as it was if `from` can't be
-    /// read, and otherwise no file rather than part of one.
+    /// Replaces `to`; it gets the last-write time of `from` where that can be set. A copy that fails leaves `to` as it
+    /// was if `from` can't be read, and otherwise no file rather than part of one.
     virtual bool Copy(const std::u16string& from, const std::u16string& to) = 0;
     /// The same, but fails if `to` is there already, or about to go. Tries once.
     virtual bool CopyNew(const std::u16string& from, const std::u16string& to) = 0;
@@ -57,8 +59,9 @@ public:
     virtual bool Delete(const std::u16string& path) = 0;
     /// Puts a file of `size` bytes in the place of `path`, at once and for good: it is written beside the old one,
     /// brought to the disk, given the old one's access rights and then renamed. A link stays, and the file behind it is
-    /// replaced; a device or a pipe is written to. False: the old file is there as it was, and nothing beside it. The
-    /// new file is made once; where others have the old one open when all is done, it may stay beside it as ".old".
+    /// replaced; a device or a pipe is written to. False, also without memory: the old file is there as it was, and
+    /// nothing beside it. The new file is made once; where others have the old one open when all is done, it may stay
+    /// beside it as ".old".
     virtual bool Replace(const std::u16string& path, const void* data, std::size_t size) = 0;
 
     /// Where the data of applications lie for the current user; made if need be. False if the system doesn't tell.

@@ -7,9 +7,11 @@
 
 #include <cstring>
 #include <filesystem>
+#include <iterator>
 #include <random>
 
 #include "platform/ModuleFile.h"
+#include "support/AllocationCounter.h"
 #include "text/Utf8.h"
 
 namespace reka::test {
@@ -122,6 +124,22 @@ TEST_F(SystemFile, IsReplacedAsAWhole) {
     EXPECT_EQ(Read(Path(u"a")), "");
     EXPECT_FALSE(files.Exists(Path(u"a.new0")));
     EXPECT_FALSE(files.Replace(Path(u"none") + pathSeparator + u"a", "x", 1));
+}
+
+TEST_F(SystemFile, IsReplacedOrStaysWithoutMemory) {
+    Write(Path(u"a"), "old");
+    const std::u16string path = Path(u"a");
+    std::size_t n = 1;
+    for (bool isReached = true; isReached; ++n) {
+        FailAllocation(n);
+        const bool isReplaced = files.Replace(path, "new", 3);
+        isReached = !IsAllocationToFail();
+        FailAllocation(0);
+        EXPECT_EQ(isReplaced, !isReached);
+        EXPECT_EQ(Read(path), isReplaced ? "new" : "old");
+        EXPECT_EQ(std::distance(fs::directory_iterator(root), fs::directory_iterator()), 1);
+    }
+    EXPECT_GT(n, 2U);
 }
 
 TEST_F(SystemFile, LiesInFoldersThatAreMade) {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-// Lets each allocation of a method fail in turn. The stand-in's strings and arrays can be made to fail, which the
-// system's own can't.
+// Lets each allocation of a method fail in turn, of the heap, of the C library and of automation. The stand-in's
+// strings and arrays can be made to fail, which the system's own can't.
 
 #pragma once
 
@@ -8,6 +8,7 @@
 
 #include <cstddef>
 #include <cstdlib>
+#include <string>
 
 #include "platform/Automation.h"
 #include "support/AllocationCounter.h"
@@ -48,6 +49,34 @@ void ForEachFailure(Prepare&& prepare, Method&& method, Check&& check) {
         check(result, isReached);
     }
     EXPECT_GT(failures, 1);
+}
+
+inline void* AllocateWithTheOthers(std::size_t size) {
+    return CountAllocation() ? nullptr : std::malloc(size);
+}
+
+/// Fails the n-th allocation of `method`, of whichever kind, for n from 1 on until the method gets by with fewer: first
+/// that one alone, and then all from it on. `prepare` runs before each try; `check` is told the result, whether an
+/// allocation failed, and whether it was the only one. The number of tries in which one failed.
+template <class Prepare, class Method, class Check>
+int ForEachFault(Prepare&& prepare, Method&& method, Check&& check) {
+    int faults = 0;
+    for (const bool isAlone : {true, false}) {
+        for (std::size_t n = 1;; ++n) {
+            prepare();
+            automationAllocate = AllocateWithTheOthers;
+            FailAllocation(n, isAlone ? 1 : static_cast<std::size_t>(-1));
+            const auto result = method();
+            const bool isReached = !IsAllocationToFail();
+            FailAllocation(0);
+            automationAllocate = nullptr;
+            SCOPED_TRACE("allocation " + std::to_string(n) + (isAlone ? "" : " and all behind it"));
+            check(result, isReached, isAlone);
+            if (!isReached) break;
+            ++faults;
+        }
+    }
+    return faults;
 }
 
 }  // namespace reka::test

@@ -71,6 +71,7 @@ private:
             position += part;
             return part;
         }
+        bool HasFailed() const override { return false; }
         bool Write(const void*, std::size_t) override { return true; }
         bool Seek(std::uint64_t offset) override {
             position = static_cast<std::size_t>(offset);

@@ -16,6 +16,7 @@ thread_local std::size_t allocationBytes = 0;
 thread_local std::ptrdiff_t allocationsLeft = 0;
 thread_local std::size_t allocationsUntilFailure = 0;  // 0 for none to fail
 thread_local std::size_t failuresLeft = 0;             // once the first has failed
+thread_local int sparings = 0;
 
 void* Allocate(std::size_t size) noexcept {
     if (CountAllocation()) return nullptr;
@@ -62,7 +63,16 @@ void FailAllocation(std::size_t n, std::size_t count) {
     failuresLeft = n == 0 ? 0 : count - 1;
 }
 
+CSparedAllocations::CSparedAllocations() {
+    ++sparings;
+}
+
+CSparedAllocations::~CSparedAllocations() {
+    --sparings;
+}
+
 bool CountAllocation() {
+    if (sparings > 0) return false;
     if (allocationsUntilFailure != 0) return --allocationsUntilFailure == 0;
     if (failuresLeft == 0) return false;
     --failuresLeft;

@@ -27,6 +27,16 @@ private:
 /// null.
 void FailAllocation(std::size_t n, std::size_t count = 1);
 
+/// While it lives, the allocations of this thread belong to a fake, not to what is tested: none of them fails or
+/// counts.
+class CSparedAllocations {
+public:
+    CSparedAllocations();
+    ~CSparedAllocations();
+    CSparedAllocations(const CSparedAllocations&) = delete;
+    CSparedAllocations& operator=(const CSparedAllocations&) = delete;
+};
+
 /// What each allocation function calls: counts an allocation towards those to fail. True if it is one of them.
 bool CountAllocation();
 

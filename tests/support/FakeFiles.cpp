@@ -26,11 +26,15 @@ public:
     std::size_t Read(void* buffer, std::size_t size) override {
         const auto& bytes = files.entries.at(path).bytes;
         std::size_t part = position < bytes.size() ? std::min(size, bytes.size() - position) : 0;
-        if (files.Record("read " + std::to_string(size))) part /= 2;
+        if (files.Record("read " + std::to_string(size))) {
+            part /= 2;
+            hasReadFailed = true;
+        }
         if (part > 0) std::memcpy(buffer, bytes.data() + position, part);
         position += part;
         return part;
     }
+    bool HasFailed() const override { return hasReadFailed; }
     bool Write(const void* data, std::size_t size) override {
         const bool fails = files.Record("write " + std::to_string(size));
         const std::size_t part = fails ? size / 2 : size;
@@ -52,6 +56,7 @@ private:
     CFakeFiles& files;
     std::u16string path;
     std::size_t position = 0;
+    bool hasReadFailed = false;
 };
 
 }  // namespace

@@ -10,7 +10,8 @@
 
 namespace packagetext {
 
-/// What is in `file` from its current position to its end, or up to where reading fails. May throw std::bad_alloc.
+/// What is in `file` from its current position to its end, or up to where reading fails, which the file
+/// then tells. May throw std::bad_alloc.
 std::vector<std::uint8_t> ReadWhole(reka::IFile& file);
 
 }  // namespace packagetext

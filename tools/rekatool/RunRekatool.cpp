@@ -38,7 +38,10 @@ struct ToolFailure {
 Bytes ReadFile(const std::string& path) {
     const auto file = reka::Files().OpenForReading(reka::Utf16FromUtf8(path));
     if (!file) throw ToolFailure{path + ": the file can't be opened"};
-    return packagetext::ReadWhole(*file);
+    Bytes bytes = packagetext::ReadWhole(*file);
+    // Part of a file would pass for a damaged one.
+    if (file->HasFailed()) throw ToolFailure{path + ": the file can't be read"};
+    return bytes;
 }
 
 void WriteFile(const std::string& path, std::span<const std::uint8_t> bytes) {

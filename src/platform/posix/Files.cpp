@@ -16,6 +16,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <new>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -42,11 +43,12 @@ public:
     bool IsOpen() const { return number >= 0; }
     int Number() const { return number; }
 
-    std::size_t Read(void* buffer, std::size_t size) const {
+    std::size_t Read(void* buffer, std::size_t size, bool& hasFailed) const {
         std::size_t got = 0;
         while (got < size) {
             const ssize_t part = read(number, static_cast<char*>(buffer) + got, size - got);
             if (part < 0 && errno == EINTR) continue;
+            if (part < 0) hasFailed = true;
             if (part <= 0) break;
             got += static_cast<std::size_t>(part);
         }
@@ -73,7 +75,8 @@ class CPosixFile final : public IFile {
 public:
     explicit CPosixFile(CDescriptor opened) : descriptor(std::move(opened)) {}
 
-    std::size_t Read(void* buffer, std::size_t size) override { return descriptor.Read(buffer, size); }
+    std::size_t Read(void* buffer, std::size_t size) override { return descriptor.Read(buffer, size, hasReadFailed); }
+    bool HasFailed() const override { return hasReadFailed; }
     bool Write(const void* data, std::size_t size) override { return descriptor.Write(data, size); }
     bool Seek(std::uint64_t offset) override {
         return lseek(descriptor.Number(), static_cast<off_t>(offset), SEEK_SET) >= 0;
@@ -82,6 +85,7 @@ public:
 
 private:
     CDescriptor descriptor;
+    bool hasReadFailed = false;
 };
 
 /// A path in the system's encoding. It lies on the stack: once a sequence of operations has begun to delete and rename,
@@ -120,18 +124,19 @@ bool CopyBytes(const CDescriptor& source, const struct stat& sourceStatus, const
     ssize_t part = ReadPart(source, buffer, sizeof buffer);
     if (part < 0) return false;
     const CDescriptor target = Open(to, O_WRONLY | O_CREAT | flags);
-    struct stat made;
-    if (!target.IsOpen() || fstat(target.Number(), &made) != 0) return false;
+    if (!target.IsOpen()) return false;
     while (part > 0 && target.Write(buffer, static_cast<std::size_t>(part))) {
         part = ReadPart(source, buffer, sizeof buffer);
     }
     if (part == 0) {
         const timespec times[] = {sourceStatus.st_atim, sourceStatus.st_mtim};
-        return futimens(target.Number(), times) == 0;
+        futimens(target.Number(), times);  // not everywhere, and not by everybody, can the time be set
+        return true;
     }
     // Part of a copy is worse than none: it would count as the user's file, or as a backup. A device stays.
     const int error = errno;
-    if (S_ISREG(made.st_mode)) unlink(CNativePath(to).Get());
+    struct stat made;
+    if (fstat(target.Number(), &made) == 0 && S_ISREG(made.st_mode)) unlink(CNativePath(to).Get());
     errno = error;
     return false;
 }
@@ -162,21 +167,25 @@ bool FillReplacement(const CDescriptor& made, const struct stat* old, const void
     return made.Write(data, size) && (!old || TakeRights(made, *old)) && fsync(made.Number()) == 0;
 }
 
-/// Brings a folder's new entry to the disk. A file system that can't has done what it can.
-void FlushFolderOf(std::string path) {
+std::string FolderOf(const std::string& path) {
     const std::size_t end = path.rfind('/');
-    path.resize(end == std::string::npos ? 0 : end + 1);
-    const CDescriptor folder(open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    return end == std::string::npos ? "." : path.substr(0, end + 1);
+}
+
+/// Brings a folder's new entry to the disk. A file system that can't has done what it can.
+void FlushFolder(const std::string& path) {
+    const CDescriptor folder(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (folder.IsOpen()) fsync(folder.Number());
 }
 
 /// Puts a file in the place of `target`, whose status is `old`; null if there is none.
 bool ReplacePlainFile(const std::string& target, const struct stat* old, const void* data, std::size_t size) {
+    const std::string folder = FolderOf(target);  // here, since nothing may fail once the file has its name
     std::string name;
     const CDescriptor made = MakeBeside(target, old ? 0600 : 0666, name);  // no one else reads it meanwhile
     if (!made.IsOpen()) return false;
     if (FillReplacement(made, old, data, size) && rename(name.c_str(), target.c_str()) == 0) {
-        FlushFolderOf(target);
+        FlushFolder(folder);
         return true;
     }
     const int error = errno;  // the failure is the one to tell of
@@ -223,6 +232,20 @@ bool MakeFolders(const std::string& path) {
 bool IsLink(const std::string& path) {
     struct stat found;
     return lstat(path.c_str(), &found) == 0 && S_ISLNK(found.st_mode);
+}
+
+/// What `Replace` does; may throw std::bad_alloc, with the old file as it was and nothing beside it.
+bool ReplaceBehindLinks(const std::u16string& path, const void* data, std::size_t size) {
+    const std::string target = FollowLinks(CNativePath(path).Get());
+    struct stat old;
+    const bool isThere = stat(target.c_str(), &old) == 0;
+    if ((isThere && !S_ISREG(old.st_mode)) || IsLink(target)) {
+        const CDescriptor device(open(target.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
+        return device.IsOpen() && device.Write(data, size);
+    }
+    // Who may write into the folder could replace what he may not write.
+    if (isThere && access(target.c_str(), W_OK) != 0) return false;
+    return ReplacePlainFile(target, isThere ? &old : nullptr, data, size);
 }
 
 std::string HomeFolder() {
@@ -290,16 +313,12 @@ public:
     bool Delete(const std::u16string& path) override { return unlink(CNativePath(path).Get()) == 0; }
 
     bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
-        const std::string target = FollowLinks(CNativePath(path).Get());
-        struct stat old;
-        const bool isThere = stat(target.c_str(), &old) == 0;
-        if ((isThere && !S_ISREG(old.st_mode)) || IsLink(target)) {
-            const CDescriptor device(open(target.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0666));
-            return device.IsOpen() && device.Write(data, size);
+        try {
+            return ReplaceBehindLinks(path, data, size);
+        } catch (const std::bad_alloc&) {
+            errno = ENOMEM;
+            return false;
         }
-        // Who may write into the folder could replace what he may not write.
-        if (isThere && access(target.c_str(), W_OK) != 0) return false;
-        return ReplacePlainFile(target, isThere ? &old : nullptr, data, size);
     }
 
     bool FindUserFolder(std::u16string& path) override {

@@ -12,6 +12,7 @@
 #include <shlobj.h>
 
 #include <algorithm>
+#include <new>
 #include <string>
 #include <utility>
 
@@ -56,11 +57,14 @@ public:
         while (got < size) {
             const auto asked = static_cast<DWORD>(std::min(size - got, largestPart));
             DWORD part = 0;
-            if (!ReadFile(file.Get(), static_cast<char*>(buffer) + got, asked, &part, nullptr) || part == 0) break;
+            if (!ReadFile(file.Get(), static_cast<char*>(buffer) + got, asked, &part, nullptr)) hasReadFailed = true;
+            if (hasReadFailed || part == 0) break;
             got += part;
         }
         return got;
     }
+
+    bool HasFailed() const override { return hasReadFailed; }
 
     bool Write(const void* data, std::size_t size) override {
         std::size_t done = 0;
@@ -84,6 +88,7 @@ public:
 
 private:
     CFileHandle file;
+    bool hasReadFailed = false;
 };
 
 CFileHandle Open(const std::u16string& path, DWORD access, DWORD shared, DWORD disposition) {
@@ -158,6 +163,55 @@ bool PutInPlace(const std::wstring& made, const std::wstring& target) {
     return false;
 }
 
+/// Deletes the file of that name at its end, unless it has gone into its place. The last error stays: the failure is
+/// the one to tell of.
+class CFileBeside {
+public:
+    explicit CFileBeside(const std::wstring& fileName) : name(fileName) {}
+    ~CFileBeside() {
+        const DWORD error = GetLastError();
+        if (!isInPlace) DeleteFileW(name.c_str());
+        SetLastError(error);
+    }
+    CFileBeside(const CFileBeside&) = delete;
+    CFileBeside& operator=(const CFileBeside&) = delete;
+
+    bool isInPlace = false;
+
+private:
+    const std::wstring& name;
+};
+
+/// Puts a file in the place of `target`, which may be there.
+bool ReplacePlainFile(const std::wstring& target, bool isThere, const void* data, std::size_t size) {
+    std::wstring name;
+    CFileHandle handle = MakeBeside(target, name);
+    if (!handle.IsOpen()) return false;
+    CFileBeside made(name);
+    std::unique_ptr<IFile> file = MakeFile(std::move(handle));
+    if (!file->Write(data, size) || !file->Flush()) return false;
+    file.reset();
+    made.isInPlace =
+        isThere ? PutInPlace(name, target) : MoveFileExW(name.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
+    return made.isInPlace;
+}
+
+/// What `Replace` does; may throw std::bad_alloc, with the old file as it was and nothing beside it.
+bool ReplaceBehindLinks(const std::u16string& path, const void* data, std::size_t size) {
+    const std::wstring target = FollowLinks(path);
+    if (target.empty()) return false;
+    const DWORD attributes = GetFileAttributesW(target.c_str());
+    const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
+    if (isThere && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
+        SetLastError(ERROR_ACCESS_DENIED);
+        return false;
+    }
+    if (!IsDevice(target)) return ReplacePlainFile(target, isThere, data, size);
+    const std::unique_ptr<IFile> device =
+        MakeFile(CFileHandle(CreateFileW(target.c_str(), GENERIC_WRITE, sharing, nullptr, OPEN_EXISTING, 0, nullptr)));
+    return device && device->Write(data, size);
+}
+
 class CWindowsFiles final : public IFileSystem {
 public:
     std::unique_ptr<IFile> OpenForReading(const std::u16string& path) override {
@@ -224,34 +278,12 @@ public:
     }
 
     bool Replace(const std::u16string& path, const void* data, std::size_t size) override {
-        const std::wstring target = FollowLinks(path);
-        if (target.empty()) return false;
-        const DWORD attributes = GetFileAttributesW(target.c_str());
-        const bool isThere = attributes != INVALID_FILE_ATTRIBUTES;
-        if (isThere && (attributes & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY)) != 0) {
-            SetLastError(ERROR_ACCESS_DENIED);
+        try {
+            return ReplaceBehindLinks(path, data, size);
+        } catch (const std::bad_alloc&) {
+            SetLastError(ERROR_NOT_ENOUGH_MEMORY);
             return false;
         }
-        if (IsDevice(target)) {
-            const std::unique_ptr<IFile> device = MakeFile(
-                CFileHandle(CreateFileW(target.c_str(), GENERIC_WRITE, sharing, nullptr, OPEN_EXISTING, 0, nullptr)));
-            return device && device->Write(data, size);
-        }
-        std::wstring made;
-        std::unique_ptr<IFile> file = MakeFile(MakeBeside(target, made));
-        if (!file) return false;
-        bool isReplaced = file->Write(data, size) && file->Flush();
-        DWORD error = GetLastError();
-        file.reset();
-        if (isReplaced) {
-            isReplaced = isThere ? PutInPlace(made, target)
-                                 : MoveFileExW(made.c_str(), target.c_str(), MOVEFILE_WRITE_THROUGH) != 0;
-            error = GetLastError();
-        }
-        if (isReplaced) return true;
-        DeleteFileW(made.c_str());
-        SetLastError(error);  // the failure is the one to tell of
-        return false;
     }
 
     bool FindUserFolder(std::u16string& path) override {

@@ -161,6 +161,9 @@ FileContent CWindowsComputer::ReadFile(const std::string& path) {
         return content;
     }
     content.bytes = packagetext::ReadWhole(*file);
+    if (!file->HasFailed()) return content;
+    content.bytes.reset();  // part of a file would pass for a damaged one
+    content.reason = LastErrorText();
     return content;
 }
 

@@ -11,6 +11,7 @@
 #include <sstream>
 
 #include "support/posix/EnvironmentVariable.h"
+#include "support/posix/FailingCalls.h"
 
 namespace rekasim {
 
@@ -97,6 +98,27 @@ TEST(DrawProfile, LeavesTheOldPictureWhereTheProgramFails) {
     EXPECT_EQ(FailureOf(folder.Plot()), "gnuplot, which draws the plot, isn't there or can't write " + folder.Plot());
     EXPECT_EQ(folder.Content(), "old");
     EXPECT_EQ(folder.OtherFiles(), 0);
+}
+
+TEST(DrawProfile, LeavesTheOldPictureOrTheNewOneWhicheverCallFails) {
+    std::unique_ptr<CPlotFolder> folder;
+    std::string failure;
+    int failures = 0;
+    reka::test::ForEachFileCall(
+        [&] {
+            folder.reset();  // gives the path back before it is changed again
+            folder = std::make_unique<CPlotFolder>("printf '<svg></svg>' >\"$plot\"");
+        },
+        [&] { failure = FailureOf(folder->Plot()); },
+        [&](int n, bool isReached) {
+            SCOPED_TRACE("call " + std::to_string(n));
+            EXPECT_TRUE(isReached || failure.empty());
+            failures += !failure.empty();
+            EXPECT_EQ(folder->Content(), failure.empty() ? "<svg></svg>" : "old");
+            EXPECT_EQ(folder->OtherFiles(), 0);
+            EXPECT_TRUE(failure.empty() || failure.starts_with(folder->Plot() + ": the file can't be written: "));
+        });
+    EXPECT_GT(failures, 5);
 }
 
 TEST(DrawProfile, SaysWhyAPathCanNotBeWritten) {
