@@ -5,6 +5,7 @@
 import json
 import os
 import shlex
+import shutil
 import subprocess
 
 
@@ -14,17 +15,18 @@ class Build:
     def __init__(self, folder, root):
         self.folder = folder
         self.root = root
-        self.scratch = os.path.join(folder, "mutant")
+        self.scratch = os.path.join(folder, f"mutant-{os.getpid()}")  # of this run alone
         with open(os.path.join(folder, "compile_commands.json")) as file:
             commands = json.load(file)
         self.commands = {}
         for entry in commands:  # of a source that two programs compile, the first is as good as any
             self.commands.setdefault(os.path.relpath(entry["file"], root), shlex.split(entry["command"]))
         self.links = {}
+        self.linked = set()
 
-    def compile(self, source, text, level=None):
-        """The object that `text`, in the place of `source`, becomes, as its path; null where it isn't C++. `level`
-        replaces the optimisation of the build."""
+    def compile(self, source, text, options=()):
+        """The object that `text`, in the place of `source`, becomes, as its path; null where it isn't C++. `options` come
+        after those of the build."""
         place = os.path.join(self.scratch, source)
         os.makedirs(os.path.dirname(place), exist_ok=True)
         with open(place, "w") as file:
@@ -35,13 +37,12 @@ class Build:
         result = place + ".o"
         command[command.index("-o") + 1] = result
         command[command.index("-c") + 1] = place
-        command += ["-w", "-iquote", os.path.dirname(os.path.join(self.root, source))]
-        command += [level] if level else []
+        command += ["-w", "-iquote", os.path.dirname(os.path.join(self.root, source)), *options]
         return result if self.run(command) else None
 
-    def link(self, program, source, changed):
+    def link(self, program, source, changed, options=()):
         """The path of the test program `program` with the object `changed` for that of `source`; null on failure. It lies
-        beside the unchanged one."""
+        beside the unchanged one. `options` come after those of the build."""
         if program not in self.links:
             steps = subprocess.run(["ninja", "-C", self.folder, "-t", "commands", program], check=True,
                                    capture_output=True, text=True).stdout.splitlines()
@@ -49,13 +50,22 @@ class Build:
             self.links[program] = shlex.split(step)
         command = list(self.links[program])
         output = command.index("-o") + 1
-        command[output] += ".mutant"
+        command[output] += f".mutant-{os.getpid()}"
         own = self.object_of(source)
         if own in command:
             command[command.index(own)] = changed
         else:
             command.insert(output + 1, changed)
-        return os.path.join(self.folder, command[output]) if self.run(command) else None
+        command += options
+        linked = os.path.join(self.folder, command[output])
+        self.linked.add(linked)
+        return linked if self.run(command) else None
+
+    def clean(self):
+        shutil.rmtree(self.scratch, ignore_errors=True)
+        for program in self.linked:
+            if os.path.exists(program):
+                os.remove(program)
 
     def object_of(self, source):
         command = self.commands[source]

@@ -7,11 +7,9 @@ import filecmp
 import os
 import random
 import resource
-import shutil
 import signal
 import subprocess
 import sys
-import time
 from collections import Counter
 
 from build import Build
@@ -19,6 +17,8 @@ from find_mutations import find_mutations
 from suites import filter_for, programs_of
 
 MEMORY = 4 << 30  # bytes; a change can make a loop that only ends with the memory
+OPTIMISED = ("-O2",)
+SANITIZED = ("-fsanitize=address,undefined", "-fno-sanitize-recover=all")
 COLUMNS = "file\tline\tmutation\toutcome\tchanged line"
 SURVIVED, SAME_OBJECT, SAME_BEHAVIOUR, NOT_COMPILED = "survived", "same object code", "same behaviour", "not compiled"
 
@@ -96,23 +96,34 @@ def environment_of(build):
             "TMPDIR": folder}
 
 
-def run_tests(build, program, tests, seconds):
-    """Why the tests of `program` failed, or null when they passed."""
+def run_tests(build, program, tests, seconds, memory=MEMORY):
+    """Why the tests of `program` failed, or null when they passed. They may work for `seconds`, whatever else the machine
+    does, and wait for some times as long."""
     command = [program, "--gtest_fail_fast", "--gtest_color=no"] + ([f"--gtest_filter={tests}"] if tests else [])
-    process = subprocess.Popen(
-        command, cwd=build.folder, env=environment_of(build), stdin=subprocess.DEVNULL, stdout=subprocess.PIPE,
-        stderr=subprocess.DEVNULL, text=True, errors="replace", start_new_session=True,
-        preexec_fn=lambda: resource.setrlimit(resource.RLIMIT_AS, (MEMORY, MEMORY)))
+
+    def limit():
+        resource.setrlimit(resource.RLIMIT_CPU, (seconds, seconds))
+        if memory:
+            resource.setrlimit(resource.RLIMIT_AS, (memory, memory))
+
+    process = subprocess.Popen(command, cwd=build.folder, env=environment_of(build), stdin=subprocess.DEVNULL,
+                               stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, text=True, errors="replace",
+                               start_new_session=True, preexec_fn=limit)
+    is_late = False
     try:
-        output = process.communicate(timeout=seconds)[0]
+        output = process.communicate(timeout=10 * seconds)[0]
     except subprocess.TimeoutExpired:
         os.killpg(process.pid, signal.SIGKILL)
         output = process.communicate()[0]
-        return f"time limit in {last_test(output, '[ RUN      ] ')}"
+        is_late = True
     if process.returncode == 0:
         return None
-    failed = last_test(output, "[  FAILED  ] ")
-    return failed or f"crash in {last_test(output, '[ RUN      ] ')}"
+    begun = last_test(output, "[ RUN      ] ")
+    if is_late or process.returncode in (-signal.SIGXCPU, -signal.SIGKILL):
+        return f"time limit in {begun}"
+    if "[  PASSED  ]" in output and "[  FAILED  ]" not in output:
+        return "what is left over at the end"
+    return last_test(output, "[  FAILED  ] ") or f"crash in {begun}"
 
 
 def last_test(output, mark):
@@ -136,7 +147,7 @@ class Judge:
         compiled = self.build.compile(mutant.file, mutant.text)
         if not compiled:
             return NOT_COMPILED
-        if self.is_unchanged(mutant, compiled, None):
+        if self.is_unchanged(mutant, compiled, ()):
             return SAME_OBJECT
         first = filter_for(mutant.file, ".")
         for number, program in enumerate(programs_of(mutant.file)):
@@ -144,21 +155,36 @@ class Judge:
             if not linked:
                 return NOT_COMPILED
             for tests in [first, ""] if first and not number else [""]:
-                killer = run_tests(self.build, linked, tests, self.limit(program))
+                killer = run_tests(self.build, linked, tests, self.limit(program, tests))
                 if killer:
                     return f"killed by {killer}"
-        optimised = self.build.compile(mutant.file, mutant.text, "-O2")
-        if self.is_unchanged(mutant, optimised, "-O2"):
+        if self.is_unchanged(mutant, self.build.compile(mutant.file, mutant.text, OPTIMISED), OPTIMISED):
             return SAME_OBJECT
-        return SAME_BEHAVIOUR if mutant.key() in self.known else SURVIVED
+        if mutant.key() in self.known:
+            return SAME_BEHAVIOUR
+        killer = self.under_sanitizers(mutant, first)
+        return f"killed by the sanitizers: {killer}" if killer else SURVIVED
 
-    def is_unchanged(self, mutant, compiled, level):
+    def under_sanitizers(self, mutant, first):
+        """What the nearest tests tell where the source alone is watched: a read beyond the end, a leak. The rest of the
+        program isn't, so a fault that the unchanged source has as well is none."""
+        with open(mutant.file, newline="") as handle:
+            source = handle.read()
+        program = programs_of(mutant.file)[0]
+        killers = []
+        for text in (source, mutant.text):
+            compiled = self.build.compile(mutant.file, text, SANITIZED)
+            linked = compiled and self.build.link(program, mutant.file, compiled, SANITIZED)
+            killers.append(linked and run_tests(self.build, linked, first, 5 * self.limit(program, first), None))
+        return killers[1] if linked and not killers[0] else None
+
+    def is_unchanged(self, mutant, compiled, options):
         """Whether the compiler made the same of the mutant as of the source."""
-        place = f"{os.path.join(self.build.scratch, mutant.file)}{level or ''}.unchanged"
+        place = f"{os.path.join(self.build.scratch, mutant.file)}{''.join(options)}.unchanged"
         if place not in self.unchanged:
             os.rename(compiled, compiled + ".kept")
             with open(mutant.file, newline="") as handle:
-                made = self.build.compile(mutant.file, handle.read(), level)
+                made = self.build.compile(mutant.file, handle.read(), options)
             if not made:
                 sys.exit(f"{mutant.file} doesn't compile as it stands.")
             os.rename(made, place)
@@ -166,17 +192,19 @@ class Judge:
             self.unchanged[place] = True
         return filecmp.cmp(compiled, place, shallow=False)
 
-    def limit(self, program):
-        """In seconds, what a run of all its tests may take: some times what the unchanged one takes."""
-        if program not in self.seconds:
+    def limit(self, program, tests=""):
+        """In seconds of work, what the tests may take: some times what they take with the unchanged program."""
+        if (program, tests) not in self.seconds:
             path = subprocess.run(["find", self.build.folder, "-name", program, "-type", "f"], check=True,
                                   capture_output=True, text=True).stdout.splitlines()[0]
-            begin = time.monotonic()
-            failure = run_tests(self.build, path, "", 900)
+            before = resource.getrusage(resource.RUSAGE_CHILDREN)
+            failure = run_tests(self.build, path, tests, 900)
+            after = resource.getrusage(resource.RUSAGE_CHILDREN)
             if failure:
                 sys.exit(f"{program} fails without a change: {failure}.")
-            self.seconds[program] = 5 + 8 * (time.monotonic() - begin)
-        return self.seconds[program]
+            worked = after.ru_utime - before.ru_utime + after.ru_stime - before.ru_stime
+            self.seconds[program, tests] = 3 + int(4 * worked)
+        return self.seconds[program, tests]
 
 
 def read_known(path):
@@ -249,7 +277,7 @@ def main():
             print(row, file=file, flush=True)
             print(row.replace("\t", " | "), flush=True)
     os.replace(table + ".new", table)
-    shutil.rmtree(build.scratch, ignore_errors=True)
+    build.clean()
     print(summary(outcomes))
     return 1 if outcomes[SURVIVED] else 0
 
