@@ -48,10 +48,9 @@ def sources_in(paths, build):
         if not os.path.exists(path):
             sys.exit(f"There is no {path}.")
         found = [source for source in build.commands
-                 if (source == path or source.startswith(path.rstrip("/") + "/")) and programs_of(source)
-                 and os.path.basename(source) != "Main.cpp"]  # which no test program is made of
+                 if (source == path or source.startswith(path.rstrip("/") + "/")) and programs_of(source)]
         if not found:
-            sys.exit(f"No test program is made of {path}.")
+            sys.exit(f"No test runs {path}.")
         named.update((source, int(line) if line else None) for source in found)
     return sorted(named.items())
 
@@ -151,6 +150,7 @@ class Judge:
             return SAME_OBJECT
         first = filter_for(mutant.file, ".")
         for number, program in enumerate(programs_of(mutant.file)):
+            self.limit(program)  # it is there, and passes
             linked = self.build.link(program, mutant.file, compiled)
             if not linked:
                 return NOT_COMPILED
@@ -195,8 +195,10 @@ class Judge:
     def limit(self, program, tests=""):
         """In seconds of work, what the tests may take: some times what they take with the unchanged program."""
         if (program, tests) not in self.seconds:
-            path = subprocess.run(["find", self.build.folder, "-name", program, "-type", "f"], check=True,
-                                  capture_output=True, text=True).stdout.splitlines()[0]
+            path = next((os.path.join(folder, program) for folder, _, files in os.walk(self.build.folder)
+                         if program in files), None)
+            if not path:
+                sys.exit(f"{program} isn't built.")
             before = resource.getrusage(resource.RUSAGE_CHILDREN)
             failure = run_tests(self.build, path, tests, 900)
             after = resource.getrusage(resource.RUSAGE_CHILDREN)

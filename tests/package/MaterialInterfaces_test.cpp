@@ -53,5 +53,19 @@ TEST(MaterialInterfaces, AreToldToBeMissingByTheMaterialsCode) {
     package->Terminate();
 }
 
+TEST(MaterialInterfaces, AreNeededToBindTheMaterial) {
+    const auto definition = MakePackage({u"A1"});
+    CWithoutObject material({u"A1"});
+    const CPackageHolder package(*definition);
+    material.isAsked = true;
+    for (const HRESULT answered : {E_NOINTERFACE, S_OK}) {
+        material.code = answered;
+        EXPECT_EQ(package->SetMaterial(material.Dispatch()), ECapeUnknownHR);
+        EXPECT_EQ(material.log.calls, std::vector<std::string>{});
+    }
+    package->Terminate();
+    EXPECT_EQ(material.references.Held(), 0);
+}
+
 }  // namespace
 }  // namespace reka::test

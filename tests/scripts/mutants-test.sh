@@ -37,6 +37,7 @@ static_assert(sizeof(int) > 1 + 1, "one");
 const char* const text = "1 < 2";
 const char16_t* const raw = uR"(x && 1)";
 std::vector<std::map<int, T>> Declared(const T& a, T* b, T&& c);
+boost::container::small_vector<int, 64> waiting;
 END
 )"
 expect "signs, words and numbers" "2 condition: if negated

@@ -19,7 +19,7 @@ protected:
     MaterialRefusals() { material->SetState(SampleGas()); }
 
     void ExpectRefusal(HRESULT result, const char16_t* text) {
-        EXPECT_EQ(result, reka::ECapeInvalidArgumentHR);
+        EXPECT_EQ(result, ECapeInvalidArgumentHR);
         EXPECT_EQ(LastError(static_cast<reka::ICapeThermoMaterialObject*>(material.Get())), text);
     }
 
