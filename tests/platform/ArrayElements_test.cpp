@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <iterator>
+
 #include "platform/Automation.h"
 #include "support/CountedFake.h"
 
@@ -26,6 +29,9 @@ TEST(ArrayElements, HaveTheSizeOfTheirType) {
         SAFEARRAY* const array = SafeArrayCreate(type, 1, &bound);
         ASSERT_NE(array, nullptr) << type;
         EXPECT_EQ(SafeArrayGetElemsize(array), size) << type;
+        VARTYPE recorded = VT_EMPTY;
+        EXPECT_EQ(SafeArrayGetVartype(array, &recorded), S_OK) << type;
+        EXPECT_EQ(recorded, type);
         EXPECT_EQ(SafeArrayDestroy(array), S_OK);
     }
 }
@@ -62,6 +68,40 @@ TEST(ArrayElements, HoldTheObjectsThatAreCopied) {
     EXPECT_EQ(read, nullptr);
     EXPECT_EQ(SafeArrayDestroy(array), S_OK);
     EXPECT_EQ(object.references.Held(), 0);
+}
+
+TEST(ArrayElements, OfTwoDimensionsLieApart) {
+    SAFEARRAYBOUND bounds[] = {{2, 0}, {3, 1}};
+    SAFEARRAY* const array = SafeArrayCreate(VT_I2, 2, bounds);
+    ASSERT_NE(array, nullptr);
+    std::int16_t number = 0;
+    for (LONG row = 0; row < 2; ++row) {
+        for (LONG column = 1; column <= 3; ++column) {
+            LONG indices[] = {row, column};
+            number = static_cast<std::int16_t>(10 * row + column);
+            EXPECT_EQ(SafeArrayPutElement(array, indices, &number), S_OK);
+        }
+    }
+    for (LONG row = 0; row < 2; ++row) {
+        for (LONG column = 1; column <= 3; ++column) {
+            LONG indices[] = {row, column};
+            EXPECT_EQ(SafeArrayGetElement(array, indices, &number), S_OK);
+            EXPECT_EQ(number, 10 * row + column);
+        }
+    }
+    SafeArrayDestroy(array);
+}
+
+TEST(BagInterfaces, HaveTheIdentifiersOfThePlatform) {
+    const std::uint8_t last[] = {0x81, 0x35, 0x00, 0xAA, 0x00, 0x4B, 0xB8, 0x51};
+    for (const auto& [iid, first] : {std::pair(IID_IPropertyBag, 0x55272A00U), std::pair(IID_IErrorLog, 0x3127CA40U)}) {
+        EXPECT_EQ(iid.Data1, first);
+        EXPECT_TRUE(std::equal(std::begin(last), std::end(last), std::begin(iid.Data4)));
+    }
+    EXPECT_EQ(IID_IPropertyBag.Data2, 0x42CB);
+    EXPECT_EQ(IID_IPropertyBag.Data3, 0x11CE);
+    EXPECT_EQ(IID_IErrorLog.Data2, 0x446E);
+    EXPECT_EQ(IID_IErrorLog.Data3, 0x11CE);
 }
 
 }  // namespace
