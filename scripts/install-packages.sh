@@ -17,9 +17,10 @@ install_packages() {
 
 native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev libboost-dev libeigen3-dev
     gnuplot-nox fp-utils)
-test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils pkgconf)
+test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils pkgconf python3)
 bench_packages=(libbenchmark-dev libmuparser-dev)
 fuzz_packages=(clang libclang-rt-14-dev)
+mutant_packages=(lld)
 coverage_packages=(clang libclang-rt-14-dev llvm)
 windows_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev wine wine64 xvfb
     xauth libmpfr-dev libgmp-dev)

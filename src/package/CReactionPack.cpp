@@ -56,7 +56,7 @@ void CReactionPack::AssignDefinition(const ReactionPackDefinition* source) {
         copy->CopyFrom(*source);
     }
     PutIntoService(copy);
-    if (definition) resolvedOrLoaded = 1;
+    if (definition) resolvedOrLoaded = true;
     MarkChanged();
 }
 

@@ -120,7 +120,7 @@ private:
     boost::local_shared_ptr<CCallArrays> ArraysFor(const ReactionPackDefinition& used);
 
     void MarkChanged() {
-        dirty = 1;
+        dirty = true;
         ++changes;
     }
 
@@ -143,8 +143,8 @@ private:
             const HRESULT result = read(*loaded);
             if (result != S_OK) return result;
             PutIntoService(loaded);
-            resolvedOrLoaded = 1;
-            dirty = 0;
+            resolvedOrLoaded = true;
+            dirty = false;
             return S_OK;
         } catch (...) {
             return thrown;
@@ -160,7 +160,7 @@ private:
             const std::uint32_t savedChanges = changes;
             const HRESULT result = write(*saved);
             if (result != S_OK) return result;
-            if (clearDirty && changes == savedChanges) dirty = 0;  // unless something was changed behind it
+            if (clearDirty && changes == savedChanges) dirty = false;  // unless something was changed behind it
             return S_OK;
         } catch (...) {
             return E_FAIL;
@@ -175,10 +175,10 @@ private:
     CComRef<IDispatch> material;
     CComRef<IDispatch> simulationContext;
     MaterialWords materialWords;
-    std::int32_t dirty = 0;
+    bool dirty = false;
     MapHold compoundMap;  // may be null
     std::int32_t materialCompoundCount = 0;
-    std::int32_t resolvedOrLoaded = 0;
+    bool resolvedOrLoaded = false;
     std::uint32_t changes = 0;   // counts what made it dirty, so that a save notices a change made meanwhile
     std::uint32_t bindings = 0;  // counts the changes of `material`, so that a binding notices one made behind its back
 };

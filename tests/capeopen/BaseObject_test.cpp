@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 #include "capeopen/ComObject.h"
 #include "support/Values.h"
 
@@ -109,6 +111,9 @@ TEST(RunMethod, LetsNothingThrownOut) {
     EXPECT_EQ(ErrorOf(unknown).name, "<null>");
     EXPECT_EQ(RunMethod(*object, u"M", u"I", []() -> HRESULT { throw std::bad_alloc(); }), ECapeUnknownHR);
     EXPECT_EQ(ErrorOf(unknown), (ReportedError{"out of memory", "out of memory", "M", "I"}));
+    const auto askTooMuch = []() -> HRESULT { throw std::length_error("longer than a text can be"); };
+    EXPECT_EQ(RunMethod(*object, u"Other", u"I", askTooMuch), ECapeUnknownHR);
+    EXPECT_EQ(ErrorOf(unknown), (ReportedError{"out of memory", "out of memory", "Other", "I"}));
     unknown->Release();
 }
 

@@ -21,6 +21,7 @@ const TextPair textPairs[] = {
     {"Ascii", "n-butane", u"n-butane"},
     {"TwoBytes", "\xC3\x84thanol \xC2\x80\xDF\xBF", u"\u00C4thanol \u0080\u07FF"},
     {"ThreeBytes", "\xE0\xA0\x80\xE2\x82\xAC\xEF\xBF\xBF", u"\u0800\u20AC\uFFFF"},
+    {"BesideTheSurrogates", "\xED\x9F\xBF\xEE\x80\x80", u"\uD7FF\uE000"},
     {"FourBytes", "\xF0\x90\x80\x80\xF4\x8F\xBF\xBF", u"\U00010000\U0010FFFF"},
 };
 class Utf8Pairs : public testing::TestWithParam<TextPair> {};

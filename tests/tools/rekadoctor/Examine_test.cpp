@@ -109,6 +109,12 @@ TEST(Examination, TakesAPathInQuotes) {
     EXPECT_TRUE(found.server.isThere && found.server.hasTemplates);
     TryLoading(computer, Width::Bits64, found);
     EXPECT_EQ(computer.loaded, std::vector<std::string>{"C:\\REKA\\x64\\REKA.dll"});
+    const std::pair<const char*, const char*> rows[] = {
+        {"\"\"", ""}, {"\"", "\""}, {"\"a", "\"a"}, {"a\"", "a\""}, {"\"a\"", "a"}};
+    for (const auto& [registered, path] : rows) {
+        computer.PutText(machine64, CFakeComputer::classKey + "\\InprocServer32", "", registered);
+        EXPECT_EQ(Examine(computer).registrations[0].server.path, path);
+    }
 }
 
 TEST(Examination, FindsABareNameWhereEveryProgramDoes) {
