@@ -155,6 +155,10 @@ TEST_F(MaterialImportFlow, IsTheFirstHalfOfTheButtonOfThePage) {
     };
     const auto row = static_cast<std::int32_t>(definition->compounds.size());
     EXPECT_EQ(page.Add(), (CompoundPageChange{true, true, row}));
+    EXPECT_EQ(page.Add(), (CompoundPageChange{true, true, row + 1}));
+    page.Select(0);
+    EXPECT_EQ(page.Add(), (CompoundPageChange{true, true, row + 2}));
+    EXPECT_EQ(page.Selection(), -1);  // the list is made anew
     simulator.material.offersCompounds = false;
     EXPECT_EQ(page.Add(), reactionPageAlone);  // after a failure too
     ui.compoundSource.reset();

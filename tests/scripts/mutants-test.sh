@@ -76,6 +76,15 @@ while (T* const y = G()) {}
 END
 )"
 
+expect "each change that is known to behave the same can be made" "" "$(cd "$mutants/../.." && python3 -B -c '
+import sys
+sys.path.insert(0, sys.argv[1])
+from mutants import mutants_of, read_known
+known = read_known(sys.argv[1] + "/same-behaviour.txt")
+made = {mutant.key() for file in {key[0] for key in known} for mutant in mutants_of(file, None)}
+for file, words, line in sorted(known - made):
+    print(f"{file}: {words}: {line}")' "$mutants")"
+
 mkdir -p "$folder/tree/src/part" "$folder/tree/tests/part"
 cd "$folder/tree"
 cat >src/part/Small.cpp <<'END'
