@@ -41,6 +41,13 @@ TEST(Sweep, IncludesAnEndThatIsReachedWithinRounding) {
     EXPECT_EQ(temperatures.back(), 299.15);
 }
 
+TEST(Sweep, CountsFromItsBeginning) {
+    std::vector<double> temperatures;
+    std::string errorText;
+    ASSERT_TRUE(ListTemperatures(1000, 1000.5, 0.015625, temperatures, errorText)) << errorText;
+    EXPECT_EQ(temperatures.size(), 33U);
+}
+
 struct RefusedSweep {
     const char* name;
     double from;
