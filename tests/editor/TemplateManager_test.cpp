@@ -245,13 +245,18 @@ TEST_F(TemplateManager, OpensNoShellForATemplateThatHasLeftItsRow) {
 }
 
 TEST_F(TemplateManager, DoesNothingToATemplateThatIsNoLongerThere) {
-    Open({u"B", u"A"});
-    dialog->Select(1);
-    PutTemplates({u"X"});
-    source.Store().LoadTemplates();
-    EXPECT_FALSE(dialog->Edit());
-    EXPECT_FALSE(dialog->Delete());
-    EXPECT_EQ(ui.asked, Lines{});
+    for (const bool isDeletion : {false, true}) {
+        Open({u"B", u"A"});
+        dialog->Select(1);
+        PutTemplates({u"X"});
+        source.Store().LoadTemplates();
+        ui.asked.clear();
+        EXPECT_TRUE(isDeletion ? dialog->Delete() : dialog->Edit());
+        EXPECT_EQ(ui.asked, Lines{notInRowA});
+        EXPECT_EQ(dialog->Names(), Names{u"X"});
+        EXPECT_EQ(Templates(), Names{u"X"});
+        EXPECT_FALSE(dialog->Delete());  // nothing is selected
+    }
 }
 
 TEST_F(TemplateManager, DeletesAfterAQuestion) {

@@ -17,7 +17,6 @@ namespace packagetext {
 namespace {
 
 constexpr const char* reactionIds = "reactionID";
-constexpr const char* compoundIds = "compoundId";
 const std::string coefficients = "stoichiometry[";
 
 std::string OnOneLine(const std::u16string& text) {

@@ -16,7 +16,7 @@ TEST(PrintableName, ShowsLettersOfAllKinds) {
 }
 
 TEST(PrintableName, SteersNoTerminal) {
-    EXPECT_EQ(PrintableName(u"\u001B[31mred\r\n\t\u007F\u0080\u009B31m\u009F"), "?[31mred?????31m?");
+    EXPECT_EQ(PrintableName(u"\u001B[31mred\r\n\t\u007F\u0080\u009B31m\u009F"), "?[31mred??????31m?");
     EXPECT_EQ(PrintableName("\u009B2J"), "?2J");
 }
 

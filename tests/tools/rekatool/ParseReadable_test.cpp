@@ -37,7 +37,7 @@ const ShapeCase shapeCases[] = {
     {"TooDeep", Nested(17), "the text is nested too deeply"},
     {"TooDeepAndBroken", std::string(17, '['), "the text is nested too deeply"},
     {"ManyMembers", Members(32), ""},
-    {"TooManyMembers", Members(33), "there is an object with too many members"},
+    {"TooManyMembers", Members(33), "line 1: there is an object with more than 32 members"},
 };
 void PrintTo(const ShapeCase& row, std::ostream* stream) {
     *stream << row.name;
