@@ -42,7 +42,8 @@ public:
     }
 
 protected:
-    /// Where the object keeps the words of its failures; null if it keeps none.
+    /// Where the object keeps the words of its failures; null if it keeps none. An object that does overrides this for
+    /// all of its interfaces.
     virtual const CLastFailure* Failures() const { return nullptr; }
 };
 

@@ -41,6 +41,7 @@ public:
 private:
     void FinalRelease() override;
     std::span<const IID> LateBoundInterfaces() const override;
+    const CLastFailure* Failures() const override { return this; }  // of all its interfaces
 
     TemplateStore store;
 };

@@ -108,6 +108,8 @@ private:
 
     std::span<const IID> LateBoundInterfaces() const override;
 
+    const CLastFailure* Failures() const override { return this; }  // of all its interfaces
+
     /// The first reaction of that name; null after `SetError` for the method `scope`.
     const ReactionDefinition* FindReaction(BSTR reactionId, const char16_t* scope);
 

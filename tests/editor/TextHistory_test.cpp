@@ -154,7 +154,7 @@ TEST_F(TextHistory, JoinsDeletedCharacters) {
 
 TEST_F(TextHistory, TakesACharacterOfTwoUnitsForOne) {
     for (const std::u16string_view character : {u"x", u"\xD83D\xDE00", u"\xD83D\xDE01"}) Insert(character);
-    for (const std::size_t last : {3, 1}) Delete(last, 2);
+    for (const std::size_t last : {std::size_t{3}, std::size_t{1}}) Delete(last, 2);
     EXPECT_TRUE(Undo());
     EXPECT_EQ(text, u"x\xD83D\xDE00\xD83D\xDE01");
     EXPECT_TRUE(Undo());

@@ -241,7 +241,8 @@ const ManagerMethod managerMethods[] = {
 class ManagerFaults : public testing::TestWithParam<std::tuple<ManagerMethod, Setting>> {};
 
 TEST_P(ManagerFaults, LoseNoTemplatesAndSayWhatFailed) {
-    const auto& [row, setting] = GetParam();
+    const ManagerMethod& row = std::get<0>(GetParam());
+    const Setting setting = std::get<1>(GetParam());
     CManagerBench bench;
     bench.Begin(setting);
     const std::string toldBefore = bench.NamesToldLater();

@@ -175,6 +175,14 @@ TEST_F(CalledByName, TellsAFailureWithItsWords) {
     EXPECT_EQ(Show(result.Get()), "empty");
 }
 
+TEST_F(CalledByName, TellsTheWordsByAnInterfacesOwnDispatchToo) {
+    const auto chemistry = Ask<ICapeReactionChemistry>(package->Unknown());
+    late = CComRef<IDispatch>(chemistry.Get());
+    const CVariant id = Text(u"none");
+    EXPECT_EQ(Call(u"GetReactionPhase", {id.Get()}), DISP_E_EXCEPTION);
+    EXPECT_EQ(Words(), "'ICapeReactionChemistry.GetReactionPhase' 'Invalid reaction ID: none'");
+}
+
 TEST_F(CalledByName, RefusesWhatDoesNotFit) {
     const CVariant number = Numbers({1});
     const CVariant id = Text(u"r");
