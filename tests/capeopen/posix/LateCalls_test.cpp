@@ -179,8 +179,8 @@ TEST_F(CalledByName, TellsTheWordsByAnInterfacesOwnDispatchToo) {
     const auto chemistry = Ask<ICapeReactionChemistry>(package->Unknown());
     late = CComRef<IDispatch>(chemistry.Get());
     const CVariant id = Text(u"none");
-    EXPECT_EQ(Call(u"GetReactionPhase", {id.Get()}), DISP_E_EXCEPTION);
-    EXPECT_EQ(Words(), "'ICapeReactionChemistry.GetReactionPhase' 'Invalid reaction ID: none'");
+    EXPECT_EQ(Call(u"GetStoichiometricCoefficients", {id.Get()}), DISP_E_EXCEPTION);
+    EXPECT_EQ(Words(), "'ICapeReactionChemistry.GetStoichiometricCoefficients' 'Invalid reaction ID: none'");
 }
 
 TEST_F(CalledByName, RefusesWhatDoesNotFit) {
