@@ -15,8 +15,8 @@
 
 #include "bench/AllocationCount.h"
 #include "bench/Formulas.h"
-#include "bench/call/IdleMaterial.h"
 #include "bench/MemoryFiles.h"
+#include "bench/call/IdleMaterial.h"
 #include "capeopen/ComObject.h"
 #include "compounds/LoadPcdFile.h"
 #include "expression/parse/ParseExpression.h"

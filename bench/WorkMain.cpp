@@ -3,10 +3,10 @@
 
 #include <benchmark/benchmark.h>
 
-#include "bench/call/Call_bench.h"
-#include "bench/call/Material_bench.h"
 #include "bench/Parse_bench.h"
 #include "bench/Stored_bench.h"
+#include "bench/call/Call_bench.h"
+#include "bench/call/Material_bench.h"
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);

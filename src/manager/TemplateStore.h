@@ -26,8 +26,8 @@ class TemplateStore {
 public:
     /// The user's file, with its folders made if need be. With `reconcile` a user without a file gets a copy of the
     /// system's, and one whose file is older than the system's is asked whether to replace it; the file replaced is
-    /// kept as a numbered backup, if that can be copied. Whether the user's file was seen, which without `reconcile` isn't
-    /// looked for. May throw std::bad_alloc.
+    /// kept as a numbered backup, if that can be copied. Whether the user's file was seen, which without `reconcile`
+    /// isn't looked for. May throw std::bad_alloc.
     static bool GetConfigFilePath(std::u16string& path, bool reconcile);
 
     /// Destroys the templates. That releases the context of each, which may run code of the host and let it call in: by

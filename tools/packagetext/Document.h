@@ -13,8 +13,8 @@ namespace packagetext {
 using Json = nlohmann::ordered_json;
 
 /// Paths are UTF-8. False leaves `content` empty and gives the path and the reason in `errorText`, for malformed JSON
-/// with line and column. Refused is also what nests deeper than 64 or has an object of more than a million members, and a
-/// member that stands twice in its object. `text` gets the file as it is, for AtLine.
+/// with line and column. Refused is also what nests deeper than 64 or has an object of more than a million members, and
+/// a member that stands twice in its object. `text` gets the file as it is, for AtLine.
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
 bool ReadDocument(const std::string& path, Json& content, std::string& text, std::string& errorText);
 /// The text of a document: members on lines of their own, lists of plain values on one line. Recurses along the

@@ -8,8 +8,8 @@
 
 namespace packagetext {
 
-/// The name, which is UTF-16 or UTF-8, in UTF-8, with "?" in the place of what would steer a terminal or end the line: a
-/// damaged or made-up name may hold anything.
+/// The name, which is UTF-16 or UTF-8, in UTF-8, with "?" in the place of what would steer a terminal or end the line:
+/// a damaged or made-up name may hold anything.
 std::string PrintableName(std::u16string_view name);
 std::string PrintableName(std::string_view name);
 
