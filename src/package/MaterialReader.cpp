@@ -59,6 +59,7 @@ bool CMaterialReader::FetchInputs(std::uint32_t dependencies, BSTR phase, std::u
         errorText = u"Material not set";
         return false;
     }
+    hasDensity = false;
     // To ask costs less than to change the settings for each question; nothing is calculated in between.
     const bool areRead = arithmetic.Outside([&] { return ReadInputs(dependencies, phase, errorText); });
     if (hasDensity) MakeMolarities();

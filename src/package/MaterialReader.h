@@ -85,7 +85,7 @@ private:
     const COwnArithmetic& arithmetic;
     const VARIANT* compoundList;  // the material's identifiers of the package's compounds; empty until they are needed
     double density = 0.0;         // mol/m3
-    bool hasDensity = false;
+    bool hasDensity = false;      // it was asked for, for the present property
 };
 
 }  // namespace reka
