@@ -38,7 +38,8 @@ Handle Open(const std::wstring& path, DWORD access, DWORD shared, DWORD disposit
 }
 
 /// Makes a file of the bytes under a name that is free, which gets into `path`, and holds it against its deletion as
-/// long as the result lives; null with the reason in `result`.
+/// long as the result lives; null with the reason in `result`, and without a
+/// path where no file was made.
 Handle MakeFile(const std::wstring& start, const void* bytes, DWORD size, std::wstring& path, HRESULT& result) {
     constexpr int triedNames = 100;
     Handle written(nullptr, &CloseHandle);
@@ -48,12 +49,14 @@ Handle MakeFile(const std::wstring& start, const void* bytes, DWORD size, std::w
         result = written ? S_OK : LastError();
         if (result != HRESULT_FROM_WIN32(ERROR_FILE_EXISTS)) break;
     }
-    if (!written) return written;
-    DWORD count = 0;
-    if (!WriteFile(written.get(), bytes, size, &count, nullptr) || count != size) {
-        result = count == size ? LastError() : E_FAIL;
-        return {nullptr, &CloseHandle};
+    if (!written) {
+        path.clear();  // the last one tried is somebody else's
+        return written;
     }
+    DWORD count = 0;
+    result = WriteFile(written.get(), bytes, size, &count, nullptr) ? S_OK : LastError();
+    if (SUCCEEDED(result) && count != size) result = E_FAIL;
+    if (FAILED(result)) return {nullptr, &CloseHandle};
     Handle held = Open(path, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING);
     result = held ? S_OK : LastError();
     return held;
