@@ -4,7 +4,6 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <iterator>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -14,6 +13,7 @@
 #include "capeopen/ErrorTexts.h"
 #include "expression/run/EvaluateExpression.h"
 #include "package/CReactionPack.h"
+#include "package/ReactionProperty.h"
 #include "platform/HostArithmetic.h"
 #include "platform/SameText.h"
 
@@ -23,38 +23,6 @@ namespace {
 
 constexpr const char16_t* scope = u"CalcReactionProp";
 constexpr const char16_t* interfaceName = u"ICapeReactionsRoutine";
-
-/// One of the properties that a package calculates. The value goes out in the unit in which its expression is written.
-struct ReactionProperty {
-    std::u16string_view name;
-    std::unique_ptr<ExpressionRef> ReactionDefinition::*expression;
-    bool acceptsMoleBasis;
-    const char16_t* basisError;
-    bool acceptsAnyType;
-    ReactionType type;
-    const char16_t* typeError;  // behind the name of a reaction of the other type
-};
-
-constexpr ReactionProperty reactionProperties[] = {
-    {u"ReactionRate", &ReactionDefinition::rateExpression, true,
-     u"Unsupported basis for property ReactionRate; currently only mole basis is supported", false,
-     ReactionType::Kinetic, u"\" is not a kinetic reaction, cannot calculate property ReactionRate"},
-    {u"ChemicalEquilibriumConstant", &ReactionDefinition::equilibriumConstantExpression, false,
-     u"Unsupported basis for property ChemicalEquilibriumConstant; basis should be NULL, and value is defined in terms "
-     u"of GetReactionConcBasis",
-     false, ReactionType::Equilibrium,
-     u"\" is not an equilibrium reaction, cannot calculate property ChemicalEquilibriumConstant"},
-    {u"EnthalpyOfReaction", &ReactionDefinition::heatExpression, true,
-     u"Unsupported basis for property EnthalpyOfReaction; currently only mole basis is supported", true,
-     ReactionType::Kinetic, u""},
-};
-
-const ReactionProperty* FindProperty(BSTR name) {
-    for (const ReactionProperty& property : reactionProperties) {
-        if (SameUsualText(name, property.name)) return &property;
-    }
-    return nullptr;
-}
 
 bool IsAcceptedBasis(const ReactionProperty& property, BSTR basis) {
     constexpr std::u16string_view moleBasis = u"Mole";
@@ -119,28 +87,10 @@ public:
 
 private:
     bool CheckReaction(const ReactionProperty& property, const ReactionDefinition& reaction) {
-        if (!property.acceptsAnyType && reaction.type != property.type) [[unlikely]] {
-            return Report(u"Reaction \"" + StringFromBstr(reaction.id.Get()) + property.typeError);
-        }
-        if (!SameUsualText(reaction.phase.Get(), phase)) [[unlikely]] {
-            return Report(u"phase mismatch", u"Reaction \"" + StringFromBstr(reaction.id.Get()) +
-                                                 u"\" is defined for phase " + StringFromBstr(reaction.phase.Get()) +
-                                                 u"; cannot perform calculation for requested phase " +
-                                                 StringFromBstr(phase));
-        }
-        return reaction.*property.expression ? true : ReportMissingExpression(property, reaction);
-    }
-
-    bool ReportMissingExpression(const ReactionProperty& property, const ReactionDefinition& reaction) {
-        if (property.expression == &ReactionDefinition::rateExpression) {
-            return Report(u"no expression", u"rate expression not defined for requested reaction");
-        }
-        if (property.expression == &ReactionDefinition::equilibriumConstantExpression) {
-            return Report(u"no expression", u"equilibrium constant expression not defined for requested reaction");
-        }
-        return Report(u"undefined", u"heat of reaction is not defined for reaction \"" +
-                                        StringFromBstr(reaction.id.Get()) +
-                                        u"\". Cannot calculation property EnthalpyOfReaction");
+        if (CanBeCalculated(property, reaction, phase)) [[likely]]
+            return true;
+        const ReactionRefusal refusal = RefusalOf(property, reaction, phase);
+        return Report(refusal.name, refusal.description);
     }
 
     /// Evaluates the expression of one reaction and writes the value to the reaction object. False after the failure
@@ -165,8 +115,7 @@ private:
     }
 
     bool ReportCalculation(BSTR reactionId, BSTR property, const std::u16string& reason) {
-        return Report(u"Failed to calculate " + StringFromBstr(property) + u" for reaction " +
-                      StringFromBstr(reactionId) + u": " + reason);
+        return Report(TextOfFailedCalculation(property, reactionId, reason));
     }
 
     bool Report(const std::u16string& text) { return Report(text, text); }
@@ -257,7 +206,7 @@ HRESULT CReactionPack::CalcReactionProp(VARIANT props, BSTR phase, VARIANT reacI
                                          phase, basis);
         for (LONG i = 0; i < propertyCount; ++i) {
             const BSTR name = StringAt(props, i);
-            if (!calculation.Calculate(name, FindProperty(name), selected)) return ECapeUnknownHR;
+            if (!calculation.Calculate(name, FindReactionProperty(name), selected)) return ECapeUnknownHR;
         }
         return S_OK;
     });
