@@ -167,7 +167,7 @@ TEST_F(ShippedCompounds, HaveFormulasThatWeighWhatIsSaid) {
             ASSERT_NE(atom, atomicWeights.end()) << reka::Utf8FromUtf16(element.symbol);
             weight += element.amount * atom->second;
         }
-        EXPECT_NEAR(compound->molecularWeight, weight, 0.02) << reka::Utf8FromUtf16(compound->name.View());
+        EXPECT_NEAR(compound->molecularWeight, weight, 6e-4) << reka::Utf8FromUtf16(compound->name.View());
         EXPECT_EQ(compound->charge, 0.0);
     }
 }
