@@ -19,6 +19,8 @@ native_packages=(g++ cmake ninja-build bison libcli11-dev nlohmann-json3-dev lib
     gnuplot-nox fp-utils)
 test_packages=(libgtest-dev libgmock-dev libmpfr-dev libgmp-dev locales libchm-bin libxml2-utils pkgconf python3)
 bench_packages=(libbenchmark-dev libmuparser-dev)
+python_packages=(pybind11-dev python3-dev python3-numpy python3-pip python3-venv python3-setuptools python3-wheel
+    python3-matplotlib)
 fuzz_packages=(clang libclang-rt-14-dev)
 mutant_packages=(lld)
 coverage_packages=(clang libclang-rt-14-dev llvm)
