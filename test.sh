@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds and runs all tests: natively under the sanitizers, for Windows x64 under Wine, and the installer with both widths.
+# Builds and runs all tests: natively under the sanitizers, the Python module, for Windows x64 under Wine, and the installer
+# with both widths.
 #
 #   ./test.sh PRESET...   only these builds, of native-debug, native-asan and mingw64-release
 #   ./test.sh --x86       only the x86 build, under a 32-bit Wine in a 32-bit system that is made in the build folder
@@ -16,7 +17,8 @@ native_preset=native-asan  # it makes the data and the figures that the Windows 
 # The label of the tests that work dialogs by keys and clicks. One that Wine's display loses now and then is no fault of a
 # dialog: what fails of these gets a second run, which has to pass. The summary tells how many runs failed.
 driven=driven
-summary=()
+dialogs=(-L "^$driven\$" --repeat until-pass:2)
+manifest=WithManifest/  # before the names of those that run in a program with a manifest
 failed=0
 
 # build PRESET [OPTION...]
@@ -32,13 +34,7 @@ build() {
 # run_tests PRESET [OPTION...]: a failure is remembered, and the next build still gets its turn.
 run_tests() {
     echo "== Testing $1"
-    run_ctest "$1" "$1" "${@:2}"
-}
-
-# run_driven_tests PRESET: those that work dialogs.
-run_driven_tests() {
-    echo "== Testing $1, the dialogs"
-    run_ctest "$1" "$1-dialogs" -L "^$driven\$" --repeat until-pass:2
+    run_ctest "$1" "$1" "${@:2}" || failed=1
 }
 
 # run_ctest PRESET NAME [OPTION...]: NAME is that of the log and in the summary.
@@ -46,14 +42,23 @@ run_ctest() {
     local log=build/$2.test.log passed=1
     ctest --preset "$1" --parallel 2 "${@:3}" >"$log" 2>&1 || passed=0
     grep -qaE '^[0-9]+% tests passed' "$log" || passed=0
-    if [ "$passed" -eq 0 ]; then
-        failed=1
-        grep -avE '^ *(Start|[0-9]+/[0-9]+ Test .* Passed)' "$log" || true
-    fi
+    if [ "$passed" -eq 0 ]; then grep -avE '^ *(Start|[0-9]+/[0-9]+ Test .* Passed)' "$log" || true; fi
     local repeated
     repeated=$(grep -acE 'Test +#[0-9]+: .*\*\*\*Failed' "$log" || true)
-    summary+=("$2: $(grep -aE '^[0-9]+% tests passed' "$log" || echo 'no test ran'), $repeated runs failed")
+    summarize "$2" "$(grep -aE '^[0-9]+% tests passed' "$log" || echo 'no test ran'), $repeated runs failed"
+    [ "$passed" -eq 1 ]
 }
+
+# summarize NAME TEXT: a line of the summary, in the order in which they come.
+summarize() { echo "$1: $2" >>build/summary.txt; }
+
+# run_in_session FOLDER PRESET NAME [OPTION...]: under an emulated Windows of its own, which ends with it.
+run_in_session() (
+    start_wine "$PWD/build/$1"
+    # Those of an earlier run may be older than what is shipped, and nobody answers the question which to take.
+    rm -f "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/NAVO/data/REKAConfig.dat
+    run_ctest "${@:2}"
+)
 
 # What the Windows builds are compared with.
 make_native_figures() {
@@ -63,11 +68,25 @@ make_native_figures() {
 
 test_windows_x64() {
     build mingw64-release -DREKA_NATIVE_PRESET="$native_preset"
-    start_wine "$PWD/build/wine-x64"
-    # Those of an earlier run may be older than what is shipped, and nobody answers the question which to take.
-    rm -f "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/NAVO/data/REKAConfig.dat
-    run_tests mingw64-release -LE "^$driven\$"
-    run_driven_tests mingw64-release
+    echo "== Testing mingw64-release"
+    # Those that work dialogs need a screen for themselves and wait for most of their time, so each half of them has its
+    # own beside that of all others.
+    local sessions=() session
+    run_in_session wine-x64 mingw64-release mingw64-release -LE "^$driven\$" &
+    sessions+=($!)
+    run_in_session wine-x64-dialogs mingw64-release mingw64-release-dialogs "${dialogs[@]}" -E "^$manifest" &
+    sessions+=($!)
+    run_in_session wine-x64-manifest mingw64-release mingw64-release-manifest "${dialogs[@]}" -R "^$manifest" &
+    sessions+=($!)
+    for session in "${sessions[@]}"; do wait "$session" || failed=1; done
+}
+
+test_python_module() {
+    install_packages "${python_packages[@]}"
+    echo "== Testing the Python module"
+    local log=build/python.test.log
+    tests/python/check-module.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
+    summarize python "$(grep -E '^(Ran|FAILED)' "$log" | tr '\n' ' ')"
 }
 
 test_installer() {
@@ -77,10 +96,10 @@ test_installer() {
     echo "== Testing the installer"
     local log=build/signing.test.log
     packaging/test-signing.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
-    summary+=("signing: $(tail -1 "$log")")
+    summarize signing "$(tail -1 "$log")"
     log=build/installer.test.log
     packaging/test-installer.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
-    summary+=("installer: $(tail -1 "$log")")
+    summarize installer "$(tail -1 "$log")"
 }
 
 test_x86() {
@@ -90,18 +109,18 @@ test_x86() {
     put_into_x86_root build/mingw32-release "build/$native_preset/figures.txt" examples/documents data docs
     start_x86_wine
     run_tests mingw32-release -LE "^$driven\$"
-    run_driven_tests mingw32-release
+    run_ctest mingw32-release mingw32-release-dialogs "${dialogs[@]}" || failed=1
 }
 
 print_summary() {
     echo
     grep -aE '^Total Test time' build/*.test.log | sed 's/^build\///; s/\.test\.log:/: /' || true
-    printf '%s\n' "${summary[@]}"
+    cat build/summary.txt
 }
 
 install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" "${windows_packages[@]}"
 mkdir -p build
-rm -f build/*.test.log
+rm -f build/*.test.log build/summary.txt
 if [ "${1:-}" = --x86 ]; then
     install_packages "${x86_packages[@]}"
     test_x86
@@ -118,6 +137,7 @@ elif [ "$#" -gt 0 ]; then
 else
     build "$native_preset"
     run_tests "$native_preset"
+    test_python_module
     test_windows_x64
     test_installer
 fi

@@ -20,6 +20,8 @@ include(GoogleTest)
 # Locales for the tests, made for the build folder: the system needn't have them. One has a decimal comma; an emulated
 # Windows takes its code page from the others, 932 and 65001.
 set(REKA_TEST_LOCALES ${PROJECT_BINARY_DIR}/locales)
+# A user's own templates stay untouched: the tests have a configuration folder in the build folder.
+set(REKA_TEST_USER ${PROJECT_BINARY_DIR}/user)
 if(CMAKE_CROSSCOMPILING)
   set(test_locales ja_JP hi_IN)
 else()
@@ -38,8 +40,9 @@ foreach(locale IN LISTS test_locales)
 endforeach()
 add_custom_target(reka_test_locales ALL DEPENDS ${made_locales})
 
-# Makes the tests of `target` known to ctest: one by one natively, suite by suite under the emulator. What is tested may be
-# optimised; the tests needn't be, and take long enough to compile. Further arguments are properties of each test.
+# Makes the tests of `target` known to ctest: one by one natively, suite by suite under the emulator and with
+# REKA_TEST_BY_SUITES. What is tested may be optimised; the tests needn't be, and take long enough to compile. Further
+# arguments are properties of each test.
 function(reka_register_tests target)
   target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-O0>)
   reka_precompile_platform(${target})
@@ -47,7 +50,11 @@ function(reka_register_tests target)
     reka_register_suites("" $<TARGET_FILE:${target}> ${ARGN})
     return()
   endif()
-  # A user's own templates stay untouched: the tests have a configuration folder in the build folder.
+  add_dependencies(${target} reka_test_locales)
+  if(REKA_TEST_BY_SUITES)
+    reka_register_suites("" $<TARGET_FILE:${target}> ${ARGN})
+    return()
+  endif()
   gtest_discover_tests(
     ${target}
     NO_PRETTY_VALUES
@@ -55,17 +62,21 @@ function(reka_register_tests target)
     DISCOVERY_TIMEOUT 120
     WORKING_DIRECTORY ${PROJECT_BINARY_DIR}
     PROPERTIES TIMEOUT 300 ENVIRONMENT LOCPATH=${REKA_TEST_LOCALES} ENVIRONMENT_MODIFICATION
-               XDG_CONFIG_HOME=set:${PROJECT_BINARY_DIR}/user ${ARGN})
-  add_dependencies(${target} reka_test_locales)
+               XDG_CONFIG_HOME=set:${REKA_TEST_USER} ${ARGN})
 endfunction()
 
 # Makes the suites of a program known to ctest, each with `prefix` before its name. Further arguments are properties of each
-# test. The emulator's user has a folder of his own. It encodes file names as its locale says.
+# test.
 function(reka_register_suites prefix program)
   set(REKA_EMULATOR ${CMAKE_CROSSCOMPILING_EMULATOR})
   string(MAKE_C_IDENTIFIER "${prefix}${program}" name)
+  if(CMAKE_CROSSCOMPILING)
+    set(environment LC_ALL=C.UTF-8)  # the emulator encodes file names as its locale says; its user has a folder of his own
+  else()
+    set(environment "LOCPATH=${REKA_TEST_LOCALES};XDG_CONFIG_HOME=${REKA_TEST_USER}")
+  endif()
   list(JOIN ARGN " " properties)
-  string(APPEND properties " ENVIRONMENT LC_ALL=C.UTF-8")
+  string(APPEND properties " ENVIRONMENT \"${environment}\"")
   set(suites ${CMAKE_CURRENT_BINARY_DIR}/${name}_suites.cmake)
   configure_file(${PROJECT_SOURCE_DIR}/cmake/TestSuites.cmake.in ${suites}.in @ONLY)
   file(GENERATE OUTPUT ${suites} INPUT ${suites}.in)
