@@ -29,7 +29,7 @@ set(REKA_COMPANIONS
     "tools/rekadoctor: text platform capeopen persistence tools/packagetext"
     "tools/rekatool: text platform expression/tree records expression/run expression/parse persistence checking tools/packagetext"
     "tools/shipped: text persistence manager tools/packagetext"
-    "python: text platform expression/run records persistence package tools/packagetext tools/rekatool"
+    "python: text platform expression/run records persistence package tools/rekatool"
     "bench: text platform capeopen records expression/run expression/parse persistence compounds package manager"
     "fuzz: text platform capeopen formula expression/math expression/tree records expression/run expression/parse persistence compounds package manager editor tools/packagetext tools/rekatool examples/simulator")
 

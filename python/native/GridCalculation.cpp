@@ -52,7 +52,9 @@ public:
     /// Sets the working values that are in `wanted`, bits of `reka::dependency`.
     void Apply(std::uint32_t wanted, reka::ReactionPackDefinition& values) {
         using namespace reka::dependency;
-        const bool isChanged = Take(temperatureInput) | Take(pressureInput) | Take(fractionInput);
+        bool isChanged = Take(temperatureInput);
+        isChanged = Take(pressureInput) || isChanged;
+        isChanged = Take(fractionInput) || isChanged;
         if (places[temperatureInput]) values.temperature = At(places[temperatureInput]);
         if (places[pressureInput]) values.pressure = At(places[pressureInput]);
         if (isChanged && places[fractionInput]) Copy(fractionInput, values.moleFraction.Get(), values.workArraySize);

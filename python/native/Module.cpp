@@ -49,14 +49,15 @@ std::pair<std::vector<Package>, std::vector<std::string>> Load(Read&& read) {
 }
 
 auto LoadFile(const std::string& path) {
-    return Load([&](std::vector<std::string>& notes) { return ReadPackages(path, notes); });
+    return Load([&](std::vector<std::string>& notes) { return rekatool::LoadDefinitions(path, notes); });
 }
 
 auto LoadBlock(const py::bytes& block) {
     const std::string_view bytes = block;
     return Load([&](std::vector<std::string>& notes) {
-        Definitions definitions;
-        definitions.push_back(ReadBlock({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, notes));
+        rekatool::Definitions definitions;
+        definitions.push_back(
+            rekatool::LoadDefinition({reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size()}, notes));
         return definitions;
     });
 }

@@ -1,35 +1,19 @@
 // SPDX-License-Identifier: MIT
-// Packages out of whatever holds them: files of templates, stored blocks and documents.
+// Packages on their way out, and where those of the user lie. How they come in is rekatool's LoadDefinitions.h.
 
 #pragma once
 
 #include <cstdint>
-#include <memory>
-#include <span>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "records/Definition.h"
+#include "rekatool/LoadDefinitions.h"
 
 namespace rekapython {
 
 /// What can't be read or calculated, in the component's words (UTF-8).
-class PackageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-using Definitions = std::vector<std::unique_ptr<reka::ReactionPackDefinition>>;
-
-/// The packages of a file: those of a file of templates in its order, else one, of a stored block, of a block behind
-/// its size, or of a document with a member "package". `path` is UTF-8. `notes` gets what the component would tell its
-/// user in a box. Throws a PackageError for what it refuses. One thread at a time.
-Definitions ReadPackages(const std::string& path, std::vector<std::string>& notes);
-
-/// The package of one stored block; the rest as with ReadPackages.
-std::unique_ptr<reka::ReactionPackDefinition> ReadBlock(std::span<const std::uint8_t> block,
-                                                        std::vector<std::string>& notes);
+using PackageError = rekatool::LoadError;
 
 /// The block of a package, of the newest version. Throws a PackageError.
 std::vector<std::uint8_t> WriteBlock(const reka::ReactionPackDefinition& definition);

@@ -41,7 +41,7 @@ GridInput Numbers(const std::vector<double>& values, std::vector<std::ptrdiff_t>
 
 std::unique_ptr<reka::ReactionPackDefinition> ReadExample(const std::string& name) {
     std::vector<std::string> notes;
-    return std::move(ReadPackages(rekasim::ExamplePath(name), notes).front());
+    return std::move(rekatool::LoadDefinitions(rekasim::ExamplePath(name), notes).front());
 }
 
 /// The indices of the reactions that have `property`.

@@ -6,6 +6,9 @@
 
 #include <nlohmann/json.hpp>
 #include <string>
+#include <string_view>
+
+#include "packagetext/DocumentShape.h"
 
 namespace packagetext {
 
@@ -17,6 +20,11 @@ using Json = nlohmann::ordered_json;
 /// a member that stands twice in its object. `text` gets the file as it is, for AtLine.
 bool ReadDocument(const std::string& path, Json& content, std::string& errorText);
 bool ReadDocument(const std::string& path, Json& content, std::string& text, std::string& errorText);
+/// The same for the text of a document, which has no path.
+bool ParseDocument(std::string_view text, Json& content, std::string& errorText);
+/// Parses any JSON text within `most`. False with the reason in `errorText`, for a fault of the syntax with line and
+/// column in front; `content` is null then.
+bool ParseJson(std::string_view text, const ShapeLimits& most, Json& content, std::string& errorText);
 /// The text of a document: members on lines of their own, lists of plain values on one line. Recurses along the
 /// nesting of `content`.
 std::string TextOfDocument(const Json& content);

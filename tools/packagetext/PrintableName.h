@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-// Names out of files, as they may be shown.
+// Names and texts out of files, as they may be shown.
 
 #pragma once
 
@@ -12,5 +12,9 @@ namespace packagetext {
 /// a damaged or made-up name may hold anything.
 std::string PrintableName(std::u16string_view name);
 std::string PrintableName(std::string_view name);
+
+/// A text of several lines, on one, in UTF-8. Whatever else could lead a terminal astray is a blank as well; there are
+/// no two in a row, and none at the ends.
+std::string OnOneLine(std::u16string_view text);
 
 }  // namespace packagetext

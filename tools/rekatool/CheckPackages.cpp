@@ -8,9 +8,11 @@
 
 #include <memory>
 
+#include "PackageLints.h"
 #include "RateGrid.h"
 #include "checking/DefinitionChecks.h"
 #include "expression/parse/ParseExpression.h"
+#include "packagetext/PrintableName.h"
 #include "persistence/ReadStoredDefinition.h"
 #include "persistence/StoredExpression.h"
 #include "platform/SameText.h"
@@ -21,22 +23,8 @@ namespace rekatool {
 
 namespace {
 
+using packagetext::OnOneLine;
 using Definitions = std::vector<std::unique_ptr<reka::ReactionPackDefinition>>;
-
-/// Texts of several lines, on one. Whatever else could lead a terminal astray is a blank as well.
-std::string OnOneLine(std::u16string_view text) {
-    std::string line;
-    for (const char character : reka::Utf8FromUtf16(text)) {
-        const bool isBlank = static_cast<unsigned char>(character) <= ' ' || character == '\x7F';
-        if (!isBlank) {
-            line += character;
-        } else if (!line.empty() && line.back() != ' ') {
-            line += ' ';
-        }
-    }
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line;
-}
 
 Bytes FieldOf(const reka::ExpressionRef* expression) {
     Bytes bytes;
@@ -76,6 +64,7 @@ public:
         if (!reka::CheckCompounds(definition, errorText)) Fault(errorText);
         CheckCompoundUse(definition);
         CheckCompoundNames(definition);
+        CheckCasNumbers(definition);
         definition.AllocateWorkArrays();
         const bool hasAllFormulas = reka::HasAllFormulas(definition);
         reka::CDefinitionFormulas formulas(definition);
@@ -126,7 +115,10 @@ private:
                      isKinetic ? checked.rateEquation : checked.equilibriumConstantEquation,
                      isKinetic ? u"rate" : u"equilibrium constant");
         CompareTrees(storedHeat, checked.heatExpression.get(), checked.heatEquation, u"heat of reaction");
+        CheckLongIntegers(checked);
         CheckValues(definition, checked);
+        const std::u16string contradiction = CompareHeatWithConstant(definition, checked);
+        if (!contradiction.empty()) Warn(contradiction);
     }
 
     /// A loaded package calculates with what is stored, whatever its text says. A text that doesn't parse is a fault
@@ -172,6 +164,28 @@ private:
                 continue;
             }
             Warn(u"compound " + name + u" can't be named in an expression");
+        }
+    }
+
+    void CheckCasNumbers(const reka::ReactionPackDefinition& definition) {
+        for (const auto& compound : definition.compounds) {
+            const std::u16string_view number = compound->casNumber.View();
+            const std::u16string text = LintCasNumber(number);
+            if (text.empty()) continue;
+            Warn(u"compound " + std::u16string(compound->name.View()) + u": " + std::u16string(number) + u" " + text);
+        }
+    }
+
+    void CheckLongIntegers(const reka::ReactionDefinition& checked) {
+        const std::pair<const std::u16string*, const char16_t*> texts[] = {
+            {&checked.rateEquation, u"rate"},
+            {&checked.equilibriumConstantEquation, u"equilibrium constant"},
+            {&checked.heatEquation, u"heat of reaction"}};
+        for (const auto& [text, what] : texts) {
+            const std::u16string number = FindLongInteger(*text);
+            if (number.empty()) continue;
+            Warn(std::u16string(u"the ") + what + u" has the whole number " + number +
+                 u": beyond 18 digits such numbers wrap around; write it with an exponent");
         }
     }
 

@@ -30,15 +30,8 @@ bool IsReadable(std::span<const std::uint8_t> bytes) {
 }
 
 bool ParseReadable(std::span<const std::uint8_t> bytes, Json& content, std::string& errorText) {
-    try {
-        const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-        if (!packagetext::CheckShape(text, limits, errorText)) return false;
-        content = Json::parse(text);
-        return true;
-    } catch (const Json::exception& error) {
-        errorText = error.what();
-        return false;
-    }
+    const std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    return packagetext::ParseJson(text, limits, content, errorText);
 }
 
 }  // namespace rekatool

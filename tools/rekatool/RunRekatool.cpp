@@ -8,12 +8,17 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <filesystem>
+#include <map>
 #include <ostream>
+#include <sstream>
 
 #include "CheckPackages.h"
+#include "DiffPackages.h"
+#include "LoadDefinitions.h"
 #include "PackageFile.h"
 #include "ParseReadable.h"
 #include "Salvage.h"
+#include "packagetext/PrintableName.h"
 #include "packagetext/ReadWhole.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
@@ -25,9 +30,13 @@ namespace {
 
 constexpr int failed = 2;
 
+constexpr int isDifferent = 1;
+
 struct Options {
     std::string inputPath;
     std::string outputPath;
+    std::string otherPath;     // of the second file to compare
+    std::string acceptedPath;  // of the warnings that are wanted
 };
 
 /// A failure with its sentence.
@@ -83,16 +92,47 @@ int Import(const Options& options) {
     return 0;
 }
 
-int Check(const Options& options, std::ostream& out) {
+/// The lines of a file but empty ones and those that begin with "#", each with whether it was met.
+std::map<std::string, bool> ReadAccepted(const std::string& path) {
+    std::map<std::string, bool> accepted;
+    if (path.empty()) return accepted;
+    const Bytes bytes = ReadFile(path);
+    std::istringstream lines(std::string(bytes.begin(), bytes.end()));
+    for (std::string line; std::getline(lines, line);) {
+        if (line.ends_with('\r')) line.pop_back();
+        if (!line.empty() && line[0] != '#') accepted[line] = false;
+    }
+    return accepted;
+}
+
+int Check(const Options& options, std::ostream& out, std::ostream& err) {
+    std::map<std::string, bool> accepted = ReadAccepted(options.acceptedPath);
     const Bytes bytes = ReadFile(options.inputPath);
     const PackageFile file =
         IsReadable(bytes) ? ReadReadable(options.inputPath, bytes) : ReadPackages(options.inputPath, bytes);
     int status = 0;
     for (const Finding& finding : CheckPackages(file)) {
+        const auto wanted = accepted.find(TextOf(finding));
+        if (wanted != accepted.end()) wanted->second = true;
+        if (wanted != accepted.end() && !finding.isFault) continue;
         out << TextOf(finding) << "\n";
         status = std::max(status, finding.isFault ? 2 : 1);
     }
+    for (const auto& [line, isMet] : accepted) {
+        if (!isMet) err << "rekatool: " << options.acceptedPath << ": accepted, but not found: " << line << "\n";
+    }
     return status;
+}
+
+int Diff(const Options& options, std::ostream& out, std::ostream& err) {
+    std::vector<std::string> notes;
+    const Definitions before = LoadDefinitions(options.inputPath, notes);
+    const Definitions after = LoadDefinitions(options.otherPath, notes);
+    for (const std::string& note : notes)
+        err << "rekatool: " << packagetext::OnOneLine(reka::Utf16FromUtf8(note)) << "\n";
+    const std::vector<std::string> lines = DiffPackages(before, after);
+    for (const std::string& line : lines) out << line << "\n";
+    return lines.empty() ? 0 : isDifferent;
 }
 
 /// Whether two paths lead to one file, by whatever names and links.
@@ -131,8 +171,8 @@ void Describe(CLI::App& app, Options& options) {
     app.description("rekatool: reaction packages as text for version control, and what is wrong with them.");
     app.footer(
         "FILE is a file of templates (REKAConfig.dat), or one stored package.\n"
-        "Exit status: 0 done and nothing found, 1 warnings, or a file of which salvage has written what is whole,\n"
-        "2 faults, a failure or misuse.");
+        "Exit status: 0 done and nothing found, 1 warnings, differences, or a file of which salvage has written what\n"
+        "is whole, 2 faults, a failure or misuse.");
     app.require_subcommand(1);
     CLI::App* exportCommand = app.add_subcommand("export", "Turn FILE into readable text");
     exportCommand->add_option("FILE", options.inputPath)->required();
@@ -143,6 +183,11 @@ void Describe(CLI::App& app, Options& options) {
     CLI::App* checkCommand =
         app.add_subcommand("check", "Report all faults of all packages of FILE, which may be readable text as well");
     checkCommand->add_option("FILE", options.inputPath)->required();
+    checkCommand->add_option("--accept", options.acceptedPath,
+                             "A text with the warnings that are wanted, each on a line as it is reported");
+    CLI::App* diffCommand = app.add_subcommand("diff", "Tell what differs between the packages of two files");
+    diffCommand->add_option("FILE", options.inputPath, "The file as it was, or a document of rekasim")->required();
+    diffCommand->add_option("OTHER", options.otherPath, "The file as it is")->required();
     CLI::App* salvageCommand =
         app.add_subcommand("salvage", "Write the whole templates of a damaged FILE, and say what isn't whole");
     salvageCommand->add_option("FILE", options.inputPath)->required();
@@ -159,7 +204,8 @@ int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, s
         if (app.got_subcommand("export")) return Export(options, out);
         if (app.got_subcommand("import")) return Import(options);
         if (app.got_subcommand("salvage")) return Salvage(options, err);
-        return Check(options, out);
+        if (app.got_subcommand("diff")) return Diff(options, out, err);
+        return Check(options, out, err);
     } catch (const CLI::ParseError& error) {
         if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help was asked for
         err << "rekatool: " << error.what() << " (--help tells more)\n";

@@ -62,7 +62,8 @@ TEST(ParseReadable, LeavesSyntaxToTheParser) {
         Json content;
         std::string errorText;
         EXPECT_FALSE(ParseReadable(BytesIn(text), content, errorText)) << text;
-        EXPECT_NE(errorText.find("json.exception"), std::string::npos) << errorText;
+        const bool isTooLarge = std::string_view(text) == "[1e999]";  // the parser doesn't tell its place
+        EXPECT_TRUE(errorText.starts_with(isTooLarge ? "number overflow" : "line 1, column ")) << errorText;
     }
 }
 

@@ -70,6 +70,39 @@ TEST_F(Rekatool, ExportsAndImports) {
               "}\n");
 }
 
+TEST_F(Rekatool, PassesOverWarningsThatAreWanted) {
+    Put(u"in.dat", CStoredBytes().U32(1).Add(Framed(EmptyBlock(u"A"))).U8(7));
+    const std::string warning = "file: warning: bytes behind the last template, which nothing reads: 1";
+    const std::string fault = "A: fault: At least two compounds must be present";
+    EXPECT_EQ(Run({"check", "in.dat"}), 2);
+    EXPECT_EQ(out, warning + "\n" + fault + "\n");
+    const std::string accepted = "# a remark\r\n\n" + warning + "\r\n" + fault + "\nsomething else";
+    files.entries[u"accepted"] = {{accepted.begin(), accepted.end()}, 1};
+    EXPECT_EQ(Run({"check", "in.dat", "--accept", "accepted"}), 2);
+    EXPECT_EQ(out, fault + "\n");
+    EXPECT_EQ(err, "rekatool: accepted: accepted, but not found: something else\n");
+    EXPECT_EQ(Run({"check", "in.dat", "--accept", "nowhere"}), 2);
+    EXPECT_EQ(err, "rekatool: nowhere: the file can't be opened\n");
+    Put(u"good.dat", CStoredBytes().U32(0).U8(7));
+    const std::string one = "file: warning: bytes behind the last template, which nothing reads: 1";
+    files.entries[u"accepted"] = {{one.begin(), one.end()}, 1};
+    EXPECT_EQ(Run({"check", "good.dat"}), 1);
+    EXPECT_EQ(Run({"check", "good.dat", "--accept", "accepted"}), 0);
+    EXPECT_EQ(out + err, "");
+}
+
+TEST_F(Rekatool, TellsWhatDiffers) {
+    Put(u"one.dat", CStoredBytes().U32(2).Add(Framed(EmptyBlock(u"A"))).Add(Framed(EmptyBlock(u"B"))));
+    Put(u"two.dat", EmptyBlock(u"A"));
+    EXPECT_EQ(Run({"diff", "one.dat", "two.dat"}), 1);
+    EXPECT_EQ(out, "B: is gone\n");
+    EXPECT_EQ(Run({"diff", "one.dat", "one.dat"}), 0);
+    EXPECT_EQ(out + err, "");
+    EXPECT_EQ(Run({"diff", "one.dat", "three.dat"}), 2);
+    EXPECT_EQ(err, "rekatool: three.dat: the file can't be opened\n");
+    EXPECT_EQ(Run({"diff", "one.dat"}), 2);
+}
+
 TEST_F(Rekatool, ChecksFilesAndTheirText) {
     Put(u"in.dat", EmptyBlock(u"A"));
     EXPECT_EQ(Run({"check", "in.dat"}), 2);
