@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
-# Builds and runs all tests: natively under the sanitizers, the Python module, for Windows x64 under Wine, and the installer
-# with both widths.
+# Builds and runs all tests: natively under the sanitizers, the Python module, for Windows x64 under Wine, and what is handed
+# out: the installer with both widths, and the zip of the tests with those of x64.
 #
 #   ./test.sh PRESET...   only these builds, of native-debug, native-asan and mingw64-release
 #   ./test.sh --x86       only the x86 build, under a 32-bit Wine in a 32-bit system that is made in the build folder
@@ -92,9 +92,13 @@ test_python_module() {
 test_installer() {
     cmake --preset mingw32-release -DREKA_BUILD_TESTS=OFF -DREKA_NATIVE_PRESET="$native_preset" \
         >build/mingw32-release.configure.log
-    ./package.sh
+    ./package.sh --tests x64
+    echo "== Testing the tests' zip"
+    local log=build/tests-zip.test.log
+    packaging/test-tests-zip.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
+    summarize "tests' zip" "$(tail -1 "$log")"
     echo "== Testing the installer"
-    local log=build/signing.test.log
+    log=build/signing.test.log
     packaging/test-signing.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
     summarize signing "$(tail -1 "$log")"
     log=build/installer.test.log

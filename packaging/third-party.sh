@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # Prints the notices that the licences of what is linked into the Windows programs ask for, as the packages of the build
-# machine give them: third-party.sh VERSION
+# machine give them: third-party.sh VERSION [tests]. With the second word, of what the tests contain as well.
 set -euo pipefail
 
 notice() {
@@ -42,6 +42,10 @@ FOR ANY DAMAGES OR OTHER LIABILITY, WHETHER IN CONTRACT, TORT OR OTHERWISE,
 ARISING FROM, OUT OF OR IN CONNECTION WITH THE SOFTWARE OR THE USE OR OTHER
 DEALINGS IN THE SOFTWARE.
 END
+if [ "${2:-}" = tests ]; then
+    notice "GoogleTest" "the test programs" </usr/share/doc/libgtest-dev/copyright
+    notice "Eigen" "rekasim.exe, rekasim_tests.exe, rekasim_tank_campaign.exe" </usr/share/doc/libeigen3-dev/copyright
+fi
 notice "the runtime of mingw-w64, with its threads" "all programs" </usr/share/doc/mingw-w64-common/copyright
 notice "the runtime of GCC (libgcc, libstdc++)" "all programs" <<'END'
 Copyright the Free Software Foundation, Inc. Under the GNU General Public

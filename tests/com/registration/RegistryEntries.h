@@ -11,7 +11,8 @@ namespace host {
 /// Keys by their paths, such as "HKLM\Classes\CLSID", and values as "path | name (type) = text".
 using Entries = std::set<std::wstring>;
 
-/// The software of the machine and of the user. Of other classes than the component's only the keys right below
+/// The software of the machine and of the user, under Wine; on Windows, where other programs write meanwhile, what the
+/// component writes alone. Of other classes than the component's only the keys right below
 /// the machine's classes are told, unless it is to be thorough: they are many, and slow to read.
 Entries ReadRegistry(bool isThorough = false);
 

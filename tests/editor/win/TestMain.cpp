@@ -13,6 +13,7 @@
 #include <cstring>
 #include <string>
 
+#include "Driver.h"
 #include "server/Module.h"
 
 namespace {
@@ -88,6 +89,7 @@ int main(int argc, char** argv) {
     }
     SetProcessDPIAware();  // otherwise the system stretches pictures of 96 dots per inch
     testing::InitGoogleTest(&argc, argv);
+    reka::test::TakePicturesOfFailures();
     reka::StartModule(GetModuleHandleW(nullptr));
     const int result = RUN_ALL_TESTS();
     reka::EndModule(false);

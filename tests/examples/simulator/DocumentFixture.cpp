@@ -15,6 +15,7 @@
 #include "RunRekasim.h"
 #include "material/ReadMaterial.h"
 #include "packagetext/BagMembers.h"
+#include "support/TestFiles.h"
 
 namespace rekasim {
 
@@ -39,12 +40,12 @@ std::string ReadWhole(const std::string& path) {
 }  // namespace
 
 std::string ExamplePath(const std::string& name) {
-    return std::string(REKASIM_DOCUMENTS) + "/" + name;
+    return reka::test::TestFile(REKASIM_DOCUMENTS) + "/" + name;
 }
 
 std::vector<std::string> ExampleNames() {
     std::vector<std::string> names;
-    for (const auto& file : std::filesystem::directory_iterator(NativePath(REKASIM_DOCUMENTS))) {
+    for (const auto& file : std::filesystem::directory_iterator(NativePath(reka::test::TestFile(REKASIM_DOCUMENTS)))) {
         if (file.path().extension() == ".json") names.push_back(Utf8Path(file.path().filename()));
     }
     std::sort(names.begin(), names.end());
@@ -52,7 +53,7 @@ std::vector<std::string> ExampleNames() {
 }
 
 std::string ReadGuide() {
-    return ReadWhole(REKASIM_GUIDE);
+    return ReadWhole(reka::test::TestFile(REKASIM_GUIDE));
 }
 
 std::string ReadExampleText(const std::string& name) {

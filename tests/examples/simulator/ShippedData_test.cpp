@@ -18,14 +18,19 @@
 #include "persistence/ReadStoredDefinition.h"
 #include "persistence/StoredExpression.h"
 #include "persistence/WriteStoredDefinition.h"
+#include "support/TestFiles.h"
 #include "text/Utf8.h"
 
 namespace rekasim {
 
 namespace {
 
+std::string ShippedPath(const std::string& name) {
+    return reka::test::TestFile(REKA_SHIPPED_DATA) + "/" + name;
+}
+
 std::vector<std::uint8_t> ReadShipped(const std::string& name) {
-    std::ifstream file(std::string(REKA_SHIPPED_DATA) + "/" + name, std::ios::binary);
+    std::ifstream file(ShippedPath(name), std::ios::binary);
     EXPECT_TRUE(file.is_open()) << name;
     return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
 }
@@ -139,8 +144,7 @@ class ShippedCompounds : public testing::Test {
 protected:
     ShippedCompounds() {
         std::u16string errorText;
-        EXPECT_TRUE(reka::LoadPcdFile(reka::Utf16FromUtf8(std::string(REKA_SHIPPED_DATA) + "/Korvex1.pcd"), compounds,
-                                      errorText))
+        EXPECT_TRUE(reka::LoadPcdFile(reka::Utf16FromUtf8(ShippedPath("Korvex1.pcd")), compounds, errorText))
             << reka::Utf8FromUtf16(errorText);
     }
     reka::CompoundList compounds;
@@ -148,7 +152,7 @@ protected:
 
 TEST_F(ShippedCompounds, AreMany) {
     EXPECT_GE(compounds.size(), 500U);
-    std::ifstream table(REKA_COMPOUND_TABLE);
+    std::ifstream table(reka::test::TestFile(REKA_COMPOUND_TABLE));
     std::size_t lines = 0;
     for (std::string line; std::getline(table, line);) ++lines;
     EXPECT_EQ(compounds.size() + 1, lines);

@@ -7,26 +7,41 @@
 #include <string>
 #include <vector>
 
+#include "support/TestFiles.h"
+
 namespace {
 
 struct Program {
     const char* name;
-    const wchar_t* path;
+    const char* built;
     const wchar_t* description;
 };
 
 const Program programs[] = {
-    {"rekadoctor", L"" REKADOCTOR_FILE, L"Tells whether REKA is registered and loads"},
-    {"rekasim", L"" REKASIM_FILE, L"A small simulator that uses REKA packages"},
-    {"rekatool", L"" REKATOOL_FILE, L"Keeps REKA packages as texts"},
+    {"rekadoctor", REKADOCTOR_FILE, L"Tells whether REKA is registered and loads"},
+    {"rekasim", REKASIM_FILE, L"A small simulator that uses REKA packages"},
+    {"rekatool", REKATOOL_FILE, L"Keeps REKA packages as texts"},
 };
+
+/// A path that is whole, as the system wants one.
+std::wstring WholePath(const std::string& path) {
+    std::wstring whole(32768, L'\0');
+    const std::wstring wide(path.begin(), path.end());
+    whole.resize(GetFullPathNameW(wide.c_str(), static_cast<DWORD>(whole.size()), whole.data(), nullptr));
+    return whole;
+}
 
 class Programs : public testing::TestWithParam<Program> {
 protected:
-    Programs() : file(LoadLibraryExW(GetParam().path, nullptr, LOAD_LIBRARY_AS_DATAFILE)) { EXPECT_TRUE(file); }
+    Programs()
+        : path(WholePath(reka::test::TestFile(GetParam().built))),
+          file(LoadLibraryExW(path.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE)) {
+        EXPECT_TRUE(file);
+    }
     ~Programs() override { FreeLibrary(file); }
 
-    HMODULE file;
+    const std::wstring path;
+    const HMODULE file;
 };
 
 TEST_P(Programs, TellHowTheyAreToBeRun) {
@@ -44,8 +59,8 @@ TEST_P(Programs, TellHowTheyAreToBeRun) {
 
 TEST_P(Programs, TellTheirVersion) {
     DWORD ignored = 0;
-    std::vector<char> block(GetFileVersionInfoSizeW(GetParam().path, &ignored));
-    ASSERT_TRUE(GetFileVersionInfoW(GetParam().path, 0, static_cast<DWORD>(block.size()), block.data()));
+    std::vector<char> block(GetFileVersionInfoSizeW(path.c_str(), &ignored));
+    ASSERT_TRUE(GetFileVersionInfoW(path.c_str(), 0, static_cast<DWORD>(block.size()), block.data()));
     const auto text = [&](const std::wstring& name) {
         void* value = nullptr;
         UINT length = 0;

@@ -237,7 +237,6 @@ void CUser::CloseEverything() {
 
 void CUser::GiveUp(const std::string& why) {
     ADD_FAILURE() << why;
-    SavePicture("failure", {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
     throw GivenUp();
 }
 

@@ -161,6 +161,9 @@ private:
 /// Writes a part of the screen to "pictures/<name>-<dots per inch>.bmp".
 bool SavePicture(const std::string& name, const RECT& place);
 
+/// From here on a test that fails leaves a picture of the screen, "failure-<suite>.<test>" with a dash for each slash.
+void TakePicturesOfFailures();
+
 /// Dots per inch of the screen as this process sees it.
 int ScreenDpi();
 

@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Pictures of what is on the screen, kept beside the tests' other results for people to look at.
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cstdio>
 #include <memory>
 #include <vector>
@@ -42,6 +45,21 @@ std::vector<std::uint32_t> PixelsOf(const RECT& place, BITMAPINFOHEADER& header)
     return pixels;
 }
 
+/// Takes one picture of each test that fails, when it does: what was on the screen then is what went wrong.
+class CPhotographer : public testing::EmptyTestEventListener {
+    void OnTestStart(const testing::TestInfo&) override { isTaken = false; }
+    void OnTestPartResult(const testing::TestPartResult& result) override {
+        const testing::TestInfo* const test = testing::UnitTest::GetInstance()->current_test_info();
+        if (!result.failed() || !test || isTaken) return;
+        isTaken = true;
+        std::string name = std::string("failure-") + test->test_suite_name() + "." + test->name();
+        std::replace(name.begin(), name.end(), '/', '-');
+        SavePicture(name, {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)});
+    }
+
+    bool isTaken = false;
+};
+
 }  // namespace
 
 int ScreenDpi() {
@@ -49,6 +67,10 @@ int ScreenDpi() {
     const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
     ReleaseDC(nullptr, screen);
     return dpi;
+}
+
+void TakePicturesOfFailures() {
+    testing::UnitTest::GetInstance()->listeners().Append(new CPhotographer);  // which the listeners own
 }
 
 bool SavePicture(const std::string& name, const RECT& place) {
