@@ -11,6 +11,7 @@
 
 #include "RuntimeMath.h"
 #include "expression/math/MathFunctions.h"
+#include "expression/math/SmallPowers.h"
 #include "expression/run/BindProgram.h"
 #include "expression/tree/NodeKinds.h"
 
@@ -148,7 +149,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             CODE(DividePopped, , IsQuotientRefused(a), *--top / a)
             CODE(DivideBySquare, const double divisor = a * a, IsPowerRefused(a) || IsQuotientRefused(divisor),
                  *--top / divisor)
-            CODE(DivideByCube, const double divisor = a * a * a, IsPowerRefused(a) || IsQuotientRefused(divisor),
+            CODE(DivideByCube, const double divisor = math::Cube(a), IsPowerRefused(a) || IsQuotientRefused(divisor),
                  *--top / divisor)
             CODE(DivideBySumSquare, const double sum = OPERAND(0) + OPERAND(1) * OPERAND(2) + OPERAND(3) * OPERAND(4),
                  IsPowerRefused(sum) || IsQuotientRefused(sum * sum), a / (sum * sum))
@@ -156,7 +157,7 @@ bool RunProgram(CExpressionProgram& program, double& result, const WorkingValues
             CODE(FunctionPopped, --top, false, ComputeOperation(step[1].kind, *top, a))
             CODE(Negate, , false, -a)
             CODE(Square, , IsPowerRefused(a), a * a)
-            CODE(Cube, , IsPowerRefused(a), a * a * a)
+            CODE(Cube, , IsPowerRefused(a), math::Cube(a))
             CODE(PowerOfHalf, , IsPowerRefused(a), RootOf(a))
             CODE(SquareRoot, , IsRefused<NodeKind::Sqrt>(a, 0.0), math::Sqrt(a))
             CODE(Exponential, , false, ExpOf(a))
