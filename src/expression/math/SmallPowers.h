@@ -12,8 +12,9 @@ namespace reka::math {
 
 /// Whether `exponent` is a whole number from -4 to 4, or one of -0.5, 0.5, 1.5 and 2.5.
 inline bool IsSmallExponent(double exponent) {
-    return std::fabs(exponent) <= 4.0 && (exponent == static_cast<int>(exponent) || exponent == 0.5 ||
-                                          exponent == 1.5 || exponent == 2.5 || exponent == -0.5);
+    if (!(std::fabs(exponent) <= 4.0)) return false;
+    const int halves = static_cast<int>(2.0 * exponent);
+    return halves == 2.0 * exponent && (halves % 2 == 0 || (halves >= -1 && halves <= 5));
 }
 
 /// `base` to the power of `exponent`, one of those: within 0.51 units in the last place of the true value, and at

@@ -26,6 +26,12 @@ inline double ExpOf(double x) {
     return math::Exp(x);
 }
 
+/// What `RaiseTo` is, in the same way.
+inline double PowerOf(double base, double exponent) {
+    if (!hasGoodExponentials || base == 10.0 || math::IsSmallExponent(exponent)) return RaiseTo(base, exponent);
+    return std::pow(base, exponent);
+}
+
 /// The kind whose guard an operation has; that of a constant for none.
 constexpr NodeKind GuardedKind(ProgramOperation operation) {
     switch (operation) {
@@ -65,7 +71,7 @@ template <ProgramOperation operation>
     if constexpr (operation == ProgramOperation::Multiply) return a * b;
     if constexpr (operation == ProgramOperation::Divide) return a / b;
     if constexpr (operation == ProgramOperation::Negate) return -a;
-    if constexpr (operation == ProgramOperation::Power) return RaiseTo(a, b);
+    if constexpr (operation == ProgramOperation::Power) return PowerOf(a, b);
     if constexpr (operation == ProgramOperation::SmallPower) return math::SmallPower(a, b);
     if constexpr (operation == ProgramOperation::Square) return a * a;
     if constexpr (operation == ProgramOperation::Cube) return math::Cube(a);
