@@ -47,7 +47,7 @@ fi
 
 runs=build/native-bench/runs.txt
 : >"$runs"
-for _ in 1 2 3 4 5; do run reka_bench 15 0.01 >>"$runs"; done
+for _ in 1 2 3 4 5; do run reka_bench 15 0.003 >>"$runs"; done
 sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1
 # The lines of all runs are alike but for their figures.
 awk '

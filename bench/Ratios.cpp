@@ -33,7 +33,7 @@ void CRatioReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
         const std::string& name = run.run_name.function_name;
-        times[name].push_back(run.GetAdjustedRealTime());
+        times[name].push_back(run.GetAdjustedCPUTime());
         const std::string group = name.substr(0, name.find('/'));
         if (std::find(groups.begin(), groups.end(), group) == groups.end()) groups.push_back(group);
     }
