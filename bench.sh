@@ -47,7 +47,7 @@ fi
 
 runs=build/native-bench/runs.txt
 : >"$runs"
-for _ in 1 2 3 4 5; do run reka_bench 15 0.01 >>"$runs"; done
+for _ in 1 2 3 4 5; do run reka_bench 15 0.003 >>"$runs"; done
 sed -n 's/^model name[^:]*: //p' /proc/cpuinfo | head -1
 # The lines of all runs are alike but for their figures.
 awk '
@@ -60,10 +60,10 @@ awk '
         }
         return sorted[int((runs + 1) / 2)]
     }
-    /^(throughput|latency)/ { form = $1; if (!(form in heads)) { order[++lines] = form; heads[form] = $0 } next }
+    $2 == "REKA_ns" { form = $1; if (!(form in heads)) { order[++lines] = form; heads[form] = $0 } next }
     NF {
         line = form " " $1
-        if (!(line in columns)) { order[++lines] = line; columns[line] = NF }
+        if (!(line in seen)) order[++lines] = line
         run = ++seen[line]
         if (run > runs) runs = run
         for (column = 2; column <= NF; ++column) value[line, column, run] = $column
@@ -74,13 +74,11 @@ awk '
             if (line in heads) { print (i > 1 ? "\n" : "") heads[line]; continue }
             split(line, words, " ")
             printf "%-38s", words[2]
-            skipped = 6 - columns[line]
-            for (column = 1; column <= skipped - (words[2] == "e1,2,3,6"); ++column) printf " %10s", ""
-            for (column = 2; column <= columns[line]; ++column) {
-                place = column + skipped - (words[2] == "e1,2,3,6")
-                printf (place > 4 ? " %12.3f" : " %10.2f"), median(line, column)
+            for (column = 2; column <= 4; ++column) {
+                figure = median(line, column)
+                printf (figure == "-" ? " %10s" : " %10.2f"), figure
             }
-            print ""
+            printf " %12.3f %12.3f%s\n", median(line, 5), median(line, 6), median(line, 6) < 1 ? "" : " above muParser"
         }
     }' "$runs"
 run reka_work_bench 9 0.02

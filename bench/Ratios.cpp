@@ -7,11 +7,15 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <utility>
 
 namespace reka::bench {
 
 namespace {
+
+struct Means {
+    std::vector<double> toNative;
+    std::vector<double> toMuParser;
+};
 
 double GeometricMean(const std::vector<double>& values) {
     double sum = 0;
@@ -29,7 +33,7 @@ void CRatioReporter::ReportRuns(const std::vector<Run>& runs) {
     for (const Run& run : runs) {
         if (run.run_type != Run::RT_Iteration || run.error_occurred) continue;
         const std::string& name = run.run_name.function_name;
-        times[name].push_back(run.GetAdjustedRealTime());
+        times[name].push_back(run.GetAdjustedCPUTime());
         const std::string group = name.substr(0, name.find('/'));
         if (std::find(groups.begin(), groups.end(), group) == groups.end()) groups.push_back(group);
     }
@@ -44,15 +48,10 @@ double CRatioReporter::MedianOf(const std::string& name) {
 }
 
 void CRatioReporter::PrintForm(const std::string& form) {
-    std::printf("\n%-12s %10s %10s %10s %12s %12s\n", form.c_str(), "REKA ns", "C++ ns", "muParser", "REKA/C++",
+    std::printf("\n%-38s %10s %10s %10s %12s %12s\n", form.c_str(), "REKA_ns", "C++_ns", "muParser_ns", "REKA/C++",
                 "REKA/muParser");
-    std::vector<double> toNative;
-    std::vector<double> toMuParser;
-    std::vector<double> toNativeOfFunctions;  // of the formulas whose time goes into functions
-    // They come in any order.
-    std::sort(groups.begin(), groups.end(), [](const std::string& left, const std::string& right) {
-        return std::pair(left.size() > 2, left) < std::pair(right.size() > 2, right);
-    });
+    std::sort(groups.begin(), groups.end());  // they come in any order
+    std::map<std::string, Means> means;       // by the set that a group belongs to
     for (const std::string& group : groups) {
         const double own = MedianOf(group + "/" + form + "/reka");
         const double native = MedianOf(group + "/" + form + "/native");
@@ -60,14 +59,14 @@ void CRatioReporter::PrintForm(const std::string& form) {
         if (own == 0.0 || native == 0.0 || muParser == 0.0) continue;
         std::printf("%-38s %10.2f %10.2f %10.2f %12.3f %12.3f\n", group.c_str(), own, native, muParser, own / native,
                     own / muParser);
-        if (group.size() > 2) continue;  // the means are those of e1 to e6
-        toNative.push_back(own / native);
-        toMuParser.push_back(own / muParser);
-        if (group != "e4" && group != "e5") toNativeOfFunctions.push_back(own / native);
+        Means& ofSet = means[group.substr(0, group.find(':'))];
+        ofSet.toNative.push_back(own / native);
+        ofSet.toMuParser.push_back(own / muParser);
     }
-    std::printf("%-38s %10s %10s %10s %12.3f %12.3f\n", "mean", "", "", "", GeometricMean(toNative),
-                GeometricMean(toMuParser));
-    std::printf("%-38s %10s %10s %10s %12.3f\n", "e1,2,3,6", "", "", "", GeometricMean(toNativeOfFunctions));
+    for (const auto& [set, ofSet] : means) {
+        std::printf("%-38s %10s %10s %10s %12.3f %12.3f\n", ("mean-of-" + set).c_str(), "-", "-", "-",
+                    GeometricMean(ofSet.toNative), GeometricMean(ofSet.toMuParser));
+    }
 }
 
 void CRatioReporter::Finalize() {

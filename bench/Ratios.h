@@ -11,7 +11,8 @@
 
 namespace reka::bench {
 
-/// Collects the times of benchmarks called "group/form/side", and prints one line for each group and form.
+/// Collects the times of benchmarks called "set:name/form/side", and prints a line for each name and form, and the
+/// means of each set.
 class CRatioReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context& context) override;

@@ -29,6 +29,7 @@ enum class GridFunction {
     Fabs,
     Fmod,
     Exp10,
+    SmallPower,
 };
 
 struct GridRow {

@@ -9,6 +9,7 @@
 #include "expression/math/Exponential.h"
 #include "expression/math/Logarithm.h"
 #include "expression/math/MathFunctions.h"
+#include "expression/math/PowersOfTen.h"
 
 #include "RuntimeMath.h"
 
@@ -104,6 +105,7 @@ double Log(double x) {
 }
 
 double Exp10(double x) {
+    if (std::fabs(x) <= 400.0 && x == static_cast<int>(x)) return PowerOfTen(x);
     if (!(std::fabs(x) <= 300.0)) return Pow(10.0, x);
     return RoundScaled(PowerOfTenOf(x));
 }

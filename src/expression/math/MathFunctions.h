@@ -15,7 +15,7 @@ inline double Sqrt(double x) {
 
 double Pow(double base, double exponent);
 double Exp(double x);
-/// 10 to the power of `x`, at the cost of an exponential.
+/// 10 to the power of `x`, at the cost of an exponential. Of a whole `x` the double nearest to it.
 double Exp10(double x);
 double Log(double x);
 double Log10(double x);

@@ -5,6 +5,8 @@
 
 #include <cstddef>
 
+#include "expression/tree/ProgramCode.h"
+
 namespace reka {
 
 namespace {
@@ -20,13 +22,14 @@ bool IsRunnable(const CExpressionProgram& program, const WorkingValues& values) 
 bool BindProgram(CExpressionProgram& program, const WorkingValues& values, const void* const* handlers) noexcept {
     if (!IsRunnable(program, values)) return false;
     // By `OperandPlace`.
-    const double* const places[] = {program.Constants(),      &values.temperature,   &values.pressure,
-                                    values.molarity.Get(),    values.activity.Get(), values.fugacity.Get(),
-                                    values.moleFraction.Get()};
+    const double* const places[] = {
+        program.Own(),         &values.temperature,   &values.pressure,         values.molarity.Get(),
+        values.activity.Get(), values.fugacity.Get(), values.moleFraction.Get()};
     static_assert(sizeof places / sizeof places[0] == operandPlaceCount);
     BoundWord* bound = program.BoundWords();
     std::size_t operandsToCome = 0;
     bool isKindToCome = false;
+    bool isSlotToCome = false;
     for (const ProgramWord word : program.Words()) {
         if (operandsToCome == 0) {
             if (handlers) {
@@ -36,9 +39,14 @@ bool BindProgram(CExpressionProgram& program, const WorkingValues& values, const
             }
             operandsToCome = OperandCountOf(word.Code());
             isKindToCome = TakesKind(word.Code());
+            isSlotToCome = word.Code() == ProgramCode::Keep || word.Code() == ProgramCode::KeepAndFetch;
         } else {
             if (isKindToCome) {
                 bound->kind = word.Kind();
+                isKindToCome = false;
+            } else if (isSlotToCome) {
+                bound->slot = program.Own() + word.Index();
+                isSlotToCome = false;
             } else {
                 bound->operand = places[word.Place()] + word.Index();
             }

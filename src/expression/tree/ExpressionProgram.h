@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // A tree laid out for evaluation: a short list of steps that work on one running value. What a step takes besides it, a
-// constant or a working value, is fetched by the step itself, and groups of nodes that rates are full of, such as
-// products and Arrhenius terms, are one step.
+// constant, a working value or a value that was kept, is fetched by the step itself, and groups of nodes that rates are
+// full of, such as products and Arrhenius terms, are one step. What repeats in a tree is computed once and kept.
 
 #pragma once
 
@@ -11,13 +11,15 @@
 #include <span>
 
 #include "expression/tree/ExpressionNode.h"
-#include "expression/tree/ProgramCode.h"
 #include "expression/tree/TreeSurvey.h"
 
 namespace reka {
 
-/// Where a step finds an operand: in one of these arrays, of which the first is the program's own.
-enum class OperandPlace : std::uint8_t { Constant, Temperature, Pressure, Molarity, Activity, Fugacity, MoleFraction };
+enum class ProgramCode : std::uint8_t;  // ProgramCode.h
+
+/// Where a step finds an operand: in one of these arrays, of which the first is the program's own. It holds the
+/// constants, and behind them the slots of what is kept.
+enum class OperandPlace : std::uint8_t { Own, Temperature, Pressure, Molarity, Activity, Fugacity, MoleFraction };
 constexpr std::size_t operandPlaceCount = 7;
 
 /// A word of a program: the code of a step, or one of the operands behind it. An operand is a place and an index there,
@@ -44,6 +46,7 @@ union BoundWord {
     const void* handler;  // where the run does what the code says; it knows one of the two
     ProgramCode code;
     const double* operand;
+    double* slot;
     NodeKind kind;
 };
 
@@ -58,11 +61,10 @@ public:
 
     /// The codes, each with its operands behind it, up to `End`; none for a malformed tree.
     std::span<const ProgramWord> Words() const { return {words, wordCount}; }
-    const double* Constants() const { return constants; }
+    /// The constants, and the slots for what the one evaluation that may run at a time keeps.
+    double* Own() const { return own; }
     /// How many compounds the working arrays must have.
     std::size_t CompoundCount() const { return compoundCount; }
-    /// Room for all values that are put aside at one time, for the one evaluation that may run at a time.
-    double* ValueStack() const { return valueStack; }
 
     /// Room for the words as the last run was bound to them, for the next one to find its operands at once; and the
     /// stamp of the values whose they were, 0 before there was one.
@@ -74,8 +76,7 @@ private:
 
     std::unique_ptr<std::byte[]> storage;  // of all that follows
     BoundWord* boundWords = nullptr;
-    double* constants = nullptr;
-    double* valueStack = nullptr;
+    double* own = nullptr;
     ProgramWord* words = nullptr;
     std::size_t wordCount = 0;
     std::size_t compoundCount = 0;

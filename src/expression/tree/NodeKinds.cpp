@@ -4,12 +4,12 @@
 
 #include "expression/tree/NodeKinds.h"
 
+#include "expression/math/SmallPowers.h"
+
 namespace reka {
 
 double RaiseTo(double base, double exponent) {
-    if (exponent == 2.0) return base * base;
-    if (exponent == 3.0) return base * base * base;
-    if (exponent == 0.5 && base >= 0.0) return math::Sqrt(base + 0.0);  // a zero loses its sign
+    if (math::IsSmallExponent(exponent)) return math::SmallPower(base, exponent);
     if (base == 10.0) return math::Exp10(exponent);
     return math::Pow(base, exponent);
 }

@@ -11,7 +11,7 @@
 
 #include "expression/math/MathFunctions.h"
 #include "expression/tree/ExpressionNode.h"
-#include "expression/tree/ProgramCode.h"
+#include "expression/tree/ProgramOperation.h"
 
 namespace reka {
 
@@ -26,8 +26,8 @@ struct NodeKindRow {
     NodeKind kind;
     std::u16string_view word;  // in messages; of a function, also in expressions
     std::int32_t operandCount = 0;
-    double (*compute)(double a, double b) = nullptr;  // without the guard; one with one operand reads `a` alone
-    ProgramCode step = ProgramCode::Value;            // of a program, for operands that are computed already
+    double (*compute)(double a, double b) = nullptr;       // without the guard; one with one operand reads `a` alone
+    ProgramOperation operation = ProgramOperation::Fetch;  // in a program
     Guard guard = {};
     std::uint32_t dependency = 0;  // what a leaf reads
 
@@ -35,7 +35,7 @@ struct NodeKindRow {
     constexpr bool HasValue() const { return operandCount > 0 || dependency != 0 || kind == NodeKind::RealConstant; }
 };
 
-/// The value of the operator ^. The exponents 2, 3 and 0.5 and the base 10 have powers of their own.
+/// The value of the operator ^. Small exponents and the base 10 have powers of their own.
 double RaiseTo(double base, double exponent);
 
 namespace operation {
@@ -96,42 +96,45 @@ constexpr double Greatest(double a, double b) {
 }
 
 constexpr NodeKindRow Leaf(NodeKind kind, std::u16string_view word, std::uint32_t dependency = 0) {
-    return {kind, word, 0, nullptr, ProgramCode::Value, {}, dependency};
+    return {kind, word, 0, nullptr, ProgramOperation::Fetch, {}, dependency};
 }
 
 /// By kind. The natural logarithm speaks of "ln".
 constexpr NodeKindRow rows[] = {
     Leaf(NodeKind::RealConstant, u"real constant"),
-    {NodeKind::Addition, u"addition", 2, Add, ProgramCode::AddPopped},
-    {NodeKind::Subtraction, u"subtraction", 2, Subtract, ProgramCode::SubtractPopped},
-    {NodeKind::Multiplication, u"multiplication", 2, Multiply, ProgramCode::MultiplyPopped},
-    {NodeKind::Division, u"division", 2, Divide, ProgramCode::DividePopped,
+    {NodeKind::Addition, u"addition", 2, Add, ProgramOperation::Add},
+    {NodeKind::Subtraction, u"subtraction", 2, Subtract, ProgramOperation::Subtract},
+    {NodeKind::Multiplication, u"multiplication", 2, Multiply, ProgramOperation::Multiply},
+    {NodeKind::Division, u"division", 2, Divide, ProgramOperation::Divide,
      RefuseIf(IsDividedByZero, u"division by zero")},
-    {NodeKind::Negation, u"negation", 1, Negate, ProgramCode::Negate},
-    {NodeKind::Power, u"power", 2, RaiseTo, ProgramCode::PowerPopped, RefuseIf(IsNegative, u"negative base in power")},
+    {NodeKind::Negation, u"negation", 1, Negate, ProgramOperation::Negate},
+    {NodeKind::Power, u"power", 2, RaiseTo, ProgramOperation::Power, RefuseIf(IsNegative, u"negative base in power")},
     Leaf(NodeKind::ExpressionList, u"expression list"),
-    {NodeKind::Sqrt, u"SQRT", 1, Of<math::Sqrt>, ProgramCode::SquareRoot,
+    {NodeKind::Sqrt, u"SQRT", 1, Of<math::Sqrt>, ProgramOperation::SquareRoot,
      RefuseIf(IsNegative, u"sqrt of negative number")},
-    {NodeKind::Sin, u"SIN", 1, Of<math::Sin>, ProgramCode::Function},
-    {NodeKind::Cos, u"COS", 1, Of<math::Cos>, ProgramCode::Function},
-    {NodeKind::Sinh, u"SINH", 1, Of<math::Sinh>, ProgramCode::Function},
-    {NodeKind::Cosh, u"COSH", 1, Of<math::Cosh>, ProgramCode::Function},
-    {NodeKind::Asin, u"ASIN", 1, Of<math::Asin>, ProgramCode::Function, RefuseIf(IsBeyondOne, u"domain error in asin")},
-    {NodeKind::Acos, u"ACOS", 1, Of<math::Acos>, ProgramCode::Function, RefuseIf(IsBeyondOne, u"domain error in acos")},
-    {NodeKind::Tan, u"TAN", 1, Of<math::Tan>, ProgramCode::Function},
-    {NodeKind::Atan, u"ATAN", 1, Of<math::Atan>, ProgramCode::Function},
-    {NodeKind::Abs, u"ABS", 1, Of<math::Fabs>, ProgramCode::Function},
-    {NodeKind::Floor, u"FLOOR", 1, Of<math::Floor>, ProgramCode::Function},
-    {NodeKind::Ceil, u"CEIL", 1, Of<math::Ceil>, ProgramCode::Function},
-    {NodeKind::Round, u"ROUND", 1, Round, ProgramCode::Function},
-    {NodeKind::Exp, u"EXP", 1, Of<math::Exp>, ProgramCode::Exponential},
-    {NodeKind::Log, u"LOG", 1, Of<math::Log>, ProgramCode::Logarithm, RefuseIf(IsNegative, u"ln of negative number")},
-    {NodeKind::Log10, u"LOG10", 1, Of<math::Log10>, ProgramCode::DecimalLogarithm,
+    {NodeKind::Sin, u"SIN", 1, Of<math::Sin>, ProgramOperation::Function},
+    {NodeKind::Cos, u"COS", 1, Of<math::Cos>, ProgramOperation::Function},
+    {NodeKind::Sinh, u"SINH", 1, Of<math::Sinh>, ProgramOperation::Function},
+    {NodeKind::Cosh, u"COSH", 1, Of<math::Cosh>, ProgramOperation::Function},
+    {NodeKind::Asin, u"ASIN", 1, Of<math::Asin>, ProgramOperation::Function,
+     RefuseIf(IsBeyondOne, u"domain error in asin")},
+    {NodeKind::Acos, u"ACOS", 1, Of<math::Acos>, ProgramOperation::Function,
+     RefuseIf(IsBeyondOne, u"domain error in acos")},
+    {NodeKind::Tan, u"TAN", 1, Of<math::Tan>, ProgramOperation::Function},
+    {NodeKind::Atan, u"ATAN", 1, Of<math::Atan>, ProgramOperation::Function},
+    {NodeKind::Abs, u"ABS", 1, Of<math::Fabs>, ProgramOperation::Function},
+    {NodeKind::Floor, u"FLOOR", 1, Of<math::Floor>, ProgramOperation::Function},
+    {NodeKind::Ceil, u"CEIL", 1, Of<math::Ceil>, ProgramOperation::Function},
+    {NodeKind::Round, u"ROUND", 1, Round, ProgramOperation::Function},
+    {NodeKind::Exp, u"EXP", 1, Of<math::Exp>, ProgramOperation::Exponential},
+    {NodeKind::Log, u"LOG", 1, Of<math::Log>, ProgramOperation::Logarithm,
+     RefuseIf(IsNegative, u"ln of negative number")},
+    {NodeKind::Log10, u"LOG10", 1, Of<math::Log10>, ProgramOperation::DecimalLogarithm,
      RefuseIf(IsNegative, u"log of negative number")},
-    {NodeKind::Tanh, u"TANH", 1, Of<math::Tanh>, ProgramCode::Function},
-    {NodeKind::Min, u"MIN", 2, Least, ProgramCode::FunctionPopped},
-    {NodeKind::Max, u"MAX", 2, Greatest, ProgramCode::FunctionPopped},
-    {NodeKind::Mod, u"MOD", 2, math::Fmod, ProgramCode::FunctionPopped},
+    {NodeKind::Tanh, u"TANH", 1, Of<math::Tanh>, ProgramOperation::Function},
+    {NodeKind::Min, u"MIN", 2, Least, ProgramOperation::FunctionOfTwo},
+    {NodeKind::Max, u"MAX", 2, Greatest, ProgramOperation::FunctionOfTwo},
+    {NodeKind::Mod, u"MOD", 2, math::Fmod, ProgramOperation::FunctionOfTwo},
     Leaf(NodeKind::Pressure, u"pressure", dependency::pressure),
     Leaf(NodeKind::Temperature, u"temperature", dependency::temperature),
     Leaf(NodeKind::Molarity, u"molarity", dependency::molarity),

@@ -10,10 +10,13 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <limits>
 
 #include "expression/ExpressionBuilders.h"
 #include "expression/math/PowersOfTen.h"
+#include "expression/math/SmallPowers.h"
+#include "expression/tree/NodeKinds.h"
 #include "platform/HostArithmetic.h"
 #include "support/MathGrid.h"
 
@@ -31,6 +34,7 @@ struct FunctionCase {
 const FunctionCase functionCases[] = {
     {"Sqrt", GridFunction::Sqrt, [](double x, double) { return math::Sqrt(x); }, 0.51},
     {"Pow", GridFunction::Pow, [](double x, double y) { return math::Pow(x, y); }, 0.8},
+    {"SmallPower", GridFunction::SmallPower, RaiseTo, 0.6},
     {"Exp", GridFunction::Exp, [](double x, double) { return math::Exp(x); }, 0.8},
     {"Exp10", GridFunction::Exp10, [](double x, double) { return math::Exp10(x); }, 0.8},
     {"Log", GridFunction::Log, [](double x, double) { return math::Log(x); }, 0.6},
@@ -93,11 +97,20 @@ INSTANTIATE_TEST_SUITE_P(Table, GridFunctions, testing::ValuesIn(functionCases),
 
 // An equation of the literature is often a power of ten: what a person would write down comes out.
 TEST(Exp10, GivesThePowersThatTextsWriteDown) {
-    for (int exponent = -22; exponent <= 22; ++exponent) {
+    for (int exponent = -330; exponent <= 310; ++exponent) {
         EXPECT_EQ(BitsOf(math::Exp10(exponent)), BitsOf(PowerOfTen(exponent))) << exponent;
-        EXPECT_EQ(math::Log10(math::Exp10(exponent)), exponent);
+        if (std::abs(exponent) <= 22) {
+            EXPECT_EQ(math::Log10(math::Exp10(exponent)), exponent);
+        }
     }
     EXPECT_EQ(BitsOf(math::Exp10(0.5)), BitsOf(math::Sqrt(10.0)));
+}
+
+// Whether the base or the exponent makes it a power of its own depends on how a text is written.
+TEST(Exp10, AgreesWithTheSmallPowersOfTen) {
+    for (const double exponent : {-4.0, -3.0, -2.0, -1.0, -0.5, -0.0, 0.5, 1.0, 1.5, 2.0, 2.5, 3.0, 4.0}) {
+        EXPECT_EQ(BitsOf(math::Exp10(exponent)), BitsOf(math::SmallPower(10.0, exponent))) << exponent;
+    }
 }
 
 TEST(PowerOfTen, IsRoundedCorrectly) {

@@ -242,6 +242,31 @@ std::vector<Pair> PowerArguments() {
     return pairs;
 }
 
+// The exponents that have powers of their own, with any base.
+std::vector<Pair> SmallPowerArguments() {
+    std::vector<Pair> pairs;
+    for (const double y : {-4.0, -3.0, -2.0, -1.0, 0.0, 1.0, 2.0, 3.0, 4.0, -0.5, 0.5, 1.5, 2.5}) {
+        const auto add = [&](double x) {
+            pairs.push_back({x, y});
+            pairs.push_back({-x, y});
+        };
+        for (const double x : specialValues) add(x);
+        for (int power = -1074; power <= 1023; power += 25) add(std::ldexp(1.0, power) * 1.1);
+        for (const double limit : {0x1p-200, 0x1p200, 0x1p-256, 0x1p256, 0x1.6p341, 0x1p-358}) {
+            std::vector<double> values;
+            AddNeighbours(values, limit);
+            for (const double x : values) add(x);
+        }
+        for (int i = 0; i < 4 * count; ++i) {
+            add(WithExponent(-3, 3));
+            add(WithExponent(-210, 210));
+            add(WithExponent(-1074, 1023));
+            add(static_cast<double>(random() % 100000) / 1000);
+        }
+    }
+    return pairs;
+}
+
 std::vector<Pair> RemainderArguments() {
     std::vector<Pair> pairs;
     for (const double x : specialValues) {
@@ -291,6 +316,7 @@ void WriteGrid(std::FILE* output) {
         output, 16, [](mpfr_t r, const mpfr_t x, mpfr_rnd_t d) { return mpfr_abs(r, x, d); }, Arguments({}));
     WriteBinary(output, 17, mpfr_fmod, RemainderArguments());
     WriteUnary(output, 18, mpfr_exp10, Arguments({AddDecimalExponents}));
+    WriteBinary(output, 19, mpfr_pow, SmallPowerArguments());
 }
 
 }  // namespace
