@@ -19,7 +19,7 @@ general-page HelpGeneral
 compounds-page HelpCompounds
 reactions-page HelpReactions
 reaction-id HelpReactionId
-pcd-file HelpAddCompounds
+pcd-file AddCompounds
 compound-source CompoundSource
 material-compounds MaterialCompoundsTicked
 rate-wizard HelpRateWizard

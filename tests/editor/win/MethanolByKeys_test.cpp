@@ -41,7 +41,6 @@ protected:
         u.Press('A', {VK_MENU});
         const CDrivenWindow add = u.WaitFor(u"Add compounds:");
         u.Type(casNumber);
-        add.TakePicture("HelpAddCompounds");
         u.Press(VK_RETURN);
         add.WaitUntilGone();
     }
