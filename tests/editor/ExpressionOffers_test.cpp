@@ -82,7 +82,7 @@ const InsertCase insertCases[] = {
     {"TwoArguments", u"", {0, 0}, u"MIN(,)", {{0, 0}, u"MIN(,)", {4, 4}}},
     {"TheSecondOfTwo", u"T", {0, 1}, u"MIN(,)", {{0, 1}, u"MIN(T,)", {6, 6}}},
     {"TheSecondBehindOthers", u"MAX(T,2)", {0, 8}, u"MIN(,)", {{0, 8}, u"MIN(MAX(T,2),)", {13, 13}}},
-    {"ANameWithBrackets", u"C(T)", {2, 3}, u"\"iron(III)\"", {{2, 3}, u"\"iron(III)\"", {13, 13}}},
+    {"ANameWithBrackets", u"C(T)", {2, 3}, u"\"iron(III)\"", {{2, 3}, u"\"iron(III)\"", {14, 14}}},
     {"ANameBetweenItsBrackets", u"2*C()*T", {4, 4}, u"Water", {{4, 4}, u"Water", {10, 10}}},
     {"ANameAtTheVeryBeginning", u"x(A)", {2, 3}, u"Water", {{2, 3}, u"Water", {8, 8}}},
     {"BracketsOfAFunction", u"EXP()", {4, 4}, u"T", {{4, 4}, u"T", {5, 5}}},

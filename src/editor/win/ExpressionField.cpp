@@ -326,8 +326,9 @@ POINT CExpressionField::PlaceOfCaret() const {
     return place;
 }
 
-/// A key gives no place.
+/// Once for a click. A key gives no place.
 void CExpressionField::AskForMenu(LPARAM place) {
+    if (place != -1 && std::exchange(isMenuAsked, true)) return;
     menuPlace =
         place == -1 ? PlaceOfCaret() : POINT{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
     RequestLater(field, FieldRequest::Menu);
@@ -354,7 +355,11 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
         case WM_CHAR:
             if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
             return IsStrayControl(wParam) || TakeHalf(static_cast<char16_t>(wParam));
-        case WM_RBUTTONUP: {  // some systems tell nobody else
+        case WM_RBUTTONDOWN:
+            isMenuAsked = false;
+            return false;
+        case WM_RBUTTONUP: {  // of which some systems make a request for the menu, and others don't
+            result = CallWindowProcW(ownProcedure, field, message, wParam, lParam);
             POINT place = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
             ClientToScreen(field, &place);
             AskForMenu(MAKELPARAM(place.x, place.y));

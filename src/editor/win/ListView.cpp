@@ -161,6 +161,7 @@ void CFittedColumns::Begin(HWND fittedList, std::size_t count) {
 }
 
 void CFittedColumns::Fit(std::span<const ColumnWish> wishes, int room) {
+    if (wishes.size() != columns.size()) return;  // memory has run out as they were measured
     CListView view(list);
     std::vector<ColumnWish> fitted(wishes.begin(), wishes.end());
     for (std::size_t i = 0; i < columns.size(); ++i) {
