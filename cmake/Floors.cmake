@@ -17,7 +17,7 @@ set(REKA_FLOORS
     "checking: text platform formula records expression/parse"
     "package: platform capeopen records expression/run persistence"
     "manager: platform capeopen records persistence checking package"
-    "editor: text platform capeopen records expression/parse compounds package manager"
+    "editor: text platform capeopen expression/tree records expression/parse compounds package manager"
     "editor/win: platform package manager editor"
     "server: platform capeopen package manager editor/win")
 

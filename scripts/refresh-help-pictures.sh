@@ -14,17 +14,17 @@ mkdir -p "$to"
 while read -r picture test_picture; do
     convert "$from/$test_picture-96.bmp" -alpha off -strip -colors 256 "$to/$picture.png"
 done <<'END'
-editor 103-reactions
-general-page 103-general
-compounds-page 103-compounds
-reactions-page 103-reactions-large
-reaction-id Input
+editor HelpEditor
+general-page HelpGeneral
+compounds-page HelpCompounds
+reactions-page HelpReactions
+reaction-id HelpReactionId
 pcd-file AddCompounds
 compound-source CompoundSource
 material-compounds MaterialCompoundsTicked
-rate-wizard RateWizardFilledIn
-expression-editor ExpressionWithAnError
-template-manager 107
-load 206
+rate-wizard HelpRateWizard
+expression-editor HelpExpressionEditor
+template-manager HelpManager
+load HelpLoad
 store 207
 END

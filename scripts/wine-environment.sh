@@ -5,7 +5,7 @@
 start_display() {
     mkdir -p "$1"
     local number_file=$1/display.$$
-    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number_file" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 2880x2160x24 -nolisten tcp 3>"$number_file" 2>/dev/null &
     display_process=$!
     trap 'on_exit; stop_display' EXIT
     local waited=0

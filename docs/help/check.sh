@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # SPDX-License-Identifier: MIT
 # check.sh CHM SOURCES CODE...: takes the help file CHM apart and holds it against the folder SOURCES: all files are in,
-# pages are good HTML with one heading that is the title and stands in the contents, links, anchors and pictures lead
-# somewhere. A message in a page must have its words in the folders and files CODE. Ends with status 1 after it has told
-# all faults.
+# pages are good HTML with one heading that is the title and stands in the contents, links, anchors, pictures and the F1
+# of the dialogs lead somewhere. A message in a page must have its words in the folders and files CODE. Ends with status
+# 1 after it has told all faults.
 set -euo pipefail
 export LC_ALL=C.UTF-8
 chm=$1 sources=$2
@@ -83,6 +83,14 @@ fragments() {
         grep . || true
 }
 
+# Where the dialogs and their F1 lead.
+list_topics() {
+    grep -rhoE --include='*.cpp' --include='*.h' 'u"REKA/[^"]+"' "$@" | sort -u |
+        sed 's/^u"\(.*\)"$/a dialog\t\1/' >"$work/topics"
+    [ "$(wc -l <"$work/topics")" -ge 10 ] || fault "no topics of the dialogs found"
+    cat "$work/topics" >>"$work/targets"
+}
+
 check_messages() {
     sources "$@" >"$work/sources"
     local page fragment count=0
@@ -102,6 +110,7 @@ listed "$sources/NAVO.hhc" >"$work/contents"
 for page in "$sources"/REKA/*.htm; do check_page "$(basename "$page")"; done
 listed "$sources/NAVO.hhc" | sed 's/^\([^\t]*\)\t.*/contents\t\1/' >>"$work/targets"
 listed "$sources/NAVO.hhk" | sed 's/^\([^\t]*\)\t\(.*\)/index entry \2\t\1/' >>"$work/targets"
+list_topics "$@"
 check_targets
 check_messages "$@"
 

@@ -48,7 +48,21 @@ std::u16string CAddCompounds::LoadFile() {
     std::u16string errorText;
     LoadPcdFile(definition.pcdFile, records, errorText);
     SetFilter({});
+    FindLongestTexts();
     return errorText;
+}
+
+void CAddCompounds::FindLongestTexts() {
+    for (std::size_t column = 0; column < fileCompoundColumnCount; ++column) {
+        std::u16string& longest = longestTexts[column];
+        longest = fileCompoundColumns[column].label;
+        const CompoundField& field = fileCompoundColumns[column].field;
+        for (const auto& record : records) {
+            if (field.text && ((*record).*field.text).View().size() <= longest.size()) continue;
+            std::u16string text = FieldText(*record, field);
+            if (text.size() > longest.size()) longest = std::move(text);
+        }
+    }
 }
 
 void CAddCompounds::SetFilter(std::u16string_view text) {

@@ -65,6 +65,8 @@ public:
     const std::vector<FileCompoundRow>& Rows() const { return rows; }
     /// The texts of a row, one for each column.
     std::array<std::u16string, fileCompoundColumnCount> RowTexts(std::size_t row) const;
+    /// The longest text of each column in the whole file, whatever passes the filter.
+    const std::array<std::u16string, fileCompoundColumnCount>& LongestTexts() const { return longestTexts; }
     /// The first row from `start` on whose name begins with that text, in letters of any case, going on at the first
     /// row after the last; -1 if there is none.
     std::int32_t FindRow(std::size_t start, std::u16string_view beginning) const;
@@ -78,10 +80,13 @@ public:
     bool Accept(const std::vector<std::size_t>& selectedRows);
 
 private:
+    void FindLongestTexts();
+
     ReactionPackDefinition& definition;
     IEditorUi& ui;
     CompoundList records;  // a compound that was added leaves a gap
     std::vector<FileCompoundRow> rows;
+    std::array<std::u16string, fileCompoundColumnCount> longestTexts;
     std::array<std::int32_t, fileCompoundColumnCount> directions = {-1, -1, -1, -1};
 };
 

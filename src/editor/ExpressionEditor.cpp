@@ -5,6 +5,7 @@
 #include "editor/ExpressionEditor.h"
 
 #include <algorithm>
+#include <string>
 
 #include "expression/parse/ParseExpression.h"
 
@@ -23,6 +24,64 @@ std::int32_t LengthOf(std::u16string_view text) {
 /// Whether a bracket stands at that position, which may be any number.
 bool HasBracketAt(std::u16string_view text, std::int32_t position) {
     return position >= 0 && position < LengthOf(text) && IsBracket(text[static_cast<std::size_t>(position)]);
+}
+
+bool IsBlank(char16_t character) {
+    return character == u' ' || character == u'\t';
+}
+
+bool IsWordPart(char16_t character) {
+    return (character >= u'a' && character <= u'z') || (character >= u'A' && character <= u'Z') ||
+           (character >= u'0' && character <= u'9') || character == u'_' || character == u'.';
+}
+
+bool IsSecondHalf(char16_t unit) {
+    return (unit & 0xFC00) == 0xDC00;
+}
+
+/// The end of the word that begins at `start`: a name in quotes, a number with its exponent, a row of letters, or a
+/// single character.
+std::size_t EndOfWord(std::u16string_view text, std::size_t start) {
+    const char16_t first = text[start];
+    std::size_t end = start + 1;
+    if (first == u'"') {
+        end = text.find(u'"', end);
+        return end == std::u16string_view::npos ? text.size() : end + 1;
+    }
+    if (!IsWordPart(first)) return end < text.size() && IsSecondHalf(text[end]) ? end + 1 : end;
+    const bool isNumber = first == u'.' || (first >= u'0' && first <= u'9');
+    for (; end < text.size(); ++end) {
+        const bool isSign = text[end] == u'-' || text[end] == u'+';
+        const bool isExponent = isNumber && isSign && (text[end - 1] == u'e' || text[end - 1] == u'E');
+        if (!IsWordPart(text[end]) && !isExponent) break;
+    }
+    return end;
+}
+
+/// The last word that begins in the first `length` characters; empty for none.
+std::u16string_view LastWord(std::u16string_view text, std::size_t length) {
+    std::u16string_view word;
+    for (std::size_t i = 0; i < length;) {
+        if (IsBlank(text[i])) {
+            ++i;
+            continue;
+        }
+        const std::size_t end = EndOfWord(text, i);
+        word = text.substr(i, end - i);
+        i = end;
+    }
+    return word;
+}
+
+/// Counted in characters, also those of two units.
+std::size_t ColumnOf(std::u16string_view text, std::size_t position) {
+    const auto end = text.begin() + static_cast<std::ptrdiff_t>(position);
+    return 1 + position - static_cast<std::size_t>(std::count_if(text.begin(), end, IsSecondHalf));
+}
+
+std::u16string DecimalText(std::size_t number) {
+    const std::string digits = std::to_string(number);
+    return {digits.begin(), digits.end()};
 }
 
 /// While it lives, changes of the field aren't events.
@@ -82,6 +141,17 @@ std::vector<ExpressionRun> ColourExpression(std::u16string_view text, TextRange 
     return runs;
 }
 
+std::u16string DescribeStop(std::u16string_view text, std::int32_t position) {
+    const auto length = static_cast<std::size_t>(std::clamp(position, 0, LengthOf(text)));
+    const std::u16string_view word = LastWord(text, length);
+    std::u16string told = length == text.size() ? u"Reading stopped at the end" : u"Reading stopped";
+    if (word.empty()) return told;
+    const auto start = static_cast<std::size_t>(word.data() - text.data());
+    told += (length == text.size() ? u", column " : u" at column ") + DecimalText(ColumnOf(text, start)) + u", ";
+    if (word.front() < u' ') return told + u"a line break";
+    return word.front() == u'"' ? told.append(word) : told.append(u"\"").append(word).append(u"\"");
+}
+
 CExpressionEditor::CExpressionEditor(const ReactionPackDefinition& edited, IExpressionField& shown)
     : compounds(edited), field(shown) {}
 
@@ -102,7 +172,7 @@ void CExpressionEditor::ReparseExpression() {
         message.clear();
         errorPosition = noPosition;
     }
-    field.ShowStatus(message);
+    field.ShowStatus(message, message.empty() ? std::u16string() : DescribeStop(text, errorPosition));
     RecolourExpression();
 }
 

@@ -45,6 +45,10 @@ std::int32_t PartnerOf(std::u16string_view text, std::int32_t position);
 /// `noPosition` for no error.
 std::vector<ExpressionRun> ColourExpression(std::u16string_view text, TextRange selection, std::int32_t errorPosition);
 
+/// Where the reading of a faulty text stopped, in words: the column, from 1 on, and the word that was read last of the
+/// first `position` characters. Also where it got to the end, and nothing is left to be red.
+std::u16string DescribeStop(std::u16string_view text, std::int32_t position);
+
 /// The field of the text and the line under it, as a window has them. Ranges count the characters of `Text`, in which a
 /// line end is two, as in a record.
 class IExpressionField {
@@ -55,7 +59,8 @@ public:
     /// Selects and formats, which the field may report as changes.
     virtual void Show(const ExpressionRun& run) = 0;
     virtual void Select(TextRange range) = 0;
-    virtual void ShowStatus(const std::u16string& message) = 0;
+    /// What is wrong with the text, and where the reading of it stopped; both empty for a text without fault.
+    virtual void ShowStatus(const std::u16string& message, const std::u16string& place) = 0;
 };
 
 /// The dialog on the expression of one definition. Both parameters outlive this, and the definition's compounds stay as

@@ -323,5 +323,23 @@ TEST_F(AddCompounds, TakesLargeFiles) {
     EXPECT_EQ(definition->reactions[0]->stoichiometry.size(), count + 1);
 }
 
+TEST_F(AddCompounds, KnowsTheLongestTextOfEachColumn) {
+    const auto longest = [this] {
+        Strings texts;
+        for (const std::u16string& text : dialog.LongestTexts()) texts.push_back(Utf8FromUtf16(text));
+        return texts;
+    };
+    EXPECT_EQ(longest(), (Strings{"methane", "Formula", "Mol Weight", "7732-18-5"}));
+    dialog.SetFilter(u"argon");
+    EXPECT_EQ(longest()[0], "methane");
+    AddPcdRecord(bytes, "2,2,4-trimethylpentane", "C12H24O3", 1.23456e-30F, "540-84-1");
+    files.entries[path] = {bytes, 1};
+    dialog.LoadFile();
+    EXPECT_EQ(longest(), (Strings{"2,2,4-trimethylpentane", "C12H24O3", "1.23456e-30", "7732-18-5"}));
+    files.entries.clear();
+    dialog.LoadFile();
+    EXPECT_EQ(longest(), (Strings{"Name", "Formula", "Mol Weight", "CAS"}));
+}
+
 }  // namespace
 }  // namespace reka::test

@@ -107,6 +107,38 @@ TEST_P(Colours, CoverTheTextOnce) {
 INSTANTIATE_TEST_SUITE_P(Table, Colours, testing::ValuesIn(colourCases),
                          [](const auto& row) { return std::string(row.param.name); });
 
+struct StopCase {
+    const char* name;
+    const char16_t* text;
+    std::int32_t position;
+    const char* told;
+};
+const StopCase stopCases[] = {
+    {"AWord", u"2*ezp(3)", 5, "Reading stopped at column 3, \"ezp\""},
+    {"AWordAndItsBlank", u"2*ezp (3)", 6, "Reading stopped at column 3, \"ezp\""},
+    {"ASingleCharacter", u"2**3", 3, "Reading stopped at column 3, \"*\""},
+    {"ANumber", u"T 1.5e-3 2", 9, "Reading stopped at column 3, \"1.5e-3\""},
+    {"ANumberBeforeASum", u"1.5-3*(", 3, "Reading stopped at column 1, \"1.5\""},
+    {"AQuotedName", u"X(\"n-butane\")+1", 12, "Reading stopped at column 3, \"n-butane\""},
+    {"AQuoteThatIsNotClosed", u"X(\"n-butane)", 12, "Reading stopped at the end, column 3, \"n-butane)"},
+    {"NothingIsRed", u"EXP(T", 5, "Reading stopped at the end, column 5, \"T\""},
+    {"BlanksAtTheEnd", u"EXP(T  ", 7, "Reading stopped at the end, column 5, \"T\""},
+    {"BlanksAlone", u"  ", 2, "Reading stopped at the end"},
+    {"TheFirstCharacter", u"?T", 1, "Reading stopped at column 1, \"?\""},
+    {"NothingRead", u"T", 0, "Reading stopped"},
+    {"PositionBelowTheText", u"T", -1, "Reading stopped"},
+    {"PositionBeyondTheText", u"T+", 9, "Reading stopped at the end, column 2, \"+\""},
+    {"ALineBreak", u"1+\r\n(T)", 3, "Reading stopped at column 3, a line break"},
+    {"ColumnsAreCharacters", u"X(\"\U0001D6FC\")*foo+1", 10, "Reading stopped at column 8, \"foo\""},
+    {"ACharacterOfTwoUnits", u"T*\U0001D6FC+1", 3, "Reading stopped at column 3, \"\U0001D6FC\""},
+};
+class Stops : public testing::TestWithParam<StopCase> {};
+TEST_P(Stops, AreDescribed) {
+    EXPECT_EQ(Utf8FromUtf16(DescribeStop(GetParam().text, GetParam().position)), GetParam().told);
+}
+INSTANTIATE_TEST_SUITE_P(Table, Stops, testing::ValuesIn(stopCases),
+                         [](const auto& row) { return std::string(row.param.name); });
+
 /// A field that reports formatting as changes, as a rich edit field does.
 class CFakeField : public IExpressionField {
 public:
@@ -125,8 +157,9 @@ public:
         ++timesSelected;
         Report();
     }
-    void ShowStatus(const std::u16string& message) override {
+    void ShowStatus(const std::u16string& message, const std::u16string& stop) override {
         status = message;
+        place = stop;
         runs.clear();
     }
     void Report() const {
@@ -137,6 +170,7 @@ public:
     TextRange selection;
     std::vector<ExpressionRun> runs;
     std::u16string status = u"left";
+    std::u16string place = u"left";
     int timesRead = 0;
     int timesSelected = 0;
     std::function<void()> onChange;
@@ -203,6 +237,23 @@ TEST_F(ExpressionEditor, ForgetsAnErrorThatIsMended) {
     Type(u"T+1");
     EXPECT_EQ(Status(), "");
     EXPECT_EQ(Painted(), "...");
+}
+
+/// Beside the message, whose words stay, and also where nothing is red.
+TEST_F(ExpressionEditor, TellsWhereTheReadingStopped) {
+    Type(u"2*C(Ether)+1");
+    EXPECT_EQ(field.place, u"Reading stopped at column 5, \"Ether\"");
+    Type(u"EXP(T");
+    EXPECT_EQ(Painted().find('r'), std::string::npos);
+    EXPECT_EQ(field.place, u"Reading stopped at the end, column 5, \"T\"");
+    Type(u"EXP(T,2)");  // noticed last of all
+    EXPECT_NE(Status(), "");
+    EXPECT_EQ(field.place, u"Reading stopped at the end, column 8, \")\"");
+    Type(u"EXP(T)");
+    EXPECT_EQ(field.place, u"");
+    Type(u"T+");
+    Type(u"");
+    EXPECT_EQ(field.place, u"");
 }
 
 TEST_F(ExpressionEditor, TellsABlankText) {

@@ -237,7 +237,7 @@ TEST_F(OutOfMemoryEditor, ColoursTheTextAgainAfterAFailure) {
         TextRange Selection() override { return {0, 0}; }
         void Show(const ExpressionRun&) override { ++runs; }
         void Select(TextRange) override {}
-        void ShowStatus(const std::u16string&) override {}
+        void ShowStatus(const std::u16string&, const std::u16string&) override {}
         int runs = 0;
     };
     const auto definition = MakeTemplate();

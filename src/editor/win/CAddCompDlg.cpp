@@ -8,7 +8,6 @@
 #include <new>
 
 #include "editor/win/DialogLayouts.h"
-#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -32,6 +31,8 @@ void SetRowState(HWND list, WPARAM row, UINT state, UINT mask) {
     item.stateMask = mask;
     SendMessageW(list, LVM_SETITEMSTATE, row, reinterpret_cast<LPARAM>(&item));
 }
+
+constexpr int cellMargin = 16;  // pixels on both sides of a cell's text together
 
 constexpr auto allRows = static_cast<WPARAM>(-1);
 
@@ -64,10 +65,10 @@ void CAddCompDlg::OnInit() {
     list.UseWholeRows();
     int position = 0;
     for (const FileCompoundColumn& column : fileCompoundColumns) list.InsertColumn(position++, column.label, 0);
-    FitColumns();
+    BeginColumns();
     FocusOn(IDC_ADD_COMPOUNDS_FILTER);
     const std::u16string errorText = LoadFile();
-    FitColumns();  // beside the bar that scrolls; from here on the widths are the user's
+    BeginColumns();  // beside the bar that scrolls
     Tell(errorText);
 }
 
@@ -154,7 +155,12 @@ void CAddCompDlg::OnCommand(int control, int notification) {
             RefillList();
             break;
         case IDC_ADD_COMPOUNDS_BROWSE:
-            if (compounds.Browse()) Tell(LoadFile());
+            if (!compounds.Browse()) break;
+            {
+                const std::u16string errorText = LoadFile();
+                FitColumns();
+                Tell(errorText);
+            }
             break;
         case IDOK:
             Accept();
@@ -202,12 +208,41 @@ void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
     }
 }
 
-void CAddCompDlg::FitColumns() {
-    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
-    WPARAM column = 0;
-    for (const int width : FitFileCompoundColumns(CListView(list).ClientWidth())) {
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, column++, width);
+void CAddCompDlg::BeginColumns() {
+    CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
+    openingWidths = FitFileCompoundColumns(list.ClientWidth());
+    leftOver = list.ClientWidth();
+    int column = 0;
+    for (const int width : openingWidths) {
+        list.SetColumnWidth(column++, width);
+        leftOver -= width;
     }
+    columns.Begin(Item(IDC_ADD_COMPOUNDS_LIST), fileCompoundColumnCount);
+}
+
+/// A larger list gives what it has more to the columns whose texts are cut.
+void CAddCompDlg::FitColumns() {
+    const CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
+    const auto texts = compounds.LongestTexts();
+    std::array<ColumnWish, fileCompoundColumnCount> wishes;
+    for (std::size_t i = 0; i < fileCompoundColumnCount; ++i) {
+        const int needed = list.TextWidth(texts[i].c_str()) + Scale(cellMargin);
+        wishes[i] = {std::max(needed, openingWidths[i]), openingWidths[i]};
+    }
+    columns.Fit(wishes, list.ClientWidth() - leftOver);
+}
+
+void CAddCompDlg::OnLaidOut() {
+    FitColumns();
+}
+
+/// The columns have the new scale by now.
+void CAddCompDlg::OnScaled() {
+    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
+    for (std::size_t i = 0; i < fileCompoundColumnCount; ++i) {
+        openingWidths[i] = CListView(list).ColumnWidth(static_cast<int>(i));
+    }
+    columns.Begin(list, fileCompoundColumnCount);
 }
 
 }  // namespace reka

@@ -4,6 +4,7 @@
 
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -14,6 +15,7 @@
 
 #include "editor/AddCompounds.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -36,12 +38,18 @@ private:
     void Sort(int column);
     void Accept();
     void ShowCell(NMLVDISPINFOW& request) const;
+    void OnLaidOut() override;
+    void OnScaled() override;
+    void BeginColumns();
     void FitColumns();
     void ShowWithLayout();
     std::vector<std::size_t> SelectedRows() const;
 
     CAddCompounds compounds;
     IUserMessages& messages;
+    std::array<int, fileCompoundColumnCount> openingWidths = {};
+    int leftOver = 0;  // of the list's width, which the opening widths don't fill to the last pixel
+    CFittedColumns columns;
 };
 
 }  // namespace reka

@@ -4,8 +4,12 @@
 
 #include "editor/win/CCompoundDlg.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "editor/win/CReactionDlg.h"
 #include "editor/win/DialogLayouts.h"
+#include "editor/win/WindowDpi.h"
 
 namespace reka {
 
@@ -33,6 +37,16 @@ void CCompoundDlg::RefillCompoundList() {
         for (const CompoundRow& row : page.Rows()) list.AddRow(row);
     }
     UpdateButtons();
+}
+
+int CCompoundDlg::LackingWidth() const {
+    if (!Window()) return 0;
+    const CListView list(Item(IDC_COMPOUNDS_LIST));
+    int needed = 0;
+    for (int column = 0; column < static_cast<int>(std::size(compoundColumns)); ++column) {
+        needed += list.ColumnWidth(column);
+    }
+    return std::max(needed - list.WidthBesideBar(SystemMetric(SM_CXVSCROLL, Dpi())), 0);
 }
 
 void CCompoundDlg::UpdateButtons() {

@@ -22,6 +22,9 @@ public:
     /// Shows the list afresh; no row is selected then. Does nothing where the system has refused the page.
     void RefillCompoundList();
 
+    /// Pixels that the list is too narrow for its columns and a bar that scrolls it; 0 for none.
+    int LackingWidth() const;
+
     /// Where compounds come from; null where the system has refused the page.
     HWND AddButton() const { return Window() ? Item(IDC_COMPOUNDS_ADD) : nullptr; }
 

@@ -6,8 +6,7 @@
 
 #include <algorithm>
 
-#include "editor/win/ListView.h"
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
@@ -25,9 +24,11 @@ bool IsKeyOfAll(const NMHDR& header) {
 
 CCompoundsFromMaterialDlg::CCompoundsFromMaterialDlg(const MaterialCompounds& offered,
                                                      ReactionPackDefinition& definition, IUserMessages& asked)
-    : CDialog(IDD_MATERIAL_COMPOUNDS), compounds(offered, definition), ui(asked) {}
+    : CDialog(IDD_MATERIAL_COMPOUNDS, materialCompoundsLayout), compounds(offered, definition), ui(asked) {}
 
 void CCompoundsFromMaterialDlg::OnInit() {
+    SetIcon(IDI_COMPONENT);
+    KeepPresentSizeAsSmallest();
     const HWND control = Item(IDC_MATERIAL_COMPOUNDS_LIST);
     CListView list(control);
     list.UseTicks();
@@ -36,22 +37,27 @@ void CCompoundsFromMaterialDlg::OnInit() {
     for (const char16_t* const label : materialCompoundColumns) list.InsertColumn(position++, label, 0);
     const CListFilling filling(control);
     for (const MaterialCompoundRow& row : compounds.Rows()) list.AddRow(row);
-    FitColumns();
+    MeasureColumns();
     if (list.RowCount() > 0) list.FocusRow(0);
 }
 
-/// Each column is as wide as the widest of its cells and its header. What the system fits to a header alone may be too
-/// narrow for it, and is too wide for the last one.
-void CCompoundsFromMaterialDlg::FitColumns() {
-    const HWND list = Item(IDC_MATERIAL_COMPOUNDS_LIST);
-    WPARAM column = 0;
+/// Each column wants to be as wide as the widest of its cells and its header; the header is seen in any case. What the
+/// system fits to a header alone may be too narrow for it, and is too wide for the last one.
+void CCompoundsFromMaterialDlg::MeasureColumns() {
+    const HWND control = Item(IDC_MATERIAL_COMPOUNDS_LIST);
+    CListView list(control);
+    wishes.clear();
     for (const char16_t* const label : materialCompoundColumns) {
-        const LRESULT text = SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(label));
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, LVSCW_AUTOSIZE);
-        const LRESULT content = SendMessageW(list, LVM_GETCOLUMNWIDTH, column, 0);
-        SendMessageW(list, LVM_SETCOLUMNWIDTH, column, std::max<LRESULT>(content, text + Scale(headerMargin)));
-        ++column;
+        const auto column = static_cast<int>(wishes.size());
+        const int header = list.TextWidth(label) + Scale(headerMargin);
+        list.SetColumnWidth(column, LVSCW_AUTOSIZE);
+        wishes.push_back({std::max(list.ColumnWidth(column), header), header});
     }
+    columns.Begin(control, wishes.size());
+}
+
+void CCompoundsFromMaterialDlg::OnLaidOut() {
+    columns.Fit(wishes, CListView(Item(IDC_MATERIAL_COMPOUNDS_LIST)).ClientWidth());
 }
 
 void CCompoundsFromMaterialDlg::OnCommand(int control, int notification) {

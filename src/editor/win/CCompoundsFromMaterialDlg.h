@@ -3,8 +3,11 @@
 
 #pragma once
 
+#include <vector>
+
 #include "editor/CompoundsOfMaterial.h"
 #include "editor/win/CDialog.h"
+#include "editor/win/ListView.h"
 
 namespace reka {
 
@@ -21,11 +24,15 @@ private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void FitColumns();
+    void OnLaidOut() override;
+    void OnScaled() override { MeasureColumns(); }
+    void MeasureColumns();
     void TickAllOrNone();
 
     CCompoundsOfMaterial compounds;
     IUserMessages& ui;
+    std::vector<ColumnWish> wishes;
+    CFittedColumns columns;
 };
 
 }  // namespace reka

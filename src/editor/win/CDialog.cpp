@@ -243,6 +243,18 @@ void CDialog::CentreOverOwner() {
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
+void CDialog::Enlarge(const ControlSize& by) {
+    RECT frame = {};
+    GetWindowRect(window, &frame);
+    const RECT screen = WorkArea();
+    SIZE size = {frame.right - frame.left + by.width, frame.bottom - frame.top + by.height};
+    if (!IsRectEmpty(&screen)) {
+        size = {std::min(size.cx, screen.right - screen.left), std::min(size.cy, screen.bottom - screen.top)};
+    }
+    SetWindowPos(window, nullptr, 0, 0, size.cx, size.cy, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    CentreOverOwner();
+}
+
 /// The dialog around the page, or itself.
 CDialog& CDialog::Root() {
     CDialog* root = this;

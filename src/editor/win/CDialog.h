@@ -74,6 +74,8 @@ protected:
 
     /// From now on the window can't be dragged to a size below the present one, which is cut to the work area first.
     void KeepPresentSizeAsSmallest();
+    /// Makes the window that opens so much larger, around its middle.
+    void Enlarge(const ControlSize& by);
     /// The part of the screen that the dialog opens in.
     virtual RECT WorkArea() const;
     /// Sets the large and the small icon of the frame.
@@ -107,6 +109,7 @@ protected:
     void SelectChoice(int control, int data, int otherwise = -1) const;
     int TextWidth(int control, const std::u16string& text) const;
     ControlPlace PlaceOf(int control) const;  // in the client area
+    ControlSize ClientSize() const;
     /// Gives the controls the places of the layout; nobody else moves them.
     void LayOut();
     /// The text of a control that grows in the layout takes that width now, in pixels.
@@ -163,7 +166,6 @@ private:
     void MoveToMonitor(int dpi, const RECT& place);
     void FitToMonitor();
     void Place(int control, const ControlPlace& place);
-    ControlSize ClientSize() const;
     void DestroyIcons();
     void FitScrolling(int listBox, std::span<const std::u16string> items) const;
 

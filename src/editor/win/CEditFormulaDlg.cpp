@@ -6,23 +6,42 @@
 
 #include <richedit.h>
 
+#include <algorithm>
+#include <atomic>
 #include <utility>
 
-#include "editor/win/resource.h"
+#include "editor/win/DialogLayouts.h"
 
 namespace reka {
 
-CEditFormulaDlg::CEditFormulaDlg(const ReactionPackDefinition& definition, const std::u16string& shownItem,
+namespace {
+
+/// The size of the client area on a screen of 96 dpi, as the user left it last in this process; 0 at first.
+std::atomic<ControlSize> keptSize;
+
+int ToReference(int pixels, int dpi) {
+    return ScaleBetween(pixels, dpi, referenceDpi);
+}
+
+}  // namespace
+
+CEditFormulaDlg::CEditFormulaDlg(const ReactionPackDefinition& edited, const std::u16string& shownItem,
                                  const std::u16string& shownUnit, std::u16string& editedExpression)
-    : CDialog(IDD_EXPRESSION),
+    : CDialog(IDD_EXPRESSION, expressionLayout),
+      definition(edited),
       item(shownItem),
       unit(shownUnit),
       expression(editedExpression),
-      editor(definition, *this) {
+      editor(edited, *this) {
     LoadExpressionControl();
 }
 
 void CEditFormulaDlg::OnInit() {
+    SetIcon(IDI_COMPONENT);
+    KeepPresentSizeAsSmallest();
+    const ControlSize sized = keptSize;
+    const ControlSize present = ClientSize();
+    Enlarge({std::max(Scale(sized.width) - present.width, 0), std::max(Scale(sized.height) - present.height, 0)});
     SetText(IDC_EXPRESSION_ITEM, item);
     SetText(IDC_EXPRESSION_UNIT, unit);
     field.Attach(Item(IDC_EXPRESSION_TEXT), history);
@@ -51,19 +70,30 @@ void CEditFormulaDlg::OnCommand(int control, int notification) {
             TextHasChanged();
             break;
         case static_cast<int>(FieldRequest::Undo):
-            NoteText();  // it may have changed without memory to note it
-            Replace(history.Undo());
+            Undo();
             break;
         case static_cast<int>(FieldRequest::Redo):
-            NoteText();
-            Replace(history.Redo());
+            Redo();
             break;
         case static_cast<int>(FieldRequest::Paste):
             Paste();
             break;
+        case static_cast<int>(FieldRequest::Menu):
+            ShowMenu(field.MenuPlace(), true);
+            break;
+        case static_cast<int>(FieldRequest::Offer):
+            ShowMenu(field.PlaceOfCaret(), false);
+            break;
         default:
             break;
     }
+}
+
+/// What it is while it fills the screen doesn't count.
+void CEditFormulaDlg::OnLaidOut() {
+    if (IsZoomed(Window())) return;
+    const ControlSize client = ClientSize();
+    keptSize = {ToReference(client.width, Dpi()), ToReference(client.height, Dpi())};
 }
 
 LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
@@ -84,6 +114,59 @@ void CEditFormulaDlg::TextHasChanged() {
 
 void CEditFormulaDlg::NoteText() {
     history.Change(field.Text(), field.Selection().end);
+}
+
+void CEditFormulaDlg::Undo() {
+    NoteText();  // it may have changed without memory to note it
+    Replace(history.Undo());
+}
+
+void CEditFormulaDlg::Redo() {
+    NoteText();
+    Replace(history.Redo());
+}
+
+/// With the commands of a text field, or the offers alone.
+void CEditFormulaDlg::ShowMenu(POINT place, bool hasCommands) {
+    const std::vector<OfferGroup> groups = ExpressionOffers(definition);
+    const TextRange selection = field.Selection();
+    const TextCommandsEnabled enabled = {history.CanUndo(), history.CanRedo(), selection.first < selection.end,
+                                         IsClipboardFormatAvailable(CF_UNICODETEXT) != FALSE, !field.Text().empty()};
+    const MenuChoice choice = ShowExpressionMenu(Window(), place, hasCommands ? &enabled : nullptr, groups);
+    if (HasEnded()) return;
+    if (choice.offer) {
+        Replace(InsertOffer(field.Text(), field.Selection(), *choice.offer));
+    } else {
+        Do(choice.command);
+    }
+}
+
+void CEditFormulaDlg::Do(TextCommand command) {
+    switch (command) {
+        case TextCommand::Undo:
+            Undo();
+            break;
+        case TextCommand::Redo:
+            Redo();
+            break;
+        case TextCommand::Cut:
+            field.Do(WM_CUT);
+            break;
+        case TextCommand::Copy:
+            field.Do(WM_COPY);
+            break;
+        case TextCommand::Paste:
+            Paste();
+            break;
+        case TextCommand::Delete:
+            field.Do(WM_CLEAR);
+            break;
+        case TextCommand::SelectAll:
+            field.Select({0, static_cast<std::int32_t>(field.Text().size())});
+            break;
+        case TextCommand::None:
+            break;
+    }
 }
 
 /// What is selected stays where there is nothing to take its place.
@@ -123,8 +206,9 @@ void CEditFormulaDlg::Select(TextRange range) {
     if (!field.Format(format.Change(field.Text(), lines.InField(range).end, wanted))) format.Forget();
 }
 
-void CEditFormulaDlg::ShowStatus(const std::u16string& message) {
+void CEditFormulaDlg::ShowStatus(const std::u16string& message, const std::u16string& place) {
     SetText(IDC_EXPRESSION_STATUS, message);
+    SetText(IDC_EXPRESSION_POSITION, place);
 }
 
 }  // namespace reka

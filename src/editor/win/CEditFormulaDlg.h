@@ -12,13 +12,14 @@
 #include "editor/TextHistory.h"
 #include "editor/win/CDialog.h"
 #include "editor/win/ExpressionField.h"
+#include "editor/win/ExpressionMenu.h"
 
 namespace reka {
 
 class CEditFormulaDlg : public CDialog, private IExpressionField {
 public:
-    /// `definition` and `editedExpression` outlive the dialog.
-    CEditFormulaDlg(const ReactionPackDefinition& definition, const std::u16string& shownItem,
+    /// `edited` and `editedExpression` outlive the dialog.
+    CEditFormulaDlg(const ReactionPackDefinition& edited, const std::u16string& shownItem,
                     const std::u16string& shownUnit, std::u16string& editedExpression);
 
     /// True for OK, with the text of the field, faulty or not. Otherwise the expression is as it was.
@@ -28,6 +29,7 @@ private:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
+    void OnLaidOut() override;
     void OnScaled() override;
 
     // The editor's positions are those of the text, with line ends of two characters; the history and the format go by
@@ -36,14 +38,19 @@ private:
     TextRange Selection() override;
     void Show(const ExpressionRun& run) override;
     void Select(TextRange range) override;
-    void ShowStatus(const std::u16string& message) override;
+    void ShowStatus(const std::u16string& message, const std::u16string& place) override;
 
     void TextHasChanged();
     void NoteText();
     void Paste();
+    void ShowMenu(POINT place, bool hasCommands);
+    void Do(TextCommand command);
+    void Undo();
+    void Redo();
     void Replace(const std::optional<TextReplacement>& replacement);
     void Accept();
 
+    const ReactionPackDefinition& definition;
     std::u16string item;
     std::u16string unit;
     std::u16string& expression;

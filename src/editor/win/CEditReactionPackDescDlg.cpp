@@ -49,6 +49,8 @@ void CEditReactionPackDescDlg::OnInit() {
     AddTabs();
     Show(IDC_EDIT_STORE, shell.IsStoreShown());
     for (CDialog* const page : pages) CreatePage(*page);
+    LayOut();
+    Enlarge({compounds.LackingWidth(), 0});  // the compounds are seen with all of their columns
     KeepPresentSizeAsSmallest();
     ShowSelectedPage();
     FocusOn(general.NameField());

@@ -15,6 +15,7 @@ CInputDlg::CInputDlg(std::u16string windowTitle, CBstr& text)
 
 void CInputDlg::OnInit() {
     SetWindowTextW(Window(), SystemText(title));
+    SetText(IDC_INPUT_LABEL, title);
     SetWindowTextW(Item(IDC_INPUT_TEXT), inputText.Get());  // a copy might find no memory
     FocusOn(IDC_INPUT_TEXT);
     SendMessageW(Item(IDC_INPUT_TEXT), EM_SETSEL, 0, -1);

@@ -55,6 +55,8 @@ void CReactionDlg::DestroyButtonIcons() {
 
 void CReactionDlg::OnInit() {
     SetButtonIcons();
+    tooltips.Add(Window(), Item(IDC_REACTIONS_RATE_WIZARD));
+    for (const ExpressionControls& controls : expressionControls) tooltips.Add(Window(), Item(controls.editButton));
     CListView list(Item(IDC_REACTIONS_STOICHIOMETRY));
     list.UseWholeRows();
     int position = 0;

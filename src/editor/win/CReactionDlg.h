@@ -9,6 +9,7 @@
 #include "editor/ReactionPage.h"
 #include "editor/win/CDialog.h"
 #include "editor/win/ListView.h"
+#include "editor/win/Tooltips.h"
 #include "manager/ValidateDefinition.h"
 
 namespace reka {
@@ -60,6 +61,7 @@ private:
     HICON wizardIcon = nullptr;
     HICON editIcon = nullptr;
     CCellEditing cell;
+    CTooltips tooltips;
 };
 
 }  // namespace reka

@@ -128,7 +128,23 @@ constexpr LayoutRow addCompoundsLayout[] = {
     {cancelButton, loose, loose, kept, kept},
 };
 
+/// The buttons stay at the bottom, and the list has the rest.
+constexpr LayoutRow materialCompoundsLayout[] = {
+    {IDC_MATERIAL_COMPOUNDS_LIST, kept, kept, kept, kept},
+    {okButton, loose, loose, kept, kept},
+    {cancelButton, loose, loose, kept, kept},
+};
+
+/// What the expression is for widens, the expression has all height that there is, and the rest stays at the bottom.
+constexpr LayoutRow expressionLayout[] = {
+    {IDC_EXPRESSION_ITEM, kept, kept, kept, loose},     {IDC_EXPRESSION_UNIT, kept, kept, kept, loose},
+    {IDC_EXPRESSION_TEXT, kept, kept, kept, kept},      {IDC_EXPRESSION_STATUS, kept, loose, kept, kept},
+    {IDC_EXPRESSION_POSITION, kept, loose, kept, kept}, {okButton, loose, loose, kept, kept},
+    {cancelButton, loose, loose, kept, kept},
+};
+
 static_assert(IsSoundLayout(editLayout) && IsSoundLayout(generalLayout) && IsSoundLayout(compoundsLayout) &&
-              IsSoundLayout(reactionsLayout) && IsSoundLayout(managerLayout) && IsSoundLayout(addCompoundsLayout));
+              IsSoundLayout(reactionsLayout) && IsSoundLayout(managerLayout) && IsSoundLayout(addCompoundsLayout) &&
+              IsSoundLayout(materialCompoundsLayout) && IsSoundLayout(expressionLayout));
 
 }  // namespace reka

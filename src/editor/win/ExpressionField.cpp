@@ -94,6 +94,14 @@ void Request(HWND field, FieldRequest request) {
     Notify(field, static_cast<int>(request));
 }
 
+/// The same once the messages that are there have been dealt with: a menu would take the character of the key for its
+/// own.
+void RequestLater(HWND field, FieldRequest request) {
+    PostMessageW(GetParent(field), WM_COMMAND,
+                 static_cast<WPARAM>(MAKELONG(GetDlgCtrlID(field), static_cast<int>(request))),
+                 reinterpret_cast<LPARAM>(field));
+}
+
 /// Whether the key asks for something that the field passes on.
 bool IsRequest(UINT message, WPARAM key, FieldRequest& request) {
     const bool isAlone = !IsDown(VK_MENU);
@@ -120,9 +128,10 @@ bool IsOwnKey(WPARAM key) {
     return !IsDown(VK_SHIFT) && (key == 'A' || key == 'C' || key == 'X' || key == VK_INSERT);
 }
 
-/// Whether the character comes of Ctrl and a letter that isn't one of the field's own keys.
+/// Whether the character comes of Ctrl and a key that isn't one of the field's own.
 bool IsStrayControl(WPARAM character) {
-    if (character >= ' ' || !IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
+    if (character > ' ' || !IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
+    if (character == ' ') return true;
     return !IsOwnKey(character + '@') && character != VK_BACK;
 }
 
@@ -284,7 +293,7 @@ bool CExpressionField::FormatRun(const ExpressionRun& run) const {
 LRESULT CALLBACK CExpressionField::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     auto* const field = reinterpret_cast<CExpressionField*>(GetWindowLongPtrW(window, GWLP_USERDATA));
     LRESULT result = 0;
-    if (field->Handle(message, wParam, result)) return result;
+    if (field->Handle(message, wParam, lParam, result)) return result;
     return CallWindowProcW(field->ownProcedure, window, message, wParam, lParam);
 }
 
@@ -306,8 +315,27 @@ bool CExpressionField::TakeHalf(char16_t unit) {
     return true;
 }
 
+POINT CExpressionField::PlaceOfCaret() const {
+    POINTL caret = {};
+    SendMessageW(field, EM_POSFROMCHAR, reinterpret_cast<WPARAM>(&caret), Selection().end);
+    RECT client = {};
+    GetClientRect(field, &client);
+    POINT place = {std::clamp<LONG>(caret.x, client.left, client.right),
+                   std::clamp<LONG>(caret.y + GetSystemMetrics(SM_CYMENU), client.top, client.bottom)};
+    ClientToScreen(field, &place);
+    return place;
+}
+
+/// Once for a click. A key gives no place.
+void CExpressionField::AskForMenu(LPARAM place) {
+    if (place != -1 && std::exchange(isMenuAsked, true)) return;
+    menuPlace =
+        place == -1 ? PlaceOfCaret() : POINT{static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+    RequestLater(field, FieldRequest::Menu);
+}
+
 /// Nothing here throws: what may is left to the dialog.
-bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) {
+bool CExpressionField::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result) {
     FieldRequest request;
     switch (message) {
         case WM_GETDLGCODE:
@@ -319,10 +347,27 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LRESULT& result) {
                 Request(field, request);
                 return true;
             }
+            if (message == WM_KEYDOWN && wParam == VK_SPACE && IsDown(VK_CONTROL) && !IsDown(VK_MENU)) {
+                RequestLater(field, FieldRequest::Offer);
+                return true;
+            }
             return message == WM_KEYDOWN && IsDown(VK_CONTROL) && !IsDown(VK_MENU) && !IsOwnKey(wParam);
         case WM_CHAR:
             if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
             return IsStrayControl(wParam) || TakeHalf(static_cast<char16_t>(wParam));
+        case WM_RBUTTONDOWN:
+            isMenuAsked = false;
+            return false;
+        case WM_RBUTTONUP: {  // of which some systems make a request for the menu, and others don't
+            result = CallWindowProcW(ownProcedure, field, message, wParam, lParam);
+            POINT place = {static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))};
+            ClientToScreen(field, &place);
+            AskForMenu(MAKELPARAM(place.x, place.y));
+            return true;
+        }
+        case WM_CONTEXTMENU:
+            AskForMenu(lParam);
+            return true;
         case WM_PASTE:
             Request(field, FieldRequest::Paste);
             return true;

@@ -21,7 +21,7 @@ struct ITextDocument;
 namespace reka {
 
 /// What the field reports to its dialog besides its change, as a notification of WM_COMMAND.
-enum class FieldRequest { Undo = 0x1000, Redo = 0x1001, Paste = 0x1002 };
+enum class FieldRequest { Undo = 0x1000, Redo = 0x1001, Paste = 0x1002, Menu = 0x1003, Offer = 0x1004 };
 
 /// Makes the control known to the system, where it isn't yet. What could not be loaded at one time may load at another,
 /// so this is done when the module starts, and again before a dialog with the control opens.
@@ -45,6 +45,12 @@ public:
     TextRange Selection() const;
     void Select(TextRange range) const;
 
+    /// The commands that the control itself has: WM_CUT, WM_COPY, WM_CLEAR.
+    void Do(UINT command) const { SendMessageW(field, command, 0, 0); }
+    /// Where a menu is asked for: by the mouse there, and by a key beneath the caret. On the screen.
+    POINT MenuPlace() const { return menuPlace; }
+    POINT PlaceOfCaret() const;
+
     /// Puts the text in place of what is selected, which is reported as a change.
     void Insert(const std::u16string& text) const;
     void Replace(const TextReplacement& replacement) const;
@@ -54,7 +60,8 @@ public:
 
 private:
     static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-    bool Handle(UINT message, WPARAM wParam, LRESULT& result);
+    bool Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    void AskForMenu(LPARAM place);
     bool TakeHalf(char16_t unit);
     void ReportChange() const;
     bool FormatAsSelected(const ExpressionRun& run) const;
@@ -63,6 +70,8 @@ private:
     HWND field = nullptr;
     WNDPROC ownProcedure = nullptr;  // that of the control's class
     const CTextHistory* history = nullptr;
+    POINT menuPlace = {};
+    bool isMenuAsked = false;  // by the click that is being dealt with
     char16_t firstHalf = 0;  // of a character of two units, which is typed as two
     CComRef<ITextDocument> document;
 };

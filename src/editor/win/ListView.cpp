@@ -43,6 +43,11 @@ int CListView::ClientWidth() const {
     return client.right;
 }
 
+int CListView::WidthBesideBar(int barWidth) const {
+    const bool hasBar = (GetWindowLongW(list, GWL_STYLE) & WS_VSCROLL) != 0;
+    return hasBar ? ClientWidth() : ClientWidth() - barWidth;
+}
+
 void CListView::AddRow(std::span<const std::u16string> cells) {
     LVITEMW item = {};
     item.iItem = static_cast<int>(RowCount());
@@ -146,6 +151,30 @@ bool IsEditKey(const NMHDR& header) {
 
 std::size_t EditedRow(const NMHDR& header) {
     return static_cast<std::size_t>(reinterpret_cast<const NMLVDISPINFOW&>(header).item.iItem);
+}
+
+void CFittedColumns::Begin(HWND fittedList, std::size_t count) {
+    list = fittedList;
+    columns.resize(count);
+    int number = 0;
+    for (Column& column : columns) column.width = CListView(list).ColumnWidth(number++);
+}
+
+void CFittedColumns::Fit(std::span<const ColumnWish> wishes, int room) {
+    if (wishes.size() != columns.size()) return;  // memory has run out as they were measured
+    CListView view(list);
+    std::vector<ColumnWish> fitted(wishes.begin(), wishes.end());
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const int present = view.ColumnWidth(static_cast<int>(i));
+        if (present != columns[i].width) columns[i].isUsers = true;
+        if (columns[i].isUsers) fitted[i] = {present, present};
+    }
+    const std::vector<int> widths = ShareRoom(fitted, room);
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+        const auto number = static_cast<int>(i);
+        if (!columns[i].isUsers) view.SetColumnWidth(number, widths[i]);
+        columns[i].width = view.ColumnWidth(number);
+    }
 }
 
 }  // namespace reka

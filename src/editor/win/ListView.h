@@ -13,6 +13,8 @@
 
 #include <commctrl.h>
 
+#include "editor/ColumnWidths.h"
+
 namespace reka {
 
 /// Lends the operations; the control is its dialog's. Rows and columns are counted from 0.
@@ -28,6 +30,18 @@ public:
     /// The columns from `position` on move to the right.
     void InsertColumn(int position, const char16_t* label, int width);
     int ClientWidth() const;
+    /// The width of the list beside a bar that scrolls it downwards, whether it has one or not.
+    int WidthBesideBar(int barWidth) const;
+    int ColumnWidth(int column) const {
+        return static_cast<int>(SendMessageW(list, LVM_GETCOLUMNWIDTH, static_cast<WPARAM>(column), 0));
+    }
+    void SetColumnWidth(int column, int width) {
+        SendMessageW(list, LVM_SETCOLUMNWIDTH, static_cast<WPARAM>(column), width);
+    }
+    /// In pixels, without margins.
+    int TextWidth(const char16_t* text) const {
+        return static_cast<int>(SendMessageW(list, LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text)));
+    }
 
     void Clear() { SendMessageW(list, LVM_DELETEALLITEMS, 0, 0); }
     std::size_t RowCount() const { return static_cast<std::size_t>(SendMessageW(list, LVM_GETITEMCOUNT, 0, 0)); }
@@ -84,6 +98,23 @@ public:
 private:
     HWND field = nullptr;
     bool hasEnded = false;
+};
+
+/// The columns of a list that follow its size, but for those that the user has sized.
+class CFittedColumns {
+public:
+    /// The columns have their widths by the program: at first, and after each change of scale.
+    void Begin(HWND fittedList, std::size_t count);
+    /// Gives the columns, which wish this, so much room. One that the user has sized keeps its width.
+    void Fit(std::span<const ColumnWish> wishes, int room);
+
+private:
+    struct Column {
+        int width = 0;  // as it was fitted last
+        bool isUsers = false;
+    };
+    HWND list = nullptr;
+    std::vector<Column> columns;
 };
 
 /// While it lives the list doesn't draw itself.

@@ -75,26 +75,36 @@ constexpr DWORD tab = WS_TABSTOP;
 constexpr ExpectedControl okButton = {IDOK, u"Button", u"OK", BS_DEFPUSHBUTTON | tab};
 constexpr ExpectedControl cancelButton = {IDCANCEL, u"Button", u"Cancel", tab};
 
+/// A label for those who hear a dialog rather than see it.
+constexpr ExpectedControl Unseen(const char16_t* label) {
+    return {anyLabel, u"Static", label, 0, WS_VISIBLE, true, false};
+}
+
 const ChoiceCase choiceCases[] = {
     {"Input",
      u"Enter reaction ID:",
      false,
      [](Subject& s, HWND owner) { return CInputDlg(u"Enter reaction ID:", s.text).Run(owner); },
-     {{224, u"Edit", u"R1", ES_AUTOHSCROLL | tab, ES_MULTILINE | ES_READONLY}, okButton, cancelButton}},
+     {{225, u"Static", u"Enter reaction ID:", 0, WS_VISIBLE, true, false},
+      {224, u"Edit", u"R1", ES_AUTOHSCROLL | tab, ES_MULTILINE | ES_READONLY},
+      okButton,
+      cancelButton}},
     {"CompoundSource",
      u"Compound source:",
      false,
      [](Subject& s, HWND owner) { return CSelectCompoundMatTemplateDlg(s.names, s.selected).Run(owner); },
      {{253, u"Button", u"From database", BS_AUTORADIOBUTTON | WS_GROUP},
       {254, u"Button", u"From material template:", BS_AUTORADIOBUTTON, WS_GROUP},
+      Unseen(u"Material templates:"),
       {255, u"ListBox", nullptr, tab, LBS_SORT | LBS_MULTIPLESEL, false},
       okButton,
       cancelButton}},
     {"MaterialCompounds",
      u"Compounds from material template:",
-     false,
+     true,
      [](Subject& s, HWND owner) { return CCompoundsFromMaterialDlg(s.compounds, *s.definition, s.ui).Run(owner); },
-     {{209, u"SysListView32", nullptr, LVS_REPORT | LVS_SHOWSELALWAYS | tab, LVS_EDITLABELS | LVS_SORTASCENDING},
+     {Unseen(u"Compounds of the material:"),
+      {209, u"SysListView32", nullptr, LVS_REPORT | LVS_SHOWSELALWAYS | tab, LVS_EDITLABELS | LVS_SORTASCENDING},
       okButton,
       cancelButton}},
     {"AddCompounds",
@@ -113,7 +123,7 @@ const ChoiceCase choiceCases[] = {
       cancelButton}},
     {"Expression",
      u"Edit formula:",
-     false,
+     true,
      [](Subject& s, HWND owner) {
          return CEditFormulaDlg(*s.definition, u"Rate of reaction \"R1\"", u"mol/s/m\u00B3", s.expression).Run(owner);
      },
@@ -124,6 +134,7 @@ const ChoiceCase choiceCases[] = {
       {anyLabel, u"Static", u"Expression:"},
       {262, u"RichEdit20W", nullptr, ES_MULTILINE | ES_NOHIDESEL | tab, ES_READONLY},
       {263, u"Static", nullptr, SS_NOPREFIX},
+      {264, u"Static", u"Reading stopped at column 15, \"foo\"", SS_NOPREFIX},
       okButton,
       cancelButton}},
     {"RateWizard",
@@ -138,12 +149,14 @@ const ChoiceCase choiceCases[] = {
       {235, u"Static", u"Rate constant:", 0, 0, false},
       {230, u"Edit", u"", tab, 0, false},
       {228, u"Button", u"Arrhenius energy:", BS_AUTOCHECKBOX | tab, 0, false},
+      Unseen(u"Forward Arrhenius energy:"),
       {231, u"Edit", u"", tab, 0, false},
       {anyLabel, u"Button", u"Backward reaction rate:", BS_GROUPBOX},
       {229, u"Button", u"Backward reaction:", BS_AUTOCHECKBOX | tab},
       {236, u"Static", u"Rate constant:", 0, 0, false},
       {233, u"Edit", u"", tab, 0, false},
       {232, u"Button", u"Arrhenius energy:", BS_AUTOCHECKBOX | tab, 0, false},
+      Unseen(u"Backward Arrhenius energy:"),
       {234, u"Edit", u"", tab, 0, false},
       {anyLabel, u"Static", u"Arrhenius reference temperature [K]:"},
       {244, u"Edit", u"", tab},
@@ -151,6 +164,7 @@ const ChoiceCase choiceCases[] = {
       {245, u"SysListView32", nullptr, LVS_REPORT | LVS_EDITLABELS | LVS_SHOWSELALWAYS | tab},
       {anyLabel, u"Static", u"power:"},
       {248, u"Edit", u"1.0", tab},
+      Unseen(u"Rate:"),
       {246, u"Edit", u"", ES_MULTILINE | ES_READONLY | tab},
       {249, u"Static", u"Unit: mol/s/m3"},
       okButton,

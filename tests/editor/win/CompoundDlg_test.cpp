@@ -64,7 +64,8 @@ TEST_F(CompoundsPage, HasItsControls) {
     OnPage(EditPage::Compounds, [](CUser& u, const CDrivenWindow& page) {
         CheckControls(
             u, page.Get(),
-            {{IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
+            {{anyLabel, u"Static", u"Compounds:", 0, WS_VISIBLE, true, false},
+             {IDC_COMPOUNDS_LIST, u"SysListView32", nullptr,
               LVS_REPORT | LVS_SINGLESEL | LVS_SHOWSELALWAYS | LVS_EDITLABELS | LVS_NOSORTHEADER | WS_TABSTOP},
              {IDC_COMPOUNDS_ADD, u"Button", u"&Add", WS_TABSTOP},
              {IDC_COMPOUNDS_DELETE, u"Button", u"&Delete", WS_TABSTOP, 0, false},
@@ -72,10 +73,15 @@ TEST_F(CompoundsPage, HasItsControls) {
         const std::pair<const char16_t*, int> columns[] = {{u"Name", 120}, {u"ID", 120},  {u"Formula", 120},
                                                            {u"MW", 80},    {u"CAS", 120}, {u"charge", 120}};
         ASSERT_EQ(page.ColumnCount(IDC_COMPOUNDS_LIST), 6);
+        int needed = GetSystemMetrics(SM_CXVSCROLL);
         for (int column = 0; column < 6; ++column) {
             EXPECT_EQ(page.ColumnTitle(IDC_COMPOUNDS_LIST, column), columns[column].first);
             EXPECT_EQ(page.ColumnWidth(IDC_COMPOUNDS_LIST, column), ScalePixels(columns[column].second, ScreenDpi()));
+            needed += page.ColumnWidth(IDC_COMPOUNDS_LIST, column);
         }
+        RECT client = {};
+        GetClientRect(page.Item(IDC_COMPOUNDS_LIST), &client);
+        EXPECT_LE(needed, client.right);  // all are in sight, also beside a bar that scrolls
     });
 }
 

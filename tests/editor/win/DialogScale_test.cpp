@@ -105,7 +105,7 @@ TEST_F(DialogScale, AddsUpNoRounding) {
     const int dpi = ScreenDpi();
     std::u16string rate;
     CUser user([&](CUser& u) {
-        const CDrivenWindow dialog = u.WaitFor(u"Edit formula:");
+        const CDrivenWindow dialog = u.WaitFor(u"Reaction rate wizard:");
         const Places before = PlacesIn(dialog.Get());
         for (int i = 0; i < 5; ++i) {
             MoveTo(u, dialog.Get(), dpi, dpi + 20);
@@ -117,7 +117,7 @@ TEST_F(DialogScale, AddsUpNoRounding) {
         }
         dialog.Click(IDCANCEL);
     });
-    EXPECT_FALSE(CEditorWindows(nullptr).EditExpression(*definition, u"Rate", u"mol/s", rate));
+    EXPECT_FALSE(CEditorWindows(nullptr).AskForRate(*definition->reactions[0], *definition, rate));
 }
 
 /// A program of the older kind of awareness: the system makes the dialog for the screen, whatever the monitor.

@@ -100,8 +100,11 @@ TEST(Driver, TypesClicksAndChooses) {
                       {{anyLabel, u"Static", u"&Name:"},
                        {10, u"Edit", u"", ES_AUTOHSCROLL | WS_TABSTOP},
                        {11, u"Button", u"&Box", BS_AUTOCHECKBOX},
+                       {anyLabel, u"Static", u"Lines:", 0, WS_VISIBLE, true, false},
                        {12, u"ListBox", nullptr},
+                       {anyLabel, u"Static", u"Choices:", 0, WS_VISIBLE, true, false},
                        {13, u"ComboBox", nullptr, CBS_DROPDOWNLIST},
+                       {anyLabel, u"Static", u"Rows:", 0, WS_VISIBLE, true, false},
                        {14, u"SysListView32", nullptr, LVS_REPORT | LVS_EDITLABELS},
                        {IDOK, u"Button", u"OK", BS_DEFPUSHBUTTON},
                        {IDCANCEL, u"Button", u"Cancel"}});

@@ -79,7 +79,8 @@ TEST_F(ManagerDialog, HasItsControls) {
     PutTemplates({u"B", u"A"});
     Manage([](CUser& u, const CDrivenWindow& dialog) {
         CheckControls(u, dialog.Get(),
-                      {{IDC_MANAGER_LIST, u"ListBox", nullptr, LBS_NOTIFY | WS_TABSTOP, LBS_SORT},
+                      {{anyLabel, u"Static", u"Templates:", 0, WS_VISIBLE, true, false},
+                       {IDC_MANAGER_LIST, u"ListBox", nullptr, LBS_NOTIFY | WS_TABSTOP, LBS_SORT},
                        {IDC_MANAGER_CREATE, u"Button", u"&Create template", WS_TABSTOP},
                        {IDC_MANAGER_EDIT, u"Button", u"&Edit template", WS_TABSTOP, 0, false},
                        {IDC_MANAGER_DELETE, u"Button", u"&Delete template", WS_TABSTOP, 0, false},

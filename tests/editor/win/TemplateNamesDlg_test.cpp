@@ -59,7 +59,8 @@ private:
 TEST_F(TemplateNameDialogs, HaveTheirControls) {
     const auto loaded = AskToLoad(u"GAMMA", [](CUser& u, const CDrivenWindow& dialog) {
         CheckControls(u, dialog.Get(),
-                      {{IDC_LOAD_TEMPLATE_NAME, u"ComboBox", u"gamma", CBS_DROPDOWNLIST | CBS_SORT | WS_TABSTOP},
+                      {{anyLabel, u"Static", u"Template:", 0, WS_VISIBLE, true, false},
+                       {IDC_LOAD_TEMPLATE_NAME, u"ComboBox", u"gamma", CBS_DROPDOWNLIST | CBS_SORT | WS_TABSTOP},
                        {IDOK, u"Button", u"OK", BS_DEFPUSHBUTTON | WS_TABSTOP},
                        {IDCANCEL, u"Button", u"Cancel", WS_TABSTOP}});
         CheckLayout(u, dialog.Get());
@@ -69,7 +70,8 @@ TEST_F(TemplateNameDialogs, HaveTheirControls) {
     EXPECT_FALSE(loaded);
     const auto stored = AskToStore(u"GAMMA", [](CUser& u, const CDrivenWindow& dialog) {
         CheckControls(u, dialog.Get(),
-                      {{IDC_STORE_TEMPLATE_NAME, u"ComboBox", u"GAMMA", CBS_DROPDOWN | CBS_SORT | WS_TABSTOP},
+                      {{anyLabel, u"Static", u"Template:", 0, WS_VISIBLE, true, false},
+                       {IDC_STORE_TEMPLATE_NAME, u"ComboBox", u"GAMMA", CBS_DROPDOWN | CBS_SORT | WS_TABSTOP},
                        {IDOK, u"Button", u"OK", BS_DEFPUSHBUTTON | WS_TABSTOP},
                        {IDCANCEL, u"Button", u"Cancel", WS_TABSTOP}});
         CheckLayout(u, dialog.Get());

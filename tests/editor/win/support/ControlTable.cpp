@@ -11,6 +11,7 @@
 #include <cwctype>
 #include <map>
 
+#include "Accessibility.h"
 #include "text/Utf8.h"
 
 namespace reka::test {
@@ -152,6 +153,14 @@ void CheckTabOrder(CUser& user, HWND dialog, const std::vector<HWND>& visible) {
     }
 }
 
+/// Whoever can't see the dialog is told a name where the keyboard is; tabs have their own.
+void CheckNames(CUser& user, const std::vector<HWND>& visible) {
+    for (const HWND control : visible) {
+        if (!(StyleOf(control) & WS_TABSTOP) || ClassOf(control) == u"SysTabControl32") continue;
+        EXPECT_NE(NameByRule(user, control), u"") << Described(user, control) << " has no name";
+    }
+}
+
 void CheckControl(CUser& user, HWND control, const ExpectedControl& row) {
     SCOPED_TRACE(Described(user, control));
     EXPECT_EQ(static_cast<short>(GetDlgCtrlID(control)), row.control);
@@ -183,6 +192,7 @@ void CheckLayout(CUser& user, HWND dialog) {
     CheckLabels(user, visible);
     CheckLetters(user, visible);
     CheckTabOrder(user, dialog, visible);
+    CheckNames(user, visible);
 }
 
 }  // namespace reka::test

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: MIT
+// The expression editor as a place for long laws: it grows, and offers what can be put into the text.
+
+#include "FormulaFixture.h"
+
+namespace reka::test {
+namespace {
+
+class FormulaMenu : public FormulaDialog {
+protected:
+    FormulaMenu() { definition = MakePackage({u"Carbon monoxide", u"Hydrogen", u"Methanol"}); }
+
+    static void WaitForMenu(CUser& u) {
+        u.WaitUntil("a menu", [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; });
+    }
+    /// Chooses in the menu that the key has opened: these keys in turn, and Enter.
+    static void Choose(CUser& u, std::initializer_list<WORD> keys) {
+        WaitForMenu(u);
+        for (const WORD key : keys) u.Press(key);
+        u.Press(VK_RETURN);
+        u.WaitUntil("its end", [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) == FALSE; });
+        u.Settle();
+    }
+    static void RightClickAt(POINT place) {
+        SetCursorPos(place.x, place.y);
+        INPUT inputs[2] = {};
+        inputs[0].type = inputs[1].type = INPUT_MOUSE;
+        inputs[0].mi.dwFlags = MOUSEEVENTF_RIGHTDOWN;
+        inputs[1].mi.dwFlags = MOUSEEVENTF_RIGHTUP;
+        SendInput(2, inputs, sizeof inputs[0]);
+    }
+    static SIZE SizeOf(const CDrivenWindow& dialog) {
+        const RECT place = PlaceOf(dialog.Get());
+        return {place.right - place.left, place.bottom - place.top};
+    }
+};
+
+TEST_F(FormulaMenu, OffersWhatCanBePutInAtAKey) {
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Type(u"2*");
+        u.Press(VK_SPACE, {VK_CONTROL});
+        Choose(u, {'Q', VK_DOWN, VK_DOWN});
+        EXPECT_EQ(Text(u, dialog), u"2*C()");
+        EXPECT_EQ(Selection(u, dialog), (TextRange{4, 4}));
+        u.Press(VK_SPACE, {VK_CONTROL});
+        Choose(u, {'D'});
+        EXPECT_EQ(Text(u, dialog), u"2*C(\"Carbon monoxide\")");
+        EXPECT_EQ(Selection(u, dialog), (TextRange{22, 22}));  // behind the bracket, to go on there
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_STATUS), u"");
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_POSITION), u"");
+        u.Press('A', {VK_CONTROL});
+        u.Press(VK_SPACE, {VK_CONTROL});
+        Choose(u, {'F'});
+        EXPECT_EQ(Text(u, dialog), u"ABS(2*C(\"Carbon monoxide\"))");
+        u.Press('Z', {VK_CONTROL});
+        EXPECT_EQ(Text(u, dialog), u"2*C(\"Carbon monoxide\")");
+        // Given up.
+        u.Press(VK_END);
+        u.Press(VK_SPACE, {VK_CONTROL});
+        WaitForMenu(u);
+        u.Press('D');
+        SavePicture("ExpressionOffers", PlaceOf(dialog.Get()));
+        u.Press(VK_ESCAPE);
+        u.Press(VK_ESCAPE);
+        EXPECT_FALSE(dialog.IsGone());
+        u.Type(u"*T");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"2*C(\"Carbon monoxide\")*T");
+}
+
+TEST_F(FormulaMenu, HasTheUsualMenu) {
+    expression = u"2*T";
+    EXPECT_TRUE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        u.Press(VK_APPS);
+        WaitForMenu(u);
+        u.Press('A');  // a letter alone chooses
+        EXPECT_EQ(Selection(u, dialog), (TextRange{0, 3}));
+        u.Press(VK_APPS);
+        WaitForMenu(u);
+        SavePicture("ExpressionMenu", PlaceOf(dialog.Get()));
+        u.Press('L');
+        EXPECT_EQ(Text(u, dialog), u"");
+        RightClickAt(MiddleOf(PlaceOf(dialog.Item(IDC_EXPRESSION_TEXT))));
+        WaitForMenu(u);
+        u.Press('U');
+        EXPECT_EQ(Text(u, dialog), u"2*T");
+        dialog.Click(IDOK);
+    }));
+    EXPECT_EQ(expression, u"2*T");
+}
+
+TEST_F(FormulaMenu, GrowsAndKeepsItsSizeForTheSession) {
+    expression = u"EXP(T";
+    SIZE first = {};
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        first = SizeOf(dialog);
+        const RECT before = PlaceOf(dialog.Item(IDC_EXPRESSION_TEXT));
+        dialog.DragCorner(150, 90);
+        const RECT after = PlaceOf(dialog.Item(IDC_EXPRESSION_TEXT));
+        EXPECT_EQ(after.right - before.right, 150);
+        EXPECT_EQ(after.bottom - before.bottom, 90);
+        EXPECT_EQ(dialog.Text(IDC_EXPRESSION_POSITION), u"Reading stopped at the end, column 5, \"T\"");
+        dialog.TakePicture("ExpressionLarge");
+        u.Press(VK_ESCAPE);
+    }));
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        EXPECT_EQ(SizeOf(dialog).cx, first.cx + 150);
+        EXPECT_EQ(SizeOf(dialog).cy, first.cy + 90);
+        dialog.DragCorner(-300, -200);
+        EXPECT_EQ(SizeOf(dialog).cx, first.cx);
+        EXPECT_EQ(SizeOf(dialog).cy, first.cy);
+        u.Press(VK_ESCAPE);
+    }));
+}
+
+}  // namespace
+}  // namespace reka::test
