@@ -35,6 +35,7 @@ unpack() {
     rm -rf "$work/a folder"*
     mkdir -p "${folder%/*}"
     unzip -q "$package/$name.zip" -d "${folder%/*}"
+    mkdir -p "$folder/x86"  # this Wine has no 32-bit side, whether the zip has that width or not
 }
 
 what_passes() {
@@ -53,9 +54,7 @@ what_passes() {
         "  x64 reka_com_tests: they register REKA, for which they want --register"
     check "it names what holds under Wine alone" says \
         "  the expression editor in the code pages 932 and 65001: Windows has one for all programs"
-    if [ -d "$folder/x86" ]; then
-        check "it names the width that can't run" says "  x86: this Windows runs no programs of that width"
-    fi
+    check "it names the width that can't run" says "  x86: this Windows runs no programs of that width"
     check "nothing is registered" is_unregistered
 }
 

@@ -45,6 +45,14 @@ bool IsOfRegistered(Kind kind) {
     return kind == Kind::SuitesOfRegistered || kind == Kind::CommandOfRegistered;
 }
 
+/// The folder of the system's programs of a width; empty if this Windows has none of that width.
+fs::path SystemFolder(const std::string& width) {
+    wchar_t folder[MAX_PATH] = {};
+    const bool isOther = sizeof(void*) == 8 && width == "x86";
+    if (isOther ? !GetSystemWow64DirectoryW(folder, MAX_PATH) : !GetSystemDirectoryW(folder, MAX_PATH)) return {};
+    return fs::exists(fs::path(folder) / L"ntdll.dll") ? fs::path(folder) : fs::path();
+}
+
 std::wstring Wide(const std::string& plain) {
     return {plain.begin(), plain.end()};
 }
@@ -54,6 +62,7 @@ public:
     CWidthRun(const TestRun& whole, std::string of) : run(whole), width(std::move(of)) {}
 
     void RunAll() {
+        if (SystemFolder(width).empty()) return LeaveOutWidth();
         SetEnvironmentVariableW(L"REKA_TEST_FILES", Wide(Files()).c_str());
         for (const TestProgram& program : programs) {
             if (IsOfRegistered(program.kind) && !run.whyNotRegistering.empty()) {
@@ -78,6 +87,8 @@ private:
                });
     }
 
+    void LeaveOutWidth() { run.report.LeaveOut(width, "this Windows runs no programs of that width"); }
+
     /// False if this Windows runs no programs of the width.
     bool Run(const TestProgram& program) {
         const bool isCommand = program.kind == Kind::Command || program.kind == Kind::CommandOfRegistered;
@@ -85,7 +96,7 @@ private:
         const std::wstring arguments = isCommand ? ArgumentsOf(program) : L"--gtest_list_tests";
         const Ended ended = RunProgram(FileOf(std::string(program.name) + ".exe"), arguments, FolderOf(program));
         if (IsOfOtherWidth(ended.startError)) {
-            run.report.LeaveOut(width, "this Windows runs no programs of that width");
+            LeaveOutWidth();
             return false;
         }
         if (isCommand) {
@@ -174,11 +185,7 @@ private:
 
     /// By the system's program of this width. False if it failed, which is reported.
     bool Register(const std::wstring& options, const std::string& name) {
-        wchar_t folder[MAX_PATH] = {};
-        const bool isOther = sizeof(void*) == 8 && width == "x86";
-        if (isOther ? !GetSystemWow64DirectoryW(folder, MAX_PATH) : !GetSystemDirectoryW(folder, MAX_PATH))
-            return false;
-        const Ended ended = RunProgram(fs::path(folder) / L"regsvr32.exe",
+        const Ended ended = RunProgram(SystemFolder(width) / L"regsvr32.exe",
                                        options + L"\"" + FileOf("REKA.dll").wstring() + L"\"", run.results);
         if (ended.ending.empty()) return true;
         run.report.BeginProgram(width + " regsvr32");
