@@ -72,7 +72,7 @@ private:
     const CTextHistory* history = nullptr;
     POINT menuPlace = {};
     bool isMenuAsked = false;  // by the click that is being dealt with
-    char16_t firstHalf = 0;  // of a character of two units, which is typed as two
+    char16_t firstHalf = 0;    // of a character of two units, which is typed as two
     CComRef<ITextDocument> document;
 };
 
