@@ -44,6 +44,11 @@ TEST(ExpressionOffers, HaveTheQuantitiesAndTheFunctions) {
     EXPECT_EQ(groups[1].label, std::u16string(u"Insert &quantity"));
     EXPECT_EQ(groups[2].label, std::u16string(u"Insert &function"));
     EXPECT_EQ(TextsOf(groups[1]), (Strings{"T", "P", "C()", "X()", "A()", "F()", "R", "PI"}));
+    Strings meanings;
+    for (const ExpressionOffer& offer : groups[1].offers) meanings.push_back(Utf8FromUtf16(offer.meaning));
+    EXPECT_EQ(meanings, (Strings{"temperature [K]", "pressure [Pa]", "molarity of a compound [mol/m\u00B3]",
+                                 "mole fraction of a compound", "activity of a compound", "fugacity of a compound [Pa]",
+                                 "gas constant [J/(mol K)]", "circle number"}));
     EXPECT_EQ(TextsOf(groups[2]), (Strings{"ABS()",   "ACOS()",  "ASIN()", "ATAN()",  "CEIL()", "COS()",  "COSH()",
                                            "EXP()",   "FLOOR()", "LOG()",  "LOG10()", "MAX(,)", "MIN(,)", "MOD(,)",
                                            "ROUND()", "SIN()",   "SINH()", "SQRT()",  "TAN()",  "TANH()"}));

@@ -13,6 +13,14 @@ protected:
     static void WaitForMenu(CUser& u) {
         u.WaitUntil("a menu", [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; });
     }
+    /// The last of the commands of a text field, in the menu that is open.
+    static std::u16string LastCommandOf(CUser& u) {
+        constexpr UINT menuOfWindow = 0x01E1;
+        const auto menu = reinterpret_cast<HMENU>(u.Send(FindWindowW(L"#32768", nullptr), menuOfWindow));
+        wchar_t label[100] = {};
+        GetMenuStringW(menu, static_cast<UINT>(TextCommand::SelectAll), label, 100, MF_BYCOMMAND);
+        return reinterpret_cast<const char16_t*>(label);
+    }
     /// Chooses in the menu that the key has opened: these keys in turn, and Enter.
     static void Choose(CUser& u, std::initializer_list<WORD> keys) {
         WaitForMenu(u);
@@ -78,6 +86,7 @@ TEST_F(FormulaMenu, HasTheUsualMenu) {
         EXPECT_EQ(Selection(u, dialog), (TextRange{0, 3}));
         u.Press(VK_APPS);
         WaitForMenu(u);
+        EXPECT_EQ(LastCommandOf(u), u"Select &all\tCtrl+A");
         SavePicture("ExpressionMenu", PlaceOf(dialog.Get()));
         u.Press('L');
         EXPECT_EQ(Text(u, dialog), u"");
