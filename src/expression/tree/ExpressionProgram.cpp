@@ -73,10 +73,9 @@ private:
     void WriteStep(std::uint32_t number, bool mayFetch) {
         const ProgramValue& value = values[number];
         const ProgramCode code = mayFetch ? value.PartCode() : value.code;
-        const bool isAfterKeep = lastKept != ProgramValue::none;
+        // What is fetched begins the steps of a value, so that a step before can only be one that keeps.
         if (code == ProgramCode::Value && number == lastKept) return;  // it is the running one still
-        lastKept = ProgramValue::none;
-        if (code == ProgramCode::Value && isAfterKeep) {
+        if (code == ProgramCode::Value && lastKept != ProgramValue::none) {
             words[words.size() - 2] = ProgramWord::Of(ProgramCode::KeepAndFetch);
         } else {
             words.push_back(ProgramWord::Of(code));
@@ -141,7 +140,7 @@ private:
     boost::container::small_vector<double, 32> constants;
     boost::container::small_vector<std::uint32_t, 16> chain;
     std::size_t compoundCount = 0;
-    std::uint32_t lastKept = ProgramValue::none;  // the value of the step before, if that has kept it
+    std::uint32_t lastKept = ProgramValue::none;  // the last value that was kept
 };
 
 CExpressionProgram::CExpressionProgram(const ExpressionNode& root, const TreeSurvey& survey) {
