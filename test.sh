@@ -44,7 +44,7 @@ run_ctest() {
     grep -qaE '^[0-9]+% tests passed' "$log" || passed=0
     if [ "$passed" -eq 0 ]; then grep -avE '^ *(Start|[0-9]+/[0-9]+ Test .* Passed)' "$log" || true; fi
     local repeated
-    repeated=$(grep -acE 'Test +#[0-9]+: .*\*\*\*Failed' "$log" || true)
+    repeated=$(grep -acE 'Test +#[0-9]+: .*\*\*\*(Failed|Timeout|Exception|Not Run)' "$log" || true)
     summarize "$2" "$(grep -aE '^[0-9]+% tests passed' "$log" || echo 'no test ran'), $repeated runs failed"
     [ "$passed" -eq 1 ]
 }
@@ -54,7 +54,7 @@ summarize() { echo "$1: $2" >>build/summary.txt; }
 
 # run_in_session FOLDER PRESET NAME [OPTION...]: under an emulated Windows of its own, which ends with it.
 run_in_session() (
-    start_wine "$PWD/build/$1"
+    start_wine "$PWD/build/$1" || { summarize "$3" "its session did not start"; exit 1; }
     # Those of an earlier run may be older than what is shipped, and nobody answers the question which to take.
     rm -f "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/NAVO/data/REKAConfig.dat
     run_ctest "${@:2}"
@@ -89,21 +89,23 @@ test_python_module() {
     summarize python "$(grep -E '^(Ran|FAILED)' "$log" | tr '\n' ' ')"
 }
 
-test_installer() {
+test_packages() {
     cmake --preset mingw32-release -DREKA_BUILD_TESTS=OFF -DREKA_NATIVE_PRESET="$native_preset" \
         >build/mingw32-release.configure.log
+    echo "== Testing the signing"
+    test_package signing packaging/test-signing.sh
     ./package.sh --tests x64
     echo "== Testing the tests' zip"
-    local log=build/tests-zip.test.log
-    packaging/test-tests-zip.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
-    summarize "tests' zip" "$(tail -1 "$log")"
+    test_package tests-zip packaging/test-tests-zip.sh
     echo "== Testing the installer"
-    log=build/signing.test.log
-    packaging/test-signing.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
-    summarize signing "$(tail -1 "$log")"
-    log=build/installer.test.log
-    packaging/test-installer.sh >"$log" 2>&1 || { failed=1; cat "$log"; }
-    summarize installer "$(tail -1 "$log")"
+    test_package installer packaging/test-installer.sh
+}
+
+# test_package NAME SCRIPT: NAME is that of the log and in the summary.
+test_package() {
+    local log=build/$1.test.log
+    "$2" >"$log" 2>&1 || { failed=1; cat "$log"; }
+    summarize "$1" "$(tail -1 "$log")"
 }
 
 test_x86() {
@@ -112,19 +114,21 @@ test_x86() {
     build mingw32-release -DREKA_NATIVE_PRESET="$native_preset"
     put_into_x86_root build/mingw32-release "build/$native_preset/figures.txt" examples/documents data docs
     start_x86_wine
+    trap 'echo "$at_end"; print_summary; on_exit; stop_display' EXIT
     run_tests mingw32-release -LE "^$driven\$"
     run_ctest mingw32-release mingw32-release-dialogs "${dialogs[@]}" || failed=1
 }
 
 print_summary() {
-    echo
     grep -aE '^Total Test time' build/*.test.log | sed 's/^build\///; s/\.test\.log:/: /' || true
-    cat build/summary.txt
+    cat build/summary.txt 2>/dev/null || true
 }
 
 install_packages "${native_packages[@]}" "${test_packages[@]}" "${fuzz_packages[@]}" "${windows_packages[@]}"
 mkdir -p build
 rm -f build/*.test.log build/summary.txt
+at_end='Ended early.'  # unless all has had its turn
+trap 'echo "$at_end"; print_summary' EXIT
 if [ "${1:-}" = --x86 ]; then
     install_packages "${x86_packages[@]}"
     test_x86
@@ -143,7 +147,7 @@ else
     run_tests "$native_preset"
     test_python_module
     test_windows_x64
-    test_installer
+    test_packages
 fi
-print_summary
+at_end=
 exit "$failed"

@@ -71,7 +71,13 @@ function(reka_register_suites prefix program)
   set(REKA_EMULATOR ${CMAKE_CROSSCOMPILING_EMULATOR})
   string(MAKE_C_IDENTIFIER "${prefix}${program}" name)
   if(CMAKE_CROSSCOMPILING)
-    set(environment LC_ALL=C.UTF-8)  # the emulator encodes file names as its locale says; its user has a folder of his own
+    # The emulator encodes file names as its locale says, and its user has a folder of his own. Programs that run at the
+    # same time keep their pictures apart.
+    set(environment LC_ALL=C.UTF-8)
+    if(prefix)
+      string(MAKE_C_IDENTIFIER "pictures_${prefix}" pictures)
+      list(APPEND environment REKA_TEST_PICTURES=${pictures})
+    endif()
   else()
     set(environment "LOCPATH=${REKA_TEST_LOCALES};XDG_CONFIG_HOME=${REKA_TEST_USER}")
   endif()

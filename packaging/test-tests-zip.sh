@@ -47,7 +47,7 @@ what_passes() {
     check "all passes again" has_status 0 run_tests "${selection[@]}"
     check "the report is the same" diff <(without_date) "$work/first.txt"
     check "it has the code page" says "Code page: 1252, of consoles 437"
-    check "it has the screen" says "Screen: 1280 x 1024, 96 dots per inch"
+    check "it has the screen" says "Screen: 2880 x 2160, 96 dots per inch"
     check "it has the system" says_part ", 64-bit, which is Wine "
     check "it has a program" says "x64 rekasim_tests"
     check "it names what wants a registration" says \

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
 #include <memory>
 #include <vector>
 
@@ -14,7 +15,11 @@ namespace reka::test {
 
 namespace {
 
-constexpr char folder[] = "pictures";
+/// Below the current one; another one for each program that runs at the same time.
+std::string Folder() {
+    const char* const named = std::getenv("REKA_TEST_PICTURES");
+    return named ? named : "pictures";
+}
 
 struct FileCloser {
     void operator()(std::FILE* file) const { std::fclose(file); }
@@ -74,8 +79,9 @@ void TakePicturesOfFailures() {
 }
 
 bool SavePicture(const std::string& name, const RECT& place) {
-    CreateDirectoryA(folder, nullptr);
-    const std::string path = std::string(folder) + "/" + name + "-" + std::to_string(ScreenDpi()) + ".bmp";
+    const std::string folder = Folder();
+    CreateDirectoryA(folder.c_str(), nullptr);
+    const std::string path = folder + "/" + name + "-" + std::to_string(ScreenDpi()) + ".bmp";
     BITMAPINFOHEADER header = {};
     const std::vector<std::uint32_t> pixels = PixelsOf(place, header);
     const auto size = static_cast<DWORD>(pixels.size() * sizeof pixels[0]);
