@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <utility>
 
 #include "expression/run/EvaluateExpression.h"
@@ -48,6 +49,9 @@ public:
             Move(axis, 1 - static_cast<std::ptrdiff_t>(state.shape[axis]));
         }
     }
+
+    /// Forgets what the working values are: others may have set them.
+    void Forget() { std::fill(std::begin(taken), std::end(taken), nullptr); }
 
     /// Sets the working values that are in `wanted`, bits of `reka::dependency`.
     void Apply(std::uint32_t wanted, reka::ReactionPackDefinition& values) {
@@ -141,7 +145,8 @@ void CGridPackage::Calculate(const reka::ReactionProperty& property, const std::
                              const GridState& state, bool isTolerant, double* results,
                              const std::function<void()>& pause) {
     constexpr std::size_t pointsBetweenPauses = 1 << 16;
-    const std::lock_guard guard(atWork);
+    if (reactions.empty()) return;
+    std::unique_lock guard(atWork);
     const std::uint32_t wanted = Dependencies(property, reactions, {});
     const std::size_t count = CountPoints(state);
     CWalk walk(state);
@@ -162,7 +167,11 @@ void CGridPackage::Calculate(const reka::ReactionProperty& property, const std::
                 }
             }
         }
+        // Who pauses may calculate with this package.
+        guard.unlock();
         arithmetic.Outside(pause);
+        guard.lock();
+        walk.Forget();
     }
 }
 

@@ -57,7 +57,8 @@ public:
 
     /// Computes `property` of `reactions`, which `Dependencies` has let pass, at each point, reactions varying fastest,
     /// into `results`: the same bits as a package gives. Where there is no value, throws a PackageError with the
-    /// component's words, or with `isTolerant` puts a NaN there. `pause` is called now and then and may throw.
+    /// component's words, or with `isTolerant` puts a NaN there. `pause` is called now and then; it may throw, and may
+    /// calculate with this package.
     void Calculate(const reka::ReactionProperty& property, const std::vector<std::size_t>& reactions,
                    const GridState& state, bool isTolerant, double* results, const std::function<void()>& pause);
 

@@ -219,7 +219,7 @@ class Package:
         if errors not in ("raise", "nan"):
             raise ValueError(f'errors is "raise" or "nan", not {errors!r}')
         selected = self._select(kind, phase, reactions)
-        needs = self._native.dependencies(prop, selected, phase)
+        needs = self._native.dependencies(prop, selected, None if phase is None else phase.encode("utf-8", "replace"))
         given = {name: value for name, value in state.items() if value is not None}
         self._require(needs, given, model)
         arrays = [self._array(name, given[name]) if name in given else None for name in state]
@@ -276,6 +276,8 @@ class Package:
                 raise TypeError(f"the expressions read {words}, which an ideal gas has from {', '.join(missing)}")
 
     def _array(self, name: str, value: typing.Any) -> npt.NDArray[np.float64]:
+        if isinstance(value, np.ma.MaskedArray):
+            value = value.filled(np.nan)
         if name in ("T", "P"):
             return np.asarray(value, dtype=float)
         if isinstance(value, typing.Mapping):
@@ -294,9 +296,10 @@ class Package:
         parts = {key: np.asarray(value, dtype=float) for key, value in values.items()}
         array = np.zeros((*np.broadcast_shapes(*(part.shape for part in parts.values())), len(self.compounds)))
         for key, part in parts.items():
-            if _folded(key) not in places:
-                raise ValueError(f'{name}: the package has no compound "{key}"')
-            array[..., places[_folded(key)]] = part
+            place = places.pop(_folded(key), None)
+            if place is None:
+                raise ValueError(f'{name}: the package has no compound "{key}", or it is there twice')
+            array[..., place] = part
         return array
 
 
@@ -314,7 +317,7 @@ def _packages(loaded: tuple[list[_native.Package], list[str]]) -> list[Package]:
 
 def read(path: Path) -> list[Package]:
     """The packages of a file: of a file of templates, a stored block, or a document (JSON with a member "package")."""
-    return _packages(_native.load_file(os.fspath(path)))
+    return _packages(_native.load_file(os.fsencode(path)))
 
 
 def read_block(block: bytes) -> Package:

@@ -271,6 +271,28 @@ TEST(GridCalculation, CalculatesUnderItsOwnSettingsAndPausesUnderTheCallers) {
     EXPECT_EQ(results.back(), 1.0 / 3);
 }
 
+TEST(GridCalculation, MayBeAskedAgainWhileItPauses) {
+    CGridPackage package(MakePlain());
+    const std::vector<double> temperatures(1 << 17, 300);
+    const std::vector<double> rest = {0, 0};
+    const std::vector<double> other = {700};
+    const auto calculate = [&](const std::vector<double>& temperature, std::ptrdiff_t step,
+                               const std::function<void()>& pause) {
+        GridState grid;
+        grid.shape = {temperature.size()};
+        grid.temperature = Numbers(temperature, {step});
+        grid.pressure = Numbers(rest, {0});
+        grid.moleFraction = Numbers(rest, {0});
+        std::vector<double> results(temperature.size());
+        package.Calculate(Property(u"ReactionRate"), {0}, grid, false, results.data(), pause);
+        return results;
+    };
+    std::vector<double> inner;
+    const auto outer = calculate(temperatures, 0, [&] { inner = calculate(other, 0, [] {}); });
+    EXPECT_EQ(inner, other);
+    EXPECT_EQ(outer, temperatures);
+}
+
 TEST(GridCalculation, ServesOneThreadAfterTheOther) {
     CGridPackage package(MakePlain());
     std::vector<std::vector<double>> results(4, std::vector<double>(2000));

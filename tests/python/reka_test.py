@@ -164,7 +164,8 @@ class Calculating(unittest.TestCase):
             ({"errors": "ignore"}, "errors is \"raise\" or \"nan\", not 'ignore'"),
             ({"x": [0.5, 0.5]}, "x: the last axis is for the 5 compounds, and the shape is (2,)"),
             ({"x": 1.0}, "x: the last axis is for the 5 compounds, and the shape is ()"),
-            ({"x": {"iron": 1}}, 'x: the package has no compound "iron"'),
+            ({"x": {"iron": 1}}, 'x: the package has no compound "iron", or it is there twice'),
+            ({"x": {"water": 1, "Water": 1}}, 'x: the package has no compound "Water", or it is there twice'),
             ({"reactions": "none"}, "Unknown reaction ID: none"),
             ({"reactions": "methanol", "phase": "Liquid"},
              'Reaction "methanol" is defined for phase Vapor; cannot perform calculation for requested phase Liquid'),
@@ -192,6 +193,8 @@ class Calculating(unittest.TestCase):
         for other in (T[::2], T[::-1], T.astype(np.float32), T.astype(">f8"), list(T), np.asfortranarray(T[:, None])):
             expected = self.rates(T=np.ascontiguousarray(other, dtype=float))
             np.testing.assert_array_equal(self.rates(T=other), expected)
+        masked = np.ma.array(T, mask=T > 500)
+        np.testing.assert_array_equal(np.isnan(self.rates(T=masked, errors="nan")[:, 0]), T > 500)
         packed = np.zeros(8, dtype=[("flag", "u1"), ("T", "f8")])
         packed["T"] = T
         np.testing.assert_array_equal(self.rates(T=packed["T"]), self.rates(T=T))

@@ -1,19 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Documents are read by people and compared line by line in version control, for which the library's own two forms
 // won't do: one has everything on a line, the other each number on a line of its own. So the text is written here, a
-// member on each line and a list of plain values on one.
+// member on each line and a list of plain values on one. A path becomes one of the file system through UTF-8
+// explicitly, since the usual way would take it for text in the system's code page; where names are bytes, a name that
+// is no good UTF-8 stays what it is.
 
 #include "packagetext/Document.h"
 
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <sstream>
 #include <string_view>
-#include <vector>
 
-#include "packagetext/ReadWhole.h"
 #include "packagetext/ReplaceFile.h"
 #include "platform/Files.h"
-#include "text/Utf8.h"
 
 namespace packagetext {
 
@@ -21,6 +22,10 @@ namespace {
 
 // A package has an object of its entries, and notes may be a little deeper than the rest.
 constexpr ShapeLimits limits = {64, 1'000'000};
+
+std::filesystem::path PathFromUtf8(const std::string& path) {
+    return {std::u8string(path.begin(), path.end())};
+}
 
 /// "line 3, column 7: syntax error ..." out of the parser's message, which has a code in square brackets in front.
 std::string DescribeParseError(const std::string& message) {
@@ -80,17 +85,14 @@ bool ReadDocument(const std::string& path, Json& content, std::string& errorText
 bool ReadDocument(const std::string& path, Json& content, std::string& text, std::string& errorText) {
     content = Json();
     text.clear();
-    const auto file = reka::SystemFiles().OpenForReading(reka::Utf16FromUtf8(path));
-    if (!file) {
-        errorText = path + ": the file can't be opened";
+    std::ifstream file(PathFromUtf8(path), std::ios::binary);
+    std::ostringstream bytes;
+    if (file.is_open()) bytes << file.rdbuf();
+    if (!file.is_open() || bytes.view().empty()) {
+        errorText = path + (file.is_open() ? ": the file is empty or can't be read" : ": the file can't be opened");
         return false;
     }
-    const std::vector<std::uint8_t> bytes = ReadWhole(*file);
-    if (bytes.empty() || file->HasFailed()) {
-        errorText = path + ": the file is empty or can't be read";
-        return false;
-    }
-    text.assign(bytes.begin(), bytes.end());
+    text = bytes.str();
     if (ParseDocument(text, content, errorText)) return true;
     errorText = path + ": " + errorText;
     return false;

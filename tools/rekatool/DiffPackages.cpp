@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <iterator>
 #include <map>
@@ -69,8 +70,22 @@ std::string Number(double value) {
     return {digits, std::to_chars(std::begin(digits), std::end(digits), value).ptr};
 }
 
-bool SameBits(double left, double right) {
-    return std::memcmp(&left, &right, sizeof left) == 0;
+bool SameNumber(double left, double right) {
+    return std::memcmp(&left, &right, sizeof left) == 0 || (std::isnan(left) && std::isnan(right));
+}
+
+/// The word for a stored value, or the value itself where it has none.
+template <class Enum, std::size_t Count>
+std::u16string WordOrNumber(Enum value, const char16_t* const (&words)[Count]) {
+    const auto number = static_cast<std::int32_t>(value);
+    if (number >= 0 && static_cast<std::size_t>(number) < Count) return words[number];
+    return reka::Utf16FromUtf8(std::to_string(number));
+}
+
+/// The path of the compound file; nothing for the shipped one, which lies elsewhere on each machine.
+std::u16string CompoundFileOf(const reka::ReactionPackDefinition& definition) {
+    const reka::ReactionPackDefinition fresh(nullptr);
+    return definition.pcdFile == fresh.pcdFile ? std::u16string() : definition.pcdFile;
 }
 
 std::vector<std::uint8_t> TreeOf(const reka::ExpressionRef* expression) {
@@ -83,14 +98,17 @@ std::vector<std::uint8_t> TreeOf(const reka::ExpressionRef* expression) {
 /// Collects the differences of one pair of packages.
 class CPackageDiff {
 public:
-    CPackageDiff(std::vector<std::string>& target, std::u16string_view name)
-        : lines(target), package(packagetext::OnOneLine(name)) {}
+    /// `placeInFile` is that of the package in its file.
+    CPackageDiff(std::vector<std::string>& target, std::u16string_view name, std::size_t placeInFile)
+        : lines(target),
+          package(name.empty() ? "package " + std::to_string(placeInFile + 1) : packagetext::OnOneLine(name)) {}
 
     void Compare(const reka::ReactionPackDefinition& before, const reka::ReactionPackDefinition& after) {
         Text("name", before.name.View(), after.name.View());
         Text("description", before.description.View(), after.description.View());
-        Text("thermo version", reka::WordOf(before.thermoVersion, reka::thermoVersionWords),
-             reka::WordOf(after.thermoVersion, reka::thermoVersionWords));
+        Text("compound file", CompoundFileOf(before), CompoundFileOf(after));
+        Text("thermo version", WordOrNumber(before.thermoVersion, reka::thermoVersionWords),
+             WordOrNumber(after.thermoVersion, reka::thermoVersionWords));
         const Pairs compounds = PairByName(NamesOf(before.compounds, &reka::CompoundDefinition::name),
                                            NamesOf(after.compounds, &reka::CompoundDefinition::name));
         for (const auto& [first, second] : compounds) {
@@ -124,7 +142,7 @@ private:
         if (before != after) Tell(what + ": " + Quoted(before) + " became " + Quoted(after));
     }
     void Value(const std::string& what, double before, double after) {
-        if (!SameBits(before, after)) Tell(what + ": " + Number(before) + " became " + Number(after));
+        if (!SameNumber(before, after)) Tell(what + ": " + Number(before) + " became " + Number(after));
     }
     void Order(const std::string& what, const Pairs& pairs) {
         place.clear();
@@ -143,13 +161,12 @@ private:
     void CompareReactions(const reka::ReactionDefinition& before, const reka::ReactionDefinition& after) {
         Text("identifier", before.id.View(), after.id.View());
         Text("phase", before.phase.View(), after.phase.View());
-        Text("type", reka::WordOf(before.type, reka::reactionTypeWords),
-             reka::WordOf(after.type, reka::reactionTypeWords));
-        Text("basis of the rate", reka::WordOf(before.rateBasis, reka::rateBasisWords),
-             reka::WordOf(after.rateBasis, reka::rateBasisWords));
-        if (before.equilibriumBasis != after.equilibriumBasis) {
-            Text("basis of the equilibrium constant", BasisOf(before), BasisOf(after));
-        }
+        Text("type", WordOrNumber(before.type, reka::reactionTypeWords),
+             WordOrNumber(after.type, reka::reactionTypeWords));
+        Text("basis of the rate", WordOrNumber(before.rateBasis, reka::rateBasisWords),
+             WordOrNumber(after.rateBasis, reka::rateBasisWords));
+        Text("basis of the equilibrium constant", WordOrNumber(before.equilibriumBasis, reka::equilibriumBasisWords),
+             WordOrNumber(after.equilibriumBasis, reka::equilibriumBasisWords));
         Expression("rate", before.rateEquation, before.rateExpression.get(), after.rateEquation,
                    after.rateExpression.get());
         Expression("equilibrium constant", before.equilibriumConstantEquation,
@@ -157,12 +174,6 @@ private:
                    after.equilibriumConstantExpression.get());
         Expression("heat of reaction", before.heatEquation, before.heatExpression.get(), after.heatEquation,
                    after.heatExpression.get());
-    }
-
-    static std::u16string BasisOf(const reka::ReactionDefinition& reaction) {
-        const auto basis = static_cast<std::int32_t>(reaction.equilibriumBasis);
-        if (basis >= 0 && basis < reka::equilibriumBasisCount) return reka::equilibriumBasisWords[basis];
-        return reka::Utf16FromUtf8(std::to_string(basis));
     }
 
     void Expression(const std::string& what, const std::u16string& before, const reka::ExpressionRef* treeBefore,
@@ -196,7 +207,8 @@ std::vector<std::string> DiffPackages(const Definitions& before, const Definitio
     const Pairs packages = PairByName(NamesOf(before, &reka::ReactionPackDefinition::name),
                                       NamesOf(after, &reka::ReactionPackDefinition::name));
     for (const auto& [first, second] : packages) {
-        CPackageDiff diff(lines, (second == none ? before[first] : after[second])->name.View());
+        const std::size_t placeInFile = second == none ? first : second;
+        CPackageDiff diff(lines, (second == none ? before : after)[placeInFile]->name.View(), placeInFile);
         if (first == none) diff.Tell("is new");
         if (second == none) diff.Tell("is gone");
         if (first != none && second != none) diff.Compare(*before[first], *after[second]);

@@ -97,7 +97,9 @@ std::map<std::string, bool> ReadAccepted(const std::string& path) {
     std::map<std::string, bool> accepted;
     if (path.empty()) return accepted;
     const Bytes bytes = ReadFile(path);
-    std::istringstream lines(std::string(bytes.begin(), bytes.end()));
+    const bool hasMark =
+        std::string_view(reinterpret_cast<const char*>(bytes.data()), bytes.size()).starts_with("\xEF\xBB\xBF");
+    std::istringstream lines(std::string(bytes.begin() + (hasMark ? 3 : 0), bytes.end()));
     for (std::string line; std::getline(lines, line);) {
         if (line.ends_with('\r')) line.pop_back();
         if (!line.empty() && line[0] != '#') accepted[line] = false;
@@ -210,9 +212,9 @@ int RunArguments(const std::vector<std::string>& arguments, std::ostream& out, s
         if (error.get_exit_code() == 0) return app.exit(error, out, err);  // help was asked for
         err << "rekatool: " << error.what() << " (--help tells more)\n";
     } catch (const ToolFailure& failure) {
-        err << "rekatool: " << failure.text << "\n";
+        err << "rekatool: " << packagetext::PrintableName(failure.text) << "\n";
     } catch (const std::exception& error) {
-        err << "rekatool: " << error.what() << "\n";
+        err << "rekatool: " << packagetext::PrintableName(std::string_view(error.what())) << "\n";
     }
     return failed;
 }

@@ -76,7 +76,7 @@ TEST_F(Rekatool, PassesOverWarningsThatAreWanted) {
     const std::string fault = "A: fault: At least two compounds must be present";
     EXPECT_EQ(Run({"check", "in.dat"}), 2);
     EXPECT_EQ(out, warning + "\n" + fault + "\n");
-    const std::string accepted = "# a remark\r\n\n" + warning + "\r\n" + fault + "\nsomething else";
+    const std::string accepted = "\xEF\xBB\xBF# a remark\r\n\n" + warning + "\r\n" + fault + "\nsomething else";
     files.entries[u"accepted"] = {{accepted.begin(), accepted.end()}, 1};
     EXPECT_EQ(Run({"check", "in.dat", "--accept", "accepted"}), 2);
     EXPECT_EQ(out, fault + "\n");
@@ -101,6 +101,10 @@ TEST_F(Rekatool, TellsWhatDiffers) {
     EXPECT_EQ(Run({"diff", "one.dat", "three.dat"}), 2);
     EXPECT_EQ(err, "rekatool: three.dat: the file can't be opened\n");
     EXPECT_EQ(Run({"diff", "one.dat"}), 2);
+    const std::string text = "{\"rekatool\": 1, \"\\u001b[31m\": 1}";
+    files.entries[u"text.json"] = {{text.begin(), text.end()}, 1};
+    EXPECT_EQ(Run({"diff", "one.dat", "text.json"}), 2);
+    EXPECT_EQ(err.find('\x1B'), std::string::npos) << err;
 }
 
 TEST_F(Rekatool, ChecksFilesAndTheirText) {

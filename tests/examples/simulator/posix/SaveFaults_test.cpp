@@ -36,17 +36,12 @@ TEST(SaveFaults, LeaveTheOldDocumentOrTheNewOne) {
             failures += !isSaved;
             EXPECT_EQ(old->Content(), isSaved ? saved : "old");
             EXPECT_EQ(result.status, isSaved ? 0 : 1);
-            // The first calls read the document.
-            const std::string read = "rekasim: " + ExamplePath("water-gas-shift.json") + ": the file ";
-            const std::string written = "rekasim: " + old->Path() + ": the file can't be written: Input/output error\n";
-            const std::string expected = n == 1  ? read + "can't be opened\n"
-                                         : n < 5 ? read + "is empty or can't be read\n"
-                                                 : written;
-            EXPECT_EQ(result.err, isSaved ? "" : expected);
+            EXPECT_EQ(result.err,
+                      isSaved ? "" : "rekasim: " + old->Path() + ": the file can't be written: Input/output error\n");
             EXPECT_FALSE(std::filesystem::exists(old->Path() + ".new0"));
         });
-    EXPECT_EQ(calls, 12);
-    EXPECT_EQ(failures, 8);
+    EXPECT_EQ(calls, 8);
+    EXPECT_EQ(failures, 5);
 }
 
 }  // namespace
