@@ -61,7 +61,7 @@ class Reading(unittest.TestCase):
     def test_templates_are_the_users_where_there_are_some(self):
         one = document("ammonia-synthesis").to_block()
         folder = pathlib.Path(os.environ["XDG_CONFIG_HOME"]) / "NAVO" / "data"
-        folder.mkdir(parents=True)
+        folder.mkdir(parents=True, exist_ok=True)
         file = folder / "REKAConfig.dat"
         file.write_bytes((1).to_bytes(4, "little") + len(one).to_bytes(4, "little") + one)
         try:
