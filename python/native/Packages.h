@@ -13,7 +13,7 @@
 namespace rekapython {
 
 /// What can't be read or calculated, in the component's words (UTF-8).
-using PackageError = rekatool::LoadError;
+using PackageError = rekatool::CLoadError;
 
 /// The block of a package, of the newest version. Throws a PackageError.
 std::vector<std::uint8_t> WriteBlock(const reka::ReactionPackDefinition& definition);

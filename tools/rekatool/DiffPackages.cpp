@@ -5,9 +5,10 @@
 #include "DiffPackages.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cmath>
-#include <cstring>
+#include <cstdint>
 #include <iterator>
 #include <map>
 #include <utility>
@@ -57,6 +58,7 @@ bool IsSameOrder(const Pairs& pairs) {
 template <class Member>
 std::vector<std::u16string> NamesOf(const std::vector<std::unique_ptr<Member>>& list, const reka::CBstr Member::*name) {
     std::vector<std::u16string> names;
+    names.reserve(list.size());
     for (const auto& member : list) names.emplace_back(((*member).*name).View());
     return names;
 }
@@ -71,7 +73,8 @@ std::string Number(double value) {
 }
 
 bool SameNumber(double left, double right) {
-    return std::memcmp(&left, &right, sizeof left) == 0 || (std::isnan(left) && std::isnan(right));
+    return std::bit_cast<std::uint64_t>(left) == std::bit_cast<std::uint64_t>(right) ||
+           (std::isnan(left) && std::isnan(right));
 }
 
 /// The word for a stored value, or the value itself where it has none.

@@ -45,15 +45,15 @@ private:
 
 Bytes ReadBytes(const std::string& path) {
     const auto file = reka::Files().OpenForReading(reka::Utf16FromUtf8(path));
-    if (!file) throw LoadError("the file can't be opened");
+    if (!file) throw CLoadError("the file can't be opened");
     Bytes bytes = packagetext::ReadWhole(*file);
-    if (file->HasFailed()) throw LoadError("the file can't be read");
+    if (file->HasFailed()) throw CLoadError("the file can't be read");
     return bytes;
 }
 
 /// The package of a document whose `content` is that of `text`.
 std::unique_ptr<reka::ReactionPackDefinition> PackageOfDocument(const Json& content, std::string_view text) {
-    const auto refuse = [&](const std::string& sentence) { throw LoadError(packagetext::AtLine(text, sentence)); };
+    const auto refuse = [&](const std::string& sentence) { throw CLoadError(packagetext::AtLine(text, sentence)); };
     const auto package = content.find("package");
     if (package == content.end() || !package->is_object()) refuse("package: the member is missing or no object");
     const auto bag = packagetext::MakeObject<packagetext::CPropertyBag>();
@@ -76,8 +76,8 @@ Definitions DefinitionsOf(const PackageFile& file, std::vector<std::string>& not
     for (const Bytes& block : file.blocks) {
         try {
             definitions.push_back(LoadDefinition(block, notes));
-        } catch (const LoadError& error) {
-            throw LoadError("package " + std::to_string(definitions.size() + 1) + ": " + error.what());
+        } catch (const CLoadError& error) {
+            throw CLoadError("package " + std::to_string(definitions.size() + 1) + ": " + error.what());
         }
     }
     return definitions;
@@ -87,10 +87,10 @@ Definitions DefinitionsOf(const PackageFile& file, std::vector<std::string>& not
 Definitions DefinitionsOfText(const Bytes& bytes, std::vector<std::string>& notes) {
     Json content;
     std::string errorText;
-    if (!ParseReadable(bytes, content, errorText)) throw LoadError(errorText);
+    if (!ParseReadable(bytes, content, errorText)) throw CLoadError(errorText);
     if (content.contains("rekatool")) {
         PackageFile file;
-        if (!FileFromJson(content, file, errorText)) throw LoadError(errorText);
+        if (!FileFromJson(content, file, errorText)) throw CLoadError(errorText);
         return DefinitionsOf(file, notes);
     }
     Definitions definitions;
@@ -102,7 +102,7 @@ Definitions DefinitionsOfBytes(const Bytes& bytes, std::vector<std::string>& not
     if (IsReadable(bytes)) return DefinitionsOfText(bytes, notes);
     PackageFile file;
     if (!ReadPackageFile(bytes, file)) {
-        throw LoadError("neither a file of templates nor a stored package nor a document");
+        throw CLoadError("neither a file of templates nor a stored package nor a document");
     }
     return DefinitionsOf(file, notes);
 }
@@ -116,14 +116,14 @@ std::unique_ptr<reka::ReactionPackDefinition> LoadDefinition(std::span<const std
     std::u16string errorText;
     if (reka::ReadStoredDefinition(*definition, block, errorText)) return definition;
     while (errorText.ends_with(u'\r') || errorText.ends_with(u'\n')) errorText.pop_back();
-    throw LoadError(reka::Utf8FromUtf16(errorText));
+    throw CLoadError(reka::Utf8FromUtf16(errorText));
 }
 
 Definitions LoadDefinitions(const std::string& path, std::vector<std::string>& notes) {
     try {
         return DefinitionsOfBytes(ReadBytes(path), notes);
-    } catch (const LoadError& error) {
-        throw LoadError(path + ": " + error.what());
+    } catch (const CLoadError& error) {
+        throw CLoadError(path + ": " + error.what());
     }
 }
 

@@ -42,7 +42,7 @@ std::vector<std::string> NamesIn(const std::string& content) {
         for (const auto& definition : LoadDefinitions(file.Path(), notes)) {
             names.push_back(reka::Utf8FromUtf16(definition->name.View()));
         }
-    } catch (const LoadError& error) {
+    } catch (const CLoadError& error) {
         const std::string words = error.what();
         return {words.starts_with(file.Path()) ? words.substr(file.Path().size()) : words};
     }
@@ -113,7 +113,7 @@ TEST(LoadDefinitions, TellsWhyAFileCantBeOpened) {
     try {
         LoadDefinitions("/nowhere/at/all", notes);
         FAIL();
-    } catch (const LoadError& error) {
+    } catch (const CLoadError& error) {
         EXPECT_STREQ(error.what(), "/nowhere/at/all: the file can't be opened");
     }
 }
