@@ -60,6 +60,13 @@ TEST_F(Registering, LeavesTemplatesAlone) {
     EXPECT_EQ(Why(), "");  // who has none
     computer.files["C:\\Users\\somebody" + templateFile] = {};
     EXPECT_EQ(Why(), "this account has templates of its own, which stay untouched: use another account");
+    computer.files.clear();
+    computer.unreachable = {"C:\\Users\\somebody" + templateFile};
+    EXPECT_EQ(Why(),
+              "it can't be told whether this account has templates of its own (The network path was not found.): "
+              "use another account");
+    computer.unreachable.clear();
+    EXPECT_EQ(Why(), "");
     computer.userFolder.clear();
     EXPECT_EQ(Why(), "this Windows doesn't tell the user's folder");
 }
