@@ -53,4 +53,13 @@ std::string WhyNotRegistering(rekadoctor::CComputer& computer, bool isWanted, co
     return "this account has templates of its own, which stay untouched: use another account";
 }
 
+Verdict VerdictOf(bool isGood, bool isRegisteringWanted, const std::string& whyNot) {
+    if (isRegisteringWanted && !whyNot.empty()) {
+        const std::string found = isGood ? "All else is well" : "Something is wrong";
+        return {2, "The tests that register REKA were not run: " + whyNot + ".\n" + found};
+    }
+    if (!isGood) return {1, "Something is wrong"};
+    return {0, "All is well"};
+}
+
 }  // namespace testreport

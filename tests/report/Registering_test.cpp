@@ -71,5 +71,20 @@ TEST_F(Registering, LeavesTemplatesAlone) {
     EXPECT_EQ(Why(), "this Windows doesn't tell the user's folder");
 }
 
+TEST(RegisteringVerdict, IsNotWellWhereWhatWasWantedIsRefused) {
+    const auto expect = [](const Verdict& verdict, int status, const std::string& words) {
+        EXPECT_EQ(verdict.exitStatus, status);
+        EXPECT_EQ(verdict.words, words);
+    };
+    expect(VerdictOf(true, true, ""), 0, "All is well");
+    expect(VerdictOf(true, false, "it isn't wanted"), 0, "All is well");
+    expect(VerdictOf(false, true, ""), 1, "Something is wrong");
+    expect(VerdictOf(false, false, "it isn't wanted"), 1, "Something is wrong");
+    expect(VerdictOf(true, true, "REKA is there"), 2,
+           "The tests that register REKA were not run: REKA is there.\nAll else is well");
+    expect(VerdictOf(false, true, "REKA is there"), 2,
+           "The tests that register REKA were not run: REKA is there.\nSomething is wrong");
+}
+
 }  // namespace
 }  // namespace testreport
