@@ -88,8 +88,8 @@ bool StaysFlat(const char* name, int count, const std::function<bool(int)>& work
         const std::vector<double> counts = ReadOwnCounts();
         flatness.Add(static_cast<double>(i) * part, counts);
         PrintRow(static_cast<double>(i) * part, counts);
-        for (const std::string& name : flatness.Uncounted()) {
-            std::printf("it can't be counted here: %s\n", name.c_str());
+        for (const std::string& quantity : flatness.Uncounted()) {
+            std::printf("it can't be counted here: %s\n", quantity.c_str());
             std::exit(2);
         }
     }
