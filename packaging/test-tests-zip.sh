@@ -33,7 +33,7 @@ is_unregistered() { has_no_key "HKLM\\$class" && has_no_key "HKCU\\$class" && ha
 is_user_untouched() { [ "$(cat "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/NAVO/data/REKAConfig.dat)" = mine ]; }
 
 unpack() {
-    rm -rf "$work/a folder"*
+    rm -rf "$work/a folder"* "$work/x64"
     mkdir -p "${folder%/*}"
     unzip -q "$package/$name.zip" -d "${folder%/*}"
     mkdir -p "$folder/x86"  # this Wine has no 32-bit side, whether the zip has that width or not
@@ -72,6 +72,10 @@ what_fails() {
     mv "$work/Korvex1.pcd" "$folder/x64/data/"
     check "a selection of nothing isn't well" has_status 1 run_tests --only nothing
     check "a word that isn't known is told" has_status 2 run_tests --regster
+    mv "$folder/x64" "$work/x64"
+    check "a width that isn't there is told" has_status 2 run_tests
+    check "by name" prints "The tests can't be run here: the folder x64 isn't there. Unpack the whole zip."
+    mv "$work/x64" "$folder/"
 }
 
 # A key, a value or a file that was there before is left as it is.
