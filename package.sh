@@ -60,9 +60,9 @@ stage_build() {
 stage_tests() {
     local from=build/$1 to=$tests_stage/$2 program
     mkdir -p "$to/data" "$to/documents"
-    find "$from/tests" -name '*.exe' ! -name 'reka_soak*' -o -name FakeHelp.dll | while IFS= read -r program; do
+    while IFS= read -r program; do
         "$3-strip" -o "$to/$(basename "$program")" "$program"
-    done
+    done <"$from/tests/test-programs.txt"
     for program in REKA.dll rekadoctor.exe rekatool.exe rekasim.exe; do
         "$3-strip" -o "$to/$program" "$from/bin/$program"
     done

@@ -24,6 +24,7 @@ class='Software\Classes\CLSID\{95E42661-1916-4261-8FCC-6F598A19E544}'
 run_tests() { (cd "$folder" && wine cmd /c run-tests.cmd "$@" </dev/null >"$work/printed.txt" 2>&1); }
 says() { tr -d '\r' <"$report" | grep -qxF -- "$1" || { cat "$report"; echo "no line '$1'" >&2; return 1; }; }
 says_part() { grep -qF -- "$1" "$report" || { cat "$report"; echo "no '$1'" >&2; return 1; }; }
+prints() { grep -qF -- "$1" "$work/printed.txt" || { cat "$work/printed.txt"; echo "no '$1' printed" >&2; return 1; }; }
 without_date() { tr -d '\r' <"$report" | grep -v '^Date: '; }
 sums_are_right() { (cd "$package" && grep -q " $name.zip\$" "REKA-$version-SHA256SUMS" &&
     sha256sum --quiet -c "REKA-$version-SHA256SUMS"); }
@@ -32,7 +33,7 @@ is_unregistered() { has_no_key "HKLM\\$class" && has_no_key "HKCU\\$class" && ha
 is_user_untouched() { [ "$(cat "$WINEPREFIX"/drive_c/users/*/AppData/Roaming/NAVO/data/REKAConfig.dat)" = mine ]; }
 
 unpack() {
-    rm -rf "$work/a folder"*
+    rm -rf "$work/a folder"* "$work/x64"
     mkdir -p "${folder%/*}"
     unzip -q "$package/$name.zip" -d "${folder%/*}"
     mkdir -p "$folder/x86"  # this Wine has no 32-bit side, whether the zip has that width or not
@@ -71,6 +72,10 @@ what_fails() {
     mv "$work/Korvex1.pcd" "$folder/x64/data/"
     check "a selection of nothing isn't well" has_status 1 run_tests --only nothing
     check "a word that isn't known is told" has_status 2 run_tests --regster
+    mv "$folder/x64" "$work/x64"
+    check "a width that isn't there is told" has_status 2 run_tests
+    check "by name" prints "The tests can't be run here: the folder x64 isn't there. Unpack the whole zip."
+    mv "$work/x64" "$folder/"
 }
 
 # A key, a value or a file that was there before is left as it is.
@@ -80,8 +85,11 @@ what_registers() {
     data=$(dirname "$(find "$WINEPREFIX/drive_c/users" -path '*/AppData/Roaming' ! -path '*/Public/*')")/Roaming/NAVO/data
     mkdir -p "$data"
     wine reg add 'HKCU\Software\NAVO' /v Mine /d 1 /f >/dev/null
-    check "what has settings isn't tried" has_status 1 run_tests --register --only x64\ reka_com_tests/Exports
+    check "what has settings isn't tried" has_status 2 run_tests --register --only x64\ reka_com_tests/Exports
     check "the report says so" says_part "REKA is registered here or has settings"
+    check "nor is all well with other tests" has_status 2 run_tests --register --only "x64 reka_tests/Utf8"
+    check "the console says so" prints "The tests that register REKA were not run: REKA is registered here or has settings"
+    check "and how the others went" prints "All else is well: see "
     wine reg delete 'HKCU\Software\NAVO' /f >/dev/null
     check "it passes" has_status 0 run_tests --register --only "x64 reka_com_tests/MainRoad" --only "x64 rekadoctor" \
         --only "x64 reka_registration_tests/Registration"
@@ -92,7 +100,7 @@ what_registers() {
     check "no templates stay behind" is_gone "$data/REKAConfig.dat"
     mkdir -p "$data"
     echo mine >"$data/REKAConfig.dat"
-    check "a user's templates stay" has_status 1 run_tests --register --only "x64 reka_com_tests/MainRoad"
+    check "a user's templates stay" has_status 2 run_tests --register --only "x64 reka_com_tests/MainRoad"
     check "they are as they were" is_user_untouched
     check "the report says why" says_part "this account has templates of its own, which stay untouched"
     rm -r "$(dirname "$data")"

@@ -5,4 +5,5 @@ set -euo pipefail
 root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)/build/x86-root
 exec chroot "$root" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin:/usr/lib/wine HOME=/root LC_ALL=C.UTF-8 \
     DISPLAY="${DISPLAY:-}" WINEARCH=win32 WINEPREFIX=/wine WINEDEBUG=-all WINEDLLOVERRIDES=mscoree,mshtml= \
+    REKA_TESTS_MAY_REGISTER="${REKA_TESTS_MAY_REGISTER:-}" \
     sh -c 'cd "$0" && exec wine "$@"' "$PWD" "$@"

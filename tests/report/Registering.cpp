@@ -42,10 +42,24 @@ std::string WhyNotRegistering(rekadoctor::CComputer& computer, bool isWanted, co
     }
     const std::string folder = computer.FindUserFolder();
     if (folder.empty()) return "this Windows doesn't tell the user's folder";
-    if (!IsBelow(folder, ownFolder) && computer.HasFile(folder + templateFile)) {
-        return "this account has templates of its own, which stay untouched: use another account";
+    if (IsBelow(folder, ownFolder)) return {};
+    // What isn't absent for certain may be somebody's, and the run deletes the file in the end.
+    const rekadoctor::FileContent templates = computer.ReadFile(folder + templateFile);
+    if (!templates.isThere) return {};
+    if (!templates.bytes) {
+        return "it can't be told whether this account has templates of its own (" + templates.reason +
+               "): use another account";
     }
-    return {};
+    return "this account has templates of its own, which stay untouched: use another account";
+}
+
+Verdict VerdictOf(bool isGood, bool isRegisteringWanted, const std::string& whyNot) {
+    if (isRegisteringWanted && !whyNot.empty()) {
+        const std::string found = isGood ? "All else is well" : "Something is wrong";
+        return {2, "The tests that register REKA were not run: " + whyNot + ".\n" + found};
+    }
+    if (!isGood) return {1, "Something is wrong"};
+    return {0, "All is well"};
 }
 
 }  // namespace testreport

@@ -23,4 +23,13 @@ bool IsRegistered(rekadoctor::CComputer& computer);
 /// user has no templates.
 std::string WhyNotRegistering(rekadoctor::CComputer& computer, bool isWanted, const std::string& ownFolder);
 
+/// What a run comes to.
+struct Verdict {
+    int exitStatus = 0;
+    std::string words;  // for the console, without an end
+};
+
+/// Of a run that found all well or not, where registering was wanted or not, and wasn't done if `whyNot` isn't empty.
+Verdict VerdictOf(bool isGood, bool isRegisteringWanted, const std::string& whyNot);
+
 }  // namespace testreport

@@ -60,8 +60,30 @@ TEST_F(Registering, LeavesTemplatesAlone) {
     EXPECT_EQ(Why(), "");  // who has none
     computer.files["C:\\Users\\somebody" + templateFile] = {};
     EXPECT_EQ(Why(), "this account has templates of its own, which stay untouched: use another account");
+    computer.files.clear();
+    computer.unreachable = {"C:\\Users\\somebody" + templateFile};
+    EXPECT_EQ(Why(),
+              "it can't be told whether this account has templates of its own (The network path was not found.): "
+              "use another account");
+    computer.unreachable.clear();
+    EXPECT_EQ(Why(), "");
     computer.userFolder.clear();
     EXPECT_EQ(Why(), "this Windows doesn't tell the user's folder");
+}
+
+TEST(RegisteringVerdict, IsNotWellWhereWhatWasWantedIsRefused) {
+    const auto expect = [](const Verdict& verdict, int status, const std::string& words) {
+        EXPECT_EQ(verdict.exitStatus, status);
+        EXPECT_EQ(verdict.words, words);
+    };
+    expect(VerdictOf(true, true, ""), 0, "All is well");
+    expect(VerdictOf(true, false, "it isn't wanted"), 0, "All is well");
+    expect(VerdictOf(false, true, ""), 1, "Something is wrong");
+    expect(VerdictOf(false, false, "it isn't wanted"), 1, "Something is wrong");
+    expect(VerdictOf(true, true, "REKA is there"), 2,
+           "The tests that register REKA were not run: REKA is there.\nAll else is well");
+    expect(VerdictOf(false, true, "REKA is there"), 2,
+           "The tests that register REKA were not run: REKA is there.\nSomething is wrong");
 }
 
 }  // namespace

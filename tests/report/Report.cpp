@@ -43,6 +43,7 @@ void CReport::Add(const std::string& suite, const SuiteResult& result, const std
     }
     for (const std::string& picture : pictures) out << "    picture: " << picture << '\n';
     out << std::flush;
+    for (const std::string& test : result.notRun) LeaveOut(current + ": " + test, "the program ended before it");
     for (const std::string& line : result.underWineAlone) NoteWineAlone(current + ": " + line);
 }
 

@@ -16,7 +16,8 @@ TEST(TestReport, TellsWhatWasFound) {
     report.Fact("Code page", "1252");
     report.BeginProgram("x64 reka_tests");
     report.Add("Utf8", {3, {}, {"Utf8.Reads: it is quiet"}});
-    report.Add("Dialog", {1, {{"Dialog.Opens", "a.cpp:1\nnot open\n"}}, {}}, {"pictures\\x64-Dialog.bmp"});
+    report.Add("Dialog", {1, {{"Dialog.Opens", "a.cpp:1\nnot open\n"}}, {}, {"Dialog.Closes"}},
+               {"pictures\\x64-Dialog.bmp"});
     report.LeaveOut("x86", "this Windows runs no such programs");
     report.NoteWineAlone("the code page 932");
     EXPECT_FALSE(report.End());
@@ -36,6 +37,7 @@ TEST(TestReport, TellsWhatWasFound) {
               "  the code page 932\n"
               "\n"
               "Not run:\n"
+              "  x64 reka_tests: Dialog.Closes: the program ended before it\n"
               "  x86: this Windows runs no such programs\n"
               "\n"
               "Failed:\n"

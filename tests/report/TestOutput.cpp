@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <set>
 #include <utility>
 
 namespace testreport {
@@ -15,6 +17,8 @@ namespace {
 constexpr std::string_view runMark = "[ RUN      ] ";
 constexpr std::string_view passMark = "[       OK ] ";
 constexpr std::string_view failMark = "[  FAILED  ] ";
+constexpr std::string_view testIndent = "  ";
+constexpr std::string_view disabledMark = "DISABLED_";
 constexpr std::size_t mostLastLines = 20;
 
 std::vector<std::string_view> LinesOf(std::string_view text) {
@@ -36,6 +40,16 @@ bool Tells(std::string_view line, std::string_view mark, const std::string& test
     return rest.empty() || rest.front() == ' ' || rest.front() == ',';
 }
 
+std::string_view FirstWord(std::string_view line) {
+    return line.substr(0, line.find(' '));  // a remark on the type or on the parameter may follow
+}
+
+/// The suite that a line of the list names; empty if it names none, such as that of a test, which is indented.
+std::string_view SuiteIn(std::string_view line) {
+    const std::string_view word = FirstWord(line);
+    return word.ends_with('.') ? word.substr(0, word.size() - 1) : std::string_view();
+}
+
 std::string Joined(std::vector<std::string_view>::const_iterator from,
                    std::vector<std::string_view>::const_iterator to) {
     std::string text;
@@ -47,21 +61,38 @@ std::string Joined(std::vector<std::string_view>::const_iterator from,
 
 std::vector<std::string> SuitesOf(std::string_view listing) {
     std::vector<std::string> suites;
-    for (std::string_view line : LinesOf(listing)) {
-        line = line.substr(0, line.find(' '));  // a remark on the suite's type may follow; a test's line is indented
-        if (line.size() > 1 && line.ends_with('.')) suites.emplace_back(line.substr(0, line.size() - 1));
+    for (const std::string_view line : LinesOf(listing)) {
+        if (const std::string_view suite = SuiteIn(line); !suite.empty()) suites.emplace_back(suite);
     }
     return suites;
 }
 
-SuiteResult ReadTestOutput(std::string_view suite, std::string_view output, const std::string& ending) {
+std::vector<std::string> TestsOf(std::string_view listing, std::string_view suite) {
+    std::vector<std::string> tests;
+    std::string_view current;
+    for (const std::string_view line : LinesOf(listing)) {
+        if (!line.starts_with(testIndent)) {
+            current = SuiteIn(line);
+        } else if (current == suite) {
+            const std::string_view test = FirstWord(line.substr(testIndent.size()));
+            if (!test.empty() && !test.starts_with(disabledMark))
+                tests.push_back(std::string(suite) + "." + std::string(test));
+        }
+    }
+    return tests;
+}
+
+SuiteResult ReadTestOutput(std::string_view suite, const std::vector<std::string>& tests, std::string_view output,
+                           const std::string& ending) {
     SuiteResult result;
     const std::vector<std::string_view> lines = LinesOf(output);
     std::string test;  // that runs; empty between two
+    std::set<std::string> begun;
     auto begin = lines.begin();
     for (auto line = lines.begin(); line != lines.end(); ++line) {
         if (line->starts_with(runMark)) {
             test = line->substr(runMark.size());
+            begun.insert(test);
             begin = line + 1;
         } else if (test.empty()) {
             continue;
@@ -78,6 +109,8 @@ SuiteResult ReadTestOutput(std::string_view suite, std::string_view output, cons
             }
         }
     }
+    std::copy_if(tests.begin(), tests.end(), std::back_inserter(result.notRun),
+                 [&](const std::string& listed) { return !begun.contains(listed); });
     if (!test.empty()) {
         const std::string how = ending.empty() ? "the program ended" : ending;
         result.failed.push_back({test, Joined(begin, lines.end()) + "in this test " + how + "\n"});
@@ -86,6 +119,8 @@ SuiteResult ReadTestOutput(std::string_view suite, std::string_view output, cons
         result.failed.push_back({std::string(suite), Joined(last, lines.end()) + ending + "\n"});
     } else if (result.passed == 0 && result.failed.empty()) {
         result.failed.push_back({std::string(suite), "no test ran\n"});
+    } else if (!result.notRun.empty() && result.failed.empty()) {
+        result.failed.push_back({std::string(suite), "the program ended before the last test\n"});
     }
     return result;
 }

@@ -19,8 +19,17 @@ TEST(TestListing, TellsItsSuites) {
     EXPECT_THAT(SuitesOf(""), IsEmpty());
 }
 
+TEST(TestListing, TellsTheTestsOfASuite) {
+    const std::string listing =
+        "Running main() from file.cc\r\nUtf8.\r\n  IsRead\r\n  DISABLED_Waits\r\n  IsWritten\r\n"
+        "Table/Utf8.  # TypeParam = int\r\n  Gives/0  # GetParam() = 1.\r\n";
+    EXPECT_THAT(TestsOf(listing, "Utf8"), ElementsAre("Utf8.IsRead", "Utf8.IsWritten"));
+    EXPECT_THAT(TestsOf(listing, "Table/Utf8"), ElementsAre("Table/Utf8.Gives/0"));
+    EXPECT_THAT(TestsOf(listing, "Utf"), IsEmpty());
+}
+
 TEST(TestOutput, CountsWhatPassed) {
-    const SuiteResult result = ReadTestOutput("Utf8",
+    const SuiteResult result = ReadTestOutput("Utf8", {},
                                               "[==========] Running 2 tests\r\n[ RUN      ] Utf8.Reads\r\n"
                                               "[       OK ] Utf8.Reads (0 ms)\r\n[ RUN      ] Utf8.Writes\r\n"
                                               "[       OK ] Utf8.Writes (0 ms)\r\n[  PASSED  ] 2 tests.\r\n",
@@ -32,7 +41,7 @@ TEST(TestOutput, CountsWhatPassed) {
 
 TEST(TestOutput, HasTheWordsOfWhatFailed) {
     const SuiteResult result =
-        ReadTestOutput("Table/Numbers",
+        ReadTestOutput("Table/Numbers", {},
                        "[ RUN      ] Table/Numbers.Are/Small\nin.cpp:3: Failure\n[  FAILED  ] is printed\n"
                        "[  FAILED  ] Table/Numbers.Are/Small, where GetParam() = 3 (7 ms)\n"
                        "[ RUN      ] Table/Numbers.Are/Smaller\n[       OK ] Table/Numbers.Are/Smaller (0 ms)\n"
@@ -49,17 +58,33 @@ TEST(TestOutput, HasTheWordsOfWhatFailed) {
 
 TEST(TestOutput, KnowsATestThatCrashed) {
     const SuiteResult result =
-        ReadTestOutput("A", "[ RUN      ] A.B\n[       OK ] A.B\n[ RUN      ] A.C\nlast words", "it took too long");
+        ReadTestOutput("A", {}, "[ RUN      ] A.B\n[       OK ] A.B\n[ RUN      ] A.C\nlast words", "it took too long");
     EXPECT_EQ(result.passed, 1);
     ASSERT_EQ(result.failed.size(), 1U);
     EXPECT_EQ(result.failed[0].name, "A.C");
     EXPECT_EQ(result.failed[0].words, "last words\nin this test it took too long\n");
-    EXPECT_EQ(ReadTestOutput("A", "[ RUN      ] A.C\n", "").failed.at(0).words, "in this test the program ended\n");
+    EXPECT_EQ(ReadTestOutput("A", {}, "[ RUN      ] A.C\n", "").failed.at(0).words, "in this test the program ended\n");
+}
+
+TEST(TestOutput, NamesWhatACrashKeptFromRunning) {
+    const std::vector<std::string> tests = {"A.B", "A.C", "A.D", "A.E"};
+    const SuiteResult crashed =
+        ReadTestOutput("A", tests, "[ RUN      ] A.B\n[       OK ] A.B\n[ RUN      ] A.C\n", "it crashed");
+    EXPECT_THAT(crashed.notRun, ElementsAre("A.D", "A.E"));
+    ASSERT_EQ(crashed.failed.size(), 1U);
+    EXPECT_EQ(crashed.failed[0].name, "A.C");
+    const SuiteResult quiet = ReadTestOutput("A", tests, "[ RUN      ] A.B\n[       OK ] A.B\n", "");
+    EXPECT_THAT(quiet.notRun, ElementsAre("A.C", "A.D", "A.E"));
+    ASSERT_EQ(quiet.failed.size(), 1U);
+    EXPECT_EQ(quiet.failed[0].name, "A");
+    EXPECT_EQ(quiet.failed[0].words, "the program ended before the last test\n");
+    EXPECT_THAT(ReadTestOutput("A", {"A.B"}, "[ RUN      ] A.B\n[       OK ] A.B\n", "").notRun, IsEmpty());
 }
 
 TEST(TestOutput, KnowsAProgramThatFailsBehindItsTests) {
-    const SuiteResult result = ReadTestOutput(
-        "A", "[ RUN      ] A.B\n[       OK ] A.B (0 ms)\n[  FAILED  ] something is still alive\n", "it ended with 1");
+    const SuiteResult result =
+        ReadTestOutput("A", {}, "[ RUN      ] A.B\n[       OK ] A.B (0 ms)\n[  FAILED  ] something is still alive\n",
+                       "it ended with 1");
     EXPECT_EQ(result.passed, 1);
     ASSERT_EQ(result.failed.size(), 1U);
     EXPECT_EQ(result.failed[0].name, "A");
@@ -67,18 +92,18 @@ TEST(TestOutput, KnowsAProgramThatFailsBehindItsTests) {
               "[ RUN      ] A.B\n[       OK ] A.B (0 ms)\n[  FAILED  ] something is still alive\nit ended with 1\n");
     std::string many;
     for (int i = 0; i < 30; ++i) many += std::to_string(i) + "\n";
-    EXPECT_TRUE(ReadTestOutput("A", many, "it ended").failed.at(0).words.starts_with("10\n"));
+    EXPECT_TRUE(ReadTestOutput("A", {}, many, "it ended").failed.at(0).words.starts_with("10\n"));
 }
 
 TEST(TestOutput, CountsASuiteWithoutTestsAsFailed) {
-    const SuiteResult result = ReadTestOutput("A", "[==========] 0 tests ran.\n", "");
+    const SuiteResult result = ReadTestOutput("A", {}, "[==========] 0 tests ran.\n", "");
     ASSERT_EQ(result.failed.size(), 1U);
     EXPECT_EQ(result.failed[0].name, "A");
     EXPECT_EQ(result.failed[0].words, "no test ran\n");
 }
 
 TEST(TestOutput, NamesWhatHoldsUnderWineAlone) {
-    const SuiteResult result = ReadTestOutput("A",
+    const SuiteResult result = ReadTestOutput("A", {},
                                               "[WINE ALONE] outside of any test\n[ RUN      ] A.B\n"
                                               "[WINE ALONE] nothing else writes\n[WINE ALONE] nothing else writes\n"
                                               "[       OK ] A.B (0 ms)\n",

@@ -4,6 +4,7 @@
 
 #include "soak/Flatness.h"
 
+#include <algorithm>
 #include <sstream>
 #include <utility>
 
@@ -11,6 +12,15 @@ namespace soak {
 
 void CFlatness::Add(double operations, std::vector<double> values) {
     samples.push_back({operations, std::move(values)});
+}
+
+std::vector<std::string> CFlatness::Uncounted() const {
+    std::vector<std::string> names;
+    for (std::size_t i = 0; i < quantities.size(); ++i) {
+        const auto isMissing = [i](const Sample& sample) { return sample.values[i] < 0; };
+        if (std::any_of(samples.begin(), samples.end(), isMissing)) names.push_back(quantities[i].name);
+    }
+    return names;
 }
 
 double CFlatness::SlopePerThousand(std::size_t quantity) const {

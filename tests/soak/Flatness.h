@@ -22,6 +22,8 @@ public:
     /// A sample behind so many operations: a value for each quantity, in their order.
     void Add(double operations, std::vector<double> values);
 
+    /// The names of the quantities that could not be counted each time, which a negative value tells.
+    std::vector<std::string> Uncounted() const;
     /// How much a quantity grows in a thousand operations: the slope of the line of least squares through the samples.
     double SlopePerThousand(std::size_t quantity) const;
     /// A sentence for each quantity that grew beyond its bound from the first sample to the last; one, too, if there

@@ -27,6 +27,16 @@ TEST(Flatness, TellsWhatGrew) {
     EXPECT_THAT(flatness.Growths(), ElementsAre("handles grew by 1, more than 0", "bytes grew by 101, more than 100"));
 }
 
+TEST(Flatness, TellsWhatCouldNotBeCounted) {
+    CFlatness flatness({{"handles", 0}, {"windows", 2}, {"bytes", 100}});
+    flatness.Add(0, {-1, 0, 1000});
+    EXPECT_THAT(flatness.Uncounted(), ElementsAre("handles"));
+    flatness.Add(1000, {-1, 0, -1});
+    flatness.Add(2000, {-1, 0, 1000});
+    EXPECT_THAT(flatness.Growths(), IsEmpty());
+    EXPECT_THAT(flatness.Uncounted(), ElementsAre("handles", "bytes"));
+}
+
 TEST(Flatness, NeedsTwoSamples) {
     CFlatness flatness({{"handles", 0}});
     EXPECT_THAT(flatness.Growths(), ElementsAre("there are too few samples"));

@@ -53,7 +53,7 @@ struct Trial {
 
 /// A file with all that it holds.
 struct FileContent {
-    bool isThere = false;
+    bool isThere = false;         // also if that can't be found out, as on a share that doesn't answer
     std::uint64_t lastWrite = 0;  // of use for comparison alone
     std::optional<std::vector<std::uint8_t>> bytes;
     std::string reason;  // why there are no bytes, in the system's words
@@ -69,6 +69,7 @@ public:
     /// The text of a value, the default value for an empty name; nothing if it isn't there or is no text.
     virtual std::optional<std::string> ReadText(RegistryPlace place, const std::string& key,
                                                 const std::string& value) = 0;
+    /// False also if it can't be found out; `ReadFile` tells the two apart.
     virtual bool HasFile(const std::string& path) = 0;
     /// The first bytes of a file, `size` at most; nothing if it can't be opened.
     virtual std::optional<std::vector<std::uint8_t>> ReadFileHead(const std::string& path, std::size_t size) = 0;

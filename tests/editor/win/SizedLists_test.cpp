@@ -32,6 +32,13 @@ int TextWidth(CUser& u, const CDrivenWindow& dialog, const std::u16string& text)
     return static_cast<int>(u.Send(dialog.Item(list), LVM_GETSTRINGWIDTHW, 0, reinterpret_cast<LPARAM>(text.c_str())));
 }
 
+int DotsPerInch() {
+    const HDC screen = GetDC(nullptr);
+    const int dpi = GetDeviceCaps(screen, LOGPIXELSY);
+    ReleaseDC(nullptr, screen);
+    return dpi;
+}
+
 int ListWidth(const CDrivenWindow& dialog) {
     RECT client = {};
     GetClientRect(dialog.Item(list), &client);
@@ -74,8 +81,9 @@ TEST_F(SizedLists, GiveTheRoomToTheColumnWhoseTextsAreCut) {
             EXPECT_EQ(Widths(dialog)[0], before[0] + 60);
             dialog.DragCorner(440, 0);
             const std::vector<int> after = Widths(dialog);
+            const int mostMargin = MulDiv(30, DotsPerInch(), 96);
             EXPECT_GT(after[0], TextWidth(u, dialog, longName));
-            EXPECT_LT(after[0], TextWidth(u, dialog, longName) + 30);
+            EXPECT_LT(after[0], TextWidth(u, dialog, longName) + mostMargin);
             for (const std::size_t column : {1U, 2U, 3U}) EXPECT_EQ(after[column], before[column]);
             dialog.TakePicture("AddCompoundsWide");
             dialog.DragCorner(-500, -40);

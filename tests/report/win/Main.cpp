@@ -15,6 +15,7 @@
 #include "report/Registering.h"
 #include "report/win/Surroundings.h"
 #include "report/win/TestRun.h"
+#include "report/win/Undone.h"
 #include "text/Utf8.h"
 #include "win/CWindowsComputer.h"
 
@@ -83,6 +84,17 @@ void RemoveTemplates(const std::string& userFolder) {
     RemoveDirectoryW(file.parent_path().parent_path().c_str());
 }
 
+/// Those whose programs are there. What they leave in the user's folder and in the registry is removed again.
+void RunWidths(const TestRun& run, const std::string& userFolder) {
+    const CUndone removed([&] {
+        if (run.whyNotRegistering.empty()) RemoveTemplates(userFolder);
+    });
+    if (run.whyNotRegistering.empty()) SetEnvironmentVariableW(L"REKA_TESTS_MAY_REGISTER", L"1");
+    for (const char* width : {"x64", "x86"}) {
+        if (fs::exists(run.top / width)) RunWidth(run, width);
+    }
+}
+
 void WriteHead(CReport& report, const std::string& userFolder, const std::string& whyNot) {
     char date[40] = {};
     const std::time_t now = std::time(nullptr);
@@ -110,10 +122,7 @@ int RunAll(const Options& options, const fs::path& top) {
     CReport report(file);
     WriteHead(report, userFolder, whyNot);
     const TestRun run = {top, results, options.only, whyNot, report, std::cout};
-    for (const char* width : {"x64", "x86"}) {
-        if (fs::exists(top / width)) RunWidth(run, width);
-    }
-    if (whyNot.empty()) RemoveTemplates(userFolder);
+    RunWidths(run, userFolder);
     report.NoteWineAlone("the dialogs at 192 dots per inch, which Windows takes on at the next start of a session");
     report.NoteWineAlone("the expression editor in the code pages 932 and 65001: Windows has one for all programs");
     const bool isGood = report.End();
@@ -122,8 +131,9 @@ int RunAll(const Options& options, const fs::path& top) {
         std::cerr << "The report could not be written: " << Utf8Path(path) << "\n";
         return 2;
     }
-    std::cout << (isGood ? "All is well" : "Something is wrong") << ": see " << Utf8Path(path) << std::endl;
-    return isGood ? 0 : 1;
+    const Verdict verdict = VerdictOf(isGood, options.isRegistering, whyNot);
+    std::cout << verdict.words << ": see " << Utf8Path(path) << std::endl;
+    return verdict.exitStatus;
 }
 
 }  // namespace
@@ -140,6 +150,7 @@ int wmain(int argc, wchar_t** argv) {
         return 2;
     }
     try {
+        testreport::WatchForInterruption();
         return testreport::RunAll(options, testreport::OwnFolder().parent_path());
     } catch (const std::exception& failure) {
         std::cerr << "The tests can't be run here: " << failure.what()

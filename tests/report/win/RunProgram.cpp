@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
-// The output goes into a file rather than into a pipe, so that a program that a test has left running can't hold the
-// reader up.
+// A test program starts others, so all of them are in a job, which ends when the program has. The output goes into a
+// file rather than into a pipe, so that a program that a test has left running can't hold the reader up.
 
 #include "report/win/RunProgram.h"
 
 #include <cstdio>
 #include <fstream>
+#include <mutex>
 #include <sstream>
+
+#include "report/win/Undone.h"
 
 namespace testreport {
 
@@ -28,15 +31,25 @@ private:
     HANDLE handle;
 };
 
+/// A job whose processes end with it, those included that they start; null if the system makes none.
+HANDLE MakeJob() {
+    const HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = {};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    if (job) SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    return job;
+}
+
 HANDLE OpenInherited(const wchar_t* path, DWORD access, DWORD creation) {
     SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
     return CreateFileW(path, access, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, &inherited, creation,
                        FILE_ATTRIBUTE_NORMAL, nullptr);
 }
 
-std::string EndingOf(HANDLE process, unsigned mostSeconds) {
+std::string EndingOf(HANDLE process, HANDLE job, unsigned mostSeconds) {
     if (WaitForSingleObject(process, mostSeconds * 1000) != WAIT_OBJECT_0) {
-        TerminateProcess(process, 1);
+        if (job) TerminateJobObject(job, 1);
+        TerminateProcess(process, 1);  // which no job holds where the run itself is in one of an old Windows
         WaitForSingleObject(process, 10000);
         return "it took longer than " + std::to_string(mostSeconds) + " seconds";
     }
@@ -68,7 +81,9 @@ Ended RunProgram(const std::filesystem::path& program, const std::wstring& argum
     const std::filesystem::path outputPath = folder / L"output.txt";
     Ended ended;
     PROCESS_INFORMATION started = {};
+    const CEndedJob job(MakeJob());
     {
+        const std::lock_guard lock(Beginnings());
         const CHandle output(OpenInherited(outputPath.c_str(), GENERIC_WRITE, CREATE_ALWAYS));
         const CHandle input(OpenInherited(L"NUL", GENERIC_READ, OPEN_EXISTING));
         STARTUPINFOW start = {};
@@ -78,16 +93,18 @@ Ended RunProgram(const std::filesystem::path& program, const std::wstring& argum
         start.hStdOutput = output.Get();
         start.hStdError = output.Get();
         std::wstring command = L"\"" + program.wstring() + L"\" " + arguments;
-        if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, 0, nullptr, folder.c_str(), &start,
-                            &started)) {
+        if (!CreateProcessW(program.c_str(), command.data(), nullptr, nullptr, TRUE, CREATE_SUSPENDED, nullptr,
+                            folder.c_str(), &start, &started)) {
             ended.startError = GetLastError();
             ended.ending = "it can't be started (error " + std::to_string(ended.startError) + ")";
             return ended;
         }
+        AssignProcessToJobObject(job.Get(), started.hProcess);
+        ResumeThread(started.hThread);
     }
     const CHandle thread(started.hThread);
     const CHandle process(started.hProcess);
-    ended.ending = EndingOf(process.Get(), mostSeconds);
+    ended.ending = EndingOf(process.Get(), job.Get(), mostSeconds);
     ended.output = ReadWhole(outputPath);
     return ended;
 }

@@ -20,6 +20,7 @@ struct Ended {
 bool IsOfOtherWidth(DWORD startError);
 
 /// Runs `program` in `folder`, which is made if it isn't there, for `mostSeconds` at most.
+/// What it has started ends with it.
 Ended RunProgram(const std::filesystem::path& program, const std::wstring& arguments,
                  const std::filesystem::path& folder, unsigned mostSeconds = 600);
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "report/win/RunProgram.h"
+#include "report/win/Undone.h"
 
 namespace testreport {
 
@@ -40,6 +41,8 @@ constexpr TestProgram programs[] = {
     {"rekadoctor", Kind::CommandOfRegistered},
     {"reka_registration_tests", Kind::SuitesOfRegistered},
 };
+
+constexpr wchar_t settingsKey[] = L"Software\\NAVO";  // of the user, absent before
 
 bool IsOfRegistered(Kind kind) {
     return kind == Kind::SuitesOfRegistered || kind == Kind::CommandOfRegistered;
@@ -123,19 +126,20 @@ private:
         std::vector<std::string> suites = SuitesOf(listing.output);
         if (!listing.ending.empty() || suites.empty()) {
             run.report.BeginProgram(NameOf(program));
-            run.report.Add("its list of tests", ReadTestOutput("its list of tests", listing.output, listing.ending));
+            run.report.Add("its list of tests",
+                           ReadTestOutput("its list of tests", {}, listing.output, listing.ending));
             return;
         }
         std::erase_if(suites, [&](const std::string& suite) { return !IsWanted(NameOf(program) + "/" + suite); });
         if (suites.empty()) return;
         run.report.BeginProgram(NameOf(program));
-        for (const std::string& suite : suites) RunSuite(program, suite);
+        for (const std::string& suite : suites) RunSuite(program, suite, TestsOf(listing.output, suite));
     }
 
-    void RunSuite(const TestProgram& program, const std::string& suite) {
+    void RunSuite(const TestProgram& program, const std::string& suite, const std::vector<std::string>& tests) {
         const Ended ended = RunProgram(FileOf(std::string(program.name) + ".exe"),
                                        L"--gtest_color=no --gtest_filter=" + Wide(suite) + L".*", FolderOf(program));
-        const SuiteResult result = ReadTestOutput(suite, ended.output, ended.ending);
+        const SuiteResult result = ReadTestOutput(suite, tests, ended.output, ended.ending);
         Tell(program.name + ("/" + suite), result);
         run.report.Add(suite, result, TakePictures(program));
     }
@@ -176,11 +180,19 @@ private:
     }
 
     void RunRegistered() {
+        // A registration that fails may have written a part.
+        const CUndone removed([this] { Remove(); });
         if (!Register(L"/s ", "registration")) return;
         for (const TestProgram& program : programs) {
             if (IsOfRegistered(program.kind)) Run(program);
         }
-        Register(L"/s /u ", "its removal");
+    }
+
+    /// As often as there are hives: an interrupted test may have left the setting by which one or the other is meant.
+    void Remove() {
+        const bool isRemoved = Register(L"/s /u ", "its removal");
+        const bool hasSettings = RegDeleteTreeW(HKEY_CURRENT_USER, settingsKey) == ERROR_SUCCESS;
+        if (isRemoved && hasSettings) Register(L"/s /u ", "its removal");
     }
 
     /// By the system's program of this width. False if it failed, which is reported.

@@ -27,6 +27,7 @@ constexpr std::size_t privateBytes = 0;
 constexpr std::size_t heapBytes = 1;
 constexpr std::size_t heapBlocks = 2;
 
+/// A count that fails is -1.
 std::vector<double> ReadCounts();
 
 }  // namespace soak

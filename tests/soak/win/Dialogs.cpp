@@ -34,7 +34,7 @@ BOOL CALLBACK TakeDialog(HWND window, LPARAM data) {
 
 BOOL CALLBACK PrintWindow(HWND window, LPARAM) {
     wchar_t text[500] = {};
-    GetWindowTextW(window, text, 500);
+    InternalGetWindowText(window, text, 500);  // the other thread may be the one that stands still
     if (IsWindowVisible(window))
         std::fprintf(stderr, "  %ls%ls\n", text, IsWindowEnabled(window) ? L"" : L" (disabled)");
     if (GetParent(window) == nullptr || GetWindow(window, GW_OWNER)) EnumChildWindows(window, PrintWindow, 0);

@@ -5,8 +5,8 @@
 //   reka_soak [CALCULATIONS STORES EDITORS] [--leak handle|block|window|brush]
 //
 // With the last, each operation leaks one of these, so that it can be seen that this program finds it. Ends with 0 if
-// all stayed flat, with 1 if something grew, and with 2 if an operation failed. Stores into the user's own file of
-// templates.
+// all stayed flat, with 1 if something grew, and with 2 if an operation or a count failed, or nothing was to be done.
+// Stores into the user's own file of templates.
 
 #include <windows.h>
 
@@ -88,6 +88,10 @@ bool StaysFlat(const char* name, int count, const std::function<bool(int)>& work
         const std::vector<double> counts = ReadOwnCounts();
         flatness.Add(static_cast<double>(i) * part, counts);
         PrintRow(static_cast<double>(i) * part, counts);
+        for (const std::string& quantity : flatness.Uncounted()) {
+            std::printf("it can't be counted here: %s\n", quantity.c_str());
+            std::exit(2);
+        }
     }
     std::printf("per 1,000:\n%11s", "");
     for (std::size_t i = 0; i < quantities.size(); ++i) std::printf(" %17.3f", flatness.SlopePerThousand(i));
@@ -186,7 +190,7 @@ int main(int argc, char** argv) {
         }
     }
     if (counts.empty()) counts = {1000000, 10000, 1000};
-    if (counts.size() != 3) {
+    if (counts.size() != 3 || counts == std::vector<int>(3)) {
         std::fputs("usage: reka_soak [CALCULATIONS STORES EDITORS] [--leak handle|block|window|brush]\n", stderr);
         return 2;
     }

@@ -68,7 +68,7 @@ public:
         const auto found = texts.find(Path(place, key) + "|" + value);
         return found == texts.end() ? std::nullopt : std::optional(found->second);
     }
-    bool HasFile(const std::string& path) override { return files.contains(path); }
+    bool HasFile(const std::string& path) override { return files.contains(path) && !unreachable.contains(path); }
     std::optional<std::vector<std::uint8_t>> ReadFileHead(const std::string& path, std::size_t size) override {
         const auto found = files.find(path);
         if (found == files.end() || unreadable.contains(path)) return std::nullopt;
@@ -77,6 +77,7 @@ public:
         return head;
     }
     FileContent ReadFile(const std::string& path) override {
+        if (unreachable.contains(path)) return {true, 0, std::nullopt, "The network path was not found."};
         const auto found = files.find(path);
         if (found == files.end()) return {};
         if (unreadable.contains(path)) return {true, times[path], std::nullopt, "Access is denied."};
@@ -161,6 +162,7 @@ public:
     std::function<void()> onTry;  // what happens while something is loaded or created
     std::map<std::string, std::vector<std::uint8_t>> files;
     std::set<std::string> unreadable;
+    std::set<std::string> unreachable;  // whether they are there can't be found out
     Loading loading;
     Trial trial;
     std::string onSearchPath;  // where a bare name is found
