@@ -73,6 +73,8 @@ public:
     std::u16string TextOf(HWND window);
     /// The window that has the keyboard in the test's thread.
     HWND Focus() const;
+    /// The window of that class that the test's thread shows, such as a menu or a tip; null for none.
+    HWND ShownWindow(std::u16string_view className) const;
     /// Dialogs and message boxes now open in the test's thread, the topmost first.
     int CountDialogs() const;
     /// The topmost of them that can be used now; null for none.
