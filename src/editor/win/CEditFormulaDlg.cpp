@@ -79,7 +79,7 @@ void CEditFormulaDlg::OnCommand(int control, int notification) {
             Paste();
             break;
         case static_cast<int>(FieldRequest::Menu):
-            ShowMenu(field.MenuPlace(), true);
+            ShowMenu(field.TakeMenuPlace(), true);
             break;
         case static_cast<int>(FieldRequest::Offer):
             ShowMenu(field.PlaceOfCaret(), false);
