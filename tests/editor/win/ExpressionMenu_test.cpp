@@ -156,6 +156,10 @@ TEST_F(FormulaMenu, OpensInTheSameSizeOnAMonitorOfAnyScale) {
             u.Press(VK_ESCAPE);
         }));
     }
+    EXPECT_FALSE(Edit([&](CUser& u, const CDrivenWindow& dialog) {
+        dialog.DragCorner(-300, -300);  // for whoever opens it next
+        u.Press(VK_ESCAPE);
+    }));
 }
 
 TEST_F(FormulaMenu, GrowsAndKeepsItsSizeForTheSession) {
