@@ -65,7 +65,8 @@ public:
     const std::vector<FileCompoundRow>& Rows() const { return rows; }
     /// The texts of a row, one for each column.
     std::array<std::u16string, fileCompoundColumnCount> RowTexts(std::size_t row) const;
-    /// The longest text of each column in the whole file, whatever passes the filter.
+    /// The text of the most characters of each column in the whole file, whatever passes the filter. One of fewer but
+    /// wider characters may take more room, which measuring each text of a large file isn't worth.
     const std::array<std::u16string, fileCompoundColumnCount>& LongestTexts() const { return longestTexts; }
     /// The first row from `start` on whose name begins with that text, in letters of any case, going on at the first
     /// row after the last; -1 if there is none.

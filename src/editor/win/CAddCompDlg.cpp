@@ -210,6 +210,7 @@ void CAddCompDlg::ShowCell(NMLVDISPINFOW& request) const {
 
 void CAddCompDlg::BeginColumns() {
     CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
+    openingDpi = Dpi();
     openingWidths = FitFileCompoundColumns(list.ClientWidth());
     leftOver = list.ClientWidth();
     int column = 0;
@@ -227,22 +228,18 @@ void CAddCompDlg::FitColumns() {
     std::array<ColumnWish, fileCompoundColumnCount> wishes;
     for (std::size_t i = 0; i < fileCompoundColumnCount; ++i) {
         const int needed = list.TextWidth(texts[i].c_str()) + Scale(cellMargin);
-        wishes[i] = {std::max(needed, openingWidths[i]), openingWidths[i]};
+        const int least = ScaleBetween(openingWidths[i], openingDpi, Dpi());
+        wishes[i] = {std::max(needed, least), least};
     }
-    columns.Fit(wishes, list.ClientWidth() - leftOver);
+    columns.Fit(wishes, list.ClientWidth() - ScaleBetween(leftOver, openingDpi, Dpi()));
 }
 
 void CAddCompDlg::OnLaidOut() {
     FitColumns();
 }
 
-/// The columns have the new scale by now.
-void CAddCompDlg::OnScaled() {
-    const HWND list = Item(IDC_ADD_COMPOUNDS_LIST);
-    for (std::size_t i = 0; i < fileCompoundColumnCount; ++i) {
-        openingWidths[i] = CListView(list).ColumnWidth(static_cast<int>(i));
-    }
-    columns.Begin(list, fileCompoundColumnCount);
+void CAddCompDlg::OnScaled(int oldDpi) {
+    columns.FollowScale(oldDpi, Dpi());
 }
 
 }  // namespace reka

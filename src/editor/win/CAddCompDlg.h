@@ -39,7 +39,7 @@ private:
     void Accept();
     void ShowCell(NMLVDISPINFOW& request) const;
     void OnLaidOut() override;
-    void OnScaled() override;
+    void OnScaled(int oldDpi) override;
     void BeginColumns();
     void FitColumns();
     void ShowWithLayout();
@@ -47,8 +47,10 @@ private:
 
     CAddCompounds compounds;
     IUserMessages& messages;
+    // In pixels of `openingDpi`; in another scale they go by these, so that no rounding adds up.
     std::array<int, fileCompoundColumnCount> openingWidths = {};
     int leftOver = 0;  // of the list's width, which the opening widths don't fill to the last pixel
+    int openingDpi = referenceDpi;
     CFittedColumns columns;
 };
 

@@ -38,22 +38,30 @@ void CCompoundsFromMaterialDlg::OnInit() {
     const CListFilling filling(control);
     for (const MaterialCompoundRow& row : compounds.Rows()) list.AddRow(row);
     MeasureColumns();
+    columns.Begin(control, wishes.size());
     if (list.RowCount() > 0) list.FocusRow(0);
 }
 
 /// Each column wants to be as wide as the widest of its cells and its header; the header is seen in any case. What the
-/// system fits to a header alone may be too narrow for it, and is too wide for the last one.
+/// system fits to a header alone may be too narrow for it, and is too wide for the last one. The columns keep their
+/// widths, of which one may be the user's.
 void CCompoundsFromMaterialDlg::MeasureColumns() {
-    const HWND control = Item(IDC_MATERIAL_COMPOUNDS_LIST);
-    CListView list(control);
+    CListView list(Item(IDC_MATERIAL_COMPOUNDS_LIST));
     wishes.clear();
     for (const char16_t* const label : materialCompoundColumns) {
         const auto column = static_cast<int>(wishes.size());
         const int header = list.TextWidth(label) + Scale(headerMargin);
+        const int present = list.ColumnWidth(column);
         list.SetColumnWidth(column, LVSCW_AUTOSIZE);
-        wishes.push_back({std::max(list.ColumnWidth(column), header), header});
+        const int fitted = list.ColumnWidth(column);
+        list.SetColumnWidth(column, present);
+        wishes.push_back({std::max(fitted, header), header});
     }
-    columns.Begin(control, wishes.size());
+}
+
+void CCompoundsFromMaterialDlg::OnScaled(int oldDpi) {
+    columns.FollowScale(oldDpi, Dpi());
+    MeasureColumns();
 }
 
 void CCompoundsFromMaterialDlg::OnLaidOut() {

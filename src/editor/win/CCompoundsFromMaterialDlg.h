@@ -25,7 +25,7 @@ private:
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
     void OnLaidOut() override;
-    void OnScaled() override { MeasureColumns(); }
+    void OnScaled(int oldDpi) override;
     void MeasureColumns();
     void TickAllOrNone();
 

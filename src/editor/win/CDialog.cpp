@@ -339,7 +339,7 @@ void CDialog::ScaleTo(int dpi) {
     if (!scale.ScaleTo(dpi)) return;
     smallest = {ScaleBetween(smallest.cx, before, dpi), ScaleBetween(smallest.cy, before, dpi)};
     if (iconNumber) SetIcon(iconNumber);
-    OnScaled();
+    OnScaled(before);
     if (isInitialised) LayOut();
 }
 

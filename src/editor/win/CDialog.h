@@ -67,8 +67,9 @@ protected:
     virtual bool OnKey(WPARAM /*key*/) { return false; }
     /// The controls of a dialog that can be sized have their places.
     virtual void OnLaidOut() {}
-    /// The dialog is on a monitor of another scale: its controls, fonts and columns have that size by now.
-    virtual void OnScaled() {}
+    /// The dialog is on a monitor of another scale: its controls, fonts and columns have that size by now, and had that
+    /// of so many dots per inch before.
+    virtual void OnScaled(int /*oldDpi*/) {}
     /// The frame's button that closes. Here, the same as Cancel.
     virtual void OnClose() { OnCommand(IDCANCEL, BN_CLICKED); }
 

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cstdint>
 #include <utility>
 
 #include "editor/win/DialogLayouts.h"
@@ -16,12 +17,16 @@ namespace reka {
 
 namespace {
 
-/// The size of the client area on a screen of 96 dpi, as the user left it last in this process; 0 at first.
-std::atomic<ControlSize> keptSize;
+/// The size of the client area in pixels, and the dots per inch that it has them at: through another scale, rounding
+/// would change it at each opening. The sides of a window have 16 bits at most.
+struct KeptSize {
+    std::uint16_t width = 0;
+    std::uint16_t height = 0;
+    int dpi = referenceDpi;
+};
 
-int ToReference(int pixels, int dpi) {
-    return ScaleBetween(pixels, dpi, referenceDpi);
-}
+/// As the user left it last in this process; 0 at first.
+std::atomic<KeptSize> keptSize;
 
 }  // namespace
 
@@ -39,9 +44,10 @@ CEditFormulaDlg::CEditFormulaDlg(const ReactionPackDefinition& edited, const std
 void CEditFormulaDlg::OnInit() {
     SetIcon(IDI_COMPONENT);
     KeepPresentSizeAsSmallest();
-    const ControlSize sized = keptSize;
+    const KeptSize sized = keptSize;
     const ControlSize present = ClientSize();
-    Enlarge({std::max(Scale(sized.width) - present.width, 0), std::max(Scale(sized.height) - present.height, 0)});
+    Enlarge({std::max(ScaleBetween(sized.width, sized.dpi, Dpi()) - present.width, 0),
+             std::max(ScaleBetween(sized.height, sized.dpi, Dpi()) - present.height, 0)});
     SetText(IDC_EXPRESSION_ITEM, item);
     SetText(IDC_EXPRESSION_UNIT, unit);
     field.Attach(Item(IDC_EXPRESSION_TEXT), history);
@@ -79,7 +85,7 @@ void CEditFormulaDlg::OnCommand(int control, int notification) {
             Paste();
             break;
         case static_cast<int>(FieldRequest::Menu):
-            ShowMenu(field.MenuPlace(), true);
+            ShowMenu(field.TakeMenuPlace(), true);
             break;
         case static_cast<int>(FieldRequest::Offer):
             ShowMenu(field.PlaceOfCaret(), false);
@@ -93,7 +99,7 @@ void CEditFormulaDlg::OnCommand(int control, int notification) {
 void CEditFormulaDlg::OnLaidOut() {
     if (IsZoomed(Window())) return;
     const ControlSize client = ClientSize();
-    keptSize = {ToReference(client.width, Dpi()), ToReference(client.height, Dpi())};
+    keptSize = KeptSize{static_cast<std::uint16_t>(client.width), static_cast<std::uint16_t>(client.height), Dpi()};
 }
 
 LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
@@ -102,7 +108,7 @@ LRESULT CEditFormulaDlg::OnNotify(NMHDR& header) {
 }
 
 /// A new font takes the look of all parts away.
-void CEditFormulaDlg::OnScaled() {
+void CEditFormulaDlg::OnScaled(int /*oldDpi*/) {
     format.Forget();
     editor.SelectionChanged();
 }

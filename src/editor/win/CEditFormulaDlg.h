@@ -30,7 +30,7 @@ private:
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
     void OnLaidOut() override;
-    void OnScaled() override;
+    void OnScaled(int oldDpi) override;
 
     // The editor's positions are those of the text, with line ends of two characters; the history and the format go by
     // the field's.

@@ -81,7 +81,7 @@ void CReactionDlg::SetButtonIcons() {
     editIcon = newEditIcon;
 }
 
-void CReactionDlg::OnScaled() {
+void CReactionDlg::OnScaled(int /*oldDpi*/) {
     SetButtonIcons();
     MakeRoomForUnits();
 }

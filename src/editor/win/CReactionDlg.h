@@ -33,7 +33,7 @@ protected:
     void OnInit() override;
     void OnCommand(int control, int notification) override;
     LRESULT OnNotify(NMHDR& header) override;
-    void OnScaled() override;
+    void OnScaled(int oldDpi) override;
 
 private:
     void SetButtonIcons();

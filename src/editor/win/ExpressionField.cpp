@@ -128,6 +128,16 @@ bool IsOwnKey(WPARAM key) {
     return !IsDown(VK_SHIFT) && (key == 'A' || key == 'C' || key == 'X' || key == VK_INSERT);
 }
 
+/// Whether a request for a menu is one for that of the text: by a key, which gives no place, or there.
+bool IsOnText(HWND field, LPARAM place) {
+    if (place == -1) return true;
+    POINT point = {static_cast<short>(LOWORD(place)), static_cast<short>(HIWORD(place))};
+    RECT client = {};
+    GetClientRect(field, &client);
+    ScreenToClient(field, &point);
+    return PtInRect(&client, point) != FALSE;
+}
+
 /// Whether the character comes of Ctrl and a key that isn't one of the field's own.
 bool IsStrayControl(WPARAM character) {
     if (character > ' ' || !IsDown(VK_CONTROL) || IsDown(VK_MENU)) return false;
@@ -326,6 +336,11 @@ POINT CExpressionField::PlaceOfCaret() const {
     return place;
 }
 
+POINT CExpressionField::TakeMenuPlace() {
+    isMenuAsked = false;
+    return menuPlace;
+}
+
 /// Once for a click. A key gives no place.
 void CExpressionField::AskForMenu(LPARAM place) {
     if (place != -1 && std::exchange(isMenuAsked, true)) return;
@@ -356,6 +371,7 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
             if (wParam == 'Z' - '@' || wParam == 'Y' - '@' || wParam == 'V' - '@') return true;  // dealt with as a key
             return IsStrayControl(wParam) || TakeHalf(static_cast<char16_t>(wParam));
         case WM_RBUTTONDOWN:
+        case WM_RBUTTONDBLCLK:
             isMenuAsked = false;
             return false;
         case WM_RBUTTONUP: {  // of which some systems make a request for the menu, and others don't
@@ -366,6 +382,7 @@ bool CExpressionField::Handle(UINT message, WPARAM wParam, LPARAM lParam, LRESUL
             return true;
         }
         case WM_CONTEXTMENU:
+            if (!IsOnText(field, lParam)) return false;  // a bar that scrolls has its own
             AskForMenu(lParam);
             return true;
         case WM_PASTE:

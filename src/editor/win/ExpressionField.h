@@ -47,8 +47,9 @@ public:
 
     /// The commands that the control itself has: WM_CUT, WM_COPY, WM_CLEAR.
     void Do(UINT command) const { SendMessageW(field, command, 0, 0); }
-    /// Where a menu is asked for: by the mouse there, and by a key beneath the caret. On the screen.
-    POINT MenuPlace() const { return menuPlace; }
+    /// Where the menu is to be shown that was asked for: by the mouse there, and by a key beneath the caret. On the
+    /// screen. What is asked for from now on is another menu.
+    POINT TakeMenuPlace();
     POINT PlaceOfCaret() const;
 
     /// Puts the text in place of what is selected, which is reported as a change.
@@ -71,7 +72,7 @@ private:
     WNDPROC ownProcedure = nullptr;  // that of the control's class
     const CTextHistory* history = nullptr;
     POINT menuPlace = {};
-    bool isMenuAsked = false;  // by the click that is being dealt with
+    bool isMenuAsked = false;  // with a place, and not shown as yet
     char16_t firstHalf = 0;    // of a character of two units, which is typed as two
     CComRef<ITextDocument> document;
 };

@@ -6,6 +6,7 @@
 
 #include <iterator>
 
+#include "editor/win/DialogScale.h"
 #include "editor/win/WindowText.h"
 
 namespace reka {
@@ -158,6 +159,15 @@ void CFittedColumns::Begin(HWND fittedList, std::size_t count) {
     columns.resize(count);
     int number = 0;
     for (Column& column : columns) column.width = CListView(list).ColumnWidth(number++);
+}
+
+void CFittedColumns::FollowScale(int oldDpi, int newDpi) {
+    int number = 0;
+    for (Column& column : columns) {
+        const int present = CListView(list).ColumnWidth(number++);
+        if (present != ScaleBetween(column.width, oldDpi, newDpi)) column.isUsers = true;
+        column.width = present;
+    }
 }
 
 void CFittedColumns::Fit(std::span<const ColumnWish> wishes, int room) {

@@ -103,8 +103,11 @@ private:
 /// The columns of a list that follow its size, but for those that the user has sized.
 class CFittedColumns {
 public:
-    /// The columns have their widths by the program: at first, and after each change of scale.
+    /// The columns have their widths by the program.
     void Begin(HWND fittedList, std::size_t count);
+    /// The columns have the widths of another scale by now, as `CDialogScale` gives them. Those that the user has sized
+    /// remain the user's.
+    void FollowScale(int oldDpi, int newDpi);
     /// Gives the columns, which wish this, so much room. One that the user has sized keeps its width.
     void Fit(std::span<const ColumnWish> wishes, int room);
 

@@ -4,8 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include <commctrl.h>
-
 #include <utility>
 
 #include "Accessibility.h"
@@ -43,17 +41,13 @@ TEST_F(ReactionsPage, NamesItsControls) {
 /// The pointer rests on a button, and its text appears.
 TEST_F(ReactionsPage, TellsWhatAnIconIsFor) {
     OnReactions([](CUser& u, const CDrivenWindow& page) {
-        const auto tipIsShown = [] {
-            const HWND tip = FindWindowW(TOOLTIPS_CLASSW, nullptr);
-            return tip && IsWindowVisible(tip);
-        };
+        const auto tip = [&u] { return u.ShownWindow(u"tooltips_class32"); };
         page.FocusOn(IDC_REACTIONS_RATE);
-        EXPECT_FALSE(tipIsShown());
+        EXPECT_FALSE(tip());
         const POINT place = MiddleOf(PlaceOf(page.Item(IDC_REACTIONS_RATE_WIZARD)));
         SetCursorPos(place.x, place.y);
-        u.WaitUntil("a tip", tipIsShown);
-        const HWND tip = FindWindowW(TOOLTIPS_CLASSW, nullptr);
-        EXPECT_EQ(u.TextOf(tip), u"Reaction rate wizard");
+        u.WaitUntil("a tip", [&] { return tip() != nullptr; });
+        EXPECT_EQ(u.TextOf(tip()), u"Reaction rate wizard");
         ShellOf(u, page).TakePicture("106-tip");
     });
 }

@@ -27,13 +27,6 @@ ControlPlace AsPlace(const RECT& place) {
 
 class DialogScale : public ReactionsPage {
 protected:
-    /// What the system does as the dialog comes to a monitor of that scale, with its left upper corner there.
-    static void MoveTo(CUser& u, HWND dialog, int fromDpi, int toDpi, POINT corner = {0, 0}) {
-        const RECT place = {corner.x, corner.y, corner.x + MulDiv(Width(dialog), toDpi, fromDpi),
-                            corner.y + MulDiv(Height(dialog), toDpi, fromDpi)};
-        u.Send(dialog, WM_DPICHANGED, MAKEWPARAM(toDpi, toDpi), reinterpret_cast<LPARAM>(&place));
-        u.Settle();
-    }
     static int Width(HWND control) { return PlaceOf(control).right - PlaceOf(control).left; }
     static int Height(HWND control) { return PlaceOf(control).bottom - PlaceOf(control).top; }
     static int FontHeight(CUser& u, HWND control) {

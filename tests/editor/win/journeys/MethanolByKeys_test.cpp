@@ -91,7 +91,7 @@ protected:
     }
     static void Insert(CUser& u, std::initializer_list<WORD> keys) {
         u.Press(VK_SPACE, {VK_CONTROL});
-        u.WaitUntil("a menu", [] { return IsWindowVisible(FindWindowW(L"#32768", nullptr)) != FALSE; });
+        u.WaitUntil("a menu", [&] { return u.ShownWindow(u"#32768") != nullptr; });
         for (const WORD key : keys) u.Press(key);
         u.Press(VK_RETURN);
         u.Settle();

@@ -65,14 +65,17 @@ BOOL CALLBACK CollectWindow(HWND window, LPARAM data) {
     return TRUE;
 }
 
-/// The visible dialogs of a thread, the topmost first.
-std::vector<HWND> DialogsOf(DWORD thread) {
+/// The visible windows of a thread that are of that class, the topmost first.
+std::vector<HWND> ShownWindowsOf(DWORD thread, std::u16string_view className) {
     std::vector<HWND> windows;
     EnumThreadWindows(thread, CollectWindow, reinterpret_cast<LPARAM>(&windows));
-    windows.erase(std::remove_if(windows.begin(), windows.end(),
-                                 [](HWND window) { return ClassOf(window) != u"#32770" || !IsWindowVisible(window); }),
-                  windows.end());
+    const auto isAnother = [&](HWND window) { return ClassOf(window) != className || !IsWindowVisible(window); };
+    windows.erase(std::remove_if(windows.begin(), windows.end(), isAnother), windows.end());
     return windows;
+}
+
+std::vector<HWND> DialogsOf(DWORD thread) {
+    return ShownWindowsOf(thread, u"#32770");
 }
 
 INPUT KeyInput(WORD key, DWORD flags) {
@@ -357,6 +360,11 @@ void CUser::ClickAt(POINT place, int count, std::initializer_list<WORD> held) {
     Settle();
 }
 
+void CUser::RightClickAt(POINT place) {
+    Put({MouseInput(moveFlags, place)});
+    Put({MouseInput(moveFlags | MOUSEEVENTF_RIGHTDOWN, place), MouseInput(moveFlags | MOUSEEVENTF_RIGHTUP, place)});
+}
+
 void CUser::Drag(POINT from, POINT to) {
     Sleep(GetDoubleClickTime() + 20);  // no click before is part of this
     Put({MouseInput(moveFlags, from)});
@@ -393,6 +401,11 @@ HWND CUser::Focus() const {
     GUITHREADINFO info = {};
     info.cbSize = sizeof info;
     return GetGUIThreadInfo(testThread, &info) ? info.hwndFocus : nullptr;
+}
+
+HWND CUser::ShownWindow(std::u16string_view className) const {
+    const std::vector<HWND> windows = ShownWindowsOf(testThread, className);
+    return windows.empty() ? nullptr : windows.front();
 }
 
 HWND CUser::TopDialog() const {

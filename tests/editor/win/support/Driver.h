@@ -66,6 +66,8 @@ public:
     void Type(std::u16string_view text);
     /// Clicks there on the screen, `count` times in a row.
     void ClickAt(POINT place, int count = 1, std::initializer_list<WORD> held = {});
+    /// Clicks with the right button, at once: what it opens may keep the messages to itself.
+    void RightClickAt(POINT place);
     void Drag(POINT from, POINT to);
 
     /// A message to a window of the test's thread; ends the work if it isn't answered in time.
@@ -73,6 +75,8 @@ public:
     std::u16string TextOf(HWND window);
     /// The window that has the keyboard in the test's thread.
     HWND Focus() const;
+    /// The window of that class that the test's thread shows, such as a menu or a tip; null for none.
+    HWND ShownWindow(std::u16string_view className) const;
     /// Dialogs and message boxes now open in the test's thread, the topmost first.
     int CountDialogs() const;
     /// The topmost of them that can be used now; null for none.

@@ -48,4 +48,13 @@ private:
     DpiFunctions functions;
 };
 
+/// What the system does as the dialog comes to a monitor of that scale, with its left upper corner there.
+inline void MoveTo(CUser& u, HWND dialog, int fromDpi, int toDpi, POINT corner = {0, 0}) {
+    const RECT before = PlaceOf(dialog);
+    const RECT place = {corner.x, corner.y, corner.x + MulDiv(before.right - before.left, toDpi, fromDpi),
+                        corner.y + MulDiv(before.bottom - before.top, toDpi, fromDpi)};
+    u.Send(dialog, WM_DPICHANGED, MAKEWPARAM(toDpi, toDpi), reinterpret_cast<LPARAM>(&place));
+    u.Settle();
+}
+
 }  // namespace reka::test
