@@ -65,7 +65,7 @@ Seen LookAndClose(DWORD thread, const wchar_t* title, const std::atomic<bool>& i
     for (HWND child = GetWindow(dialog, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
         wchar_t name[20] = {};
         GetClassNameW(child, name, 20);
-        ++seen.controls;
+        if (IsWindowVisible(child)) ++seen.controls;  // there are labels that only screen readers read
         if (lstrcmpW(name, L"#32770") == 0) ++seen.pages;
     }
     PostMessageW(dialog, WM_CLOSE, 0, 0);
