@@ -18,7 +18,6 @@ constexpr std::string_view runMark = "[ RUN      ] ";
 constexpr std::string_view passMark = "[       OK ] ";
 constexpr std::string_view failMark = "[  FAILED  ] ";
 constexpr std::string_view testIndent = "  ";
-constexpr std::string_view disabledMark = "DISABLED_";
 constexpr std::size_t mostLastLines = 20;
 
 std::vector<std::string_view> LinesOf(std::string_view text) {
@@ -75,8 +74,7 @@ std::vector<std::string> TestsOf(std::string_view listing, std::string_view suit
             current = SuiteIn(line);
         } else if (current == suite) {
             const std::string_view test = FirstWord(line.substr(testIndent.size()));
-            if (!test.empty() && !test.starts_with(disabledMark))
-                tests.push_back(std::string(suite) + "." + std::string(test));
+            if (!test.empty()) tests.push_back(std::string(suite) + "." + std::string(test));
         }
     }
     return tests;

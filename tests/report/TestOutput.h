@@ -28,7 +28,7 @@ struct SuiteResult {
 /// The suites that a program's `--gtest_list_tests` printed, in its order, without the dot.
 std::vector<std::string> SuitesOf(std::string_view listing);
 
-/// The tests of one of them that run, such as "Suite.Test", without the disabled ones.
+/// The tests of one of them, such as "Suite.Test". One that is switched off doesn't run, which is told like a crash.
 std::vector<std::string> TestsOf(std::string_view listing, std::string_view suite);
 
 /// How the run of a suite went that printed `output` and ended as `ending` says, empty for status 0: every failure

@@ -21,7 +21,7 @@ TEST(TestListing, TellsItsSuites) {
 
 TEST(TestListing, TellsTheTestsOfASuite) {
     const std::string listing =
-        "Running main() from file.cc\r\nUtf8.\r\n  IsRead\r\n  DISABLED_Waits\r\n  IsWritten\r\n"
+        "Running main() from file.cc\r\nUtf8.\r\n  IsRead\r\n  IsWritten\r\n"
         "Table/Utf8.  # TypeParam = int\r\n  Gives/0  # GetParam() = 1.\r\n";
     EXPECT_THAT(TestsOf(listing, "Utf8"), ElementsAre("Utf8.IsRead", "Utf8.IsWritten"));
     EXPECT_THAT(TestsOf(listing, "Table/Utf8"), ElementsAre("Table/Utf8.Gives/0"));
