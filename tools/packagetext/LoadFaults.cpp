@@ -5,10 +5,10 @@
 
 #include "packagetext/LoadFaults.h"
 
-#include <algorithm>
 #include <map>
 #include <set>
 
+#include "packagetext/PrintableName.h"
 #include "text/LetterCase.h"
 #include "text/Utf8.h"
 
@@ -18,14 +18,6 @@ namespace {
 
 constexpr const char* reactionIds = "reactionID";
 const std::string coefficients = "stoichiometry[";
-
-std::string OnOneLine(const std::u16string& text) {
-    std::string line = reka::Utf8FromUtf16(text);
-    std::replace(line.begin(), line.end(), '\n', ' ');
-    std::erase(line, '\r');
-    line.erase(line.find_last_not_of(' ') + 1);
-    return line;
-}
 
 /// The texts of a list, empty for what is none.
 std::vector<std::string> TextsOf(const Json& package, const std::string& member) {

@@ -224,7 +224,7 @@ void CAddCompDlg::BeginColumns() {
 /// A larger list gives what it has more to the columns whose texts are cut.
 void CAddCompDlg::FitColumns() {
     const CListView list(Item(IDC_ADD_COMPOUNDS_LIST));
-    const auto texts = compounds.LongestTexts();
+    const auto& texts = compounds.LongestTexts();
     std::array<ColumnWish, fileCompoundColumnCount> wishes;
     for (std::size_t i = 0; i < fileCompoundColumnCount; ++i) {
         const int needed = list.TextWidth(texts[i].c_str()) + Scale(cellMargin);
